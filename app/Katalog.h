@@ -1,0 +1,9 @@
+#pragma once
+// The catalogue of all forms by name.
+#include "forms/Koben.h"
+
+namespace koben {
+
+const Catalogue& katalog();
+
+}  // namespace koben

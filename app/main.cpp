@@ -1,0 +1,57 @@
+// The program: the look, the two ports, the main form.
+#include "app/Katalog.h"
+#include "forms/Form.h"
+#include "ui/Application.h"
+#include "ui/Look.h"
+#include "ui/SystemPlatform.h"
+#include "ui/WindowScreens.h"
+
+using namespace koben;
+
+namespace {
+
+/// The shade that the user has set, the desktop's otherwise.
+ui::Shade wantedShade(Platform& platform) {
+    const QString set = platform.userSetting(QStringLiteral("Darstellung"), QStringLiteral("Farben"));
+    if (set == u"hell") return ui::Shade::Light;
+    if (set == u"dunkel") return ui::Shade::Dark;
+    return ui::desktopShade();
+}
+
+QString farewell(const QString& reason) {
+    return QStringLiteral("KOBEN muss beendet werden, weil ein Fehler aufgetreten ist:") + Crlf + Crlf + reason + Crlf +
+           Crlf + QStringLiteral("Was bis hierher gespeichert wurde, ist erhalten. Bitte starten Sie KOBEN neu.");
+}
+
+int run(ui::Application& application, ui::WindowScreens& screens, Platform& platform) {
+    bool told = false;
+    try {
+        Koben koben(screens, platform, katalog());
+        application.onFailure = [&](const QString& reason) {
+            told = true;
+            screens.message(farewell(reason));
+            koben.end();
+        };
+        const auto form = katalog().make(QStringLiteral("PA_Koben"), koben);
+        koben.run(*form);
+        application.onFailure = nullptr;
+        return 0;
+    } catch (const DatabaseError& error) {
+        if (!told) screens.message(farewell(error.message()));
+    } catch (const std::exception& error) {
+        if (!told) screens.message(farewell(QString::fromUtf8(error.what())));
+    }
+    return 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    ui::refuseWithoutDisplay();
+    ui::Application application(argc, argv);
+    ui::WindowScreens screens;
+    ui::SystemPlatform platform(
+        [&](const QString& preset) { return screens.saveFile(QStringLiteral("PDF-Dateien|*.PDF"), preset); });
+    ui::applyLook(application, wantedShade(platform));
+    return run(application, screens, platform);
+}

@@ -1,0 +1,56 @@
+#pragma once
+// Ports of a run that nobody watches: forms do what a script says and close, questions are answered with Yes.
+#include <functional>
+#include <map>
+
+#include "forms/Form.h"
+#include "forms/Koben.h"
+
+namespace koben {
+
+class StilleScreens final : public Screens {
+public:
+    /// What is done in a form, by its name. Forms without an entry close at once.
+    std::map<QString, std::function<void(Form&)>> ablauf;
+
+    void message(const QString&) override {}
+    bool yesNo(const QString&, bool) override { return true; }
+    bool okCancel(const QString&) override { return true; }
+    QString input(const QString&, const QString&) override { return {}; }
+    QString openFile(const QString&) override { return {}; }
+    QString saveFile(const QString&, const QString&) override { return {}; }
+    QString folder(const QString&) override { return {}; }
+    void opened(Form&) override {}
+    void run(Form& form) override {
+        const auto found = ablauf.find(form.name());
+        if (found != ablauf.end()) found->second(form);
+        form.close();
+    }
+    void closed(Form&) override {}
+    void waitCursor(bool) override {}
+    void tone(int, int) override {}
+    void breathe() override {}
+};
+
+class StillePlatform final : public Platform {
+public:
+    StillePlatform(const QString& ordner, QDate heute) : m_ordner(ordner), m_heute(heute) {}
+    QDateTime now() override { return QDateTime(m_heute, QTime(8, 0)); }
+    QStringList printers() override { return {QStringLiteral("Drucker")}; }
+    QStringList fonts() override { return {QStringLiteral("Courier New")}; }
+    std::unique_ptr<PrintJob> print(const QString&, bool) override { return nullptr; }
+    bool open(const QString&) override { return true; }
+    bool start(const QString&) override { return true; }
+    std::optional<QByteArray> httpGet(const QString&) override { return std::nullopt; }
+    QString userSetting(const QString&, const QString&) override { return {}; }
+    void setUserSetting(const QString&, const QString&, const QString&) override {}
+    QString programFolder() override { return m_ordner; }
+    QString dataFolder() override { return m_ordner; }
+    bool lockDataFolder(const QString&) override { return true; }
+
+private:
+    QString m_ordner;
+    QDate m_heute;
+};
+
+}  // namespace koben

@@ -1,0 +1,148 @@
+#include "core/Einstellungen.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <algorithm>
+
+#include "core/PZ_Koben_Subs.h"
+
+namespace koben {
+namespace {
+
+constexpr int kopfZeilen = 101 + 11;
+
+/// The characters of the bytes 0x80 to 0x9F; bytes without a meaning stand for themselves.
+constexpr char16_t hohe[32] = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+                               0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+                               0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+
+char alsByte(char16_t c) {
+    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<char>(c);
+    const auto* hit = std::find(std::begin(hohe), std::end(hohe), c);
+    return hit == std::end(hohe) ? '?' : static_cast<char>(0x80 + (hit - hohe));
+}
+
+QString dateiname(const Variablen& v) { return v.Datenordner + QStringLiteral("Einstellungen.ko2"); }
+
+/// The lines of a text file; a last one without a line break counts, with or without carriage returns.
+QStringList zeilen(const QByteArray& bytes) {
+    QStringList lines = ausWindows1252(bytes).split(u'\n');
+    if (lines.last().isEmpty()) lines.removeLast();
+    for (QString& line : lines) {
+        if (line.endsWith(u'\r')) line.chop(1);
+    }
+    return lines;
+}
+
+/// Fills the arrays up to the first line that is missing or not what it should be.
+void uebernehme(const QStringList& lines, Variablen& v) {
+    qsizetype at = 0;
+    for (qint16& number : v.Konfig_Zahl) {
+        bool ok = false;
+        const qint16 value = at < lines.size() ? lines[at].trimmed().toShort(&ok) : qint16{0};
+        if (!ok) return;
+        number = value;
+        ++at;
+    }
+    for (Money& amount : v.Konfig_Betrag) {
+        const auto value = at < lines.size() ? Betrag_lesen(lines[at].trimmed()) : std::nullopt;
+        if (!value) return;
+        amount = *value;
+        ++at;
+    }
+    for (QString& text : v.Konfig_Text) {
+        if (at == lines.size()) return;
+        text = lines[at++];
+    }
+}
+
+/// A text must not break its line.
+QString einzeilig(QString text) {
+    text.replace(Crlf, QStringLiteral(" "));
+    return text.replace(u'\r', u' ').replace(u'\n', u' ');
+}
+
+QString inhalt(const Variablen& v) {
+    QStringList lines;
+    lines.reserve(kopfZeilen + static_cast<int>(v.Konfig_Text.size()));
+    for (const qint16 number : v.Konfig_Zahl) {
+        lines += (number < 0 ? QString() : QStringLiteral(" ")) + QString::number(number) + u' ';
+    }
+    for (const Money amount : v.Konfig_Betrag) lines += Betrag_formatieren(10, amount).trimmed();
+    for (const QString& text : v.Konfig_Text) lines += einzeilig(text);
+    return lines.join(Crlf) + Crlf;
+}
+
+/// Writes beside the file and renames, after the bytes are on the disk: a full disk leaves the old file.
+/// Unbuffered, since the last flush of a buffer takes a half-done write for a whole one.
+bool ersetze(const QString& path, const QByteArray& bytes) {
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size() &&
+           file.commit();
+}
+
+}  // namespace
+
+void Einstellungen_vorgeben(Variablen& v, int currentYear) {
+    v.Konfig_Zahl.fill(0);
+    v.Konfig_Betrag.fill({});
+    v.Konfig_Text.fill({});
+    const std::pair<int, int> defaults[] = {{Zahl::TageBelegungFerkelung, 116},
+                                            {Zahl::TageFerkelungAbsetzung, 30},
+                                            {Zahl::TageAbsetzungBelegung, 6},
+                                            {Zahl::TageFerkelungBelegung, 36},
+                                            {Zahl::TageBelegungKontrolle, 22},
+                                            {Zahl::TageGeburtBelegung, 365},
+                                            {Zahl::ToleranzTage, 14},
+                                            {Zahl::SicherungTage, 14},
+                                            {Zahl::Geburtsgewicht, 1000},
+                                            {35, 2005},  // first year of the statistics
+                                            {36, currentYear},
+                                            {37, 1},
+                                            {38, 10},
+                                            {Zahl::BerichtZeilen, 60},
+                                            {Zahl::BerichtDatum, 1}};
+    for (const auto& [slot, value] : defaults) v.Konfig_Zahl[static_cast<size_t>(slot)] = static_cast<qint16>(value);
+}
+
+void Einstellungen_laden(Variablen& v) {
+    QFile file(dateiname(v));
+    if (file.open(QIODevice::ReadOnly)) uebernehme(zeilen(file.readAll()), v);
+    QString& separator = v.Konfig_Text[Text::Trenner];
+    if (separator.trimmed().isEmpty()) separator = QStringLiteral(" | ");
+}
+
+QString Einstellungen_sichern(const Variablen& v) {
+    if (ersetze(dateiname(v), nachWindows1252(inhalt(v)))) return {};
+    return QStringLiteral(
+               "Die Einstellungen konnten nicht in die Datei %1 geschrieben werden (Datenträger voll oder "
+               "schreibgeschützt?). Die bisherige Datei bleibt unverändert.")
+        .arg(dateiname(v));
+}
+
+QByteArray nachWindows1252(const QString& text) {
+    QByteArray bytes;
+    bytes.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i].isLowSurrogate() && i > 0 && text[i - 1].isHighSurrogate()) continue;  // its "?" stands already
+        bytes.append(alsByte(text[i].unicode()));
+    }
+    return bytes;
+}
+
+QString ausWindows1252(const QByteArray& bytes) {
+    QString text(bytes.size(), Qt::Uninitialized);
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        const auto byte = static_cast<uchar>(bytes[i]);
+        text[i] = QChar(byte >= 0x80 && byte < 0xA0 ? hohe[byte - 0x80] : char16_t{byte});
+    }
+    return text;
+}
+
+bool Textdatei_schreiben(const QString& path, const QString& text) {
+    QByteArray bytes = nachWindows1252(text);
+    if (bytes.contains('\n')) bytes.replace("\r\n", "\n").replace("\n", "\r\n");  // lone line feeds become whole breaks
+    return ersetze(path, bytes);
+}
+
+}  // namespace koben

@@ -1,0 +1,68 @@
+#pragma once
+// The register of the settings' slots: what each number of the settings file means, in one place.
+
+namespace koben {
+
+/// Slots of Variablen::Konfig_Zahl.
+namespace Zahl {
+enum Slot : int {
+    TageBelegungFerkelung = 0,
+    TageFerkelungBelegung = 1,
+    PlanFeldNummer = 14,  ///< 14 to 17: the columns Nummer, Art, Stallnr, Gruppe of the work plan
+    PlanFeldGruppe = 17,
+    Druckformat = 18,  ///< 0 portrait, 1 landscape
+    DruckFett = 19,
+    DruckKursiv = 20,
+    PlanSortierung = 21,
+    Schriftgroesse = 22,
+    LinkerRand = 23,
+    TonAus = 24,
+    ListeSortSpalte = 25,
+    ListeSortRichtung = 26,  ///< 1 ascending, 2 descending, else none
+    PlanTage = 27,
+    TageFerkelungAbsetzung = 34,
+    TageBelegungKontrolle = 39,
+    TageAbsetzungBelegung = 40,
+    TageGeburtBelegung = 41,
+    ToleranzTage = 42,
+    ZyklusPruefen = 43,
+    GeburtPruefen = 44,
+    ListenDarstellung = 45,  ///< 0 list screen, 1 browser at once, 2 text at once
+    BerichtDatum = 46,
+    BerichtSeiten = 47,
+    BerichtAnzahl = 48,
+    BerichtZeilen = 49,
+    SicherungTage = 50,
+    LaufendeNummer = 51,
+    Geburtsgewicht = 52,
+    SelektionLoeschen = 53,
+    OptimaleSpaltenbreite = 54,
+    LoeschenBestaetigen = 55,
+    PlanWartezeit = 56,
+    NummerErhoehen = 57,
+    ListeBreit = 58,  ///< 1: the panel takes two thirds
+    PlanNurSauen = 60,
+    FilterAnzeige = 62,
+    FilterVerkauft = 63,
+    FilterSauen = 64,
+    TaetowierungDoppelt = 67,
+    Starts = 68,
+};
+}
+
+/// Slots of Variablen::Konfig_Text.
+namespace Text {
+enum Slot : int {
+    Listentrenner = 4,
+    Trenner = 10,
+    PlanZeichenTermin = 15,
+    PlanZeichenFrei = 16,
+    PlanArten = 17,
+    Berichtskopf = 25,
+    LetzteSicherung = 26,
+    Sortierung1 = 33,
+    Sortierung2 = 34,
+};
+}
+
+}  // namespace koben

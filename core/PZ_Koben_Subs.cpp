@@ -1,0 +1,216 @@
+// Numbers, amounts and texts of the screens. Dates stand in Datum.cpp.
+#include "core/PZ_Koben_Subs.h"
+
+#include <QDir>
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+namespace koben {
+namespace {
+
+bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+bool isSign(QChar c) { return c == u'-' || c == u'+'; }
+
+/// Blanks alone, as the program's texts are trimmed; tabs and line breaks stay.
+QStringView ohneBlanks(QStringView text) {
+    while (!text.isEmpty() && text.front() == u' ') text = text.mid(1);
+    while (!text.isEmpty() && text.back() == u' ') text.chop(1);
+    return text;
+}
+
+/// An unrounded decimal number: value = 0.ZIFFERN * 10^komma, so that nothing passes through a float.
+struct Dezimal {
+    bool negativ = false;
+    QString ziffern;
+    qsizetype komma = 0;  ///< digits before the decimal point; may be negative
+};
+
+/// Reads sign, digits, mark and digits off the front of `rest`; nothing where there is no digit.
+std::optional<Dezimal> nehmeDezimal(QStringView& rest, QChar mark) {
+    Dezimal number;
+    qsizetype at = 0;
+    if (at < rest.size() && isSign(rest[at])) number.negativ = rest[at++] == u'-';
+    const qsizetype whole = at;
+    while (at < rest.size() && isDigit(rest[at])) ++at;
+    number.ziffern = rest.mid(whole, at - whole).toString();
+    number.komma = number.ziffern.size();
+    if (at < rest.size() && rest[at] == mark) {
+        const qsizetype fraction = ++at;
+        while (at < rest.size() && isDigit(rest[at])) ++at;
+        number.ziffern += rest.mid(fraction, at - fraction);
+    }
+    if (number.ziffern.isEmpty()) return std::nullopt;
+    rest = rest.mid(at);
+    return number;
+}
+
+/// A text that is a number as a whole, decimal comma, with or without exponent.
+std::optional<Dezimal> numerisch(QStringView text) {
+    QStringView rest = ohneBlanks(text);
+    auto number = nehmeDezimal(rest, u',');
+    if (!number || rest.isEmpty()) return number;
+    if (rest.front().toLower() != u'e') return std::nullopt;
+    bool ok = false;
+    const int exponent = rest.mid(1).toInt(&ok);
+    if (!ok || qAbs(exponent) > 308) return std::nullopt;
+    number->komma += exponent;
+    return number;
+}
+
+/// Adds one to a row of digits; true where it overflowed to zeros.
+bool erhoehe(QString& digits) {
+    for (qsizetype i = digits.size() - 1; i >= 0; --i) {
+        if (digits[i] != u'9') {
+            digits[i] = QChar(digits[i].unicode() + 1);
+            return false;
+        }
+        digits[i] = u'0';
+    }
+    return true;
+}
+
+/// Cuts to `decimals` places, half away from zero or half to even; at least one digit stands before the point.
+void runde(Dezimal& number, int decimals, bool halfToEven) {
+    QString& digits = number.ziffern;
+    if (number.komma < 1) {
+        digits.prepend(QString(1 - number.komma, u'0'));
+        number.komma = 1;
+    }
+    const qsizetype end = number.komma + decimals;
+    if (digits.size() <= end) {
+        digits.append(QString(end - digits.size(), u'0'));
+        return;
+    }
+    const QStringView cut = QStringView(digits).mid(end);
+    bool up = cut.front() >= u'5';
+    if (up && halfToEven && cut.front() == u'5' &&
+        std::all_of(cut.begin() + 1, cut.end(), [](QChar c) { return c == u'0'; })) {
+        up = (digits[end - 1].unicode() - u'0') % 2 == 1;
+    }
+    digits.truncate(end);
+    if (up && erhoehe(digits)) {
+        digits.prepend(u'1');
+        ++number.komma;
+    }
+}
+
+/// The rounded number with a decimal comma, never "-0".
+QString alsText(Dezimal number, int decimals) {
+    runde(number, decimals, false);
+    qsizetype zeros = 0;
+    while (zeros < number.komma - 1 && number.ziffern[zeros] == u'0') ++zeros;
+    QString text = number.ziffern.mid(zeros, number.komma - zeros);
+    if (decimals > 0) text += u',' + number.ziffern.mid(number.komma);
+    const bool zero = std::all_of(text.begin(), text.end(), [](QChar c) { return c == u'0' || c == u','; });
+    if (number.negativ && !zero) text.prepend(u'-');
+    return text;
+}
+
+/// Amounts beyond the type stop at its ends.
+Money alsBetrag(Dezimal number) {
+    runde(number, 4, true);
+    bool ok = false;
+    const qint64 value = number.ziffern.toLongLong(&ok);
+    const qint64 size = ok ? value : std::numeric_limits<qint64>::max();
+    return Money{number.negativ ? -size : size};
+}
+
+QStringView ohneFuehrende(QStringView text) {
+    while (!text.isEmpty() && (text.front() == u' ' || text.front() == u'\t')) text = text.mid(1);
+    return text;
+}
+
+void ersetzeErstes(QString& text, QChar from, QChar to) {
+    if (const qsizetype at = text.indexOf(from); at >= 0) text[at] = to;
+}
+
+/// "0.00" of an amount, half away from zero.
+QString zweiStellen(Money amount) {
+    const bool negative = amount.tenThousandths < 0;
+    const auto raw = static_cast<quint64>(amount.tenThousandths);
+    const quint64 cents = ((negative ? 0 - raw : raw) + 50) / 100;
+    const QString text = QString::number(cents).rightJustified(3, u'0');
+    const QString sign = negative && cents != 0 ? QStringLiteral("-") : QString();
+    return sign + text.chopped(2) + u'.' + text.right(2);
+}
+
+}  // namespace
+
+double Wert(const QString& text) {
+    QStringView rest = ohneFuehrende(text);
+    const QStringView whole = rest;
+    if (!nehmeDezimal(rest, u'.')) return 0;
+    const double value = whole.chopped(rest.size()).toDouble();
+    constexpr double limit = std::numeric_limits<double>::max();
+    return std::clamp(value, -limit, limit) + 0.0;  // + 0.0: no minus zero
+}
+
+float Zahl_aus_Text(QString& text) {
+    ersetzeErstes(text, u',', u'.');
+    constexpr double limit = std::numeric_limits<float>::max();
+    return static_cast<float>(std::clamp(Wert(text), -limit, limit));
+}
+
+float Zahl_aus_Text(QString&& text) { return Zahl_aus_Text(text); }
+
+Money Betrag_aus_Text(QString& text) {
+    ersetzeErstes(text, u',', u'.');
+    QStringView rest = ohneFuehrende(text);
+    const auto number = nehmeDezimal(rest, u'.');
+    return number ? alsBetrag(*number) : Money{};
+}
+
+Money Betrag_aus_Text(QString&& text) { return Betrag_aus_Text(text); }
+
+std::optional<Money> Betrag_lesen(const QString& text) {
+    QString withComma = text;
+    ersetzeErstes(withComma, u'.', u',');
+    const auto number = numerisch(withComma);
+    return number ? std::optional(alsBetrag(*number)) : std::nullopt;
+}
+
+QString Zahl_formatieren(QString& wert, int decimals) {
+    if (wert.isEmpty()) wert = QStringLiteral("0");
+    ersetzeErstes(wert, u'.', u',');
+    return alsText(numerisch(wert).value_or(Dezimal{false, QStringLiteral("0"), 1}), std::max(decimals, 0));
+}
+
+QString Zahl_formatieren(QString&& wert, int decimals) { return Zahl_formatieren(wert, decimals); }
+
+QString Betrag_formatieren(int width, Money amount) {
+    return zweiStellen(amount).leftJustified(std::max(width, 0), u' ', true);
+}
+
+QString Betrag_als_Punkttext(Money amount) { return zweiStellen(amount); }
+
+QString Hochkomma_ersetzen(const QString& text) {
+    const QStringView trimmed = ohneBlanks(text);
+    QString result = trimmed.size() == text.size() ? text : trimmed.toString();
+    if (result.contains(u'\'')) result.replace(u'\'', u'`');
+    return result;
+}
+
+QString Hochkomma_ersetzen(const Value& value) {
+    if (const QString* text = std::get_if<QString>(&value.variant())) return Hochkomma_ersetzen(*text);
+    return Hochkomma_ersetzen(value.toText());
+}
+
+QString Text_links(const QString& text, int width) {
+    return ohneBlanks(text).toString().leftJustified(std::max(width, 0), u' ', true);
+}
+
+QString Text_rechts(const QString& text, int width) {
+    return ohneBlanks(text).toString().rightJustified(std::max(width, 0), u' ', true);
+}
+
+int Nur_Ziffern(int key) {
+    const bool pass = (key >= '0' && key <= '9') || key == '*' || (key >= 8 && key <= 10) || key == 13;
+    return pass ? key : 0;
+}
+
+int Nur_Zahlzeichen(int key) { return key == '.' || key == ',' || key == '-' ? key : Nur_Ziffern(key); }
+
+bool Ordner_existiert(const QString& path) { return !path.isEmpty() && QDir(path).exists(); }
+
+}  // namespace koben

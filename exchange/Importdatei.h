@@ -1,0 +1,43 @@
+#pragma once
+// A semicolon-separated text file from a spreadsheet or another database, read whole and checked before anything else
+// is done with it.
+#include <QString>
+#include <QStringList>
+
+namespace koben {
+
+/// Lines and fields of a CSV file. The code page (UTF-8 with or without mark, else Windows-1252) and the line ends
+/// (CR LF, LF, CR) are recognised. A text in quotation marks may hold semicolons; doubled marks stand for one.
+class Importdatei {
+public:
+    static constexpr int spalten = 13;  ///< columns that are taken
+
+    /// Reads the file. Where it cannot be taken for a CSV file, fehler() says why and there are no lines.
+    static Importdatei lesen(const QString& path);
+
+    /// "" or the reason (German, for the user): problem, cause, remedy.
+    const QString& fehler() const { return m_fehler; }
+    /// The first lines as they stand, until `limit` characters are reached.
+    QString vorschau(int limit) const;
+    /// The heads: exactly `spalten` fields, "" where the file has fewer.
+    QStringList kopf() const;
+
+    /// Goes back before the first line of data.
+    void zurueck();
+    /// Next line of data as at least `spalten` fields; false behind the last. Lines without any content are passed
+    /// over.
+    bool naechste(QStringList& felder);
+
+private:
+    QStringView zeile(qsizetype& at) const;
+    QString pruefen() const;
+
+    QString m_text;
+    qsizetype m_at = 0;
+    QString m_fehler;
+};
+
+/// Splits a line at its semicolons, with `Importdatei::spalten` - 1 empty fields behind.
+QStringList CSV_trennen(QStringView zeile);
+
+}  // namespace koben

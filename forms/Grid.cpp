@@ -1,0 +1,355 @@
+#include "forms/Grid.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "core/PZ_Koben_Subs.h"
+#include "forms/Form.h"
+#include "store/Collation.h"
+
+namespace koben {
+
+namespace {
+
+bool isNumber(Type type) { return type != Type::Text && type != Type::Date && type != Type::Null && type != Type::Bool; }
+
+qint64 changedKey(int source, int column) { return static_cast<qint64>(source) << 12 | column; }
+
+/// A cell's number with a decimal comma and thousands points; texts that are none sort before all numbers.
+double cellNumber(QString text) {
+    text.remove(u'.').replace(u',', u'.');
+    bool ok = false;
+    const double number = text.trimmed().toDouble(&ok);
+    return ok ? number : -1e300;
+}
+
+int compareDates(const QString& a, const QString& b) {
+    return QString::compare(Datum_als_Text(QString(a)), Datum_als_Text(QString(b)));
+}
+
+}  // namespace
+
+void Grid::clear() {
+    m_columns.clear();
+    m_sortColumn = m_sortDirection = 0;
+    clearRows();
+    notify(Aspect::Columns);
+}
+
+void Grid::addColumn(const Column& column) {
+    m_columns.push_back(column);
+    notify(Aspect::Columns);
+}
+
+int Grid::columnOf(QStringView key) const {
+    for (size_t i = 0; i < m_columns.size(); ++i)
+        if (key.compare(m_columns[i].key, Qt::CaseInsensitive) == 0) return static_cast<int>(i + 1);
+    return 0;
+}
+
+void Grid::clearRows() {
+    m_table = Table();
+    m_bound = false;
+    m_cells.clear();
+    resetRows(0);
+}
+
+void Grid::resetRows(int count) {
+    m_changed.clear();
+    m_order.resize(static_cast<size_t>(count));
+    std::iota(m_order.begin(), m_order.end(), 0);
+    m_marks.assign(static_cast<size_t>(count), false);
+    m_row = 0;
+    notify(Aspect::Rows);
+}
+
+void Grid::addRow(const QString& tabSeparated) { insertRow(rowCount() + 1, tabSeparated); }
+
+void Grid::unbind() {
+    if (!m_bound) return;
+    m_cells.reserve(m_marks.size());
+    for (int source = 0; source < m_table.rowCount(); ++source) {
+        QStringList cells;
+        for (int column = 1; column <= columnCount(); ++column) cells += sourceText(source, column);
+        m_cells.push_back(cells);
+    }
+    m_changed.clear();
+    m_table = Table();
+    m_bound = false;
+}
+
+void Grid::insertRow(int row, const QString& tabSeparated) {
+    unbind();
+    m_cells.push_back(tabSeparated.split(u'\t'));
+    m_marks.push_back(false);
+    m_order.insert(m_order.begin() + (row - 1), static_cast<int>(m_cells.size()) - 1);
+    if (m_row >= row) ++m_row;
+    notify(Aspect::Rows);
+}
+
+void Grid::setRowCells(int row, const QStringList& cells) {
+    unbind();
+    m_cells.at(static_cast<size_t>(m_order.at(static_cast<size_t>(row - 1)))) = cells;
+    notify(Aspect::Rows);
+}
+
+void Grid::bind(const Table& table) {
+    const bool keepColumns = [&] {
+        if (m_columns.empty()) return false;
+        return std::all_of(m_columns.begin(), m_columns.end(),
+                           [&](const Column& c) { return table.columnOf(c.key) >= 0; });
+    }();
+    if (!keepColumns) {
+        m_columns.clear();
+        for (int f = 0; f < table.columnCount(); ++f) {
+            const Field& field = table.field(f);
+            m_columns.push_back({.key = field.name, .title = field.name});
+        }
+        m_sortColumn = m_sortDirection = 0;
+    }
+    m_fieldOf.clear();
+    for (Column& column : m_columns) {
+        const int f = table.columnOf(column.key);
+        m_fieldOf.push_back(f);
+        const Type type = table.field(f).type;
+        if (type == Type::Date) column.sort = Sort::Date;
+        if (isNumber(type)) column.sort = Sort::Number, column.align = Align::Right;
+    }
+    m_cells.clear();
+    m_table = table;
+    m_bound = true;
+    notify(Aspect::Columns);
+    resetRows(table.rowCount());
+}
+
+void Grid::share(const Grid& source, const QStringList& keys) {
+    m_columns.clear();
+    m_fieldOf.clear();
+    for (const QString& key : keys) {
+        const int column = source.columnOf(key);
+        if (column == 0) continue;
+        m_columns.push_back(source.column(column));
+        m_columns.back().width = 0;
+        m_fieldOf.push_back(source.m_fieldOf[static_cast<size_t>(column - 1)]);
+    }
+    m_cells.clear();
+    m_changed.clear();
+    m_table = source.m_table;
+    m_bound = true;
+    m_order = source.m_order;
+    m_marks = source.m_marks;
+    m_row = source.m_row;
+    m_sortColumn = m_sortDirection = 0;
+    notify(Aspect::Columns);
+    notify(Aspect::Rows);
+    notify(Aspect::Row);
+    notify(Aspect::Marks);
+}
+
+QString Grid::sourceText(int source, int column) const {
+    if (!m_bound) {
+        const QStringList& cells = m_cells[static_cast<size_t>(source)];
+        return column <= cells.size() ? cells[column - 1] : QString();
+    }
+    if (!m_changed.isEmpty()) {
+        const auto changed = m_changed.constFind(changedKey(source, column));
+        if (changed != m_changed.constEnd()) return *changed;
+    }
+    return m_table.text(source, m_fieldOf[static_cast<size_t>(column - 1)]);
+}
+
+QString Grid::cell(int row, int column) const {
+    if (row < 1 || row > rowCount() || column < 1 || column > columnCount()) return {};
+    return sourceText(m_order[static_cast<size_t>(row - 1)], column);
+}
+
+QString Grid::cell(int row, QStringView key) const { return cell(row, columnOf(key)); }
+
+Value Grid::value(int row, int column) const {
+    if (row < 1 || row > rowCount() || column < 1 || column > columnCount()) return {};
+    if (!m_bound) return Value(cell(row, column));
+    return m_table.value(m_order[static_cast<size_t>(row - 1)], m_fieldOf[static_cast<size_t>(column - 1)]);
+}
+
+Value Grid::value(int row, QStringView key) const { return value(row, columnOf(key)); }
+
+qint64 Grid::integer(int row, int column) const {
+    if (row < 1 || row > rowCount() || column < 1 || column > columnCount()) return 0;
+    if (!m_bound) return cell(row, column).toLongLong();
+    return m_table.integer(m_order[static_cast<size_t>(row - 1)], m_fieldOf[static_cast<size_t>(column - 1)]);
+}
+
+void Grid::setCell(int row, int column, const QString& text) {
+    const int source = m_order.at(static_cast<size_t>(row - 1));
+    if (m_bound) {
+        m_changed.insert(changedKey(source, column), text);
+    } else {
+        QStringList& cells = m_cells[static_cast<size_t>(source)];
+        while (cells.size() < column) cells.append(QString());
+        cells[column - 1] = text;
+    }
+    notify(Aspect::Rows);
+}
+
+void Grid::removeRow(int row) {
+    if (row < 1 || row > rowCount()) return;
+    const bool wasCurrent = row == m_row;
+    m_order.erase(m_order.begin() + (row - 1));
+    if (m_row > row) --m_row;  // the current record stays current
+    notify(Aspect::Rows);
+    if (wasCurrent) setRow(std::min(row, rowCount()));
+}
+
+void Grid::setRow(int row) {
+    if (multi) {
+        m_marks.assign(m_marks.size(), false);
+        if (row >= 1 && row <= rowCount()) m_marks[static_cast<size_t>(m_order[static_cast<size_t>(row - 1)])] = true;
+    }
+    setRowKeepingMarks(row);
+    if (multi) notify(Aspect::Marks);
+}
+
+void Grid::setRowKeepingMarks(int row) {
+    m_row = row < 1 || row > rowCount() ? 0 : row;
+    notify(Aspect::Row);
+}
+
+bool Grid::marked(int row) const {
+    return row >= 1 && row <= rowCount() && m_marks[static_cast<size_t>(m_order[static_cast<size_t>(row - 1)])];
+}
+
+void Grid::setMarked(int row, bool on) {
+    if (!multi || row < 1 || row > rowCount()) return;
+    m_marks[static_cast<size_t>(m_order[static_cast<size_t>(row - 1)])] = on;
+    notify(Aspect::Marks);
+}
+
+void Grid::clearMarks() {
+    m_marks.assign(m_marks.size(), false);
+    notify(Aspect::Marks);
+}
+
+int Grid::markedCount() const {
+    return static_cast<int>(
+        std::count_if(m_order.begin(), m_order.end(), [&](int source) { return m_marks[static_cast<size_t>(source)]; }));
+}
+
+std::vector<int> Grid::markedRows() const {
+    std::vector<int> rows;
+    for (int row = 1; row <= rowCount(); ++row)
+        if (marked(row)) rows.push_back(row);
+    return rows;
+}
+
+int Grid::compare(int a, int b, int column) const {
+    if (m_bound && m_changed.isEmpty()) return m_table.compare(a, b, m_fieldOf[static_cast<size_t>(column - 1)]);
+    const QString left = sourceText(a, column), right = sourceText(b, column);
+    switch (m_columns[static_cast<size_t>(column - 1)].sort) {
+        case Sort::Date: return compareDates(left, right);
+        case Sort::Number: {
+            const double x = cellNumber(left), y = cellNumber(right);
+            return x < y ? -1 : x > y;
+        }
+        case Sort::Text: break;
+    }
+    return compareTexts(left, right);
+}
+
+void Grid::sortBy(const QString& keys) {
+    std::vector<int> columns;
+    for (const QString& key : keys.split(u','))
+        if (const int column = columnOf(QStringView(key).trimmed())) columns.push_back(column);
+    const int current = m_row > 0 ? m_order[static_cast<size_t>(m_row - 1)] : -1;
+    std::stable_sort(m_order.begin(), m_order.end(), [&](int a, int b) {
+        for (int column : columns)
+            if (const int order = compare(a, b, column)) return order < 0;
+        return false;
+    });
+    if (current >= 0) m_row = static_cast<int>(std::find(m_order.begin(), m_order.end(), current) - m_order.begin()) + 1;
+    notify(Aspect::Rows);
+}
+
+void Grid::sort(int column, int direction) {
+    if (column < 1 || column > columnCount() || (direction != 1 && direction != 2)) return;
+    const int current = m_row > 0 ? m_order[static_cast<size_t>(m_row - 1)] : -1;
+    std::stable_sort(m_order.begin(), m_order.end(), [&](int a, int b) {
+        const int order = compare(a, b, column);
+        return direction == 1 ? order < 0 : order > 0;
+    });
+    m_sortColumn = column;
+    m_sortDirection = direction;
+    if (current >= 0) m_row = static_cast<int>(std::find(m_order.begin(), m_order.end(), current) - m_order.begin()) + 1;
+    notify(Aspect::Columns);
+    notify(Aspect::Rows);
+}
+
+int Grid::findLike(QStringView key, const QString& pattern) const {
+    const int column = columnOf(key);
+    if (column == 0) return 0;
+    for (int row = 1; row <= rowCount(); ++row)
+        if (likeText(cell(row, column), pattern)) return row;
+    return 0;
+}
+
+int Grid::findText(QStringView key, const QString& text) const {
+    const int column = columnOf(key);
+    if (column == 0) return 0;
+    for (int row = 1; row <= rowCount(); ++row)
+        if (equalTexts(cell(row, column), text)) return row;
+    return 0;
+}
+
+void Grid::choose(int row) {
+    setRow(row);
+    act(onRowChange);
+}
+
+void Grid::mark(const std::vector<int>& rows) {
+    if (!multi) return;
+    m_marks.assign(m_marks.size(), false);
+    for (int row : rows)
+        if (row >= 1 && row <= rowCount()) m_marks[static_cast<size_t>(m_order[static_cast<size_t>(row - 1)])] = true;
+    notify(Aspect::Marks);
+}
+
+void Grid::click() { act(onClick); }
+void Grid::doubleClick() { act(onDoubleClick); }
+void Grid::rightClick() { act(onRightClick); }
+
+void Grid::sortByUser(int column, int direction) {
+    sort(column, direction);
+    act([&] {
+        if (onSorted) onSorted(column);
+    });
+}
+
+void Grid::resizeByUser(int column, int width) {
+    if (column < 1 || column > columnCount()) return;
+    this->column(column).width = width;
+    act([&] {
+        if (onResized) onResized(column);
+    });
+}
+
+bool Grid::editByUser(int row, int column, const QString& text) {
+    if (!canEdit || !canEdit(row, column)) return false;
+    setCell(row, column, text);
+    act([&] {
+        if (onEdited) onEdited(row, column, text);
+    });
+    return true;
+}
+
+bool Grid::key(Key key) {
+    if (key == Key::Delete && onDelete) {
+        act(onDelete);
+        return true;
+    }
+    if (key == Key::Enter && onDoubleClick && !onKey) {
+        act(onDoubleClick);
+        return true;
+    }
+    return Control::key(key);
+}
+
+}  // namespace koben

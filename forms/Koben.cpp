@@ -1,0 +1,90 @@
+#include "forms/Koben.h"
+
+#include "core/PZ_Koben_Subs.h"
+#include "forms/Form.h"
+
+namespace koben {
+
+std::unique_ptr<Form> Catalogue::make(const QString& name, Koben& koben) const {
+    const auto maker = m_makers.find(name);
+    return maker == m_makers.end() ? nullptr : maker->second(koben);
+}
+
+Koben::Koben(Screens& screens_, Platform& platform_, const Catalogue& catalogue_)
+    : screens(screens_), platform(platform_), catalogue(catalogue_), workspace([this] { return platform.now(); }) {}
+
+Koben::~Koben() = default;
+
+void Koben::open(const QString& name) {
+    if (const auto form = catalogue.make(name, *this)) run(*form);
+}
+
+void Koben::run(Form& form) {
+    struct Level {
+        Koben& koben;
+        Form& form;
+        Level(Koben& k, Form& f) : koben(k), form(f) {
+            koben.m_stack.push_back(&form);
+            koben.screens.opened(form);
+        }
+        ~Level() {
+            koben.screens.closed(form);
+            koben.m_stack.pop_back();
+        }
+    };
+    {
+        const Level level(*this, form);
+        {
+            const WaitCursor wait(*this);
+            form.Load();
+        }
+        if (!form.closed()) form.activate();
+        if (!form.closed()) screens.run(form);
+    }
+    if (Form* behind = front()) behind->activateLater();
+}
+
+void Koben::end() {
+    ended = true;
+    for (auto form = m_stack.rbegin(); form != m_stack.rend(); ++form) (*form)->close();
+}
+
+void Koben::Quittungston() {
+    if (Konfig_Zahl[Zahl::TonAus] == 0) screens.tone(1000, 15);
+}
+
+bool Koben::Loeschen_bestaetigen() {
+    return Konfig_Zahl[Zahl::LoeschenBestaetigen] != 1 ||
+           yesNo(QStringLiteral("Soll der markierte Datensatz wirklich unwiederbringlich gelöscht werden?"), true);
+}
+
+void Koben::Tier_weiterschalten(int direction) {
+    if (!herdList || herdList->herd().rowCount() == 0) return;
+    Grid& list = herdList->herd();
+    int row = list.row() + (direction == 0 ? -1 : 1);
+    if (row < 1) row = list.rowCount();
+    if (row > list.rowCount()) row = 1;
+    list.setRow(row);
+}
+
+void Koben::restoreWidths(Grid& grid, const QString& section) {
+    const QString saved = platform.userSetting(section, QStringLiteral("ColWidths"));
+    for (const QString& entry : saved.split(u';', Qt::SkipEmptyParts)) {
+        const auto at = entry.lastIndexOf(u'=');
+        const int column = at < 0 ? 0 : grid.columnOf(QStringView(entry).left(at));
+        if (column > 0) grid.column(column).width = entry.mid(at + 1).toInt();
+    }
+    grid.columnsChanged();
+}
+
+void Koben::saveWidths(const Grid& grid, const QString& section) {
+    QStringList widths;
+    for (int c = 1; c <= grid.columnCount(); ++c)
+        if (grid.column(c).width > 0)
+            widths.append(QStringLiteral("%1=%2").arg(grid.column(c).key).arg(grid.column(c).width));
+    platform.setUserSetting(section, QStringLiteral("ColWidths"), widths.join(u';'));
+}
+
+QString Koben::clockToday() const { return Datum_als_Anzeige(platform.now().date()); }
+
+}  // namespace koben

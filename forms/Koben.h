@@ -1,0 +1,91 @@
+#pragma once
+// The context of a run, handed to every form: shared variables, database, ports, and the way to other forms.
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "core/Variablen.h"
+#include "forms/Ports.h"
+
+namespace koben {
+
+struct Koben;
+class Form;
+class Grid;
+
+/// How forms are made, by name. Forms open each other through it, so none includes another's folder.
+class Catalogue {
+public:
+    using Maker = std::function<std::unique_ptr<Form>(Koben&)>;
+    template <class F>
+    void add(const QString& name) {
+        m_makers[name] = [](Koben& koben) { return std::make_unique<F>(koben); };
+    }
+    bool has(const QString& name) const { return m_makers.contains(name); }
+    std::unique_ptr<Form> make(const QString& name, Koben& koben) const;
+
+private:
+    std::map<QString, Maker> m_makers;
+};
+
+/// What other forms may ask of the main form.
+class HerdList {
+public:
+    virtual ~HerdList() = default;
+    virtual Grid& herd() = 0;               ///< datali
+    virtual void datenschweinelesen() = 0;  ///< loads the list anew
+};
+
+struct Koben : Variablen {
+    Koben(Screens& screens, Platform& platform, const Catalogue& catalogue);
+    ~Koben();
+
+    Screens& screens;
+    Platform& platform;
+    const Catalogue& catalogue;
+    Workspace workspace;
+    HerdList* herdList = nullptr;
+    bool ended = false;  ///< the program is ending: every open form closes
+
+    /// Opens a form modally and returns once it has closed. A name without a screen does nothing.
+    void open(const QString& name);
+    /// Runs a form already made.
+    void run(Form& form);
+    Form* front() const { return m_stack.empty() ? nullptr : m_stack.back(); }
+    const std::vector<Form*>& stack() const { return m_stack; }
+    /// Ends the program at once: all forms close without their closing steps.
+    void end();
+
+    /// A new connection of a form's own.
+    Database connect() { return workspace.open(Datenbankpfad); }
+
+    void message(const QString& text) { screens.message(text); }
+    bool yesNo(const QString& text, bool noIsDefault = false) { return screens.yesNo(text, noIsDefault); }
+    /// The tone that confirms a save, unless it is switched off.
+    void Quittungston();
+    /// True to go on with a deletion; asks only where the settings want it.
+    bool Loeschen_bestaetigen();
+    /// Moves the herd list's current row: 0 up, 1 down, wrapping at the ends.
+    void Tier_weiterschalten(int direction);
+    /// Keeps and restores the column widths of a list in the user's settings.
+    void restoreWidths(Grid& grid, const QString& section);
+    void saveWidths(const Grid& grid, const QString& section);
+    QString clockToday() const;  ///< dd.mm.yyyy of the machine's clock
+
+private:
+    std::vector<Form*> m_stack;
+};
+
+/// Shows the wait cursor while it lives.
+class WaitCursor {
+public:
+    explicit WaitCursor(Koben& koben) : m_screens(koben.screens) { m_screens.waitCursor(true); }
+    ~WaitCursor() { m_screens.waitCursor(false); }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+
+private:
+    Screens& m_screens;
+};
+
+}  // namespace koben

@@ -1,0 +1,83 @@
+#pragma once
+// The two ports through which forms reach the world: what the user sees, and what the machine does. The window, the
+// script runner and the tests bring their own.
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+#include <memory>
+#include <optional>
+
+namespace koben {
+
+class Form;
+
+/// What the user sees beside the forms themselves.
+class Screens {
+public:
+    virtual ~Screens() = default;
+    virtual void message(const QString& text) = 0;
+    /// A question with Yes and No.
+    virtual bool yesNo(const QString& text, bool noIsDefault = false) = 0;
+    /// A question with OK and Cancel.
+    virtual bool okCancel(const QString& text) = 0;
+    /// An input box; "" where nothing was entered or it was cancelled.
+    virtual QString input(const QString& prompt, const QString& preset = {}) = 0;
+    /// A file to open; filter as "CSV-Dateien|*.CSV|Alle Dateien|*.*". "" for no choice.
+    virtual QString openFile(const QString& filter) = 0;
+    virtual QString saveFile(const QString& filter, const QString& preset) = 0;
+    virtual QString folder(const QString& prompt) = 0;
+
+    /// A form begins (before its load); run() shows it and returns once it is closed; closing() comes at the moment at
+    /// which it closes, while the handler that closed it may still go on; closed() when it is about to be destroyed.
+    virtual void opened(Form& form) = 0;
+    virtual void run(Form& form) = 0;
+    virtual void closing(Form&) {}
+    virtual void closed(Form& form) = 0;
+
+    virtual void waitCursor(bool on) = 0;
+    virtual void tone(int hertz, int milliseconds) = 0;
+    /// Lets progress be painted during long work; takes no input but a cancel.
+    virtual void breathe() = 0;
+};
+
+/// A document on its way to a printer.
+class PrintJob {
+public:
+    virtual ~PrintJob() = default;
+    virtual void setFont(const QString& name) = 0;
+    virtual void setSize(double points) = 0;
+    virtual void setBold(bool on) = 0;
+    virtual void setItalic(bool on) = 0;
+    /// A piece of a line, which the next line() ends; the font may change from piece to piece. A printer that only
+    /// knows whole lines prints each piece as one.
+    virtual void text(const QString& piece) { line(piece); }
+    virtual void line(const QString& text) = 0;
+    virtual void newPage() = 0;
+    virtual void end() = 0;  ///< without it nothing is printed
+};
+
+/// What the machine does.
+class Platform {
+public:
+    virtual ~Platform() = default;
+    virtual QDateTime now() = 0;
+    virtual QStringList printers() = 0;
+    virtual QStringList fonts() = 0;
+    /// A job on a printer by name ("" the standard one); nothing where it cannot begin.
+    virtual std::unique_ptr<PrintJob> print(const QString& printer, bool landscape) = 0;
+    /// Hands a file or address to the system; false where nothing takes it.
+    virtual bool open(const QString& fileOrAddress) = 0;
+    virtual bool start(const QString& command) = 0;
+    /// Reads an address; nothing without a connection.
+    virtual std::optional<QByteArray> httpGet(const QString& path) = 0;
+    /// The user's own settings (column widths, window places): application "KOBEN", a section, a key.
+    virtual QString userSetting(const QString& section, const QString& key) = 0;
+    virtual void setUserSetting(const QString& section, const QString& key, const QString& value) = 0;
+    virtual QString programFolder() = 0;  ///< folder of the program's shipped files
+    virtual QString dataFolder() = 0;     ///< where the data belong on this machine
+    /// Takes the data folder for this process; false where another instance holds it.
+    virtual bool lockDataFolder(const QString& folder) = 0;
+};
+
+}  // namespace koben

@@ -1,0 +1,220 @@
+#include "forms/Stammdaten.h"
+
+#include <algorithm>
+
+#include "core/PZ_Koben_Subs.h"
+
+namespace koben {
+
+namespace {
+
+constexpr int LeastWidth = 25;  // pixels; a narrower column would be lost to the mouse
+
+}  // namespace
+
+void Liste_uebergeben(Koben& koben, const Grid& gridli) {
+    const QString path = koben.Datenordner + QStringLiteral("gridli.txt");
+    if (gridli.save(path))
+        koben.open(QStringLiteral("PA_Zwischenliste"));
+    else
+        koben.message(
+            QStringLiteral("Die Liste kann nicht ausgegeben werden, weil die Datei %1 nicht geschrieben werden "
+                           "kann. Bitte prüfen Sie, ob im Datenordner genügend Platz und das Schreiben "
+                           "erlaubt ist.")
+                .arg(path));
+}
+
+// ---------------------------------------------------------------------------------------------------- the list
+
+Stammdatenliste::Stammdatenliste(Koben& koben_, const QString& name, const QString& caption, const Stammdatenart& kind,
+                                 std::initializer_list<const char*> titles)
+    : Form(koben_, name, caption), m_kind(kind), konlist(*this, QStringLiteral("konlist"), titles) {
+    int field = 0;
+    for (const char* title : titles)
+        li.addColumn({.key = m_kind.fields.at(field++), .title = QString::fromUtf8(title)});
+    li.addColumn({.key = QStringLiteral("ID"), .title = QStringLiteral("ID"), .technical = true});
+    gridli.setVisible(false);
+    if (m_kind.frame.isEmpty()) {
+        for (auto& box : konlist) box->setVisible(false);
+        for (int entry : {4, 5}) popzeile[entry].setVisible(false);
+        rahmenlist.setVisible(false);
+        listen.setVisible(false);
+    }
+    helpTopic = this->name();
+    cancelButton = &cmdschließen;
+    connectHandlers();
+}
+
+void Stammdatenliste::connectHandlers() {
+    neu.onClick = popzeile[0].onClick = [this] { neu_Click(); };
+    ändern.onClick = popzeile[1].onClick = li.onDoubleClick = [this] { ändern_Click(); };
+    löschen.onClick = popzeile[3].onClick = li.onDelete = [this] { löschen_Click(); };
+    listen.onClick = popzeile[5].onClick = [this] { listen_Click(); };
+    li.onResized = [this](int column) { li_Resized(column); };
+    cmdschließen.onClick = [this] {
+        m_db.close();
+        close();
+    };
+}
+
+void Stammdatenliste::Load() {
+    m_db = koben.connect();
+    koben.restoreWidths(li, name().toLower());
+}
+
+void Stammdatenliste::Activate() {
+    refresh();
+    if (m_kind.lastRowCurrent) li.setRow(li.rowCount());
+}
+
+void Stammdatenliste::refresh() {
+    const qint64 current = li.value(li.row(), u"ID").toInt();
+    li.bind(m_db.table(QStringLiteral("select * from %1 order by %2").arg(m_kind.table, m_kind.order)));
+    if (li.sortColumn() > 0) li.sort(li.sortColumn(), li.sortDirection());
+    for (int row = 1; current != 0 && row <= li.rowCount(); ++row)
+        if (li.value(row, u"ID").toInt() == current) return li.setRow(row);
+}
+
+void Stammdatenliste::step(int direction) {
+    if (li.rowCount() == 0) return;
+    const int row = li.row() + direction;
+    li.setRow(row < 1 ? li.rowCount() : row > li.rowCount() ? 1 : row);
+}
+
+void Stammdatenliste::neu_Click() {
+    koben.Buchungsmodus = QStringLiteral("Neu");
+    koben.open(m_kind.entry);
+}
+
+void Stammdatenliste::ändern_Click() {
+    if (li.row() == 0)
+        return koben.message(QStringLiteral("Bitte markieren Sie zuerst den Datensatz, den Sie ändern möchten."));
+    koben.Buchungsmodus = QStringLiteral("Ändern");
+    koben.open(m_kind.entry);
+}
+
+void Stammdatenliste::löschen_Click() {
+    if (li.row() == 0) return koben.message(m_kind.nothingToDelete);
+    if (!koben.Loeschen_bestaetigen()) return;
+    const qint64 id = li.value(li.row(), u"ID").toInt();
+    Transaction action(m_db);
+    m_db.execute(QStringLiteral("delete from %1 where ID = %2").arg(m_kind.table).arg(id));
+    action.commit();
+    li.removeRow(li.row());
+}
+
+void Stammdatenliste::listen_Click() {
+    const auto ticked = [](const auto& box) { return box->checked(); };
+    if (std::none_of(konlist.begin(), konlist.end(), ticked))
+        for (auto& box : konlist) box->setChecked(true);
+    if (li.rowCount() == 0) return koben.message(QStringLiteral("Keine zu listenden Daten gefunden"));
+    gridli.clear();
+    for (int c = 1; c <= konlist.count(); ++c)
+        if (konlist[c - 1].checked()) gridli.addColumn(li.column(c));
+    for (int row = 1; row <= li.rowCount(); ++row) {
+        QStringList cells;
+        for (int c = 1; c <= konlist.count(); ++c)
+            if (konlist[c - 1].checked()) cells.append(li.cell(row, c));
+        gridli.addRow(cells.join(u'\t'));
+    }
+    Liste_uebergeben(koben, gridli);
+}
+
+void Stammdatenliste::li_Resized(int column) {
+    li.column(column).width = std::max(li.column(column).width, LeastWidth);
+    li.columnsChanged();
+    koben.saveWidths(li, name().toLower());
+}
+
+// --------------------------------------------------------------------------------------------- the entry screen
+
+Stammdateneingabe::Stammdateneingabe(Koben& koben_, const QString& name, const QString& caption, const char* nameLabel)
+    : Form(koben_, name, caption), beschriftung(*this, QStringLiteral("beschriftung"), QString::fromUtf8(nameLabel)) {
+    t.maxLength = 20;  // the width of the name in all tables of this shape
+    t.setHint(beschriftung.text());
+    t.onLostFocus = [this] { t.setText(t.text().trimmed()); };
+    for (int i = 0; i < ok.count(); ++i) ok[i].onClick = [this, i] { ok_Click(i); };
+    abbrechen.onClick = [this] { abbrechen_Click(); };
+    helpTopic = this->name();
+    acceptButton = &ok[0];
+    cancelButton = &abbrechen;
+}
+
+void Stammdateneingabe::Findings::add(Control& field, const QString& line) {
+    m_lines.append(line);
+    if (!m_first) m_first = &field;
+}
+
+void Stammdateneingabe::Load() {
+    const auto& open = koben.stack();
+    if (open.size() > 1) m_list = dynamic_cast<Stammdatenliste*>(open[open.size() - 2]);
+    if (!m_list) return close();
+    m_db = koben.connect();
+    prepare();
+    ok[1].setVisible(!adding());
+    ok[2].setVisible(!adding());
+}
+
+void Stammdateneingabe::Activate() {
+    if (adding())
+        showDefaults();
+    else
+        showRow();
+    t.setFocus();
+}
+
+bool Stammdateneingabe::adding() const { return koben.Buchungsmodus != u"Ändern"; }
+
+Value Stammdateneingabe::row(QStringView field) const { return m_list->li.value(m_list->li.row(), field); }
+
+QString Stammdateneingabe::rowText(QStringView field) const { return Hochkomma_ersetzen(row(field)); }
+
+QString Stammdateneingabe::exceptThisRow() const {
+    return adding() ? QString() : QStringLiteral(" and ID <> %1").arg(rowId());
+}
+
+bool Stammdateneingabe::exists(const QString& select) const { return m_db.open(select).recordCount() != 0; }
+
+void Stammdateneingabe::stepField(TextBox& field, int by, int least, int most) {
+    const double value = std::clamp(Wert(field.text()) + by, double(least), double(most));
+    field.setText(QString::number(static_cast<int>(value)));
+}
+
+void Stammdateneingabe::ok_Click(int index) {
+    Findings findings;
+    check(findings);
+    if (!findings.empty()) {
+        koben.message(QStringLiteral("Die Eingabe kann nicht übernommen werden, weil...") + Crlf + Crlf +
+                      findings.m_lines.join(Crlf));
+        return findings.m_first->setFocus();
+    }
+    store();
+    m_list->refresh();
+    stored();
+    if (!adding() && index > 0) m_list->step(index == 1 ? -1 : 1);
+    if (index == 0)
+        abbrechen_Click();
+    else
+        Activate();
+    koben.Quittungston();
+}
+
+void Stammdateneingabe::store() {
+    const QString& table = m_list->kind().table;
+    Transaction action(m_db);
+    Recordset rows = m_db.open(QStringLiteral("select * from %1 where ID = %2").arg(table).arg(adding() ? 0 : rowId()));
+    if (adding())
+        rows.addNew();
+    else
+        rows.edit();
+    write(rows);
+    rows.update();
+    action.commit();
+}
+
+void Stammdateneingabe::abbrechen_Click() {
+    m_db.close();
+    close();
+}
+
+}  // namespace koben

@@ -1,0 +1,109 @@
+#pragma once
+// The main form: the herd list with its filters, search, counters and animal panel, and the doors to all other forms.
+#include <map>
+
+#include "forms/Form.h"
+#include "forms/Koben.h"
+
+namespace koben {
+
+struct MenuRow;
+
+class PA_Koben final : public Form, public HerdList {
+public:
+    explicit PA_Koben(Koben& koben);
+    ~PA_Koben() override;
+
+    OptionGroup optianzeige{*this, "optianzeige", {"Alle Tiere", "Sauen", "Eber", "Masttiere", "Absetzferkel"}};
+    OptionGroup optiverkauft{*this, "optiverkauft", {"Bestand", "Abgang", "Alles"}};
+    Label Label2{*this, "Label2", "Anzeige Sauen---"};
+    OptionGroup optisauen{*this, "optisauen", {"Alle", "Belegt", "Tragend", "Säugend", "Güst", "Nicht tragend"}};
+    Label Label1{*this, "Label1", "Suche Saunr---"};
+    TextBox t{*this, "t"};
+    Grid datali{*this, "datali", true};
+    Button cmdok{*this, "cmdok", "Tierdaten &anzeigen"};
+    ControlArray<Button> abwaerts{*this, "abwaerts", {"Nächstes Tier", "Vorheriges Tier"}};
+    Button comdrucken{*this, "comdrucken", "Tierdaten drucken"};
+    Button linksrechts{*this, "linksrechts", "Textfeldbreite ändern"};
+    TextBox Text1{*this, "Text1"};
+    Label bezstati{*this, "bezstati"};
+
+    /// The menu bar's menus and entries, the toolbar's buttons by key, and the context menu.
+    const std::vector<MenuEntry*>& menuBar() const { return m_menuBar; }
+    const std::vector<Button*>& toolBar() const { return m_toolBar; }
+    MenuEntry popupliste{*this, "popupliste", "Tier"};
+    ControlArray<MenuEntry> popzeile{*this,
+                                     "popzeile",
+                                     {"&Neu", "&Ändern", "&Löschen", "-", "Belegung", "Trächtigkeitsfeststellung",
+                                      "Ferkelung", "Absetzung", "Verschiebung", "Verluste", "Ferkelverkauf",
+                                      "Behandlung"}};
+
+    /// Set by the window: lays list and panel out anew by Konfig_Zahl(58).
+    std::function<void()> layoutChanged;
+
+    Grid& herd() override { return datali; }
+    void datenschweinelesen() override;
+    void closeBox() override;
+
+private:
+    struct Action {
+        QString form;                   // form to open, "" for a handler
+        std::function<void()> handler;  // instead of a form
+        QString mode;                   // Buchungsmodus to set before
+        int kind = -1;                  // Buchungsart_Nr to set before
+        bool cycleAfter = false;        // the form may have changed the cycle
+        bool available = true;          // its screen exists
+        bool allowed = true;            // by the state of the list
+    };
+
+    void Load() override;
+    void Activate() override;
+
+    // start and end
+    bool Landeseinstellungen_pruefen();
+    void Drucker_pruefen();
+    void Datenordner_suchen();
+    void Datenbank_oeffnen();
+    void Einstellungen_lesen();
+    void Erststart_hinweisen();
+    void beenden();
+    void Datensicherung_erinnern();
+
+    // list
+    QString listQuery() const;
+    void zaehlen();
+    void Filter_korrigieren();
+    void Menue_Zustand_setzen();
+    void Menues_sperren(bool on);
+    void Tierdaten_ausgeben();
+    QString Tierdaten_text();
+    QString Buchungen_text(qint64 id);
+    void t_Change();
+    void comdrucken_Click();
+    void abwaerts_Click(int index);
+    void linksrechts_Click();
+
+    // menu
+    void buildMenu();
+    void buildToolBar();
+    void buildContextMenu();
+    void run(const QString& entry);
+    void popzeile_Click(int index);
+    void allow(std::initializer_list<const char*> entries, bool on);
+    void showStates();
+    void Tier_loeschen();
+    void Datenbank_komprimieren();
+
+    Database m_db;
+    std::vector<std::unique_ptr<MenuEntry>> m_menus;
+    std::vector<std::unique_ptr<Button>> m_buttons;
+    std::vector<MenuEntry*> m_menuBar;
+    std::vector<Button*> m_toolBar;
+    std::map<QString, Action> m_actions;      // by entry
+    std::map<QString, QString> m_toolAction;  // toolbar key -> entry
+    bool m_locked = false;
+    bool m_started = false;
+    bool m_closing = false;
+};
+
+}  // namespace koben

@@ -1,0 +1,218 @@
+// Start and end of the program: the main form's load, its activations and its unload.
+#include <QDir>
+#include <QFile>
+#include <QLocale>
+
+#include "core/Einstellungen.h"
+#include "core/PZ_Koben_Subs.h"
+#include "core/PZ_Koben_Subs_Datenbank.h"
+#include "herd/PA_Koben.h"
+
+namespace koben {
+
+namespace {
+
+const QString ProgramFile = QStringLiteral("KOBEN2.EXE");
+const QString SettingsFile = QStringLiteral("Einstellungen.ko2");
+
+QString withSeparator(const QString& folder) {
+    return folder.endsWith(u'/') || folder.endsWith(u'\\') ? folder : folder + u'/';
+}
+
+void makeFolder(const QString& path) {
+    if (Ordner_existiert(path)) return;
+    if (!QDir().mkpath(path))
+        throw DatabaseError(DatabaseError::Kind::Io,
+                            QStringLiteral("Der Datenordner \"%1\" kann nicht angelegt werden. Bitte prüfen Sie, ob der "
+                                           "Datenträger vorhanden und beschreibbar ist und ob Sie dort Schreibrechte "
+                                           "haben, und starten Sie KOBEN dann neu.")
+                                .arg(QDir::toNativeSeparators(path)));
+}
+
+}  // namespace
+
+void PA_Koben::Load() {
+    setCaption(QStringLiteral("KOBEN ") + QStringLiteral("2.0.59") + QStringLiteral(" - Der Sauenplaner"));
+    koben.herdList = this;
+    const QString folder = withSeparator(koben.platform.dataFolder());
+    const auto refuseSecond = [&] {
+        koben.message(
+            QStringLiteral("Die Anwendung wurde bereits gestartet!  Mit der Tastenkombination CTRL+ESC können Sie alle "
+                           "aktiven Programme auflisten und auswählen."));
+        koben.end();
+    };
+    if (Ordner_existiert(folder) && !koben.platform.lockDataFolder(folder)) return refuseSecond();
+    koben.Status_neu_berechnen = 1;
+    if (!Landeseinstellungen_pruefen()) return koben.end();
+    Drucker_pruefen();
+    koben.Programmordner = withSeparator(koben.platform.programFolder());
+    Datenordner_suchen();
+    if (!koben.platform.lockDataFolder(folder)) return refuseSecond();
+    koben.Datenbankpfad = koben.Datenordner + QStringLiteral("koben2.mdb");
+    koben.Liste_neu_laden = 1;
+    koben.Start_erledigt = 0;
+    Datenbank_oeffnen();
+    koben.Heute = koben.clockToday();
+    Einstellungen_lesen();
+    m_started = true;
+    if (layoutChanged) layoutChanged();
+    optianzeige.select(koben.Konfig_Zahl[Zahl::FilterAnzeige]);
+    optiverkauft.select(koben.Konfig_Zahl[Zahl::FilterVerkauft]);
+    optisauen.select(koben.Konfig_Zahl[Zahl::FilterSauen]);
+    // a damaged settings file must not leave a group without a choice
+    if (optianzeige.selected() < 0) optianzeige.select(0);
+    if (optiverkauft.selected() < 0) optiverkauft.select(0);
+    if (optisauen.selected() < 0) optisauen.select(0);
+}
+
+/// The conversions that all dates and amounts rest on; false where they are broken, which ends the program.
+bool PA_Koben::Landeseinstellungen_pruefen() {
+    const bool dates = Ist_Datum(QStringLiteral("01.01.1999")) && Ist_Datum(QStringLiteral("01.01.2001"));
+    if (!dates || !Zahl_formatieren(QStringLiteral("1"), 3).contains(u',')) {
+        koben.message(QStringList{
+            QStringLiteral("WICHTIG!!! Die Datumsberechnung oder Zahlenumrechnung kann nicht korrekt erkannt werden. "
+                           "Bitte stellen Sie unter Start/Einstellungen/Systemsteuerung/Ländereinstellung folgende "
+                           "Werte ein!"),
+            QStringLiteral("Ländereinstellung = Deutsch (Standard)"), QStringLiteral("Zahlen:"),
+            QStringLiteral("Dezimaltrennzeichen = ,"), QStringLiteral("Anzahl Dezimalstellen = 2"),
+            QStringLiteral("Symbol für Zifferngruppierung = ."), QStringLiteral("Anzahl Ziffern je Gruppe = 3"),
+            QStringLiteral("Währung: (siehe Zahlen)"), QStringLiteral("Uhrzeit:"),
+            QStringLiteral("Zeitformat = HH:mm:ss"), QStringLiteral("Zeittrennzeichen = :"),
+            QStringLiteral("Datum:"), QStringLiteral("Datumformat = TT.MM.JJ oder TT.MM.JJJJ"),
+            QStringLiteral("Trennzeichen = ."),
+            QStringLiteral("Da diese Einstellung Standard sind und für OLM zwingend erforderlich sind, wird OLM jetzt "
+                           "beendet!")}.join(Crlf));
+        return false;
+    }
+    if (QLocale(QStringLiteral("de_DE")).toCurrencyString(0.0).endsWith(u"DM"))
+        koben.message(QStringLiteral("Ihr Rechner ist noch auf die Währung DM eingestellt. Bitte stellen Sie in den "
+                                     "Systemeinstellungen (Ländereinstellung) die Währung auf Euro ein!"));
+    const QString now = koben.clockToday() + koben.platform.now().toString(QStringLiteral(" HH:mm:ss"));
+    if (now.indexOf(u' ') != 10)
+        koben.message(QStringLiteral("Achtung!") + Crlf + Crlf +
+                      QStringLiteral("In den Systemsteuerungen ist das Datumformat nicht auf TT.MM.JJJJ eingestellt. "
+                                     "Bei datumspezifischen Berechnungen kann es deshalb zu fehlerhaften Berechnungen "
+                                     "kommen. Um dies auszuschließen, sollten Sie in den Systemsteuerungen das "
+                                     "Datumformat auf TT.MM.JJJJ einstellen."));
+    return true;
+}
+
+void PA_Koben::Drucker_pruefen() {
+    if (koben.platform.printers().isEmpty())
+        koben.message(QStringLiteral("Es ist kein Drucker installiert bzw. eingerichtet. Bitte installieren Sie einen "
+                                     "Drucker, bevor Sie mit OLM arbeiten, weil es sonst zu Programmabbrüchen kommen "
+                                     "kann! Falls Sie keinen Drucker verwenden, installieren Sie bitte trotzdem einen "
+                                     "beliebigen Druckertreiber."));
+}
+
+/// Finds nothing despite its name: the data folder has its fixed place, and is made with copies of the shipped files.
+void PA_Koben::Datenordner_suchen() {
+    const WaitCursor wait(koben);
+    koben.Datenordner = withSeparator(koben.platform.dataFolder());
+    QDir folder(koben.Datenordner);
+    if (folder.exists()) return;
+    makeFolder(QDir::cleanPath(folder.absoluteFilePath(QStringLiteral(".."))));
+    makeFolder(QDir::cleanPath(koben.Datenordner));
+    const QDir program(koben.Programmordner);
+    for (const QString& file : program.entryList(QDir::Files))
+        if (file.toUpper() != ProgramFile) QFile::copy(program.filePath(file), koben.Datenordner + file);
+}
+
+void PA_Koben::Datenbank_oeffnen() {
+    if (!QFile::exists(koben.Datenbankpfad)) {
+        Menues_sperren(false);
+        Datenbank_anlegen(koben.workspace, koben.Datenbankpfad);
+        m_db = koben.connect();
+        Menues_sperren(true);
+    } else {
+        m_db = koben.connect();
+    }
+    koben.Hauptdatenbank = koben.connect();
+    Spalten_nachruesten(koben.Hauptdatenbank);
+}
+
+void PA_Koben::Einstellungen_lesen() {
+    koben.Konfig_Zahl[Zahl::BerichtDatum] = 1;
+    if (QFile::exists(koben.Datenordner + SettingsFile)) {
+        Einstellungen_laden(koben);
+    } else {
+        Einstellungen_vorgeben(koben, koben.platform.now().date().year());
+        Einstellungen_sichern(koben);
+    }
+}
+
+void PA_Koben::Activate() {
+    koben.screens.waitCursor(false);
+    if (koben.Status_neu_berechnen) {
+        statussetzen(m_db);
+        koben.Status_neu_berechnen = 0;
+        koben.Liste_neu_laden = 1;
+    }
+    if (koben.Liste_neu_laden) {
+        const int row = std::max(datali.row(), 1);
+        datenschweinelesen();
+        if (row <= datali.rowCount()) datali.setRow(row);
+        Menue_Zustand_setzen();
+    }
+    if (!koben.Start_erledigt) {
+        koben.Start_erledigt = 1;
+        Erststart_hinweisen();
+    }
+}
+
+void PA_Koben::Erststart_hinweisen() {
+    if (datali.rowCount() == 0)
+        koben.message(QStringList{QStringLiteral("HINWEIS!!!"), QString(),
+                                  QStringLiteral("Die 'ersten Schritte' mit KOBEN sowie eine Kurzbeschreibung aller "
+                                                 "Hauptmenuepunkte können Sie unter der Hilfe nachlesen."),
+                                  QStringLiteral("Umfangreiche Hilfe erhalten Sie direkt in den verschiedenen "
+                                                 "Modulen!"),
+                                  QString(),
+                                  QStringLiteral("Sobald ein Schwein (Sau, Eber, Masttier) eingegeben wurde, wird "
+                                                 "diese Information nicht mehr angezeigt!")}
+                          .join(Crlf));
+    qint16& starts = koben.Konfig_Zahl[Zahl::Starts];
+    if (starts > 30000) starts = 1;
+    ++starts;
+    if (starts % 20 == 0) {
+        koben.message(QStringLiteral("Bitte [OK] klicken, um zu prüfen, ob Updates verfügbar sind."));
+        koben.open(QStringLiteral("HV_Updatemanager"));
+    }
+}
+
+void PA_Koben::closeBox() { beenden(); }
+
+void PA_Koben::beenden() {
+    if (!m_started) return close();
+    if (m_closing) return;  // the close box again while a question of the closing stands open
+    m_closing = true;
+    for (QDir folder(koben.Datenordner);;) {
+        folder.refresh();
+        const QStringList pages = folder.entryList({QStringLiteral("report-*.htm")}, QDir::Files);
+        if (pages.isEmpty() || !folder.remove(pages.first())) break;
+    }
+    Datensicherung_erinnern();
+    for (int i = 0; i <= 4; ++i) {
+        if (optianzeige.selected() == i) koben.Konfig_Zahl[Zahl::FilterAnzeige] = static_cast<qint16>(i);
+        if (optisauen.selected() == i) koben.Konfig_Zahl[Zahl::FilterSauen] = static_cast<qint16>(i);
+        if (i <= 2 && optiverkauft.selected() == i) koben.Konfig_Zahl[Zahl::FilterVerkauft] = static_cast<qint16>(i);
+    }
+    const QString reason = Einstellungen_sichern(koben);
+    if (!reason.isEmpty()) koben.message(reason);
+    koben.end();
+}
+
+void PA_Koben::Datensicherung_erinnern() {
+    QString& last = koben.Konfig_Text[Text::LetzteSicherung];
+    if (!Ist_Datum(last)) {
+        last = koben.Heute;
+        return;
+    }
+    const qint64 days = Datum_aus_Text(last).daysTo(Datum_aus_Text(koben.Heute));
+    if (days < koben.Konfig_Zahl[Zahl::SicherungTage]) return;
+    if (koben.yesNo(QStringLiteral("Sie haben seit dem ") + last + QStringLiteral(" keine Datensicherung mehr gemacht.") +
+                    Crlf + Crlf + QStringLiteral("Soll jetzt eine Datensicherung gemacht werden?")))
+        koben.open(QStringLiteral("S_Datensicherung_neu"));
+}
+
+}  // namespace koben

@@ -1,0 +1,33 @@
+#include "output/Uebergabe.h"
+
+#include <QFile>
+
+#include "core/Einstellungen.h"
+
+namespace koben {
+
+void Text_uebergeben(Koben& koben, const QString& text) {
+    koben.Ausgabedatei = koben.Datenordner + QStringLiteral("LISTE.TXT");
+    if (Textdatei_schreiben(koben.Ausgabedatei, text))
+        koben.open(QStringLiteral("PA_Textausgabe"));
+    else
+        koben.message(
+            QStringLiteral("Die Liste kann nicht ausgegeben werden, weil die Datei %1 nicht geschrieben werden "
+                           "kann. Bitte prüfen Sie, ob im Datenordner genügend Platz und das Schreiben "
+                           "erlaubt ist.")
+                .arg(koben.Ausgabedatei));
+}
+
+bool Zeilen_lesen(const QString& path, const std::function<bool(const QString& line)>& take) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return false;
+    while (!file.atEnd()) {
+        QByteArray line = file.readLine();
+        if (line.endsWith('\n')) line.chop(1);
+        if (line.endsWith('\r')) line.chop(1);
+        if (!take(ausWindows1252(line))) break;
+    }
+    return true;
+}
+
+}  // namespace koben

@@ -1,0 +1,17 @@
+#pragma once
+// Text reports on their way to the viewer. (Grid reports go through Liste_uebergeben of forms/Stammdaten.h.)
+#include <functional>
+
+#include "forms/Koben.h"
+
+namespace koben {
+
+/// Writes a report's lines to "LISTE.TXT" in the data folder, makes that the viewer's file and shows it.
+/// Where the file cannot be written the old one stays, the user is told, and the viewer stays closed.
+void Text_uebergeben(Koben& koben, const QString& text);
+
+/// Reads a text file of the program (Windows-1252, lines ended by LF or CR LF) line by line until `take` says false.
+/// False where the file cannot be opened.
+bool Zeilen_lesen(const QString& path, const std::function<bool(const QString& line)>& take);
+
+}  // namespace koben

@@ -1,0 +1,185 @@
+#include "plans/Arbeitsplan.h"
+
+#include <QDate>
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "core/PZ_Koben_Subs.h"
+#include "store/Collation.h"
+
+namespace koben {
+
+namespace {
+
+struct NamedDate {
+    const char* name;
+    const char* field;
+};
+constexpr std::array<NamedDate, 6> Dates{{{"Geburtsdatum", "Geburtsdatum"},
+                                          {"Letzte Belegung", "L_Belegung"},
+                                          {"Letzte Trächtigkeit", "L_Trächtigkeit"},
+                                          {"Letzte Ferkelung", "L_Ferkelung"},
+                                          {"Letzte Absetzung", "L_Absetzung"},
+                                          {"Zugangsdatum", "Zugangsdatum"}}};
+
+constexpr int AnimalsPerReport = 2000;  // so rarely is progress told
+
+const qint64 EarliestDay = QDate(100, 1, 1).toJulianDay();
+const qint64 LatestDay = QDate(9999, 12, 31).toJulianDay();
+
+/// A kind of work with its dates as columns of the table of animals, -1 for none.
+struct Columns {
+    int from, to;
+    int reference, activeLater, activeEarlier, doneLater, doneEarlier;
+
+    Columns(const Arbeit& work, const Table& animals) : from(work.from), to(work.to) {
+        const auto column = [&](const QString& field) { return field.isEmpty() ? -1 : animals.columnOf(field); };
+        reference = column(work.reference);
+        activeLater = column(work.activeLater);
+        activeEarlier = column(work.activeEarlier);
+        doneLater = column(work.doneLater);
+        doneEarlier = column(work.doneEarlier);
+    }
+};
+
+/// An empty date is day 0, earlier than any other.
+qint64 day(const Table& animals, int animal, int column) { return animals.integer(animal, column); }
+
+/// False where one of the two dates is not named; equal dates are not later.
+bool isLater(const Table& animals, int animal, int later, int earlier) {
+    return later >= 0 && earlier >= 0 && day(animals, animal, later) > day(animals, animal, earlier);
+}
+
+/// Inactive work is passed over, and so is work that was done.
+bool isOpen(const Table& animals, int animal, const Columns& work) {
+    return !isLater(animals, animal, work.activeEarlier, work.activeLater) &&
+           !isLater(animals, animal, work.doneLater, work.doneEarlier);
+}
+
+/// The work's window for one animal, if it touches the period.
+std::optional<Zeitraum> window(const Table& animals, int animal, const Columns& work, Zeitraum period) {
+    const qint64 reference = work.reference < 0 ? 0 : day(animals, animal, work.reference);
+    if (reference == 0) return std::nullopt;
+    const qint64 from = reference + work.from, to = reference + work.to;
+    if (from < EarliestDay || to < EarliestDay || from > LatestDay || to > LatestDay) return std::nullopt;
+    if (!trifft(from, to, period)) return std::nullopt;
+    return Zeitraum{static_cast<qint32>(from), static_cast<qint32>(to)};
+}
+
+QString sqlDay(qint64 day) {
+    return Sql_Datum(Datum_als_Anzeige(QDate::fromJulianDay(std::clamp(day, EarliestDay, LatestDay))));
+}
+
+/// The condition on an animal's reference date without which the work cannot fall into the period.
+QString nearPeriod(const Arbeit& work, Zeitraum period) {
+    const qint64 first = qint64(period.first) - std::max(work.from, work.to);
+    const qint64 last = qint64(period.last) - std::min(work.from, work.to);
+    return QStringLiteral("(%1 >= %2 and %1 < %3)").arg(work.reference, sqlDay(first), sqlDay(last + 1));
+}
+
+QString inStock(Tierauswahl choice) {
+    return QStringLiteral(" from Sauen where Abgangsdatum IS NULL") +
+           (choice.sowsOnly ? QStringLiteral(" and Art = 'Sau'") : QString());
+}
+
+}  // namespace
+
+QStringList Terminnamen() {
+    QStringList names;
+    for (const auto& date : Dates) names.append(QString::fromUtf8(date.name));
+    return names;
+}
+
+QString get_feldname(QStringView name) {
+    for (const auto& date : Dates)
+        if (name == QString::fromUtf8(date.name)) return QString::fromUtf8(date.field);
+    return {};
+}
+
+std::vector<Arbeit> Arbeiten_lesen(const Table& options, const QStringList& names) {
+    const int nameColumn = options.columnOf(u"Arbeitsart");
+    const auto number = [&](int row, QStringView field) {
+        return static_cast<int>(options.integer(row, options.columnOf(field)));
+    };
+    const auto date = [&](int row, QStringView field) {
+        return get_feldname(Hochkomma_ersetzen(options.text(row, options.columnOf(field))));
+    };
+    std::vector<Arbeit> works;
+    for (const QString& name : names) {
+        Arbeit work;
+        work.name = name;
+        for (int row = 0; row < options.rowCount() && !work.known; ++row) {
+            if (options.isNull(row, nameColumn) || !equalTexts(options.text(row, nameColumn), name)) continue;
+            work = {.name = name,
+                    .known = true,
+                    .from = number(row, u"Tage_von"),
+                    .to = number(row, u"Tage_bis"),
+                    .reference = date(row, u"Bezugstermin"),
+                    .activeLater = date(row, u"Aktiv_gross"),
+                    .activeEarlier = date(row, u"Aktiv_klein"),
+                    .doneLater = date(row, u"Erledigt_gross"),
+                    .doneEarlier = date(row, u"Erledigt_klein")};
+        }
+        if (name.isEmpty()) work.reference.clear();  // work without a name is never listed
+        works.push_back(work);
+    }
+    return works;
+}
+
+Table Tiere_lesen(const Database& db, const std::vector<Arbeit>& works, Zeitraum period, Tierauswahl choice) {
+    QString select = QStringLiteral("select ID, Nummer, Art, Stallnr, Gruppe");
+    for (const auto& date : Dates) select += QStringLiteral(", ") + QString::fromUtf8(date.field);
+    select += inStock(choice);
+    if (choice.withBlocks) return db.table(select);
+    QStringList near;
+    for (const Arbeit& work : works)
+        if (!work.reference.isEmpty()) near.append(nearPeriod(work, period));
+    near.removeDuplicates();
+    return near.isEmpty() ? Table() : db.table(select + QStringLiteral(" and (%1)").arg(near.join(" or ")));
+}
+
+bool Tiere_vorhanden(const Database& db, Tierauswahl choice) {
+    return db.table(QStringLiteral("select top 1 ID") + inStock(choice)).rowCount() > 0;
+}
+
+bool trifft(qint64 from, qint64 to, Zeitraum period) {
+    return period.contains(from) || period.contains(to) || (from < period.first && to > period.last);
+}
+
+QHash<qint64, qint32> Wartezeiten_lesen(const Database& db, qint32 first) {
+    // Only a block that still lasts counts, so earlier days need not be grouped.
+    const QString since = Sql_Datum(Datum_als_Anzeige(QDate::fromJulianDay(first)));
+    const Table rows = db.table(QStringLiteral("select Kennung, max(Wartezeit_Datum) as xdatum from Behandlung where "
+                                               "Wartezeit_Datum >= %1 group by Kennung")
+                                    .arg(since));
+    QHash<qint64, qint32> blocks;
+    blocks.reserve(rows.rowCount());
+    for (int row = 0; row < rows.rowCount(); ++row)
+        blocks.insert(rows.integer(row, 0), static_cast<qint32>(rows.integer(row, 1)));
+    return blocks;
+}
+
+std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::vector<Arbeit>& works, Zeitraum period,
+                                               const QHash<qint64, qint32>& blocks, const Fortschritt& progress) {
+    const int idColumn = animals.columnOf(u"ID");
+    std::vector<Columns> columns;
+    for (const Arbeit& work : works) columns.emplace_back(work, animals);
+    std::vector<Faelligkeit> plan;
+    int steps = 0;
+    for (int animal = 0; animal < animals.rowCount(); ++animal) {
+        for (size_t w = 0; w < works.size(); ++w) {
+            if (!isOpen(animals, animal, columns[w])) continue;
+            ++steps;
+            if (const auto due = window(animals, animal, columns[w], period))
+                plan.push_back({animal, static_cast<int>(w), due->first, due->last});
+        }
+        const auto block = blocks.constFind(animals.integer(animal, idColumn));
+        if (block != blocks.constEnd()) plan.push_back({animal, Verkaufssperre, period.first, *block});
+        if ((animal + 1) % AnimalsPerReport == 0) progress(steps);
+    }
+    progress(steps);
+    return plan;
+}
+
+}  // namespace koben

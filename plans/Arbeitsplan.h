@@ -1,0 +1,73 @@
+#pragma once
+// The rules of the work plan: which kind of work falls due for which animal in a period. One pass over the animals in
+// memory; the form around it reads the data and writes the result.
+#include <QHash>
+#include <functional>
+#include <vector>
+
+#include "store/Database.h"
+
+namespace koben {
+
+/// The names of an animal's dates that the options offer.
+QStringList Terminnamen();
+
+/// Field of `Sauen` behind a date name of the options; "" for any other text, which leaves a comparison out.
+QString get_feldname(QStringView date);
+
+/// One kind of work; the dates are fields of `Sauen`, "" for none.
+struct Arbeit {
+    QString name;
+    bool known = false;    ///< an option row of that name exists
+    int from = 0, to = 0;  ///< days after the reference date
+    QString reference;
+    QString activeLater, activeEarlier;
+    QString doneLater, doneEarlier;
+};
+
+/// The kinds of work of the given names, in their order, each by the first option row of that name (case does not
+/// count). `options` holds the rows of `Arbeitsplanoptionen`.
+std::vector<Arbeit> Arbeiten_lesen(const Table& options, const QStringList& names);
+
+/// Days by their Julian number, both ends included.
+struct Zeitraum {
+    qint32 first = 0, last = 0;
+    bool contains(qint64 day) const { return day >= first && day <= last; }
+};
+
+/// True where a window of days touches the period: it begins or ends within it, or spans it whole.
+bool trifft(qint64 from, qint64 to, Zeitraum period);
+
+/// One row of the plan.
+struct Faelligkeit {
+    int animal;  ///< row of the table of animals
+    int work;    ///< position among the kinds of work; `Verkaufssperre` for a meat sale block
+    qint32 from, to;
+};
+constexpr int Verkaufssperre = -1;
+
+/// Which animals the plan walks.
+struct Tierauswahl {
+    bool sowsOnly = false;
+    bool withBlocks = false;  ///< sale blocks are listed, which any animal may have
+};
+
+/// The animals in stock that may have a row in the plan, with the fields that the plan needs. An animal without a
+/// reference date that brings work into the period is left out already here.
+Table Tiere_lesen(const Database& db, const std::vector<Arbeit>& works, Zeitraum period, Tierauswahl choice);
+
+/// True where there is any animal to walk, whether it has a row or not.
+bool Tiere_vorhanden(const Database& db, Tierauswahl choice);
+
+/// Last day of the withdrawal period by animal id, for animals whose period ends at `first` or later.
+QHash<qint64, qint32> Wartezeiten_lesen(const Database& db, qint32 first);
+
+/// Called now and then, and at the end, with the number of steps done: one for each animal and kind of work that was
+/// neither inactive nor done.
+using Fortschritt = std::function<void(int steps)>;
+
+/// The plan, in the order of the animals and, for one animal, of the kinds of work, the sale block last.
+std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::vector<Arbeit>& works, Zeitraum period,
+                                               const QHash<qint64, qint32>& blocks, const Fortschritt& progress);
+
+}  // namespace koben

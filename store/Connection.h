@@ -1,0 +1,119 @@
+#pragma once
+// The one SQLite connection of a file within the process, with its plans and prepared statements.
+#include <QHash>
+#include <string>
+#include <unordered_map>
+
+#include "store/SqliteFunctions.h"
+#include "store/sql/Plan.h"
+
+namespace koben {
+
+inline constexpr quint32 kApplicationId = 0x4B4F4245;  // "KOBE"
+inline constexpr int kFileVersion = 1;
+
+/// A statement ready to run: its plan and the literals of its text.
+struct Command {
+    QString text;
+    std::shared_ptr<const sql::Plan> plan;
+    std::vector<sql::Literal> literals;
+};
+
+class Connection;
+
+/// A prepared statement on loan; goes back to the connection's stock, rewound.
+class Loan {
+public:
+    Loan(Connection& connection, const std::string& sql);
+    ~Loan();
+    Loan(const Loan&) = delete;
+    Loan& operator=(const Loan&) = delete;
+    sqlite3_stmt* get() const { return m_statement.get(); }
+
+private:
+    Connection& m_connection;
+    const std::string& m_sql;
+    StatementHandle m_statement;
+};
+
+class Connection : public std::enable_shared_from_this<Connection> {
+public:
+    /// The file must have been checked. Throws where it cannot be opened for writing.
+    Connection(const QString& path, std::function<QDateTime()> now);
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    const QString& path() const { return m_path; }
+    /// Throws State once closed.
+    sqlite3* file() const;
+    void close();
+    bool isClosed() const { return m_file == nullptr; }
+
+    Command command(const QString& text);
+    /// Kept plans for texts that are no statements (criteria); `make` compiles on the first use.
+    Command cached(const QString& prefix, const QString& text,
+                   const std::function<std::shared_ptr<const sql::Plan>(const sql::Text&, const sql::Lexed&)>& make);
+    const std::shared_ptr<const sql::Catalog>& catalog();
+    /// Binds the slots of a plan; converts as each slot asks.
+    void bind(sqlite3_stmt* statement, const Command& command, const std::vector<Value>& parameters);
+    /// Steps; true for a row. Throws with the statement's text.
+    bool step(sqlite3_stmt* statement, const QString& text);
+
+    /// Runs a writing plan (not DDL); rows touched.
+    int write(const Command& command, const std::vector<Value>& parameters);
+    int execute(const QString& text);
+    /// Runs SQLite's own SQL that writes; `text` is what messages and the fault hook see.
+    void writeNative(const std::string& sql, const QString& text);
+    /// Before each write: the fault hook.
+    void aboutToWrite(const QString& text);
+    /// Grows with each write through this connection.
+    qint64 writes() const { return m_writes; }
+    void countWrite() { ++m_writes; }
+    /// After a change of tables: plans and catalogue are read afresh; with a name only that table.
+    void schemaChanged(const QString& table = {});
+    quint64 schemaNumber() const { return m_schemaNumber; }
+
+    void begin();
+    void commit();
+    void rollback();  ///< of the innermost transaction; the outermost one undoes all
+    bool inTransaction() const { return m_depth > 0; }
+
+    static void setFaultHook(std::function<void(const QString&)> hook);
+
+    /// Streaming statements, closed with the connection.
+    void keep(const std::shared_ptr<StatementImpl>& statement);
+
+private:
+    friend class Loan;
+    Value slotValue(const sql::Slot& slot, const Command& command, const std::vector<Value>& parameters,
+                    const QDateTime& now) const;
+    void ddl(const sql::Ddl& ddl, const QString& text);
+
+    QString m_path;
+    std::function<QDateTime()> m_now;
+    FileHandle m_file;
+    std::unique_ptr<SqliteFunctions> m_functions;
+    std::shared_ptr<const sql::Catalog> m_catalog;
+    QHash<QString, std::shared_ptr<const sql::Plan>> m_plans;
+    std::unordered_map<std::string, std::vector<StatementHandle>> m_stock;
+    std::vector<std::weak_ptr<StatementImpl>> m_streams;
+    qint64 m_writes = 0;
+    quint64 m_schemaNumber = 0;
+    int m_depth = 0;
+    bool m_doomed = false;
+    bool m_schemaTouched = false;  ///< within the open transaction
+};
+
+/// Reads the catalogue of a file; fields that another tool added are typed by their SQLite declaration.
+/// With `before`, tables but `changed` are taken from there.
+std::shared_ptr<const sql::Catalog> loadCatalog(sqlite3* file, const sql::Catalog* before = nullptr,
+                                                const QString& changed = {});
+/// Makes the catalogue's own tables in an empty file.
+void createCatalog(sqlite3* file);
+/// Sort keys that another tool's writing left behind are made anew.
+void repairKeys(sqlite3* file);
+/// Carries out a DDL statement; the caller has opened a transaction.
+void runDdl(sqlite3* file, const sql::Catalog& catalog, const sql::Ddl& ddl, const sql::Text& text);
+
+}  // namespace koben

@@ -1,0 +1,179 @@
+#pragma once
+// The door to the database file. All other floors speak the SQL dialect of docs/sql.md as text through these classes.
+#include <QStringList>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+#include "store/Table.h"
+#include "store/Value.h"
+
+namespace koben {
+
+class Connection;  // one SQLite connection per file and process, shared by all Databases on it
+class RecordsetImpl;
+class StatementImpl;
+
+/// A statement that could not be understood or carried out, or a file that could not be opened.
+/// what() is a complete German sentence for the user, naming the statement, the place and the word where it can.
+class DatabaseError : public std::runtime_error {
+public:
+    enum class Kind {
+        Syntax,
+        UnknownName,
+        Type,
+        TooLong,
+        Constraint,
+        NotADatabase,
+        NewerVersion,
+        ForeignFormat,
+        Io,
+        State
+    };
+    DatabaseError(Kind kind, const QString& message, int position = -1)
+        : std::runtime_error(message.toStdString()), kind(kind), position(position) {}
+    QString message() const { return QString::fromUtf8(what()); }
+    const Kind kind;
+    const int position;  ///< offset in the statement's text, -1 where there is none
+};
+
+/// Name, type and width of a result column.
+struct Field {
+    QString name;
+    Type type = Type::Null;
+    int size = 0;  ///< characters, for Text; 0 otherwise
+};
+
+/// A cursor over a select. Over one plain table it is live and updatable (rows keyed, values read fresh);
+/// a join, distinct, group by, aggregate or pivot gives a read-only snapshot.
+/// Errors throw DatabaseError and leave the row as it was.
+class Recordset {
+public:
+    /// 0 for an empty result and not 0 otherwise; the full number after moveLast() or a whole pass.
+    int recordCount() const;
+    bool eof() const;
+    bool bof() const;
+    void moveFirst();
+    void moveNext();
+    void movePrevious();
+    void moveLast();
+    /// Looks for the first row that meets a where text ("ID = 17", "Nummer LIKE 'A*'"); noMatch() tells.
+    void findFirst(const QString& criteria);
+    bool noMatch() const;
+    void addNew();
+    void edit();
+    void update();
+    void cancelUpdate();
+    void remove();  ///< deletes the current record
+
+    Value value(QStringView name) const;
+    Value value(int index) const;
+    void set(QStringView name, const Value& value);
+    void set(int index, const Value& value);
+    int fieldCount() const;
+    const Field& field(int index) const;
+    void close();
+
+private:
+    friend class Database;
+    explicit Recordset(std::shared_ptr<RecordsetImpl> impl) : m_impl(std::move(impl)) {}
+    std::shared_ptr<RecordsetImpl> m_impl;
+};
+
+/// A prepared statement with `?` for values, for work on many rows. run() executes and rewinds;
+/// for a select, bind() then next() steps forward only and reads the current row without copying a table.
+class Statement {
+public:
+    int run(const std::vector<Value>& values = {});
+    void bind(const std::vector<Value>& values);
+    bool next();
+    bool isNull(int column) const;
+    qint64 integer(int column) const;  ///< whole number, day (Julian) or money (ten-thousandths); 0 for Null
+    qint32 day(int column) const;      ///< Julian day of a date; 0 for Null
+    QString text(int column) const;    ///< as Value::toText(); "" for Null
+    Value value(int column) const;
+    int fieldCount() const;
+    const Field& field(int index) const;
+
+private:
+    friend class Database;
+    explicit Statement(std::shared_ptr<StatementImpl> impl) : m_impl(std::move(impl)) {}
+    std::shared_ptr<StatementImpl> m_impl;
+};
+
+/// An open connection to a database file; a cheap handle. Several may be open on one file and see each other's
+/// writes at once.
+class Database {
+public:
+    Database() = default;
+    bool isOpen() const { return m_connection != nullptr; }
+    void close() { m_connection.reset(); }
+
+    /// Runs DDL, insert, update or delete; the number of rows touched.
+    int execute(const QString& sql);
+    /// Opens a cursor over a select.
+    Recordset open(const QString& sql) const;
+    /// Reads a whole result into memory, compact and typed.
+    Table table(const QString& sql) const;
+    /// Prepares a select or a writing statement with `?` parameters. Cached by text.
+    Statement prepare(const QString& sql) const;
+
+    /// Names of the tables in creation order, and the fields of one.
+    QStringList tables() const;
+    std::vector<Field> fields(const QString& table) const;
+
+private:
+    friend class Workspace;
+    friend class Transaction;
+    friend void addHelperIndexes(const Database& database);
+    explicit Database(std::shared_ptr<Connection> connection) : m_connection(std::move(connection)) {}
+    std::shared_ptr<Connection> m_connection;
+};
+
+/// One user action: everything between construction and commit() reaches the disk whole or not at all.
+/// Nested transactions join the outer one. Destroyed without commit() it rolls back (an inner one dooms the outer).
+class Transaction {
+public:
+    explicit Transaction(const Database& database);
+    ~Transaction();
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    void commit();
+
+private:
+    std::shared_ptr<Connection> m_connection;
+    bool m_open = true;
+};
+
+/// Opens and makes database files; the file-level operations.
+class Workspace {
+public:
+    /// `now` gives the clock that the dialect's `now` reads.
+    explicit Workspace(std::function<QDateTime()> now = {});
+    ~Workspace();
+
+    /// Makes an empty database. Written beside and renamed: on failure there is no file.
+    Database create(const QString& path);
+    /// Opens a file for reading and writing. Refuses, before any write, a file that is not a database of this
+    /// program (NotADatabase), one of a newer version (NewerVersion) and a genuine file of the old engine
+    /// (ForeignFormat).
+    Database open(const QString& path);
+    /// Copies the file at `from`, tidied, into a new file `to` (which must not exist). Consistent also while open.
+    void compact(const QString& from, const QString& to);
+    /// Puts the closed file `from` in the place of the closed file `to` in one step, logs included.
+    void replace(const QString& from, const QString& to);
+    /// Consistent copy of an open or closed database, for backups. Takes the place of a file at `to` once it is whole.
+    void copy(const QString& from, const QString& to);
+    /// Closes all connections of this workspace; handles still held become unusable.
+    void closeAll();
+
+    /// For tests: called before each statement that writes, with its SQL; may throw to play a failing statement.
+    static void setFaultHook(std::function<void(const QString& sql)> hook);
+
+private:
+    std::function<QDateTime()> m_now;
+    std::vector<std::weak_ptr<Connection>> m_connections;
+};
+
+}  // namespace koben

@@ -1,0 +1,94 @@
+#include "store/FileCheck.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "store/Connection.h"
+
+namespace koben {
+namespace {
+
+using Kind = DatabaseError::Kind;
+
+constexpr qsizetype kHeaderSize = 100;
+constexpr qsizetype kVersionAt = 60;      // of SQLite's header: user_version
+constexpr qsizetype kApplicationAt = 68;  // application_id
+
+quint32 bigEndian(const QByteArray& bytes, qsizetype at) {
+    quint32 value = 0;
+    for (qsizetype i = 0; i < 4; ++i) value = value << 8 | static_cast<quint8>(bytes[at + i]);
+    return value;
+}
+
+bool oldEngine(const QByteArray& header) {
+    return header.startsWith(QByteArray("\0\1\0\0", 4)) &&
+           (header.mid(4, 15) == "Standard Jet DB" || header.mid(4, 15) == "Standard ACE DB");
+}
+
+[[noreturn]] void ioError(const QString& path, const QString& what) {
+    throw DatabaseError(Kind::Io,
+                        what.arg(path) + QStringLiteral(" (%1).").arg(QString::fromLocal8Bit(std::strerror(errno))));
+}
+
+}  // namespace
+
+void checkDatabaseFile(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.exists())
+        throw DatabaseError(Kind::Io,
+                            QStringLiteral("Die Datenbank %1 gibt es nicht. Bitte den Datenordner prüfen.").arg(path));
+    QFile file(path);
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
+        throw DatabaseError(
+            Kind::Io,
+            QStringLiteral("Die Datenbank %1 kann nicht gelesen werden. Bitte die Rechte der Datei prüfen.").arg(path));
+    const QByteArray header = file.read(kHeaderSize);
+    if (oldEngine(header))
+        throw DatabaseError(
+            Kind::ForeignFormat,
+            QStringLiteral("Die Datei %1 ist eine Datenbank im alten Format (MDB). Sie bleibt unverändert; "
+                           "ihre Daten können in eine neue Datenbank übernommen werden.")
+                .arg(path));
+    const bool sqlite = header.size() == kHeaderSize && header.startsWith(QByteArray("SQLite format 3\0", 16));
+    if (!sqlite || bigEndian(header, kApplicationAt) != kApplicationId)
+        throw DatabaseError(
+            Kind::NotADatabase,
+            QStringLiteral("Die Datei %1 ist keine KOBEN-Datenbank oder sie ist beschädigt. Sie bleibt unverändert. "
+                           "Bitte den Datenordner prüfen oder eine Datensicherung zurückholen.")
+                .arg(path));
+    if (bigEndian(header, kVersionAt) > static_cast<quint32>(kFileVersion))
+        throw DatabaseError(
+            Kind::NewerVersion,
+            QStringLiteral("Die Datenbank %1 stammt von einer neueren KOBEN-Version. Sie bleibt unverändert. "
+                           "Bitte die neuere Version des Programms benutzen.")
+                .arg(path));
+}
+
+void flushToDisk(const QString& path) {
+    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) ioError(path, QStringLiteral("%1 kann nicht geöffnet werden"));
+    const int result = ::fsync(descriptor);
+    const int error = errno;
+    ::close(descriptor);
+    errno = error;
+    if (result != 0) ioError(path, QStringLiteral("%1 kann nicht auf den Datenträger geschrieben werden"));
+}
+
+void removeDatabaseFile(const QString& path) {
+    for (const char* suffix : {"", "-journal", "-wal", "-shm"}) QFile::remove(path + QString::fromLatin1(suffix));
+}
+
+void renameDatabaseFile(const QString& from, const QString& to) {
+    flushToDisk(from);
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+        ioError(to, QStringLiteral("Die Datei %1 kann nicht angelegt werden"));
+    flushToDisk(QFileInfo(to).absolutePath());
+}
+
+}  // namespace koben

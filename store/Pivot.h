@@ -1,0 +1,12 @@
+#pragma once
+#include "store/Connection.h"
+#include "store/TableData.h"
+
+namespace koben {
+
+/// Runs a select and reads the whole result, column by column.
+std::shared_ptr<Table::Data> readTable(Connection& connection, const Command& command);
+/// Runs the two selects of a crosstab and lays the cells out: row columns first, then one column a pivot value.
+std::shared_ptr<Table::Data> readPivot(Connection& connection, const Command& command);
+
+}  // namespace koben

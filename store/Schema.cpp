@@ -1,0 +1,195 @@
+#include "store/Schema.h"
+
+#include "store/Connection.h"
+
+namespace koben {
+namespace {
+
+struct TableText {
+    const char* name;
+    const char* fields;
+    const char* indexes;  ///< blank-separated; each is named after its field, in lower case
+    std::vector<const char*> rows;
+};
+
+const std::vector<TableText>& tables() {
+    static const std::vector<TableText> result = {
+        {"Sauen",
+         "Art TEXT (6), Nummer TEXT (15), Gruppe TEXT (20), Stallnr TEXT (10), BoxDatum DATETIME, Ohrmarke TEXT (20), "
+         "Tätowierung TEXT (20), Geburtsdatum DATETIME, Anz_Belegungen LONG, Anz_Ferkelungen LONG, Anz_Ferkel_Gesamt "
+         "LONG, "
+         "Anz_Ferkel_Lebend LONG, Rasse TEXT (20), Status TEXT (5), Statusabfrage TEXT (1), Belegungsart TEXT (1), "
+         "N_Belegung DATETIME, N_Ferkelung DATETIME, L_Belegung DATETIME, L_Ferkelung DATETIME, L_Trächtigkeit "
+         "DATETIME, "
+         "L_Absetzung DATETIME, Mechanische_Amme TEXT (1), Zugangsdatum DATETIME, Zugangsgewicht_kg SINGLE, "
+         "Einkaufspreis CURRENCY, Zugangsgrund TEXT (20), Lieferant TEXT (20), Abgangsdatum DATETIME, "
+         "Abgangsgewicht_kg SINGLE, Verkaufspreis CURRENCY, Abgangsgrund TEXT (20), Abnehmer TEXT (20), "
+         "Selektiert TEXT (1), Infos TEXT (100), Aenderung TEXT (1), ID COUNTER",
+         "Art Nummer Stallnr ID",
+         {}},
+        {"Belegung",
+         "Datum DATETIME, Ebernr TEXT (15), Deckanzahl LONG, Belegungart TEXT (1), Belegungsstation TEXT (20), Kosten "
+         "CURRENCY, "
+         "Kommentar TEXT (20), Bemerkung TEXT (20), Kennung LONG, ID COUNTER",
+         "Datum Kosten Kennung",
+         {}},
+        {"Ferkelung",
+         "Datum DATETIME, LNr SHORT, LNrJahr SHORT, Ferkel_Gesamt SHORT, Ferkel_Lebendig SHORT, Ferkel_Tot SHORT, "
+         "Stück_Gewicht_kg SINGLE, Kosten CURRENCY, Kommentar TEXT (20), Bemerkung TEXT (20), Kennung LONG, ID COUNTER",
+         "Datum Kosten Kennung",
+         {}},
+        {"Absetzung",
+         "Datum DATETIME, Anzahl_Ferkel SHORT, Stück_Gewicht_kg SINGLE, Kommentar TEXT (20), Bemerkung TEXT (20), "
+         "Kennung LONG, "
+         "ID COUNTER",
+         "Datum Kennung",
+         {}},
+        {"Trächtigkeit",
+         "Datum DATETIME, Trächtig TEXT (1), Kosten CURRENCY, Kommentar TEXT (20), Bemerkung TEXT (20), Kennung LONG, "
+         "ID COUNTER",
+         "Datum Kosten Kennung",
+         {}},
+        {"Verluste",
+         "Datum DATETIME, Anzahl_Ferkel SHORT, Grund TEXT (20), Kosten CURRENCY, Muttersau TEXT (15), Kommentar TEXT "
+         "(20), "
+         "Bemerkung TEXT (20), Kennung LONG, ID COUNTER",
+         "Datum Kosten Muttersau Kennung",
+         {}},
+        {"Verschiebung",
+         "Datum DATETIME, Anzahl_Ferkel SHORT, Zu_Saunr TEXT (15), Kommentar TEXT (20), Bemerkung TEXT (20), Kennung "
+         "LONG, ID COUNTER",
+         "Datum Kennung",
+         {}},
+        {"Behandlung",
+         "Datum DATETIME, Behandlungsart TEXT (20), Medikament TEXT (20), Menge SINGLE, Einheit TEXT (2), "
+         "Verabreichungsart TEXT (20), Wartezeit_Tage LONG, Wartezeit_Datum DATETIME, Tierarzt TEXT (20), Beleg_Nr "
+         "TEXT (20), "
+         "Kosten CURRENCY, Kommentar TEXT (20), Bemerkung TEXT (20), Kennung LONG, ID COUNTER",
+         "Datum Kosten Kennung",
+         {}},
+        {"Ferkelverkauf",
+         "Datum DATETIME, Anzahl_Einkauf SHORT, Anzahl_Verkauf SHORT, Preis_je_Stück CURRENCY, Einnahmen CURRENCY, "
+         "Ausgaben CURRENCY, Stück_Gewicht_kg SINGLE, Gesamtgewicht_kg SINGLE, Kunde TEXT (20), Muttersau TEXT (15), "
+         "Kommentar TEXT (20), Kennung LONG, ID COUNTER",
+         "Datum Einnahmen Ausgaben Muttersau Kennung",
+         {}},
+        {"Medikamente",
+         "Medikament TEXT (20), Menge SINGLE, Einheit TEXT (2), Wartezeit_Tage LONG, Kosten_je_Gabe CURRENCY, "
+         "Behandlungsart TEXT (20), Verabreichungsart TEXT (20), ID COUNTER",
+         "Medikament",
+         {}},
+        {"Bestandsoptionen",
+         "Tiergruppe TEXT (20), Tierart TEXT (7), Alter_von INTEGER, Alter_bis INTEGER, Zeit TEXT (6), Geschlecht TEXT "
+         "(1), "
+         "Wert CURRENCY, Mindestferkelung SHORT, Belegt TEXT (1), ID COUNTER",
+         "Tiergruppe",
+         {"(Tiergruppe, Tierart, Alter_von, Alter_bis, Zeit, Geschlecht, Wert, Mindestferkelung, Belegt) values ('Alle "
+          "Schweine', 'Alle', 0, 99, 'Jahre', 'E', 250, 0, 'N')",
+          "(Tiergruppe, Tierart, Alter_von, Alter_bis, Zeit, Geschlecht, Wert, Mindestferkelung, Belegt) values ('Alle "
+          "Sauen', 'Sau', 0, 99, 'Jahre', 'W', 250, 0, 'N')",
+          "(Tiergruppe, Tierart, Alter_von, Alter_bis, Zeit, Geschlecht, Wert, Mindestferkelung, Belegt) values ('Alle "
+          "Eber', 'Eber', 0, 99, 'Jahre', 'M', 250, 0, 'N')",
+          "(Tiergruppe, Tierart, Alter_von, Alter_bis, Zeit, Geschlecht, Wert, Mindestferkelung, Belegt) values "
+          "('Belegte Sauen', 'Sau', 0, 99, 'Jahre', 'W', 250, 0, 'J')"}},
+        {"Arbeitsplanoptionen",
+         "Arbeitsart TEXT (20), Tage_von INTEGER, Tage_bis INTEGER, Bezugstermin TEXT (20), Aktiv_gross TEXT (20), "
+         "Aktiv_klein TEXT (20), Erledigt_gross TEXT (20), Erledigt_klein TEXT (20), ID COUNTER",
+         "Arbeitsart",
+         {"(Arbeitsart, Tage_von, Tage_bis, Bezugstermin, Aktiv_gross, Aktiv_klein, Erledigt_gross, Erledigt_klein) "
+          "values ('Belegung', 4, 8, 'Letzte Absetzung', '', '', 'Letzte Belegung', 'Letzte Absetzung')",
+          "(Arbeitsart, Tage_von, Tage_bis, Bezugstermin, Aktiv_gross, Aktiv_klein, Erledigt_gross, Erledigt_klein) "
+          "values ('Ferkelung', 113, 119, 'Letzte Belegung', '', '', 'Letzte Ferkelung', 'Letzte Belegung')",
+          "(Arbeitsart, Tage_von, Tage_bis, Bezugstermin, Aktiv_gross, Aktiv_klein, Erledigt_gross, Erledigt_klein) "
+          "values ('Absetzung', 28, 32, 'Letzte Ferkelung', '', '', 'Letzte Absetzung', 'Letzte Ferkelung')",
+          "(Arbeitsart, Tage_von, Tage_bis, Bezugstermin, Aktiv_gross, Aktiv_klein, Erledigt_gross, Erledigt_klein) "
+          "values ('Trächtigkeitskontr.', 20, 24, 'Letzte Belegung', '', '', 'Letzte Trächtigkeit', 'Letzte "
+          "Belegung')"}},
+        {"Termine", "Terminart TEXT (20), Datum DATETIME, Wiederholung TEXT (15), ID COUNTER", "Datum", {}},
+        {"Stammdaten_Gruppe",
+         "Inhalt TEXT (20)",
+         "",
+         {"values ('Zuchtsau')", "values ('Läufer')", "values ('Zuchteber')", "values ('Mastschwein')"}},
+        {"Stammdaten_Stallnummer", "Inhalt TEXT (10)", "", {}},
+        {"Stammdaten_Rasse", "Inhalt TEXT (20)", "", {"values ('Pietrain')", "values ('DL')"}},
+        {"Stammdaten_Zugangsgrund", "Inhalt TEXT (20)", "", {}},
+        {"Stammdaten_Abgangsgrund", "Inhalt TEXT (20)", "", {}},
+        {"Stammdaten_Kunde", "Inhalt TEXT (20)", "", {}},
+        {"Stammdaten_Bemerkung", "Inhalt TEXT (20)", "", {}},
+    };
+    return result;
+}
+
+std::vector<QString> makeStatements() {
+    std::vector<QString> result;
+    for (const TableText& t : tables()) {
+        const QString name = QString::fromUtf8(t.name);
+        result.push_back(QStringLiteral("create table %1(%2)").arg(name, QString::fromUtf8(t.fields)));
+        for (const QString& field : QString::fromUtf8(t.indexes).split(u' ', Qt::SkipEmptyParts))
+            result.push_back(QStringLiteral("create index %1 on %2(%3)").arg(field.toLower(), name, field));
+        for (const char* row : t.rows)
+            result.push_back(QStringLiteral("insert into %1 %2").arg(name, QString::fromUtf8(row)));
+    }
+    return result;
+}
+
+/// Indexes for what is asked of every animal: the stock, and the bookings of one animal by date with what is summed.
+struct Helper {
+    const char* name;
+    const char* table;
+    std::vector<const char*> fields;
+    const char* nullField;  ///< only rows where it is Null; nullptr: all
+};
+
+const std::vector<Helper>& helpers() {
+    static const std::vector<Helper> result = {
+        {"koben_bestand", "Sauen", {"ID"}, "Abgangsdatum"},
+        {"koben_belegung", "Belegung", {"Kennung", "Datum"}, nullptr},
+        {"koben_traechtigkeit", "Trächtigkeit", {"Kennung", "Datum", "Trächtig"}, nullptr},
+        {"koben_ferkelung", "Ferkelung", {"Kennung", "Datum", "Ferkel_Gesamt", "Ferkel_Lebendig"}, nullptr},
+        {"koben_absetzung", "Absetzung", {"Kennung", "Datum", "Anzahl_Ferkel"}, nullptr},
+        {"koben_verschiebung", "Verschiebung", {"Kennung", "Datum", "Anzahl_Ferkel"}, nullptr},
+        {"koben_verluste", "Verluste", {"Kennung", "Datum", "Anzahl_Ferkel"}, nullptr},
+        {"koben_behandlung", "Behandlung", {"Kennung", "Datum"}, nullptr},
+        {"koben_wartezeit", "Behandlung", {"Kennung", "Wartezeit_Datum"}, nullptr},
+        {"koben_verkauf", "Ferkelverkauf", {"Kennung", "Datum", "Anzahl_Verkauf", "Anzahl_Einkauf"}, nullptr},
+    };
+    return result;
+}
+
+/// Empty where the table or a field is missing.
+std::string helperSql(const sql::Catalog& catalog, const Helper& helper) {
+    const sql::TableInfo* table = catalog.find(QString::fromUtf8(helper.table));
+    if (table == nullptr) return {};
+    std::string fields;
+    for (const char* field : helper.fields) {
+        const int column = table->columnOf(QString::fromUtf8(field));
+        if (column < 0) return {};
+        fields += (fields.empty() ? "" : ", ") + table->columns[static_cast<size_t>(column)].sqlName;
+    }
+    std::string result =
+        std::string("CREATE INDEX IF NOT EXISTS ") + helper.name + " ON " + table->sqlName + " (" + fields + ")";
+    if (helper.nullField == nullptr) return result;
+    const int column = table->columnOf(QString::fromUtf8(helper.nullField));
+    if (column < 0) return {};
+    return result + " WHERE " + table->columns[static_cast<size_t>(column)].sqlName + " IS NULL";
+}
+
+}  // namespace
+
+const std::vector<QString>& schemaStatements() {
+    static const std::vector<QString> result = makeStatements();
+    return result;
+}
+
+void addHelperIndexes(Connection& connection) {
+    const auto catalog = connection.catalog();
+    for (const Helper& helper : helpers()) {
+        const std::string sql = helperSql(*catalog, helper);
+        const std::string exists =
+            std::string("SELECT count(*) FROM sqlite_master WHERE type = 'index' AND name = '") + helper.name + "'";
+        if (!sql.empty() && number(connection.file(), exists) == 0)
+            connection.writeNative(sql, QString::fromStdString(sql));
+    }
+}
+
+}  // namespace koben

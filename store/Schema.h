@@ -1,0 +1,20 @@
+#pragma once
+// The program's own tables, and the indexes that its questions want.
+#include <vector>
+
+#include "store/Database.h"
+
+namespace koben {
+
+class Connection;
+
+/// The statements that make a new database, in the dialect and in the order in which they run: each table, its
+/// indexes, its first rows.
+const std::vector<QString>& schemaStatements();
+
+/// Adds the missing helper indexes for the tables and fields that are there. They are SQLite's own: the dialect does
+/// not see them. Run when a file is opened and after the tables were made.
+void addHelperIndexes(const Database& database);
+void addHelperIndexes(Connection& connection);
+
+}  // namespace koben

@@ -1,0 +1,40 @@
+#pragma once
+// A whole result in memory, column by column: small enough for every animal of a large farm, and typed.
+#include <QString>
+#include <memory>
+#include <vector>
+
+#include "store/Value.h"
+
+namespace koben {
+
+struct Field;
+
+/// Rows are numbered from 0. Copies share the data; removeRow() detaches.
+class Table {
+public:
+    Table();
+    int rowCount() const;
+    int columnCount() const;
+    const Field& field(int column) const;
+    /// Column by name, case-insensitive; -1 where there is none.
+    int columnOf(QStringView name) const;
+
+    bool isNull(int row, int column) const;
+    Value value(int row, int column) const;
+    /// As Value::toText(), made on demand.
+    QString text(int row, int column) const;
+    /// Whole number, date (Julian day) or money (ten-thousandths) without conversion; 0 for Null or text.
+    qint64 integer(int row, int column) const;
+    /// Below 0, 0, above 0: the order of the type, texts in the engine's order, Null first.
+    int compare(int rowA, int rowB, int column) const;
+    void removeRow(int row);
+
+    struct Data;
+    explicit Table(std::shared_ptr<Data> data) : m_data(std::move(data)) {}
+
+private:
+    std::shared_ptr<Data> m_data;
+};
+
+}  // namespace koben

@@ -1,0 +1,54 @@
+#pragma once
+// The tables of a database file, their fields with the dialect's types, and their indexes.
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "store/Database.h"
+
+namespace koben::sql {
+
+struct ColumnInfo {
+    QString name;
+    Type type = Type::Text;
+    int size = 0;
+    bool counter = false;
+    bool notNull = false;
+    std::string sqlName;  ///< quoted, as SQLite knows it
+    std::string keyName;  ///< quoted name of the hidden column that holds the sort key; empty where there is none
+};
+
+struct IndexInfo {
+    QString name;
+    QString sqlName;  ///< not quoted
+    std::vector<QString> columns;
+};
+
+struct TableInfo {
+    QString name;
+    std::string sqlName;
+    std::string rowId = "rowid";  ///< a name of SQLite's row number that no column hides
+    std::vector<ColumnInfo> columns;
+    std::vector<IndexInfo> indexes;
+    int counter = -1;  ///< column of the counter
+
+    /// Case-insensitive; -1 where there is none.
+    int columnOf(QStringView columnName) const;
+    const IndexInfo* index(QStringView indexName) const;
+};
+
+struct Catalog {
+    std::vector<std::shared_ptr<const TableInfo>> tables;
+    const TableInfo* find(QStringView name) const;
+};
+
+/// Case never counts in names, umlauts included.
+bool sameName(QStringView a, QStringView b);
+/// "name" with quotes for SQLite.
+std::string quoted(const QString& name);
+
+/// The type's name in the file's catalogue, and back (Text for an unknown one).
+const char* typeName(Type type);
+Type typeOfName(std::string_view name);
+
+}  // namespace koben::sql

@@ -1,0 +1,219 @@
+#include "core/Einstellungen.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <csignal>
+
+#include "tests/core/Texte.h"
+
+namespace koben {
+namespace {
+
+class EinstellungenTest : public ::testing::Test {
+protected:
+    EinstellungenTest() { v.Datenordner = m_folder.path() + u'/'; }
+    QString pfad() const { return v.Datenordner + QStringLiteral("Einstellungen.ko2"); }
+    QByteArray lies() const {
+        QFile file(pfad());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+    }
+    void schreibe(const QByteArray& bytes) const {
+        QFile file(pfad());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+    }
+    /// The variables of a fresh start, filled from the file.
+    Variablen geladen() const {
+        Variablen fresh;
+        fresh.Datenordner = v.Datenordner;
+        Einstellungen_laden(fresh);
+        return fresh;
+    }
+
+    Variablen v;
+
+private:
+    QTemporaryDir m_folder;
+};
+
+/// Writes beyond `bytes` fail as on a full disk, as long as it lives.
+class VolleScheibe {
+public:
+    explicit VolleScheibe(rlim_t bytes) {
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~VolleScheibe() {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int) = nullptr;
+};
+
+TEST_F(EinstellungenTest, TheFileHas173LinesInTheirForms) {
+    Einstellungen_vorgeben(v, 2026);
+    v.Konfig_Zahl[2] = -3;
+    v.Konfig_Betrag[0] = betrag(125000);
+    v.Konfig_Betrag[1] = betrag(1234567890000);  // cut to ten characters
+    v.Konfig_Text[4] = QStringLiteral("  Güst; 5 € \u0151 ");
+    v.Konfig_Text[5] = QStringLiteral("zwei\r\nZeilen");
+    ASSERT_EQ(Einstellungen_sichern(v), QString());
+    const QList<QByteArray> lines = lies().split('\n');
+    ASSERT_EQ(lines.size(), 174);  // and nothing behind the last break
+    EXPECT_EQ(lines[173], QByteArray());
+    for (int i = 0; i < 173; ++i) EXPECT_TRUE(lines[i].endsWith('\r')) << i;
+    EXPECT_EQ(lines[0], QByteArray(" 116 \r"));
+    EXPECT_EQ(lines[2], QByteArray("-3 \r"));
+    EXPECT_EQ(lines[36], QByteArray(" 2026 \r"));
+    EXPECT_EQ(lines[46], QByteArray(" 1 \r"));
+    EXPECT_EQ(lines[100], QByteArray(" 0 \r"));
+    EXPECT_EQ(lines[101], QByteArray("12.50\r"));
+    EXPECT_EQ(lines[102], QByteArray("123456789.\r"));
+    EXPECT_EQ(lines[103], QByteArray("0.00\r"));
+    EXPECT_EQ(lines[112], QByteArray("\r"));
+    EXPECT_EQ(lines[116], QByteArray("  G\xFCst; 5 \x80 ? \r"));
+    EXPECT_EQ(lines[117], QByteArray("zwei Zeilen\r"));
+}
+
+TEST_F(EinstellungenTest, WhatIsWrittenIsReadBack) {
+    for (size_t i = 0; i < v.Konfig_Zahl.size(); ++i) v.Konfig_Zahl[i] = static_cast<qint16>(i * 655);
+    v.Konfig_Zahl[1] = -32768;
+    for (size_t i = 0; i < v.Konfig_Betrag.size(); ++i)
+        v.Konfig_Betrag[i] = betrag(static_cast<qint64>(i) * 1230100 - 50000);
+    for (size_t i = 0; i < v.Konfig_Text.size(); ++i) v.Konfig_Text[i] = QStringLiteral("Text ß %1 ").arg(i);
+    ASSERT_EQ(Einstellungen_sichern(v), QString());
+    const Variablen back = geladen();
+    EXPECT_EQ(back.Konfig_Zahl, v.Konfig_Zahl);
+    EXPECT_EQ(back.Konfig_Betrag, v.Konfig_Betrag);
+    EXPECT_EQ(back.Konfig_Text, v.Konfig_Text);
+}
+
+TEST_F(EinstellungenTest, DamagedAndShortFilesKeepWhatWasRead) {
+    struct {
+        const char* inhalt;
+        int zahl0, zahl1, zahl2;
+    } const cases[] = {
+        {"", 0, 0, 0},
+        {" 5 \r\n 6 \r\n 7 \r\n", 5, 6, 7},
+        {"5\n6\n7", 5, 6, 7},  // bare, and no break at the end
+        {" 5 \r\nx\r\n 7 \r\n", 5, 0, 0},
+        {" 5 \r\n 40000 \r\n 7 \r\n", 5, 0, 0},
+        {" 5 \r\n\r\n 7 \r\n", 5, 0, 0},
+        {" 5 \r\n6.5\r\n 7 \r\n", 5, 0, 0},
+    };
+    for (const auto& c : cases) {
+        schreibe(c.inhalt);
+        const Variablen back = geladen();
+        EXPECT_EQ(back.Konfig_Zahl[0], c.zahl0) << c.inhalt;
+        EXPECT_EQ(back.Konfig_Zahl[1], c.zahl1) << c.inhalt;
+        EXPECT_EQ(back.Konfig_Zahl[2], c.zahl2) << c.inhalt;
+        EXPECT_EQ(back.Konfig_Text[10], QStringLiteral(" | ")) << c.inhalt;
+    }
+}
+
+TEST_F(EinstellungenTest, AnOlderShorterFileLeavesTheRestAsItWas) {
+    QByteArray bytes;
+    for (int i = 0; i < 101; ++i) bytes += " 1 \r\n";
+    for (int i = 0; i < 11; ++i) bytes += "2.25\r\n";
+    for (int i = 0; i < 11; ++i) bytes += i == 10 ? "   \r\n" : "alt\r\n";
+    schreibe(bytes);
+    v.Konfig_Text[11] = QStringLiteral("bleibt");
+    Einstellungen_laden(v);
+    EXPECT_EQ(v.Konfig_Zahl[100], 1);
+    EXPECT_EQ(v.Konfig_Betrag[10], betrag(22500));
+    EXPECT_EQ(v.Konfig_Text[9], QStringLiteral("alt"));
+    EXPECT_EQ(v.Konfig_Text[10], QStringLiteral(" | "));
+    EXPECT_EQ(v.Konfig_Text[11], QStringLiteral("bleibt"));
+}
+
+TEST_F(EinstellungenTest, AFullDiskLeavesTheOldFile) {
+    Einstellungen_vorgeben(v, 2026);
+    ASSERT_EQ(Einstellungen_sichern(v), QString());
+    const QByteArray before = lies();
+    v.Konfig_Zahl[0] = 99;
+    QString reason;
+    bool text = true;
+    {
+        const VolleScheibe full(100);
+        reason = Einstellungen_sichern(v);
+        text = Textdatei_schreiben(pfad(), QString(200, u'x'));
+    }
+    EXPECT_TRUE(reason.contains(pfad())) << reason.toStdString();
+    EXPECT_FALSE(text);
+    EXPECT_EQ(lies(), before);
+    EXPECT_EQ(QDir(v.Datenordner).entryList(QDir::Files).size(), 1);  // nothing half-written stays
+}
+
+TEST_F(EinstellungenTest, AMissingFolderIsReported) {
+    v.Datenordner += QStringLiteral("fehlt/");
+    EXPECT_NE(Einstellungen_sichern(v), QString());
+}
+
+TEST_F(EinstellungenTest, TextFilesHaveWholeLineBreaks) {
+    ASSERT_TRUE(Textdatei_schreiben(pfad(), QStringLiteral("a\r\nb\nc – ß")));
+    EXPECT_EQ(lies(), QByteArray("a\r\nb\r\nc \x96 \xDF"));
+}
+
+TEST(Windows1252, AllBytesSurviveAndTheRestBecomesAQuestionMark) {
+    QByteArray all(256, 0);
+    for (int i = 0; i < 256; ++i) all[i] = static_cast<char>(i);
+    EXPECT_EQ(nachWindows1252(ausWindows1252(all)), all);
+    EXPECT_EQ(ausWindows1252(QByteArray("\x80\x84\x9F\xE4")), QStringLiteral("€„Ÿä"));
+    EXPECT_EQ(nachWindows1252(QStringLiteral("Ω🐖ä")), QByteArray("??\xE4"));
+}
+
+TEST(VariablenTest, ReadAndSetByName) {
+    struct {
+        const char* name;
+        const char* wert;
+        const char* gelesen;  // null: refused
+    } const cases[] = {{"Konfig_Zahl(62)", "4", "4"},
+                       {"konfig_zahl( 100 )", "-32768", "-32768"},
+                       {"Konfig_Zahl(101)", "1", nullptr},
+                       {"Konfig_Zahl(-1)", "1", nullptr},
+                       {"Konfig_Zahl(1)", "32768", nullptr},
+                       {"Konfig_Zahl(1)", "x", nullptr},
+                       {"Konfig_Zahl", "1", nullptr},
+                       {"Konfig_Betrag(3)", "12,50", "12,5"},
+                       {"Konfig_Betrag(11)", "1", nullptr},
+                       {"Konfig_Betrag(3)", "x", nullptr},
+                       {"KONFIG_TEXT(25)", "a = b", "a = b"},
+                       {"Konfig_Text(61)", "", nullptr},
+                       {"Heute", "1.2.2026", "01.02.2026"},
+                       {"Heute", "morgen", nullptr},
+                       {"Heute(1)", "01.02.2026", nullptr},
+                       {"Datenordner", "C:\\x\\", "C:\\x\\"},
+                       {"programmordner", "p", "p"},
+                       {"Datenbankpfad", "d", "d"},
+                       {"status_NEU_berechnen", "1", "1"},
+                       {"Liste_neu_laden", "1", "1"},
+                       {"Start_erledigt", "1", "1"},
+                       {"Buchungsart_Nr", "7", "7"},
+                       {"Buchungsmodus", "Ändern", "Ändern"},
+                       {"Uebergabe_Marke", "m", "m"},
+                       {"Uebergabe_Anzahl", "12", "12"},
+                       {"Ausgabedatei", "f", "f"},
+                       {"Crlf", "x", nullptr},
+                       {"Unbekannt", "x", nullptr}};
+    for (const auto& c : cases) {
+        Variablen v;
+        const QString name = QString::fromUtf8(c.name);
+        const bool set = v.setzen(name, QString::fromUtf8(c.wert));
+        EXPECT_EQ(set, c.gelesen != nullptr) << c.name;
+        if (!set || c.gelesen == nullptr) continue;
+        EXPECT_EQ(v.lesen(name), QString::fromUtf8(c.gelesen)) << c.name;
+    }
+    EXPECT_EQ(Variablen().lesen(QStringLiteral("crlf")), QStringLiteral("\r\n"));
+    EXPECT_EQ(Variablen().lesen(QStringLiteral("Hauptdatenbank")), std::nullopt);
+}
+
+}  // namespace
+}  // namespace koben

@@ -1,0 +1,70 @@
+#pragma once
+// A database in a temporary folder, and its state as text.
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+
+#include "core/PZ_Koben_Subs_Datenbank.h"
+#include "tests/core/Texte.h"
+
+namespace koben {
+
+class Hof {
+public:
+    explicit Hof(bool angelegt = true) {
+        if (angelegt) {
+            Datenbank_anlegen(workspace, pfad());
+            db = workspace.open(pfad());
+        }
+    }
+    ~Hof() { Workspace::setFaultHook({}); }
+    QString pfad() const { return m_folder.filePath(QStringLiteral("koben2.mdb")); }
+    QString ordner() const { return m_folder.path(); }
+    int sql(const QString& text) { return db.execute(text); }
+    int sql(const char* text) { return db.execute(QString::fromUtf8(text)); }
+
+    /// The rows of a select: cells joined by blanks, rows by " | ", Null as "-".
+    QString zeige(const QString& select) const {
+        const Table table = db.table(select);
+        QStringList rows;
+        for (int row = 0; row < table.rowCount(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < table.columnCount(); ++column)
+                cells += table.isNull(row, column) ? QStringLiteral("-") : table.text(row, column);
+            rows += cells.join(u' ');
+        }
+        return rows.join(QStringLiteral(" | "));
+    }
+    QString zeige(const char* select) const { return zeige(QString::fromUtf8(select)); }
+
+private:
+    QTemporaryDir m_folder;
+
+public:
+    Workspace workspace;
+    Database db;
+};
+
+/// Lets the n-th writing statement from now (from 1) fail, as long as it lives.
+class Fehlschlag {
+public:
+    explicit Fehlschlag(int nth) {
+        Workspace::setFaultHook([nth, count = 0](const QString& sql) mutable {
+            if (++count == nth) throw DatabaseError(DatabaseError::Kind::Io, sql);
+        });
+    }
+    ~Fehlschlag() { Workspace::setFaultHook({}); }
+};
+
+/// Reports every write, as long as it lives.
+class KeinSchreiben {
+public:
+    KeinSchreiben() {
+        Workspace::setFaultHook([](const QString& sql) {
+            if (sql != u"commit") ADD_FAILURE() << "written again: " << sql.toStdString();
+        });
+    }
+    ~KeinSchreiben() { Workspace::setFaultHook({}); }
+};
+
+}  // namespace koben

@@ -1,0 +1,208 @@
+#include "tests/forms/Proben.h"
+
+namespace koben {
+namespace {
+
+struct GridTest : testing::Test {
+    TestRun run;
+    LeereMaske form{run.koben};
+    Grid grid{form, QStringLiteral("gridli"), true};
+
+    /// One column with one row a word.
+    void fill(Sort sort, const QString& words) {
+        grid.clear();
+        grid.addColumn({.key = "wert", .title = "Wert", .sort = sort});
+        for (const QString& word : words.split(u' ')) grid.addRow(word == u"_" ? QString() : word);
+    }
+};
+
+TEST_F(GridTest, SortsEachKindOfColumn) {
+    const struct {
+        Sort sort;
+        const char* rows;
+        const char* ascending;
+        const char* descending;
+    } cases[] = {
+        {Sort::Text, "b Ä a Z", "a Ä b Z", "Z b Ä a"},
+        {Sort::Number, "10 9,5 1.000 _ -3", " -3 9,5 10 1.000", "1.000 10 9,5 -3 "},
+        {Sort::Date, "02.01.2026 31.12.2025 _ 01.02.2026", " 31.12.2025 02.01.2026 01.02.2026",
+         "01.02.2026 02.01.2026 31.12.2025 "},
+    };
+    for (const auto& c : cases) {
+        fill(c.sort, QString::fromUtf8(c.rows));
+        grid.sort(1, 1);
+        EXPECT_EQ(spalte(grid, 1), c.ascending);
+        grid.sort(1, 2);
+        EXPECT_EQ(spalte(grid, 1), c.descending);
+    }
+}
+
+TEST_F(GridTest, SortsByKeyListAndKeepsEqualRowsInOrder) {
+    grid.addColumn({.key = "vom", .title = "Vom", .sort = Sort::Date});
+    grid.addColumn({.key = "nummer", .title = "Nummer"});
+    grid.addColumn({.key = "lauf", .title = "Lauf"});
+    for (const char* row : {"02.01.2026\tB\t1", "01.01.2026\tC\t2", "02.01.2026\tA\t3", "02.01.2026\tA\t4"})
+        grid.addRow(QString::fromUtf8(row));
+    grid.sortBy("VOM, nummer, unbekannt");
+    EXPECT_EQ(spalte(grid, 3), "2 3 4 1");
+}
+
+TEST_F(GridTest, CurrentRowAndMarksFollowTheirRecords) {
+    fill(Sort::Number, "3 1 2 4");
+    grid.mark({2, 4});
+    EXPECT_EQ(spalte(grid, 1), "3 *1 2 *4");
+    grid.choose(3);
+    EXPECT_EQ(spalte(grid, 1), "3 1 >*2 4");
+    grid.mark({1, 2});
+    grid.sort(1, 1);
+    EXPECT_EQ(spalte(grid, 1), "*1 >2 *3 4");
+    grid.removeRow(1);  // another row than the current one
+    EXPECT_EQ(spalte(grid, 1), ">2 *3 4");
+    grid.insertRow(1, "0");
+    EXPECT_EQ(spalte(grid, 1), "0 >2 *3 4");
+    grid.removeRow(2);  // the current one: the next takes its place
+    EXPECT_EQ(spalte(grid, 1), "0 >*3 4");
+    grid.removeRow(3);
+    grid.removeRow(2);
+    grid.removeRow(1);
+    EXPECT_EQ(grid.row(), 0);
+    grid.removeRow(1);
+    EXPECT_EQ(grid.rowCount(), 0);
+}
+
+TEST_F(GridTest, SingleGridHasNoMarks) {
+    Grid single{form, "li"};
+    single.addColumn({.key = "a", .title = "A"});
+    single.addRow("x");
+    single.addRow("y");
+    single.mark({1, 2});
+    single.setMarked(1, true);
+    single.choose(2);
+    EXPECT_EQ(spalte(single, 1), "x >y");
+    EXPECT_EQ(single.markedCount(), 0);
+}
+
+TEST_F(GridTest, UserVerbsRaiseEventsAndProgramOnesDoNot) {
+    fill(Sort::Text, "a b");
+    std::string log;
+    grid.onRowChange = [&] { log += 'r'; };
+    grid.onClick = [&] { log += 'c'; };
+    grid.onDoubleClick = [&] { log += 'd'; };
+    grid.onDelete = [&] { log += 'x'; };
+    grid.onSorted = [&](int column) { log += std::to_string(column); };
+    grid.onEdited = [&](int, int, const QString& text) { log += text.toStdString(); };
+    grid.setRow(2);
+    grid.sort(1, 2);
+    grid.setCell(1, 1, "z");
+    EXPECT_EQ(log, "");
+    grid.choose(1);
+    grid.mark({1, 2});
+    grid.click();
+    grid.sortByUser(1, 1);
+    EXPECT_TRUE(grid.key(Key::Enter));
+    EXPECT_TRUE(grid.key(Key::Delete));
+    EXPECT_FALSE(grid.editByUser(1, 1, "nie"));
+    grid.canEdit = [](int row, int) { return row == 2; };
+    EXPECT_FALSE(grid.editByUser(1, 1, "nie"));
+    EXPECT_TRUE(grid.editByUser(2, 1, "neu"));
+    EXPECT_EQ(log, "rc1dxneu");
+    EXPECT_EQ(grid.cell(2, u"WERT").toStdString(), "neu");
+}
+
+TEST_F(GridTest, FileKeepsColumnsAndEveryCharacter) {
+    grid.addColumn({.key = "Nr", .title = "Nr.\tx", .align = Align::Right, .width = 70, .sort = Sort::Number});
+    grid.addColumn({.key = "Tätowierung", .title = "Tät", .caption = "Lang", .technical = true});
+    const QString strange = QString::fromUtf8("a\\tb\tc\r\nd € ő \u0085 \\u0041");
+    grid.addRow("1");
+    grid.setCell(1, 2, strange);
+    grid.addRow("2\tB\\");
+    ASSERT_TRUE(grid.save(run.path("gridli.txt")));
+    Grid copy{form, "kopie"};
+    ASSERT_TRUE(copy.load(run.path("gridli.txt")));
+    ASSERT_EQ(copy.columnCount(), 2);
+    EXPECT_EQ(copy.column(1).title, grid.column(1).title);
+    EXPECT_EQ(copy.column(1).align, Align::Right);
+    EXPECT_EQ(copy.column(1).width, 70);
+    EXPECT_EQ(copy.column(1).sort, Sort::Number);
+    EXPECT_EQ(copy.column(2).caption, "Lang");
+    EXPECT_TRUE(copy.column(2).technical);
+    EXPECT_EQ(copy.cell(1, u"tätowierung"), strange);
+    EXPECT_EQ(copy.cell(2, 2), "B\\");
+}
+
+TEST_F(GridTest, DamagedFileLeavesAnEmptyGrid) {
+    grid.addColumn({.key = "a", .title = "A"});
+    grid.addRow("eins");
+    grid.addRow("zwei");
+    const QString path = run.path("gridli.txt");
+    ASSERT_TRUE(grid.save(path));
+    const QByteArray whole = run.bytes("gridli.txt");
+    for (qsizetype length = 0; length < whole.size(); ++length) {  // cut off anywhere
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(whole.left(length));
+        file.close();
+        EXPECT_FALSE(grid.load(path)) << length;
+        EXPECT_EQ(grid.columnCount() + grid.rowCount(), 0) << length;
+    }
+    for (const char* text : {"", "nichts", "KOBEN-Liste 1\t-1\t5\r\n", "KOBEN-Liste 1\t1\t0\r\nzu\tkurz\r\n",
+                             "KOBEN-Liste 1\t0\t2000000000\r\n", "KOBEN-Liste 9\t0\t0\r\n"}) {
+        run.write("gridli.txt", QString::fromUtf8(text));
+        EXPECT_FALSE(grid.load(path)) << text;
+    }
+    EXPECT_FALSE(grid.load(run.path("fehlt.txt")));
+    EXPECT_FALSE(grid.save(run.path("kein/ordner.txt")));
+}
+
+struct BoundGridTest : GridTest {
+    Database db = run.koben.workspace.create(run.koben.Datenbankpfad);
+
+    void SetUp() override {
+        db.execute("create table Probe (ID LONG, Nummer TEXT(20), Datum DATETIME, Preis CURRENCY)");
+        db.execute("insert into Probe (ID, Nummer, Datum, Preis) values (1, 'B10', #02/01/2026#, 2.5)");
+        db.execute("insert into Probe (ID, Nummer, Datum, Preis) values (2, 'a2', #12/31/2025#, 10)");
+        db.execute("insert into Probe (ID, Nummer) values (3, 'C')");
+        grid.bind(db.table("select * from Probe order by ID"));
+    }
+};
+
+TEST_F(BoundGridTest, ShowsTypedCellsAndSortsByType) {
+    EXPECT_EQ(grid.columnCount(), 4);
+    EXPECT_EQ(grid.column(4).align, Align::Right);
+    EXPECT_EQ(spalte(grid, 3), "01.02.2026 31.12.2025 ");
+    grid.sort(3, 1);
+    EXPECT_EQ(spalte(grid, 1), "3 2 1");
+    grid.sort(4, 2);
+    EXPECT_EQ(spalte(grid, 4), "10 2,5 ");
+    EXPECT_EQ(grid.value(1, u"preis").toMoney().tenThousandths, 100000);
+    EXPECT_TRUE(grid.value(3, u"preis").isNull());
+    EXPECT_EQ(grid.findText(u"nummer", "A2"), 1);
+    EXPECT_EQ(grid.findLike(u"nummer", "b*"), 2);
+    EXPECT_EQ(grid.findLike(u"fehlt", "*"), 0);
+}
+
+TEST_F(BoundGridTest, CellsChangedInPlaceTakePartInSorting) {
+    grid.setCell(3, 3, "15.01.2026");
+    grid.sort(3, 2);
+    EXPECT_EQ(spalte(grid, 3), "01.02.2026 15.01.2026 31.12.2025");
+}
+
+TEST_F(BoundGridTest, AnAddedRowJoinsTheBoundOnes) {
+    grid.setRow(2);
+    grid.addRow("SUMME\t\t\t12,5");
+    EXPECT_EQ(spalte(grid, 1), "1 >*2 3 SUMME");
+    EXPECT_EQ(grid.cell(1, 4), "2,5");
+    EXPECT_EQ(grid.cell(4, 4), "12,5");
+}
+
+TEST_F(BoundGridTest, ColumnsThatStandAreKeptWhereTheirKeysFit) {
+    grid.column(2).width = 123;
+    grid.bind(db.table("select Nummer, ID, Datum, Preis from Probe where ID = 2"));
+    EXPECT_EQ(grid.column(2).width, 123);
+    EXPECT_EQ(spalte(grid, 2), "a2");
+    grid.bind(db.table("select Nummer from Probe"));
+    EXPECT_EQ(grid.columnCount(), 1);
+}
+
+}  // namespace
+}  // namespace koben

@@ -1,0 +1,165 @@
+#include "output/PA_Zwischenliste.h"
+
+#include <QRegularExpression>
+
+#include "forms/Stammdaten.h"
+#include "output/PA_Textausgabe.h"
+#include "tests/output/Liste.h"
+
+namespace koben {
+namespace {
+
+/// A run that knows both screens of this folder.
+struct Ausgabelauf : TestRun {
+    Ausgabelauf() {
+        catalogue.add<PA_Zwischenliste>("PA_Zwischenliste");
+        catalogue.add<PA_Textausgabe>("PA_Textausgabe");
+        koben.Konfig_Zahl[46] = 0;
+    }
+    /// A report hands its list over; the user works the list screen.
+    void handOver(const QStringList& titles, const QStringList& rows,
+                  const std::function<void(PA_Zwischenliste&)>& script) {
+        const Liste list(koben, titles, rows);
+        screens.workIn<PA_Zwischenliste>(script);
+        Liste_uebergeben(koben, list.gridli);
+        EXPECT_EQ(screens.waiting, 0) << "the wait cursor stays";
+    }
+};
+
+const QString Empty = "! Es sind keine Daten in der Liste.";
+
+TEST(Zwischenliste, LoadMarksDateColumnsByTheFirstRow) {
+    Ausgabelauf run;
+    run.handOver({"Nr", "Termin", "Bemerkung", ">Betrag"}, {"12\t01.02.2026\tam 5.\t1,5", "13\tx\t01.02.2026\t2"},
+                 [](PA_Zwischenliste& f) {
+                     std::vector<Sort> sorts;
+                     for (int c = 1; c <= 4; ++c) sorts.push_back(f.gridli.column(c).sort);
+                     EXPECT_EQ(sorts, (std::vector{Sort::Text, Sort::Date, Sort::Text, Sort::Text}));
+                     EXPECT_EQ(f.gridli.cell(2, 3), "01.02.2026");
+                 });
+}
+
+TEST(Zwischenliste, TextListGoesToTheViewer) {
+    Ausgabelauf run;
+    run.koben.Konfig_Zahl[46] = 1;
+    run.koben.Konfig_Text[25] = "Hof Böhm";
+    run.koben.Konfig_Text[4] = "";
+    run.handOver({"Nr", ">kg"}, {"1\t2,5", ".", "S\t2,5", "."}, [&](PA_Zwischenliste& f) {
+        run.screens.workIn<PA_Textausgabe>([](PA_Textausgabe& viewer) { viewer.abbv.click(); });
+        f.comtext.click();
+    });
+    EXPECT_EQ(run.screens.log,
+              (QStringList{"+ PA_Zwischenliste", "+ PA_Textausgabe", "- PA_Textausgabe", "- PA_Zwischenliste"}));
+    EXPECT_EQ(run.koben.Ausgabedatei, run.path("LISTE.TXT"));
+    EXPECT_EQ(run.lines("LISTE.TXT"), (QStringList{"Datum: 15.07.2026", "Hof Böhm", "", "Nr |  kg", "--------",
+                                                   "1  | 2,5", "--------", "S  | 2,5", "", ""}));
+    EXPECT_EQ(run.koben.Konfig_Text[4], " | ");
+}
+
+TEST(Zwischenliste, AnEmptyListHasNoTextAndNoSpreadsheet) {
+    Ausgabelauf run;
+    run.handOver({"Nr"}, {}, [&](PA_Zwischenliste& f) {
+        f.comtext.click();
+        f.popzeile[1].click();
+    });
+    EXPECT_EQ(run.screens.log, (QStringList{"+ PA_Zwischenliste", Empty, Empty, "- PA_Zwischenliste"}));
+    EXPECT_FALSE(run.exists("LISTE.TXT"));
+    EXPECT_TRUE(run.platform.opened.isEmpty());
+}
+
+TEST(Zwischenliste, ButtonsAndMenuHandOverTheSame) {
+    Ausgabelauf run;
+    run.handOver({"Nr"}, {"1"}, [&](PA_Zwischenliste& f) {
+        for (Button* button : std::initializer_list<Button*>{&f.comexcel, &f.popzeile[1], &f.roexplorer[0],
+                                                             &f.roexplorer[1], &f.popzeile[2], &f.popzeile[3]})
+            button->click();
+        EXPECT_FALSE(f.closed());
+        f.popzeile[5].click();
+        EXPECT_TRUE(f.closed());
+    });
+    const QString sheet = run.path("liste.xlsx"), report = run.path("report.htm");
+    EXPECT_EQ(run.platform.opened, (QStringList{sheet, sheet, report, report, report, report}));
+    EXPECT_TRUE(run.exists("liste.xlsx") && run.exists("report.htm"));
+}
+
+TEST(Zwischenliste, ASpreadsheetThatNothingOpensIsSaid) {
+    Ausgabelauf run;
+    run.platform.opens = false;
+    run.handOver({"Nr"}, {"1"}, [&](PA_Zwischenliste& f) { f.comexcel.click(); });
+    EXPECT_EQ(run.screens.log[1], "! Excel konnte nicht geöffnet werden!");
+}
+
+TEST(Zwischenliste, TheSettingHandsOverAtOnceAndTheListStaysOpen) {
+    const struct {
+        int setting;
+        QStringList log, opened;
+    } cases[] = {
+        {0, {"+ PA_Zwischenliste", "- PA_Zwischenliste"}, {}},
+        {1, {"+ PA_Zwischenliste", "- PA_Zwischenliste"}, {"report.htm"}},
+        {2, {"+ PA_Zwischenliste", "+ PA_Textausgabe", "- PA_Textausgabe", "- PA_Zwischenliste"}, {}},
+    };
+    for (const auto& c : cases) {
+        Ausgabelauf run;
+        run.koben.Konfig_Zahl[45] = static_cast<qint16>(c.setting);
+        if (c.setting == 2) run.screens.workIn<PA_Textausgabe>([](PA_Textausgabe& f) { f.abbv.click(); });
+        bool shown = false;
+        run.handOver({"Nr"}, {"1"}, [&](PA_Zwischenliste& f) { shown = !f.closed(); });
+        EXPECT_TRUE(shown) << c.setting;
+        EXPECT_EQ(run.screens.log, c.log) << c.setting;
+        QStringList opened;
+        for (const QString& path : run.platform.opened) opened += QFileInfo(path).fileName();
+        EXPECT_EQ(opened, c.opened) << c.setting;
+    }
+}
+
+TEST(Zwischenliste, ReportHeadFootAndPageNumbers) {
+    const struct {
+        const char* what;
+        int date, numbers, count, perPage;
+        QString text;
+        QStringList first, last;  // headings and paragraphs of the pages
+    } cases[] = {
+        {"nothing", 0, 0, 0, 2, "", {}, {}},
+        {"all",
+         1,
+         1,
+         1,
+         2,
+         "Hof",
+         {"15.07.2026   Hof", "Seite 1 von 2"},
+         {"15.07.2026   Hof", "Seite 2 von 2", "Anzahl Datensätze: 3"}},
+        {"one page has no number", 1, 1, 1, 60, "", {"15.07.2026", "Anzahl Datensätze: 3"}, {}},
+        {"text alone", 0, 0, 1, 2, "Hof", {"Hof"}, {"Hof", "Anzahl Datensätze: 3"}},
+    };
+    for (const auto& c : cases) {
+        Ausgabelauf run;
+        auto& z = run.koben.Konfig_Zahl;
+        z[46] = static_cast<qint16>(c.date), z[47] = static_cast<qint16>(c.numbers);
+        z[48] = static_cast<qint16>(c.count), z[49] = static_cast<qint16>(c.perPage);
+        run.koben.Konfig_Text[25] = c.text;
+        run.handOver({"Nr"}, {"1", "2", "3"}, [&](PA_Zwischenliste& f) { f.roexplorer[0].click(); });
+        const auto texts = [&](const char* name) {
+            QStringList found;
+            if (!run.exists(name)) return found;
+            static const QRegularExpression text("<(h1|p)>(.*)</\\1>");
+            auto hit = text.globalMatch(QString::fromUtf8(run.bytes(name)));
+            while (hit.hasNext()) found += hit.next().captured(2);
+            return found;
+        };
+        EXPECT_EQ(texts("report.htm"), c.first) << c.what;
+        EXPECT_EQ(texts("report-2.htm"), c.last) << c.what;
+    }
+}
+
+TEST(Zwischenliste, BestWidthsFollowTheContent) {
+    Ausgabelauf run;
+    run.koben.Konfig_Zahl[54] = 1;
+    run.handOver({"A", "B", "Überschrift"}, {"\t" + QString(40, u'x') + "\tx"}, [](PA_Zwischenliste& f) {
+        EXPECT_EQ(f.gridli.column(1).width, 27) << "the least width";
+        EXPECT_GT(f.gridli.column(2).width, 40 * 7);
+        EXPECT_GT(f.gridli.column(3).width, 11 * 6) << "a title longer than its cells counts";
+    });
+}
+
+}  // namespace
+}  // namespace koben

@@ -1,0 +1,53 @@
+#include <QDateTime>
+
+#include "store/Schema.h"
+#include "tests/store/StoreTest.h"
+
+namespace koben {
+namespace {
+
+class SchemaTest : public StoreTest {
+protected:
+    void SetUp() override {
+        StoreTest::SetUp();
+        Transaction t(db);
+        for (const QString& s : schemaStatements()) db.execute(s);
+        addHelperIndexes(db);
+        t.commit();
+    }
+};
+
+TEST_F(SchemaTest, TablesStandInOrder) {
+    EXPECT_EQ(
+        db.tables().join(u' '),
+        QStringLiteral(
+            "Sauen Belegung Ferkelung Absetzung Trächtigkeit Verluste Verschiebung Behandlung Ferkelverkauf "
+            "Medikamente Bestandsoptionen Arbeitsplanoptionen Termine Stammdaten_Gruppe Stammdaten_Stallnummer "
+            "Stammdaten_Rasse Stammdaten_Zugangsgrund Stammdaten_Abgangsgrund Stammdaten_Kunde Stammdaten_Bemerkung"));
+    EXPECT_EQ(db.fields(QStringLiteral("sauen")).size(), 37U);
+    EXPECT_EQ(db.fields(QStringLiteral("Trächtigkeit")).size(), 7U);
+}
+
+TEST_F(SchemaTest, SeedRows) {
+    EXPECT_EQ(ask("select Tiergruppe, Tierart, Alter_bis, Wert, Belegt, ID from Bestandsoptionen order by ID"),
+              QStringLiteral("Alle Schweine|Alle|99|250|N|1; Alle Sauen|Sau|99|250|N|2; Alle Eber|Eber|99|250|N|3; "
+                             "Belegte Sauen|Sau|99|250|J|4"));
+    EXPECT_EQ(ask("select Arbeitsart, Tage_von, Tage_bis, Erledigt_gross from Arbeitsplanoptionen"),
+              QStringLiteral(
+                  "Belegung|4|8|Letzte Belegung; Ferkelung|113|119|Letzte Ferkelung; Absetzung|28|32|Letzte Absetzung; "
+                  "Trächtigkeitskontr.|20|24|Letzte Trächtigkeit"));
+    EXPECT_EQ(ask("select * from Stammdaten_Gruppe"), QStringLiteral("Zuchtsau; Läufer; Zuchteber; Mastschwein"));
+}
+
+TEST_F(SchemaTest, StartStatementsOfTheProgramRun) {
+    EXPECT_EQ(db.table(QStringLiteral("select top 1 * from Sauen")).columnCount(), 37);
+    EXPECT_EQ(ask("select sum(Ferkel_Lebendig) as xsumme from Ferkelung where Kennung = 5"), QStringLiteral("<Null>"));
+    run({"insert into Sauen (Art, Nummer, Status) values ('Sau', '007', 'B_NTG')"});
+    EXPECT_EQ(ask("select Nummer from sauen where status like 'B_NT*' and nummer = '007'"), QStringLiteral("007"));
+    EXPECT_EQ(ask("transform count(*) select Art, count(*) as Anzahl from Sauen where Abgangsdatum IS NULL group by "
+                  "Art pivot Rasse;"),
+              QStringLiteral("Sau|1|1"));
+}
+
+}  // namespace
+}  // namespace koben

@@ -1,0 +1,183 @@
+// Widgets and controls: what the user does reaches the control once, what the program sets raises nothing.
+#include <QAbstractButton>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+
+#include "core/PZ_Koben_Subs.h"
+#include "tests/ui/Support.h"
+
+namespace koben::ui {
+namespace {
+
+/// An entry screen in small. The order of its controls is that of the Tab key.
+class Eingabe final : public Form {
+public:
+    explicit Eingabe(Koben& context) : Form(context, QStringLiteral("Eingabe"), QStringLiteral("Eingabe")) {
+        tdat.onKeyPress = Nur_Zahlzeichen;
+        tdat.onLostFocus = [this] { log += "verlassen "; };
+        tdat.onGotFocus = [this] { log += "betreten "; };
+        tz.onKeyPress = Nur_Ziffern;
+        tz.maxLength = 3;
+        tz.onChange = [this] { log += "geändert "; };
+        kom.setItems({QStringLiteral("K"), QStringLiteral("N")});
+        kom.onClick = [this] { log += "gewählt "; };
+        kon.onClick = [this] { log += "Häkchen "; };
+        opti.onClick = [this](int i) { log += QStringLiteral("Wahl%1 ").arg(i); };
+        ok.onClick = [this] { log += "ok "; };
+        zweiter.onClick = [this] { log += "zweiter "; };
+        abbrechen.onClick = [this] { close(); };
+        acceptButton = &ok;
+        cancelButton = &abbrechen;
+    }
+    TextBox tdat{*this, "tdat"};
+    Button calender{*this, "calender", "Kalender"};
+    Calendar calend{*this, "calend"};
+    TextBox tz{*this, "tz"};
+    ComboBox kom{*this, "kom"};
+    CheckBox kon{*this, "kon", "&Fett"};
+    OptionGroup opti{*this, "opti", {"Alle", "Keine"}};
+    Button ok{*this, "ok", "&OK"};
+    Button zweiter{*this, "zweiter", "&Ohne Namen"};
+    Button abbrechen{*this, "abbrechen", "&Abbrechen"};
+    QString log;
+};
+
+struct BinderTest : testing::Test, Bench {
+    Eingabe form{koben};
+    void hand(const std::function<void(FormWindow&)>& play) { run(form, play); }
+    QWidget* widget(FormWindow& window, const Control& control) { return window.widgetOf(control); }
+};
+
+TEST_F(BinderTest, FilterTakesTypedAndPastedCharacters) {
+    hand([&](FormWindow& window) {
+        QWidget* tz = widget(window, form.tz);
+        tz->setFocus();
+        form.log.clear();
+        type(window, QStringLiteral("1a2"));
+        EXPECT_EQ(form.tz.text(), QStringLiteral("12"));
+        EXPECT_EQ(form.log, QStringLiteral("geändert geändert "));
+        QApplication::clipboard()->setText(QStringLiteral("x9y87"));
+        static_cast<QLineEdit*>(tz)->setCursorPosition(0);
+        static_cast<QLineEdit*>(tz)->paste();
+        EXPECT_EQ(form.tz.text(), QStringLiteral("912")) << "filtered, then cut to the length";
+        static_cast<QLineEdit*>(tz)->backspace();
+        EXPECT_EQ(form.tz.text(), QStringLiteral("12"));
+    });
+}
+
+TEST_F(BinderTest, ProgramSetsWithoutEventsAndWithoutFilter) {
+    hand([&](FormWindow& window) {
+        form.log.clear();
+        form.tz.setText(QStringLiteral("viele"));
+        form.kom.setCurrent(1);
+        form.kon.setChecked(true);
+        form.opti.select(1);
+        form.opti.select(-1);
+        EXPECT_EQ(form.log, QString());
+        EXPECT_EQ(static_cast<QLineEdit*>(widget(window, form.tz))->text(), QStringLiteral("viele"));
+        EXPECT_EQ(static_cast<QComboBox*>(widget(window, form.kom))->currentText(), QStringLiteral("N"));
+        EXPECT_TRUE(static_cast<QAbstractButton*>(widget(window, form.kon))->isChecked());
+        for (int i : {0, 1})
+            EXPECT_FALSE(static_cast<QAbstractButton*>(widget(window, form.opti[i]))->isChecked()) << i;
+    });
+}
+
+TEST_F(BinderTest, UserClicksRaiseOneEventEach) {
+    hand([&](FormWindow& window) {
+        form.log.clear();
+        static_cast<QAbstractButton*>(widget(window, form.kon))->click();
+        static_cast<QAbstractButton*>(widget(window, form.opti[1]))->click();
+        EXPECT_EQ(form.log, QStringLiteral("Häkchen Wahl1 "));
+        EXPECT_TRUE(form.kon.checked());
+        EXPECT_EQ(form.opti.selected(), 1);
+    });
+}
+
+TEST_F(BinderTest, EnterMovesOnAndEscapeCancels) {
+    hand([&](FormWindow& window) {
+        widget(window, form.tdat)->setFocus();
+        type(window, QStringLiteral("5.7."));
+        press(window.focusWidget(), Qt::Key_Return);
+        EXPECT_EQ(window.focusWidget(), widget(window, form.calender)) << "Enter in a field is Tab";
+        EXPECT_EQ(form.log.count(QStringLiteral("verlassen")), 1);
+        EXPECT_FALSE(form.closed());
+        press(window.focusWidget(), Qt::Key_Escape);
+        EXPECT_TRUE(form.closed());
+    });
+}
+
+TEST_F(BinderTest, ButtonByKeyLeavesTheFieldFirst) {
+    hand([&](FormWindow& window) {
+        widget(window, form.tdat)->setFocus();
+        form.log.clear();
+        static_cast<QAbstractButton*>(widget(window, form.ok))->click();  // as a mnemonic does
+        EXPECT_EQ(form.log, QStringLiteral("verlassen ok "));
+    });
+}
+
+TEST_F(BinderTest, EnterWithoutAFieldPressesTheAcceptButton) {
+    hand([&](FormWindow& window) {
+        widget(window, form.kon)->setFocus();
+        form.log.clear();
+        press(window.focusWidget(), Qt::Key_Return);
+        EXPECT_EQ(form.log, QStringLiteral("ok "));
+    });
+}
+
+TEST_F(BinderTest, LockedForAMomentKeepsTheFocus) {
+    hand([&](FormWindow& window) {
+        widget(window, form.tz)->setFocus();
+        form.tz.setEnabled(false);
+        form.tz.setEnabled(true);
+        QApplication::processEvents();
+        EXPECT_EQ(window.focusWidget(), widget(window, form.tz));
+        form.tz.setEnabled(false);
+        QApplication::processEvents();
+        EXPECT_FALSE(widget(window, form.tz)->isEnabled());
+    });
+}
+
+TEST_F(BinderTest, MnemonicsAreGivenOnce) {
+    hand([&](FormWindow& window) {
+        EXPECT_EQ(static_cast<QAbstractButton*>(widget(window, form.ok))->text(), QStringLiteral("&OK"));
+        EXPECT_EQ(static_cast<QAbstractButton*>(widget(window, form.zweiter))->text(), QStringLiteral("Ohne Namen"));
+    });
+}
+
+TEST_F(BinderTest, CalendarDropsDownAndPicks) {
+    QDate picked;
+    form.calender.onClick = [&] { form.calend.setVisible(!form.calend.visible()); };
+    form.calend.onPick = [&](QDate day) { picked = day; };
+    hand([&](FormWindow& window) {
+        form.calend.setDate(QDate(2026, 7, 15));
+        form.calender.click();
+        QWidget* month = widget(window, form.calend);
+        ASSERT_TRUE(month && month->isVisible());
+        press(month, Qt::Key_Escape);
+        EXPECT_FALSE(form.calend.visible()) << "closed without a pick";
+        form.calender.click();
+        EXPECT_TRUE(month->isVisible());
+        form.calend.pick(QDate(2026, 7, 20));
+        EXPECT_EQ(picked, QDate(2026, 7, 20));
+    });
+}
+
+TEST(Place, ComesBackOnlyOntoAScreen) {
+    const QList<QRect> one{QRect(0, 0, 1366, 768)};
+    EXPECT_EQ(placeOnScreen(QRect(100, 100, 800, 500), one), QRect(100, 100, 800, 500));
+    EXPECT_EQ(placeOnScreen(QRect(2000, 100, 800, 500), one), QRect(566, 100, 800, 500)) << "its screen has gone";
+    EXPECT_EQ(placeOnScreen(QRect(0, 0, 2560, 1400), one), QRect(0, 0, 1366, 768)) << "its screen was larger";
+    const QList<QRect> two{QRect(0, 0, 1366, 768), QRect(1366, 0, 1920, 1080)};
+    EXPECT_EQ(placeOnScreen(QRect(1400, 50, 800, 500), two), QRect(1400, 50, 800, 500));
+}
+
+TEST(FileFilter, MatchesAnyCase) {
+    EXPECT_EQ(fileFilter(QStringLiteral("CSV-Dateien|*.CSV|Alle Dateien|*.*")),
+              QStringLiteral("CSV-Dateien (*.[Cc][Ss][Vv]);;Alle Dateien (*)"));
+    EXPECT_EQ(fileFilter(QStringLiteral("Bilder (*.a)|*.a1;*.b")), QStringLiteral("Bilder (*.[Aa]1 *.[Bb])"));
+}
+
+}  // namespace
+}  // namespace koben::ui

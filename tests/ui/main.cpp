@@ -1,0 +1,15 @@
+#include <gtest/gtest.h>
+
+#include <QStandardPaths>
+
+#include "ui/Application.h"
+#include "ui/Look.h"
+
+int main(int argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QStandardPaths::setTestModeEnabled(true);
+    testing::InitGoogleTest(&argc, argv);
+    koben::ui::Application application(argc, argv);
+    koben::ui::applyLook(application, koben::ui::Shade::Light);
+    return RUN_ALL_TESTS();
+}

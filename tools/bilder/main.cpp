@@ -1,0 +1,206 @@
+// koben-bilder [folder]: opens every window of the program on a made herd, without a screen, and writes a picture of
+// each in light and dark, at 100 and 150 percent. The folder is "bilder" in the current one unless told.
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <map>
+
+#include "app/Katalog.h"
+#include "bookings/PE_Bewegungsdaten.h"
+#include "forms/Stammdaten.h"
+#include "herd/PA_Koben.h"
+#include "plans/PB_Arbeitsplan.h"
+#include "tools/herdengenerator/Ausgabe.h"
+#include "ui/Application.h"
+#include "ui/FormWindow.h"
+#include "ui/Look.h"
+#include "ui/SystemPlatform.h"
+#include "ui/WindowScreens.h"
+
+using namespace koben;
+
+namespace {
+
+const QDate today(2026, 7, 15);
+
+/// Forms that the main form opens and that need nothing prepared.
+const char* const plainForms[] = {"PB_Neues_Schwein",
+                                  "PB_Verkauf_Ferkel",
+                                  "PB_Verluste_Ferkel",
+                                  "PB_Verkauf_Schweine",
+                                  "PB_Sauenkarte",
+                                  "PB_Tierinformation_Schweine",
+                                  "PB_Tierinformation_Buchungen",
+                                  "PB_Arbeitsplan",
+                                  "PB_Bestand",
+                                  "PB_Bestandsregister",
+                                  "PB_Deckungsbeitrag",
+                                  "PB_Statusplan",
+                                  "PB_Wartezeiten",
+                                  "PB_Statistiken",
+                                  "PB_Gruppierungen",
+                                  "PB_Logiktest",
+                                  "PB_Selektieren",
+                                  "PB_Stallnr",
+                                  "PV_Bestandsdaten",
+                                  "PV_Arbeitsplandaten",
+                                  "PV_Medizin",
+                                  "PV_Stichworte",
+                                  "PV_Termine",
+                                  "PO_Einstellungen",
+                                  "S_Datensicherung_neu",
+                                  "S_Importtabelle",
+                                  "PO_Pocketexport",
+                                  "PO_Pocketimport",
+                                  "HV_Updatemanager",
+                                  "PO_Update",
+                                  "PO_Bestellschein",
+                                  "PH_Hilfe"};
+
+/// A machine of its own: a folder of the run, a fixed day, nothing kept, nothing started.
+class PicturePlatform final : public ui::SystemPlatform {
+public:
+    explicit PicturePlatform(const QString& folder)
+        : SystemPlatform([](const QString&) { return QString(); }), m_folder(folder) {}
+    QDateTime now() override { return today.startOfDay(); }
+    bool open(const QString&) override { return true; }
+    bool start(const QString&) override { return true; }
+    std::optional<QByteArray> httpGet(const QString&) override { return std::nullopt; }
+    QString userSetting(const QString& section, const QString& key) override { return m_settings[section + key]; }
+    void setUserSetting(const QString& section, const QString& key, const QString& value) override {
+        m_settings[section + key] = value;
+    }
+    QString dataFolder() override { return m_folder; }
+    bool lockDataFolder(const QString&) override { return true; }
+
+private:
+    QString m_folder;
+    std::map<QString, QString> m_settings;
+};
+
+/// Takes each window's picture as it opens, opens what opens from there, and closes it.
+class Photographer final : public ui::WindowScreens {
+public:
+    Photographer(const QString& folder, const QString& variant) : m_folder(folder), m_variant(variant) {}
+    void message(const QString& text) override { told(text); }
+    bool yesNo(const QString& text, bool) override { return told(text), true; }
+    bool okCancel(const QString& text) override { return told(text), true; }
+    QString input(const QString& prompt, const QString& preset) override { return told(prompt), preset; }
+    QString openFile(const QString&) override { return {}; }
+    QString saveFile(const QString&, const QString&) override { return {}; }
+    QString folder(const QString&) override { return {}; }
+    void breathe() override {}
+
+    void run(Form& form) override {
+        const ui::OrdinaryCursor cursor;
+        windowOf(form)->present();
+        take(form, form.name());
+        turnPages(form);
+        if (form.closed()) return;
+        if (auto* herd = dynamic_cast<PA_Koben*>(&form)) visitFrom(*herd);
+        if (auto* frame = dynamic_cast<PE_Bewegungsdaten*>(&form)) visitFrom(*frame);
+        if (auto* list = dynamic_cast<Stammdatenliste*>(&form)) list->neu.click();
+        if (auto* plan = dynamic_cast<PB_Arbeitsplan*>(&form)) plan->ok[0].click();
+        form.close();
+    }
+    int pictures() const { return m_pictures; }
+
+private:
+    void told(const QString& text) {
+        std::printf("%s: %s\n", front() ? qUtf8Printable(front()->form().name()) : "-",
+                    qUtf8Printable(text.simplified().left(100)));
+    }
+
+    void take(const Form& form, QString name) {
+        ui::FormWindow* window = windowOf(form);
+        for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
+        for (const auto* control : window->leftOver())
+            std::printf("%s: %s hat keinen Platz im Layout\n", qUtf8Printable(name),
+                        qUtf8Printable(control->address()));
+        name.replace(QStringLiteral("ä"), QStringLiteral("ae"));
+        const QString path = QStringLiteral("%1/%2_%3.png").arg(m_folder, name, m_variant);
+        if (window->grab().save(path)) ++m_pictures;
+    }
+
+    void turnPages(Form& form) {
+        for (Control* control : form.controls())
+            if (auto* tabs = dynamic_cast<Tabs*>(control))
+                for (int page = 1; page < tabs->captions().size(); ++page) {
+                    tabs->choose(page);
+                    take(form, QStringLiteral("%1_%2").arg(form.name()).arg(page + 1));
+                }
+    }
+
+    void visitFrom(PA_Koben& herd) {
+        herd.cmdok.click();
+        take(herd, QStringLiteral("PA_Koben_Tier"));
+        herd.optianzeige[1].click();
+        take(herd, QStringLiteral("PA_Koben_Sauen"));
+        herd.comdrucken.click();
+        Koben& koben = herd.koben;
+        for (const char* name : plainForms) {
+            koben.Buchungsmodus = QStringLiteral("Neu");
+            koben.open(QString::fromUtf8(name));
+            herd.settle();
+        }
+        koben.open(QStringLiteral("PE_Bewegungsdaten"));
+    }
+
+    void visitFrom(PE_Bewegungsdaten& frame) {
+        for (int kind = 0; kind < 8; ++kind) {
+            frame.opti[kind].click();
+            frame.koben.Buchungsmodus = frame.li.rowCount() > 0 ? QStringLiteral("Ändern") : QStringLiteral("Neu");
+            frame.koben.open(QString::fromUtf8(Buchungsarten[kind].screen));
+        }
+    }
+
+    QString m_folder, m_variant;
+    int m_pictures = 0;
+};
+
+/// One run in this process, in one shade and at the scale of the environment.
+int photograph(int argc, char** argv, const QString& folder, const QString& variant) {
+    ui::Application application(argc, argv);
+    ui::applyLook(application, variant.startsWith(u"dunkel") ? ui::Shade::Dark : ui::Shade::Light);
+    const QTemporaryDir data;
+    Vorgaben herd;
+    herd.sauen = 60;
+    herd.ende = today;
+    Herde_in_Datenbank(Herde_erzeugen(herd), data.filePath(QStringLiteral("koben2.mdb")));
+    Photographer screens(folder, variant);
+    PicturePlatform platform(data.path() + u'/');
+    Koben koben(screens, platform, katalog());
+    const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
+    koben.run(*main);
+    std::printf("%s: %d Bilder\n", qUtf8Printable(variant), screens.pictures());
+    return screens.pictures() > 0 ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("bilder");
+    if (argc > 2) return photograph(argc, argv, folder, QString::fromLocal8Bit(argv[2]));
+    if (!QDir().mkpath(folder)) {
+        std::fprintf(stderr, "Der Ordner %s kann nicht angelegt werden.\n", qUtf8Printable(folder));
+        return 1;
+    }
+    int failed = 0;
+    for (const char* shade : {"hell", "dunkel"})
+        for (const char* scale : {"1", "1.5"}) {
+            QProcess run;
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+            environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromLatin1(scale));
+            run.setProcessEnvironment(environment);
+            run.setProcessChannelMode(QProcess::ForwardedChannels);
+            const QString variant =
+                QStringLiteral("%1_%2").arg(QLatin1String(shade), QLatin1String(scale)).remove(u'.');
+            run.start(QString::fromLocal8Bit(argv[0]), {folder, variant});
+            run.waitForFinished(-1);
+            failed += run.exitStatus() != QProcess::NormalExit || run.exitCode() != 0;
+        }
+    return failed == 0 ? 0 : 1;
+}

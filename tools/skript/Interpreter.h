@@ -1,0 +1,64 @@
+#pragma once
+// Runs a script: reads its commands, works the front form, and starts and ends the program.
+#include <QElapsedTimer>
+
+#include "tools/skript/Answers.h"
+#include "tools/skript/Hand.h"
+#include "tools/skript/ScriptPlatform.h"
+#include "tools/skript/ScriptScreens.h"
+
+namespace koben::skript {
+
+/// Status 0 the script ran to its end; 1 it is wrong or the program refused; 2 the program failed.
+struct Result {
+    int status = 0;
+    int line = 0;
+    QString reason;
+};
+
+class Interpreter {
+public:
+    /// `catalogue` must hold the main form PA_Koben. `times` gets the milliseconds of each command, where given.
+    Interpreter(const Catalogue& catalogue, const QString& script, Transcript& transcript,
+                std::function<void(const Command&, qint64)> times = {});
+    ~Interpreter();
+    Interpreter(const Interpreter&) = delete;
+    Interpreter& operator=(const Interpreter&) = delete;
+
+    Result run();
+
+private:
+    friend struct Commands;
+    struct Program;
+
+    std::optional<Command> fetch();
+    void reportTime();
+    void execute(const Command& command);
+    /// Commands until the form is closed; without a form until the script's end.
+    void loop(Form* form);
+    void runScript();
+
+    void start();
+    void endProgram();
+    Koben& program() const;
+    Database& database() const;
+    void sql(const QString& statement);
+    void closeBatch();
+
+    const Catalogue& m_catalogue;
+    Script m_script;
+    Transcript& m_transcript;
+    std::function<void(const Command&, qint64)> m_times;
+    Answers m_answers;
+    ScriptScreens m_screens;
+    ScriptPlatform m_platform;
+    Hand m_hand;
+    Program* m_program = nullptr;        ///< while it runs
+    bool m_restart = false;              ///< the ending program is to be started again
+    std::optional<Transaction> m_batch;  ///< writing `sql` commands that follow each other
+    std::optional<Failure> m_failure;    ///< once set, no command follows
+    std::optional<Command> m_current;
+    QElapsedTimer m_timer;
+};
+
+}  // namespace koben::skript

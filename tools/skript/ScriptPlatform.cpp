@@ -1,0 +1,122 @@
+#include "tools/skript/ScriptPlatform.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+#include "tools/skript/Script.h"
+
+namespace koben::skript {
+
+namespace {
+
+QString withSeparator(const QString& folder) { return folder.endsWith(u'/') ? folder : folder + u'/'; }
+
+/// "C:\..." is a full path too, although none of this machine.
+bool isAbsolute(const QString& path) {
+    return QDir::isAbsolutePath(path) || (path.size() > 1 && path[0].isLetter() && path[1] == u':');
+}
+
+/// The path of an address on whatever server, without a slash at its head.
+QString pathOnServer(const QString& address) {
+    const qsizetype scheme = address.indexOf(QLatin1String("://"));
+    const QString path = scheme < 0 ? address : address.mid(scheme + 3).section(u'/', 1);
+    return path.startsWith(u'/') ? path.mid(1) : path;
+}
+
+}  // namespace
+
+void ScriptPlatform::useFolder(const QString& path) {
+    const QString folder = QDir(path).absolutePath();
+    if (!QDir().mkpath(folder)) throw Failure{QStringLiteral("der Ordner %1 lässt sich nicht anlegen").arg(path)};
+    m_dataFolder = withSeparator(folder);
+}
+
+QString ScriptPlatform::temporary(const QString& name) {
+    if (!m_temporary) m_temporary.emplace(QDir::tempPath() + QStringLiteral("/koben-skript-XXXXXX"));
+    if (!m_temporary->isValid() || !QDir(m_temporary->path()).mkpath(name))
+        throw Failure{QStringLiteral("kein vorläufiger Ordner: %1").arg(m_temporary->errorString())};
+    return withSeparator(m_temporary->filePath(name));
+}
+
+QString ScriptPlatform::dataFolder() {
+    if (m_dataFolder.isEmpty()) m_dataFolder = temporary(QStringLiteral("daten"));
+    return m_dataFolder;
+}
+
+QString ScriptPlatform::programFolder() {
+    if (!m_programFolder.isEmpty()) return m_programFolder;
+    const QString program = QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QString();
+    for (const QString& shipped : {program + QStringLiteral("/../share/koben"), QStringLiteral(KOBEN_SHIPPED_DIR)})
+        if (QDir(shipped).exists()) return m_programFolder = withSeparator(QDir(shipped).canonicalPath());
+    return m_programFolder = temporary(QStringLiteral("programm"));
+}
+
+QString ScriptPlatform::pathOf(const QString& name) {
+    if (isAbsolute(name)) return name;
+    const QString inFolder = dataFolder() + name;
+    const QString fromHere = QDir::current().absoluteFilePath(name);
+    return !QFile::exists(inFolder) && QFile::exists(fromHere) ? fromHere : inFolder;
+}
+
+QDateTime ScriptPlatform::now() { return m_today.isValid() ? m_today.startOfDay() : QDateTime::currentDateTime(); }
+
+QStringList ScriptPlatform::fonts() {
+    return {QStringLiteral("Arial"), QStringLiteral("Courier New"), QStringLiteral("Times New Roman")};
+}
+
+std::unique_ptr<PrintJob> ScriptPlatform::print(const QString& printer, bool landscape) {
+    if (!printer.isEmpty() && !printers().contains(printer)) return nullptr;
+    return std::make_unique<ScriptPrintJob>(landscape, [this](const PrintedJob& job) {
+        m_lastJob = job;
+        m_transcript.line("@", QStringLiteral("drucke %1 Seiten").arg(job.pages));
+    });
+}
+
+QString ScriptPlatform::withoutFolders(QString text) {
+    for (const QString& folder : {dataFolder(), programFolder()}) {
+        if (text == folder || text == folder.chopped(1)) return QStringLiteral(".");
+        text.replace(folder, QString());
+    }
+    return text;
+}
+
+bool ScriptPlatform::open(const QString& fileOrAddress) {
+    m_transcript.line("@", QStringLiteral("oeffne ") + withoutFolders(fileOrAddress));
+    return true;
+}
+
+bool ScriptPlatform::start(const QString& command) {
+    m_transcript.line("@", QStringLiteral("starte ") + withoutFolders(command));
+    return true;
+}
+
+std::optional<QByteArray> ScriptPlatform::httpGet(const QString& path) {
+    for (const auto& [known, file] : m_net) {
+        if (pathOnServer(known) != pathOnServer(path)) continue;
+        QFile answer(pathOf(file));
+        if (!answer.open(QIODevice::ReadOnly)) throw Failure{QStringLiteral("die Datei %1 fehlt").arg(file)};
+        return answer.readAll();
+    }
+    return std::nullopt;
+}
+
+QString ScriptPlatform::userSetting(const QString& section, const QString& key) {
+    const auto found = m_settings.find(section + u'/' + key);
+    return found == m_settings.end() ? QString() : found->second;
+}
+
+void ScriptPlatform::setUserSetting(const QString& section, const QString& key, const QString& value) {
+    m_settings[section + u'/' + key] = value;
+}
+
+bool ScriptPlatform::lockDataFolder(const QString& folder) {
+    if (m_lock) return true;
+    auto lock = std::make_unique<QLockFile>(QDir(folder).filePath(QStringLiteral("koben.lock")));
+    lock->setStaleLockTime(0);
+    if (!lock->tryLock(0)) return false;
+    m_lock = std::move(lock);
+    return true;
+}
+
+}  // namespace koben::skript

@@ -1,0 +1,55 @@
+#pragma once
+// The machine of a scripted run: its own folders, clock, printer, settings and update server.
+#include <QLockFile>
+#include <QTemporaryDir>
+#include <map>
+#include <optional>
+
+#include "forms/Ports.h"
+#include "tools/skript/PrintedJob.h"
+#include "tools/skript/Transcript.h"
+
+namespace koben::skript {
+
+class ScriptPlatform final : public Platform {
+public:
+    explicit ScriptPlatform(Transcript& transcript) : m_transcript(transcript) {}
+
+    // what the script sets up
+    void fixClock(QDate day) { m_today = day; }
+    void useFolder(const QString& path);
+    void answerFrom(const QString& path, const QString& file) { m_net[path] = file; }
+    void disconnect() { m_net.clear(); }
+    void releaseDataFolder() { m_lock.reset(); }
+    const std::optional<PrintedJob>& lastJob() const { return m_lastJob; }
+    /// A file that the script names: absolute, in the data folder, or, where only that exists, as seen from here.
+    QString pathOf(const QString& name);
+
+    QDateTime now() override;
+    QStringList printers() override { return {QStringLiteral("PDF-Datei")}; }
+    QStringList fonts() override;
+    std::unique_ptr<PrintJob> print(const QString& printer, bool landscape) override;
+    bool open(const QString& fileOrAddress) override;
+    bool start(const QString& command) override;
+    std::optional<QByteArray> httpGet(const QString& path) override;
+    QString userSetting(const QString& section, const QString& key) override;
+    void setUserSetting(const QString& section, const QString& key, const QString& value) override;
+    QString programFolder() override;
+    QString dataFolder() override;
+    bool lockDataFolder(const QString& folder) override;
+
+private:
+    QString temporary(const QString& name);
+    QString withoutFolders(QString text);
+
+    Transcript& m_transcript;
+    std::optional<QTemporaryDir> m_temporary;
+    QString m_dataFolder, m_programFolder;  ///< with a separator at the end; "" until asked for
+    QDate m_today;                          ///< invalid: the machine's clock runs
+    std::map<QString, QString> m_net;       ///< path -> file with the answer; empty is no connection
+    std::map<QString, QString> m_settings;
+    std::optional<PrintedJob> m_lastJob;
+    std::unique_ptr<QLockFile> m_lock;
+};
+
+}  // namespace koben::skript

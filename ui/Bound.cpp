@@ -1,0 +1,25 @@
+#include "ui/Bound.h"
+
+namespace koben::ui {
+
+Control* controlOf(QWidget* widget) {
+    for (; widget; widget = widget->parentWidget())
+        if (const auto* bound = dynamic_cast<const BoundWidget*>(widget)) return &bound->control();
+    return nullptr;
+}
+
+QString plainCaption(QString caption) {
+    return caption.replace(QStringLiteral("&&"), QString(QChar(1))).remove(u'&').replace(QChar(1), u'&');
+}
+
+QString accessibleName(const Control& control) {
+    if (!control.hint().isEmpty()) return control.hint();
+    if (const auto* button = dynamic_cast<const Button*>(&control); button && !button->caption().isEmpty())
+        return plainCaption(button->caption());
+    if (const auto* check = dynamic_cast<const CheckBox*>(&control)) return plainCaption(check->caption());
+    if (const auto* option = dynamic_cast<const Option*>(&control)) return plainCaption(option->caption());
+    if (dynamic_cast<const Label*>(&control)) return {};  // a label's text speaks for itself
+    return control.name();
+}
+
+}  // namespace koben::ui

@@ -1,0 +1,69 @@
+#include "ui/CalendarPopup.h"
+
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QLocale>
+#include <QScreen>
+#include <algorithm>
+
+namespace koben::ui {
+
+CalendarPopup::CalendarPopup(Calendar& model, QWidget& field)
+    : View(model), m_model(model), m_field(&field), m_month(new QCalendarWidget(this)) {
+    setWindowFlags(Qt::Popup);
+    setAttribute(Qt::WA_NoMouseReplay);  // else the press that closes it opens it again by its button
+    setAttribute(Qt::WA_WindowPropagation);
+    setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
+    setObjectName(model.address());
+    setAccessibleName(QStringLiteral("Kalender"));
+    m_month->setLocale(QLocale(QStringLiteral("de_DE")));
+    m_month->setFirstDayOfWeek(Qt::Monday);
+    m_month->setVerticalHeaderFormat(QCalendarWidget::ISOWeekNumbers);
+    auto* box = new QVBoxLayout(this);
+    box->setContentsMargins(1, 1, 1, 1);
+    box->addWidget(m_month);
+    const auto picked = [this](QDate day) {
+        m_model.pick(day);
+        m_model.setVisible(false);
+    };
+    QObject::connect(m_month, &QCalendarWidget::clicked, this, picked);
+    QObject::connect(m_month, &QCalendarWidget::activated, this, picked);
+}
+
+void CalendarPopup::changed(Aspect aspect) {
+    if (aspect != Aspect::Visible) return;
+    if (m_model.visible())
+        dropDown();
+    else
+        hide();
+}
+
+void CalendarPopup::dropDown() {
+    if (!m_field || !m_field->isVisible()) return;
+    const QSignalBlocker quiet(m_month);
+    m_month->setSelectedDate(m_model.date().isValid() ? m_model.date() : QDate::currentDate());
+    adjustSize();
+    QPoint at = m_field->mapToGlobal(QPoint(0, m_field->height()));
+    if (const QScreen* screen = m_field->screen()) {
+        const QRect free = screen->availableGeometry();
+        at.setX(std::clamp(at.x(), free.left(), std::max(free.left(), free.right() - width())));
+        if (at.y() + height() > free.bottom()) at.setY(m_field->mapToGlobal(QPoint()).y() - height());
+    }
+    move(at);
+    show();
+    m_month->setFocus();
+}
+
+void CalendarPopup::hideEvent(QHideEvent* event) {
+    QFrame::hideEvent(event);
+    m_model.setVisible(false);
+}
+
+void CalendarPopup::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        hide();
+    else
+        QFrame::keyPressEvent(event);
+}
+
+}  // namespace koben::ui

@@ -1,0 +1,30 @@
+#pragma once
+// The month that drops down below a date field.
+#include <QCalendarWidget>
+#include <QFrame>
+#include <QPointer>
+
+#include "ui/Bound.h"
+
+namespace koben::ui {
+
+class CalendarPopup final : public QFrame, public BoundWidget, private Control::View {
+public:
+    /// `field` is what it drops down from.
+    CalendarPopup(Calendar& model, QWidget& field);
+    Control& control() const override { return m_model; }
+    QCalendarWidget& month() { return *m_month; }
+
+protected:
+    void hideEvent(QHideEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void changed(Aspect aspect) override;
+    void dropDown();
+    Calendar& m_model;
+    QPointer<QWidget> m_field;
+    QCalendarWidget* m_month;
+};
+
+}  // namespace koben::ui

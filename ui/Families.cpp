@@ -1,0 +1,93 @@
+#include "ui/Families.h"
+
+#include "bookings/Buchungseingabe.h"
+#include "forms/Stammdaten.h"
+
+namespace koben::ui {
+
+namespace {
+
+const QStringList factCaptions{QStringLiteral("Art"),
+                               QStringLiteral("Nummer"),
+                               QStringLiteral("Gruppe"),
+                               QStringLiteral("Stall"),
+                               QStringLiteral("Belegungen"),
+                               QStringLiteral("Würfe"),
+                               QStringLiteral("Ferkel gesamt"),
+                               QStringLiteral("Ferkel lebend"),
+                               QStringLiteral("Letzte Belegung"),
+                               QStringLiteral("Letzte Ferkelung"),
+                               QStringLiteral("Nächste Belegung"),
+                               QStringLiteral("Nächste Ferkelung")};
+
+template <class C>
+void addAll(std::vector<const Control*>& placed, ControlArray<C>& controls) {
+    for (auto& control : controls) placed.push_back(control.get());
+}
+
+/// What a booking's screen has beyond the common parts.
+std::vector<Control*> extras(Buchungseingabe& form) {
+    std::vector<const Control*> placed{&form.tdat, &form.calender, &form.calend, &form.abbrechen};
+    addAll(placed, form.bezschwein);
+    addAll(placed, form.ok);
+    addAll(placed, form.nextschwein);
+    for (const auto& line : form.zeilen()) {
+        placed.push_back(line.control);
+        placed.push_back(line.spin);
+    }
+    return others(form, placed);
+}
+
+Piece bookingFamily(Form& form) { return bookingEntry(static_cast<Buchungseingabe&>(form)); }
+Piece masterListFamily(Form& form) { return masterList(static_cast<Stammdatenliste&>(form)); }
+Piece masterEntryFamily(Form& form) {
+    auto& entry = static_cast<Stammdateneingabe&>(form);
+    std::vector<const Control*> placed{&entry.beschriftung, &entry.t, &entry.abbrechen};
+    addAll(placed, entry.ok);
+    return masterEntry(entry, automatic(others(form, placed)));
+}
+
+}  // namespace
+
+Piece entryButtons(ControlArray<Button>& ok, Button& cancel) {
+    return buttons({button(ok[0]), button(ok[1]), button(ok[2]), button(cancel)});
+}
+
+Piece bookingEntry(Buchungseingabe& form) {
+    std::vector<FieldRow> rows;
+    for (const auto& line : form.zeilen())
+        rows.push_back(field(line.label, line.control == &form.tdat ? date(form.tdat, form.calender, form.calend)
+                                                                    : input(*line.control, line.spin)));
+    std::vector<Piece> pieces{
+        group(QStringLiteral("Aktuelles Schwein"),
+              row({facts(form.bezschwein, factCaptions) * 1,
+                   column({button(form.nextschwein[0]), button(form.nextschwein[1]), spring()})})),
+        group(form.rahmen(), fields(rows))};
+    if (const auto rest = extras(form); !rest.empty()) pieces.push_back(automatic(rest));
+    pieces.push_back(spring());
+    pieces.push_back(entryButtons(form.ok, form.abbrechen));
+    return column(pieces);
+}
+
+Piece masterList(Stammdatenliste& form) {
+    std::vector<Piece> checks;
+    for (auto& box : form.konlist) checks.push_back(check(*box));
+    return column({grid(form.li, QStringLiteral("Noch keine Einträge. „Neu“ legt den ersten an.")),
+                   group(form.rahmenlist, flow(checks)),
+                   buttons({button(form.neu), button(form.ändern), button(form.löschen)},
+                           {button(form.listen), button(form.cmdschließen)})});
+}
+
+Piece masterEntry(Stammdateneingabe& form, const Piece& inputs) {
+    return column({fields({field(form.beschriftung, text(form.t, 30))}), inputs, spring(),
+                   entryButtons(form.ok, form.abbrechen)});
+}
+
+Arrange familyLayout(Form& form) {
+    if (dynamic_cast<Buchungseingabe*>(&form)) return bookingFamily;
+    if (dynamic_cast<Stammdatenliste*>(&form)) return masterListFamily;
+    if (dynamic_cast<Stammdateneingabe*>(&form)) return masterEntryFamily;
+    return nullptr;
+}
+
+}  // namespace koben::ui

@@ -1,0 +1,73 @@
+#include "ui/GridModel.h"
+
+namespace koben::ui {
+
+void GridModel::refresh(bool columnsToo) {
+    if (!columnsToo && m_rows == m_grid.rowCount() && m_columns == m_grid.columnCount()) return;
+    beginResetModel();
+    m_rows = m_grid.rowCount();
+    m_columns = m_grid.columnCount();
+    endResetModel();
+}
+
+QVariant GridModel::data(const QModelIndex& index, int role) const {
+    // Between a change of the grid and the refresh the view may still ask for what has gone.
+    if (index.row() >= m_grid.rowCount() || index.column() >= m_grid.columnCount()) return {};
+    const int row = index.row() + 1, column = index.column() + 1;
+    switch (role) {
+        case Qt::DisplayRole:
+            return m_grid.isSeparator(row) ? QString() : m_grid.cell(row, column);
+        case Qt::EditRole:
+            return m_grid.cell(row, column);
+        case Qt::TextAlignmentRole:
+            return QVariant(alignment(m_grid.column(column)));
+        default:
+            return {};
+    }
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Vertical) {
+        if (role != Qt::DisplayRole || section >= m_grid.rowCount()) return {};
+        const QString title = m_grid.rowTitle ? m_grid.rowTitle(section + 1) : QString();
+        return title.isEmpty() ? QString::number(section + 1) : title;
+    }
+    if (section >= m_grid.columnCount()) return {};
+    const Column& column = m_grid.column(section + 1);
+    switch (role) {
+        case Qt::DisplayRole:
+            return caption(column);
+        case Qt::ToolTipRole:
+            return column.title == caption(column) ? QVariant() : QVariant(column.title);
+        case Qt::TextAlignmentRole:
+            return QVariant(alignment(column));
+        default:
+            return {};
+    }
+}
+
+Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
+    Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    if (m_grid.canEdit && index.row() < m_grid.rowCount() && m_grid.canEdit(index.row() + 1, index.column() + 1))
+        flags |= Qt::ItemIsEditable;
+    return flags;
+}
+
+bool GridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (role != Qt::EditRole || index.row() >= m_grid.rowCount()) return false;
+    return m_grid.editByUser(index.row() + 1, index.column() + 1, value.toString());
+}
+
+Qt::Alignment GridModel::alignment(const Column& column) {
+    switch (column.align) {
+        case Align::Right:
+            return Qt::AlignRight | Qt::AlignVCenter;
+        case Align::Centre:
+            return Qt::AlignHCenter | Qt::AlignVCenter;
+        case Align::Left:
+            break;
+    }
+    return Qt::AlignLeft | Qt::AlignVCenter;
+}
+
+}  // namespace koben::ui

@@ -1,0 +1,41 @@
+// The table of layouts. A form that is not listed is arranged automatically.
+#include <QHash>
+
+#include "ui/Families.h"
+#include "ui/Layout.h"
+
+#define LAYOUTS(X)                 \
+    X(PA_Koben)                    \
+    X(PA_Textausgabe)              \
+    X(PA_Zwischenliste)            \
+    X(PB_Arbeitsplan)              \
+    X(PE_Bewegungsdaten)           \
+    X(PV_Arbeitsplandaten_Eingabe) \
+    X(PV_Stichworte)               \
+    X(S_Importtabelle)
+
+namespace koben::ui {
+
+#define DECLARE(F) Piece layout_##F(Form& form);
+LAYOUTS(DECLARE)
+#undef DECLARE
+
+namespace {
+
+const QHash<QString, Arrange>& table() {
+#define ENTRY(F) {QStringLiteral(#F), &layout_##F},
+    static const QHash<QString, Arrange> layouts{LAYOUTS(ENTRY)};
+#undef ENTRY
+    return layouts;
+}
+
+}  // namespace
+
+Arrange layoutOf(Form& form) {
+    if (const Arrange own = table().value(form.name(), nullptr)) return own;
+    return familyLayout(form);
+}
+
+QStringList laidOutForms() { return table().keys(); }
+
+}  // namespace koben::ui

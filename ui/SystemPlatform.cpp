@@ -1,0 +1,115 @@
+#include "ui/SystemPlatform.h"
+
+#include <QDateTime>
+#include <QDesktopServices>
+#include <QDir>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QPrinterInfo>
+#include <QProcess>
+#include <QUrl>
+
+#include "ui/Printing.h"
+
+namespace koben::ui {
+
+const QString pdfPrinter = QStringLiteral("PDF-Datei");
+
+namespace {
+
+constexpr int httpTimeout = 10'000;  // milliseconds without progress
+
+/// Where PDFs go at first: the data folder, under the day and a free number.
+QString pdfPreset(const QString& folder) {
+    const QString day = QDate::currentDate().toString(Qt::ISODate);
+    QString path = folder + QStringLiteral("Liste_%1.pdf").arg(day);
+    for (int n = 2; QFileInfo::exists(path); ++n) path = folder + QStringLiteral("Liste_%1_%2.pdf").arg(day).arg(n);
+    return path;
+}
+
+}  // namespace
+
+SystemPlatform::SystemPlatform(std::function<QString(const QString&)> choosePdf)
+    : m_choosePdf(std::move(choosePdf)), m_settings(QStringLiteral("KOBEN"), QStringLiteral("KOBEN")) {}
+
+SystemPlatform::~SystemPlatform() = default;
+
+QDateTime SystemPlatform::now() { return QDateTime::currentDateTime(); }
+
+QStringList SystemPlatform::printers() {
+    QStringList names = QPrinterInfo::availablePrinterNames();
+    names.append(pdfPrinter);
+    return names;
+}
+
+QStringList SystemPlatform::fonts() { return QFontDatabase::families(); }
+
+std::unique_ptr<PrintJob> SystemPlatform::print(const QString& printer, bool landscape) {
+    QString name = printer.isEmpty() ? QPrinterInfo::defaultPrinterName() : printer;
+    if (name.isEmpty()) name = pdfPrinter;
+    if (name != pdfPrinter) return beginPrint(name, landscape);
+    QString path = m_choosePdf(pdfPreset(dataFolder()));
+    if (path.isEmpty()) return nullptr;
+    if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".pdf");
+    return beginPdf(path, landscape, [this](const QString& file) { open(file); });
+}
+
+bool SystemPlatform::open(const QString& fileOrAddress) {
+    const QUrl address = QFileInfo::exists(fileOrAddress)
+                             ? QUrl::fromLocalFile(QFileInfo(fileOrAddress).absoluteFilePath())
+                             : QUrl::fromUserInput(fileOrAddress);
+    return address.isValid() && QDesktopServices::openUrl(address);
+}
+
+bool SystemPlatform::start(const QString& command) {
+    QStringList words = QProcess::splitCommand(command);
+    if (words.isEmpty()) return false;
+    const QString program = words.takeFirst();
+    return QProcess::startDetached(program, words);
+}
+
+std::optional<QByteArray> SystemPlatform::httpGet(const QString& path) {
+    // The maker's server is a setting of the user; without one there is nothing to ask.
+    const QString server = userSetting(QStringLiteral("Update"), QStringLiteral("Server"));
+    const QUrl address = path.contains(QStringLiteral("://")) ? QUrl(path) : QUrl(server + path);
+    if (!address.isValid() || !address.scheme().startsWith(QStringLiteral("http"))) return std::nullopt;
+    QNetworkAccessManager manager;
+    manager.setTransferTimeout(httpTimeout);
+    const std::unique_ptr<QNetworkReply> reply(manager.get(QNetworkRequest(address)));
+    QEventLoop loop;
+    QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    if (!reply->isFinished()) loop.exec(QEventLoop::ExcludeUserInputEvents);
+    if (reply->error() != QNetworkReply::NoError) return std::nullopt;
+    return reply->readAll();
+}
+
+QString SystemPlatform::userSetting(const QString& section, const QString& key) {
+    return m_settings.value(section + u'/' + key).toString();
+}
+
+void SystemPlatform::setUserSetting(const QString& section, const QString& key, const QString& value) {
+    m_settings.setValue(section + u'/' + key, value);
+}
+
+QString SystemPlatform::programFolder() {
+    const QString installed = QStringLiteral(KOBEN_INSTALLED_DIR);
+    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/../share/koben");
+    for (const QString& folder : {beside, installed})
+        if (QFileInfo(folder).isDir()) return QDir::cleanPath(folder) + u'/';
+    return QStringLiteral(KOBEN_SHIPPED_DIR) + u'/';
+}
+
+QString SystemPlatform::dataFolder() { return QDir::homePath() + QStringLiteral("/Daten/Sauenplaner_KOBEN2/"); }
+
+bool SystemPlatform::lockDataFolder(const QString& folder) {
+    const QString path = QDir(folder).filePath(QStringLiteral("koben.lock"));
+    if (m_lock && m_lock->isLocked() && m_lock->fileName() == path) return true;
+    m_lock = std::make_unique<QLockFile>(path);
+    m_lock->setStaleLockTime(0);  // no age makes it stale, only a process that is gone
+    return m_lock->tryLock(0);
+}
+
+}  // namespace koben::ui

@@ -1,0 +1,40 @@
+#pragma once
+// What the machine does, on a desktop.
+#include <QLockFile>
+#include <QSettings>
+#include <functional>
+#include <memory>
+
+#include "forms/Ports.h"
+
+namespace koben::ui {
+
+/// The name under which a document goes into a file instead of onto paper.
+extern const QString pdfPrinter;
+
+class SystemPlatform : public Platform {
+public:
+    /// `choosePdf` asks for the file of a PDF, given a preset; "" for none.
+    explicit SystemPlatform(std::function<QString(const QString& preset)> choosePdf);
+    ~SystemPlatform() override;
+
+    QDateTime now() override;
+    QStringList printers() override;
+    QStringList fonts() override;
+    std::unique_ptr<PrintJob> print(const QString& printer, bool landscape) override;
+    bool open(const QString& fileOrAddress) override;
+    bool start(const QString& command) override;
+    std::optional<QByteArray> httpGet(const QString& path) override;
+    QString userSetting(const QString& section, const QString& key) override;
+    void setUserSetting(const QString& section, const QString& key, const QString& value) override;
+    QString programFolder() override;
+    QString dataFolder() override;
+    bool lockDataFolder(const QString& folder) override;
+
+private:
+    std::function<QString(const QString&)> m_choosePdf;
+    QSettings m_settings;
+    std::unique_ptr<QLockFile> m_lock;
+};
+
+}  // namespace koben::ui

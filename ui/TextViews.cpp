@@ -1,0 +1,266 @@
+#include "ui/TextViews.h"
+
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <algorithm>
+
+#include "core/PZ_Koben_Subs.h"
+#include "forms/Koben.h"
+
+namespace koben::ui {
+
+namespace {
+
+bool isWord(const QKeyEvent& event) {
+    return !event.text().isEmpty() && event.text().at(0).isPrint() &&
+           !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+
+/// Characters that both texts share at the front, and then at the end.
+int sharedFront(const QString& a, const QString& b, int limit) {
+    int n = 0;
+    while (n < limit && n < a.size() && n < b.size() && a[n] == b[n]) ++n;
+    return n;
+}
+int sharedBack(const QString& a, const QString& b, int front) {
+    int n = 0;
+    while (n < a.size() - front && n < b.size() - front && a[a.size() - 1 - n] == b[b.size() - 1 - n]) ++n;
+    return n;
+}
+
+QString passed(const TextBox& model, const QString& text) {
+    QString result;
+    for (const QChar c : text)
+        if (const int code = model.filter(c.unicode())) result += QChar(code);
+    return result;
+}
+
+QString withLineFeeds(QString text) { return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
+
+}  // namespace
+
+QValidator::State KeyFilter::validate(QString& text, int& cursor) const {
+    if (m_program) return Acceptable;
+    const QString& before = m_model.text();
+    const int front = sharedFront(before, text, std::max(cursor, 0));
+    const int back = sharedBack(before, text, front);
+    const QString brought = text.mid(front, text.size() - front - back);
+    if (brought.isEmpty()) return Acceptable;  // only removed
+    QString kept = passed(m_model, brought);
+    if (m_model.maxLength > 0) {
+        const auto room = m_model.maxLength - (front + back);
+        kept = kept.left(std::max<qsizetype>(room, 0));
+    }
+    if (kept == brought) return Acceptable;
+    const QString result = text.left(front) + kept + text.right(back);
+    if (result == before) return Invalid;  // the key was swallowed
+    text = result;
+    cursor = front + static_cast<int>(kept.size());
+    return Acceptable;
+}
+
+void KeyFilter::setText(const QString& text) {
+    m_program = true;
+    const int cursor = m_edit.cursorPosition();
+    m_edit.setText(text);
+    m_edit.setCursorPosition(std::min<int>(cursor, static_cast<int>(text.size())));
+    m_program = false;
+}
+
+bool FieldHand::dayKey(const QKeyEvent& event) {
+    if (!isDate || m_model.readOnly || !isWord(event)) return false;
+    const QChar c = event.text().at(0).toLower();
+    const int step = c == u'+' ? 1 : c == u'-' ? -1 : 0;
+    if ((step == 0 && c != u't') || m_model.filter(event.text().at(0).unicode()) != 0) return false;
+    const QString today = m_model.form().koben.Heute;
+    const QDate day = Datum_aus_Text(Datum_ergaenzen(m_model.text().trimmed(), today));
+    if (step == 0)
+        m_model.edited(today);
+    else if (day.isValid())
+        m_model.edited(Datum_als_Anzeige(day.addDays(step)));
+    return true;
+}
+
+bool FieldHand::key(QWidget& widget, QKeyEvent& event) {
+    switch (event.key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter: {
+            if (m_model.multiLine && !m_model.readOnly) return false;
+            if (m_model.key(Key::Enter)) return true;
+            if (!m_model.enterIsTab) return false;
+            QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+            QCoreApplication::sendEvent(&widget, &tab);
+            return true;
+        }
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+            if (!arrows || !arrows->enabled()) return false;
+            event.key() == Qt::Key_Up ? arrows->up() : arrows->down();
+            return true;
+        default:
+            return dayKey(event);
+    }
+}
+
+bool FieldHand::focusIn(const QFocusEvent& event) {
+    if (m_inside || event.reason() == Qt::PopupFocusReason) return false;
+    m_inside = true;
+    m_model.enter();
+    return true;
+}
+
+void FieldHand::focusOut(const QFocusEvent& event) {
+    // A message box or another program in front is no leaving.
+    if (!m_inside || event.reason() == Qt::PopupFocusReason || event.reason() == Qt::ActiveWindowFocusReason) return;
+    m_inside = false;
+    m_model.leave();
+}
+
+LineView::LineView(TextBox& model) : Bound(model), hand(model), m_filter(model, *this) {
+    setValidator(&m_filter);
+    connect(this, &QLineEdit::textEdited, this, [this](const QString& text) { this->model().edited(text); });
+    start();
+}
+
+void LineView::refresh(Aspect) {
+    setReadOnly(model().readOnly);
+    if (model().fixedPitch) setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    if (text() != model().text()) m_filter.setText(model().text());
+}
+
+void LineView::keyPressEvent(QKeyEvent* event) {
+    if (!hand.key(*this, *event)) QLineEdit::keyPressEvent(event);
+}
+
+void LineView::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    const bool entered = hand.focusIn(*event);
+    m_markOnRelease = entered && model().marksAllOnFocus && event->reason() == Qt::MouseFocusReason;
+    if (entered && model().marksAllOnFocus) selectAll();
+}
+
+void LineView::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    hand.focusOut(*event);
+}
+
+void LineView::mouseReleaseEvent(QMouseEvent* event) {
+    QLineEdit::mouseReleaseEvent(event);
+    if (m_markOnRelease && !hasSelectedText()) selectAll();
+    m_markOnRelease = false;
+}
+
+TextView::TextView(TextBox& model) : Bound(model), hand(model) {
+    setTabChangesFocus(true);
+    setLineWrapMode(model.fixedPitch ? NoWrap : WidgetWidth);
+    setUndoRedoEnabled(true);
+    connect(this, &QPlainTextEdit::textChanged, this, [this] { told(); });
+    start();
+}
+
+void TextView::refresh(Aspect) {
+    setReadOnly(model().readOnly);
+    if (model().readOnly) setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    if (model().fixedPitch) {
+        QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+        fixed.setPointSizeF(font().pointSizeF());
+        setFont(fixed);
+    }
+    const QString text = withLineFeeds(model().text());
+    if (toPlainText() == text) return;
+    m_program = true;
+    setPlainText(text);
+    m_program = false;
+}
+
+void TextView::told() {
+    if (m_program) return;
+    model().edited(toPlainText().replace(u'\n', QStringLiteral("\r\n")));
+}
+
+QString TextView::filtered(const QString& text) const {
+    QString result;
+    for (const QChar c : withLineFeeds(text))
+        if (const int code = c == u'\n' ? c.unicode() : model().filter(c.unicode())) result += QChar(code);
+    if (model().maxLength <= 0) return result;
+    const auto room = model().maxLength - model().text().size() + textCursor().selectedText().size();
+    return result.left(std::max<qsizetype>(room, 0));
+}
+
+void TextView::keyPressEvent(QKeyEvent* event) {
+    if (hand.key(*this, *event)) return;
+    if (!isWord(*event)) return QPlainTextEdit::keyPressEvent(event);
+    if (isReadOnly()) return;
+    if (const QString typed = filtered(event->text()); !typed.isEmpty()) {
+        textCursor().insertText(typed);
+        ensureCursorVisible();
+    }
+}
+
+void TextView::insertFromMimeData(const QMimeData* source) {
+    if (source->hasText() && !isReadOnly()) textCursor().insertText(filtered(source->text()));
+}
+
+void TextView::focusInEvent(QFocusEvent* event) {
+    QPlainTextEdit::focusInEvent(event);
+    hand.focusIn(*event);
+}
+
+void TextView::focusOutEvent(QFocusEvent* event) {
+    QPlainTextEdit::focusOutEvent(event);
+    hand.focusOut(*event);
+}
+
+ComboView::ComboView(ComboBox& model) : Bound(model), hand(model) {
+    setInsertPolicy(NoInsert);
+    setMaxVisibleItems(20);
+    setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(12);
+    if (!model.fixed) {
+        setEditable(true);
+        setCompleter(nullptr);
+        m_filter = std::make_unique<KeyFilter>(model, *lineEdit());
+        lineEdit()->setValidator(m_filter.get());
+        connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) { this->model().edited(text); });
+    }
+    connect(this, &QComboBox::activated, this, [this](int index) { this->model().choose(index); });
+    start();
+}
+
+void ComboView::fill() {
+    if (m_shown == model().items()) return;
+    m_shown = model().items();
+    clear();
+    addItems(m_shown);
+}
+
+void ComboView::refresh(Aspect) {
+    const QSignalBlocker quiet(this);
+    fill();
+    if (currentIndex() != model().current()) setCurrentIndex(model().current());
+    if (m_filter && lineEdit()->text() != model().text()) m_filter->setText(model().text());
+    if (m_filter) lineEdit()->setReadOnly(model().readOnly);
+}
+
+void ComboView::keyPressEvent(QKeyEvent* event) {
+    if (!hand.key(*this, *event)) QComboBox::keyPressEvent(event);
+}
+
+void ComboView::wheelEvent(QWheelEvent* event) {
+    event->ignore();  // turning the wheel over a closed list must not change a booking
+}
+
+void ComboView::focusInEvent(QFocusEvent* event) {
+    QComboBox::focusInEvent(event);
+    if (hand.focusIn(*event) && m_filter && model().marksAllOnFocus) lineEdit()->selectAll();
+}
+
+void ComboView::focusOutEvent(QFocusEvent* event) {
+    QComboBox::focusOutEvent(event);
+    hand.focusOut(*event);
+}
+
+}  // namespace koben::ui

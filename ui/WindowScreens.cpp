@@ -1,0 +1,210 @@
+#include "ui/WindowScreens.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <algorithm>
+
+#include "forms/Form.h"
+#include "forms/Koben.h"
+#include "ui/Application.h"
+#include "ui/Bound.h"
+#include "ui/FormWindow.h"
+
+namespace koben::ui {
+
+namespace {
+
+const QString title = QStringLiteral("KOBEN 2.0");
+
+QString lines(QString text) { return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
+
+/// During long work only the cancel button (or Escape, or the close box) is heard.
+class OnlyCancel final : public QObject {
+public:
+    explicit OnlyCancel(FormWindow& window) : m_window(window) {
+        if (const Button* cancel = window.form().cancelButton) m_cancel = window.widgetOf(*cancel);
+        qApp->installEventFilter(this);
+    }
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (!object->isWidgetType())
+            return event->type() == QEvent::Shortcut || event->type() == QEvent::ShortcutOverride;
+        switch (event->type()) {
+            case QEvent::KeyPress:
+                if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape && m_cancel) m_window.form().closeBox();
+                return true;
+            case QEvent::KeyRelease:
+            case QEvent::Wheel:
+            case QEvent::ContextMenu:
+                return true;
+            case QEvent::MouseButtonPress:
+            case QEvent::MouseButtonRelease:
+            case QEvent::MouseButtonDblClick:
+                return object != m_cancel;
+            case QEvent::Close:
+                if (m_cancel) m_window.form().closeBox();
+                event->ignore();
+                return true;
+            default:
+                return false;
+        }
+    }
+
+private:
+    FormWindow& m_window;
+    QWidget* m_cancel = nullptr;
+};
+
+}  // namespace
+
+OrdinaryCursor::OrdinaryCursor() {
+    for (; QApplication::overrideCursor(); ++m_covered) QApplication::restoreOverrideCursor();
+}
+
+OrdinaryCursor::~OrdinaryCursor() {
+    for (; m_covered > 0; --m_covered) QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+WindowScreens::WindowScreens() { m_lastBreath.start(); }
+WindowScreens::~WindowScreens() = default;
+
+bool WindowScreens::ask(const QString& text, bool okCancel, bool safeDefault) {
+    const OrdinaryCursor cursor;
+    QMessageBox box(QMessageBox::Question, title, lines(text), QMessageBox::NoButton, front());
+    box.setTextFormat(Qt::PlainText);
+    const QPushButton* yes = okCancel ? box.addButton(QMessageBox::Ok) : box.addButton(QMessageBox::Yes);
+    QPushButton* no = okCancel ? box.addButton(QMessageBox::Cancel) : box.addButton(QMessageBox::No);
+    box.button(okCancel ? QMessageBox::Ok : QMessageBox::Yes)
+        ->setText(okCancel ? QStringLiteral("OK") : QStringLiteral("&Ja"));
+    no->setText(okCancel ? QStringLiteral("Abbrechen") : QStringLiteral("&Nein"));
+    box.setEscapeButton(no);
+    if (safeDefault) box.setDefaultButton(no);
+    box.exec();
+    return box.clickedButton() == yes;
+}
+
+void WindowScreens::message(const QString& text) {
+    const OrdinaryCursor cursor;
+    QMessageBox box(QMessageBox::Information, title, lines(text), QMessageBox::Ok, front());
+    box.setTextFormat(Qt::PlainText);
+    box.button(QMessageBox::Ok)->setText(QStringLiteral("OK"));
+    box.exec();
+}
+
+bool WindowScreens::yesNo(const QString& text, bool noIsDefault) { return ask(text, false, noIsDefault); }
+bool WindowScreens::okCancel(const QString& text) { return ask(text, true, false); }
+
+QString WindowScreens::input(const QString& prompt, const QString& preset) {
+    const OrdinaryCursor cursor;
+    QInputDialog dialog(front());
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(lines(prompt).toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
+    for (QLabel* label : dialog.findChildren<QLabel*>()) {
+        label->setWordWrap(true);
+        label->setMinimumWidth(label->fontMetrics().averageCharWidth() * 60);
+    }
+    dialog.setTextValue(preset);
+    dialog.setOkButtonText(QStringLiteral("OK"));
+    dialog.setCancelButtonText(QStringLiteral("Abbrechen"));
+    return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
+}
+
+QString fileFilter(const QString& filter) {
+    const QStringList parts = filter.split(u'|');
+    QStringList entries;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QString patterns;
+        for (const QChar c : parts[i + 1])
+            if (c == u';')
+                patterns += u' ';
+            else if (c.isLetter())
+                patterns += u'[' + QString(c.toUpper()) + c.toLower() + u']';
+            else
+                patterns += c;
+        if (patterns == u"*.*") patterns = QStringLiteral("*");
+        // a remark in brackets would be taken for the patterns
+        const QString name = parts[i].section(u'(', 0, 0).trimmed();
+        entries.append(QStringLiteral("%1 (%2)").arg(name, patterns));
+    }
+    return entries.join(QStringLiteral(";;"));
+}
+
+QString WindowScreens::openFile(const QString& filter) {
+    const OrdinaryCursor cursor;
+    const QString folder = front() ? front()->form().koben.Datenordner : QString();
+    return QFileDialog::getOpenFileName(front(), QStringLiteral("Datei öffnen"), folder, fileFilter(filter), nullptr,
+                                        QFileDialog::HideNameFilterDetails);
+}
+
+QString WindowScreens::saveFile(const QString& filter, const QString& preset) {
+    const OrdinaryCursor cursor;
+    return QFileDialog::getSaveFileName(front(), QStringLiteral("Datei speichern"), preset, fileFilter(filter), nullptr,
+                                        QFileDialog::HideNameFilterDetails);
+}
+
+QString WindowScreens::folder(const QString& prompt) {
+    const OrdinaryCursor cursor;
+    return QFileDialog::getExistingDirectory(front(), lines(prompt));
+}
+
+FormWindow* WindowScreens::windowOf(const Form& form) const {
+    for (const auto& window : m_windows)
+        if (&window->form() == &form) return window.get();
+    return nullptr;
+}
+
+void WindowScreens::opened(Form& form) { m_windows.push_back(std::make_unique<FormWindow>(form, front())); }
+
+void WindowScreens::run(Form& form) {
+    FormWindow* window = windowOf(form);
+    if (!window) return;
+    const OrdinaryCursor cursor;
+    window->present();
+    QEventLoop loop;
+    const auto ended = [&] {
+        if (form.closed()) loop.quit();
+    };
+    const auto* dispatcher = QAbstractEventDispatcher::instance();
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, &loop, ended);
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::awake, &loop, ended);
+    if (!form.closed()) loop.exec();
+    window->keepPlace();
+    window->hide();
+    if (auto* application = dynamic_cast<Application*>(qApp)) application->rethrow();
+}
+
+void WindowScreens::closed(Form& form) {
+    std::erase_if(m_windows, [&](const auto& window) { return &window->form() == &form; });
+    if (front() && front()->isVisible()) front()->activateWindow();
+}
+
+void WindowScreens::endAll() {
+    for (const auto& window : m_windows) window->form().close();
+}
+
+void WindowScreens::waitCursor(bool on) {
+    if (on) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        ++m_waiting;
+    } else if (m_waiting > 0) {
+        --m_waiting;
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+void WindowScreens::tone(int, int) { QApplication::beep(); }
+
+void WindowScreens::breathe() {
+    if (!front() || m_lastBreath.elapsed() < 30) return;
+    m_lastBreath.restart();
+    OnlyCancel filter(*front());
+    QCoreApplication::processEvents();
+}
+
+}  // namespace koben::ui

@@ -1,0 +1,65 @@
+#pragma once
+// What the user sees, with windows: forms modal above each other, messages, file dialogs.
+#include <QElapsedTimer>
+#include <memory>
+#include <vector>
+
+#include "forms/Ports.h"
+
+class QMessageBox;
+
+namespace koben::ui {
+
+class FormWindow;
+
+class WindowScreens : public Screens {
+public:
+    WindowScreens();
+    ~WindowScreens() override;
+
+    void message(const QString& text) override;
+    bool yesNo(const QString& text, bool noIsDefault) override;
+    bool okCancel(const QString& text) override;
+    QString input(const QString& prompt, const QString& preset) override;
+    QString openFile(const QString& filter) override;
+    QString saveFile(const QString& filter, const QString& preset) override;
+    QString folder(const QString& prompt) override;
+
+    void opened(Form& form) override;
+    void run(Form& form) override;
+    void closed(Form& form) override;
+
+    void waitCursor(bool on) override;
+    void tone(int hertz, int milliseconds) override;
+    void breathe() override;
+
+    /// The front window; nothing before the first.
+    FormWindow* front() const { return m_windows.empty() ? nullptr : m_windows.back().get(); }
+    FormWindow* windowOf(const Form& form) const;
+    /// Closes the front form and ends its loop because the program fails or the session ends.
+    void endAll();
+
+private:
+    bool ask(const QString& text, bool okCancel, bool safeDefault);
+
+    std::vector<std::unique_ptr<FormWindow>> m_windows;
+    int m_waiting = 0;
+    QElapsedTimer m_lastBreath;
+};
+
+/// "CSV-Dateien|*.CSV|Alle Dateien|*.*" as Qt's dialogs want it, matching upper and lower case.
+QString fileFilter(const QString& filter);
+
+/// The ordinary cursor while a dialog is in front, whatever the program waits for behind it.
+class OrdinaryCursor {
+public:
+    OrdinaryCursor();
+    ~OrdinaryCursor();
+    OrdinaryCursor(const OrdinaryCursor&) = delete;
+    OrdinaryCursor& operator=(const OrdinaryCursor&) = delete;
+
+private:
+    int m_covered = 0;
+};
+
+}  // namespace koben::ui

@@ -1,0 +1,26 @@
+#include "herd/PA_Koben.h"
+
+#include <QSplitter>
+
+#include "ui/Layout.h"
+
+LAYOUT(PA_Koben) {
+    const Piece list =
+        grid(form.datali, QStringLiteral("Noch keine Tiere. Legen Sie über „Bestand“ neue Schweine an oder "
+                                         "lesen Sie über „Optionen / Import Excel“ eine Liste ein."));
+    const Piece panel = column({flow({button(form.cmdok), button(form.abwaerts[1]), button(form.abwaerts[0]),
+                                      button(form.comdrucken), button(form.linksrechts)}),
+                                text(form.Text1)});
+    const Piece both = split(list, panel, 2, 1);
+    auto* splitter = static_cast<QSplitter*>(both.widget);
+    form.layoutChanged = [splitter, &form] {
+        const bool wide = form.koben.Konfig_Zahl[Zahl::ListeBreit] == 1;  // the panel is the wide one
+        const int third = 1000;
+        splitter->setSizes({wide ? third : 2 * third, wide ? 2 * third : third});
+    };
+    form.layoutChanged();
+    return column({menus(form.menuBar()), toolBar(form.toolBar()),
+                   flow({segments(form.optianzeige), segments(form.optiverkauft), plain(form.Label2),
+                         segments(form.optisauen), plain(form.Label1), search(form.t, QStringLiteral("Saunummer"))}),
+                   both, label(form.bezstati)});
+}
