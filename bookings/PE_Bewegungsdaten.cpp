@@ -45,6 +45,7 @@ PE_Bewegungsdaten::PE_Bewegungsdaten(Koben& context)
     cmdschließen.onClick = [this] { cmdschließen_Click(); };
     li.onResized = [this](int column) {
         li.column(column).width = std::max(li.column(column).width, LeastWidth);
+        li.columnsChanged();
         koben.saveWidths(li, widthsKey(koben.Buchungsart_Nr));
     };
     for (int i = 0; i < popzeile.count(); ++i) popzeile[i].onClick = [this, i] { popzeile_Click(i); };

@@ -12,9 +12,7 @@ Control::~Control() {
     for (View* view : m_views) view->m_control = nullptr;
 }
 
-QString Control::address() const {
-    return m_index < 0 ? m_name : QStringLiteral("%1(%2)").arg(m_name).arg(m_index);
-}
+QString Control::address() const { return m_index < 0 ? m_name : QStringLiteral("%1(%2)").arg(m_name).arg(m_index); }
 
 void Control::setEnabled(bool on) {
     if (on == m_enabled) return;

@@ -11,7 +11,9 @@ namespace koben {
 
 namespace {
 
-bool isNumber(Type type) { return type != Type::Text && type != Type::Date && type != Type::Null && type != Type::Bool; }
+bool isNumber(Type type) {
+    return type != Type::Text && type != Type::Date && type != Type::Null && type != Type::Bool;
+}
 
 qint64 changedKey(int source, int column) { return static_cast<qint64>(source) << 12 | column; }
 
@@ -230,8 +232,8 @@ void Grid::clearMarks() {
 }
 
 int Grid::markedCount() const {
-    return static_cast<int>(
-        std::count_if(m_order.begin(), m_order.end(), [&](int source) { return m_marks[static_cast<size_t>(source)]; }));
+    return static_cast<int>(std::count_if(m_order.begin(), m_order.end(),
+                                          [&](int source) { return m_marks[static_cast<size_t>(source)]; }));
 }
 
 std::vector<int> Grid::markedRows() const {
@@ -245,12 +247,14 @@ int Grid::compare(int a, int b, int column) const {
     if (m_bound && m_changed.isEmpty()) return m_table.compare(a, b, m_fieldOf[static_cast<size_t>(column - 1)]);
     const QString left = sourceText(a, column), right = sourceText(b, column);
     switch (m_columns[static_cast<size_t>(column - 1)].sort) {
-        case Sort::Date: return compareDates(left, right);
+        case Sort::Date:
+            return compareDates(left, right);
         case Sort::Number: {
             const double x = cellNumber(left), y = cellNumber(right);
             return x < y ? -1 : x > y;
         }
-        case Sort::Text: break;
+        case Sort::Text:
+            break;
     }
     return compareTexts(left, right);
 }
@@ -265,7 +269,8 @@ void Grid::sortBy(const QString& keys) {
             if (const int order = compare(a, b, column)) return order < 0;
         return false;
     });
-    if (current >= 0) m_row = static_cast<int>(std::find(m_order.begin(), m_order.end(), current) - m_order.begin()) + 1;
+    if (current >= 0)
+        m_row = static_cast<int>(std::find(m_order.begin(), m_order.end(), current) - m_order.begin()) + 1;
     notify(Aspect::Rows);
 }
 
@@ -278,7 +283,8 @@ void Grid::sort(int column, int direction) {
     });
     m_sortColumn = column;
     m_sortDirection = direction;
-    if (current >= 0) m_row = static_cast<int>(std::find(m_order.begin(), m_order.end(), current) - m_order.begin()) + 1;
+    if (current >= 0)
+        m_row = static_cast<int>(std::find(m_order.begin(), m_order.end(), current) - m_order.begin()) + 1;
     notify(Aspect::Columns);
     notify(Aspect::Rows);
 }

@@ -115,11 +115,11 @@ private:
     std::vector<Column> m_columns;
     Table m_table;
     bool m_bound = false;
-    std::vector<int> m_fieldOf;                 // column -> field of the bound table
-    std::vector<QStringList> m_cells;           // rows of an unbound grid
-    QHash<qint64, QString> m_changed;           // cells of a bound grid changed in place
-    std::vector<int> m_order;                   // displayed row -> source row
-    std::vector<bool> m_marks;                  // by source row
+    std::vector<int> m_fieldOf;        // column -> field of the bound table
+    std::vector<QStringList> m_cells;  // rows of an unbound grid
+    QHash<qint64, QString> m_changed;  // cells of a bound grid changed in place
+    std::vector<int> m_order;          // displayed row -> source row
+    std::vector<bool> m_marks;         // by source row
     int m_row = 0;
     int m_sortColumn = 0, m_sortDirection = 0;
 };

@@ -40,11 +40,20 @@ QString unescaped(const QString& text) {
             continue;
         }
         switch (text[++i].unicode()) {
-            case u't': out += u'\t'; break;
-            case u'n': out += u'\n'; break;
-            case u'r': out += u'\r'; break;
-            case u'u': out += QChar(text.mid(i + 1, 4).toUShort(nullptr, 16)), i += 4; break;
-            default: out += text[i];
+            case u't':
+                out += u'\t';
+                break;
+            case u'n':
+                out += u'\n';
+                break;
+            case u'r':
+                out += u'\r';
+                break;
+            case u'u':
+                out += QChar(text.mid(i + 1, 4).toUShort(nullptr, 16)), i += 4;
+                break;
+            default:
+                out += text[i];
         }
     }
     return out;
@@ -57,9 +66,13 @@ bool Grid::save(const QString& path) const {
     if (!file.open(QIODevice::WriteOnly)) return false;
     file.write(nachWindows1252(QStringLiteral("%1\t%2\t%3\r\n").arg(Mark).arg(columnCount()).arg(rowCount())));
     for (const Column& c : m_columns) {
-        const QStringList line{escaped(c.key), escaped(c.title), QString::number(static_cast<int>(c.align)),
-                               QString::number(c.width), QString::number(static_cast<int>(c.sort)),
-                               escaped(c.caption), QString::number(c.technical)};
+        const QStringList line{escaped(c.key),
+                               escaped(c.title),
+                               QString::number(static_cast<int>(c.align)),
+                               QString::number(c.width),
+                               QString::number(static_cast<int>(c.sort)),
+                               escaped(c.caption),
+                               QString::number(c.technical)};
         file.write(nachWindows1252(line.join(u'\t') + Crlf));
     }
     for (int row = 1; row <= rowCount(); ++row) {

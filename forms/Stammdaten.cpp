@@ -32,7 +32,7 @@ Stammdatenliste::Stammdatenliste(Koben& koben_, const QString& name, const QStri
     int field = 0;
     for (const char* title : titles)
         li.addColumn({.key = m_kind.fields.at(field++), .title = QString::fromUtf8(title)});
-    li.addColumn({.key = QStringLiteral("ID"), .title = QStringLiteral("ID"), .technical = true});
+    li.addColumn({.key = QStringLiteral("ID"), .title = QString(), .technical = true});
     gridli.setVisible(false);
     if (m_kind.frame.isEmpty()) {
         for (auto& box : konlist) box->setVisible(false);

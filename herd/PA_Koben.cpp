@@ -103,11 +103,11 @@ QString PA_Koben::listQuery() const {
 }
 
 void PA_Koben::datenschweinelesen() {
+    const Table table = m_db.table(listQuery());  // where it fails, the list stays as it is and usable
     Menues_sperren(false);
     const bool sows = optianzeige.selected() == 1;
     Label2.setVisible(sows);
     optisauen.setVisible(sows);
-    const Table table = m_db.table(listQuery());
     datali.clear();
     datali.bind(table);
     for (const Caption& c : Captions)
@@ -175,12 +175,12 @@ void PA_Koben::Menue_Zustand_setzen() {
     allow({"XB_schweinändern", "XB_schweinlöschen", "btn_beweg_belegung", "btn_beweg_trächtig", "btn_beweg_ferkelung",
            "btn_beweg_absetzung", "btn_beweg_verschiebung", "btn_beweg_verluste", "btn_beweg_behandlung"},
           current);
-    allow({"btn_beweg_ferkelverkauf", "XE_Eingabe"}, current && rows);
-    allow({"XB_verkaufschweine", "XB_ferkeleinverkauf", "XB_schweineselektieren", "XB_selektiertetieremarkieren",
-           "XB_markierteschweineselektieren", "A_Auswertungen", "btn_auswert_schweine", "btn_auswert_buchungen",
-           "btn_auswert_arbeitspläne", "btn_auswert_bestandsberichte", "btn_auswert_deckungsbeitrag",
-           "btn_auswert_Statusplan", "btn_auswert_statistiken"},
-          rows);
+    allow(
+        {"btn_beweg_ferkelverkauf", "XE_Eingabe", "XB_verkaufschweine", "XB_ferkeleinverkauf", "XB_schweineselektieren",
+         "XB_selektiertetieremarkieren", "XB_markierteschweineselektieren", "A_Auswertungen", "btn_auswert_schweine",
+         "btn_auswert_buchungen", "btn_auswert_arbeitspläne", "btn_auswert_bestandsberichte",
+         "btn_auswert_deckungsbeitrag", "btn_auswert_Statusplan", "btn_auswert_statistiken"},
+        rows);
     showStates();
 }
 

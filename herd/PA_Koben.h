@@ -32,11 +32,11 @@ public:
     const std::vector<MenuEntry*>& menuBar() const { return m_menuBar; }
     const std::vector<Button*>& toolBar() const { return m_toolBar; }
     MenuEntry popupliste{*this, "popupliste", "Tier"};
-    ControlArray<MenuEntry> popzeile{*this,
-                                     "popzeile",
-                                     {"&Neu", "&Ändern", "&Löschen", "-", "Belegung", "Trächtigkeitsfeststellung",
-                                      "Ferkelung", "Absetzung", "Verschiebung", "Verluste", "Ferkelverkauf",
-                                      "Behandlung"}};
+    ControlArray<MenuEntry> popzeile{
+        *this,
+        "popzeile",
+        {"&Neu", "&Ändern", "&Löschen", "-", "Belegung", "Trächtigkeitsfeststellung", "Ferkelung", "Absetzung",
+         "Verschiebung", "Verluste", "Ferkelverkauf", "Behandlung"}};
 
     /// Set by the window: lays list and panel out anew by Konfig_Zahl(58).
     std::function<void()> layoutChanged;
@@ -65,6 +65,7 @@ private:
     void Datenordner_suchen();
     void Datenbank_oeffnen();
     void Einstellungen_lesen();
+    void Sortierung_pruefen();
     void Erststart_hinweisen();
     void beenden();
     void Datensicherung_erinnern();
@@ -93,6 +94,17 @@ private:
     void showStates();
     void Tier_loeschen();
     void Datenbank_komprimieren();
+
+    // selection and mass actions
+    void Schweine_selektieren();
+    void Selektierte_markieren();
+    void Markierte_selektieren();
+    void Stallnr_neu_zuordnen();
+    void Ferkel_in_Mast();
+    void Eigenverkauf_buchen(qint64 count);
+    void Saunummern_verlaengern();
+    std::vector<qint64> markedAnimals(QStringView art = {}) const;
+    void setForAll(const std::vector<qint64>& animals, const QString& field, const QString& value);
 
     Database m_db;
     std::vector<std::unique_ptr<MenuEntry>> m_menus;

@@ -12,7 +12,7 @@ struct MenuRow {
     const char* menu;
     const char* name;
     const char* caption;
-    const char* form;  // "" where a handler of the main form answers
+    const char* form;  // the screen it needs, "" for none; a handler of the main form goes before opening it
     const char* mode = "";
     int kind = -1;
     bool cycleAfter = false;
@@ -24,7 +24,7 @@ struct Menu {
     const char* name;
     const char* caption;
 };
-const Menu Menus[] = {{"XB_Bestand", "&Bestand"},       {"XE_Eingabe", "&Eingabe"},  {"A_Auswertungen", "&Auswertungen"},
+const Menu Menus[] = {{"XB_Bestand", "&Bestand"},      {"XE_Eingabe", "&Eingabe"},  {"A_Auswertungen", "&Auswertungen"},
                       {"V_Verwaltung", "&Verwaltung"}, {"O_Optionen", "&Optionen"}, {"H_Hilfe", "&Hilfe"}};
 
 const MenuRow Rows[] = {
@@ -38,7 +38,7 @@ const MenuRow Rows[] = {
     {"XB_Bestand", "XB_ferkeleinverkauf", "&Ferkel Ein- und Verkauf", "PB_Verkauf_Ferkel"},
     {"XB_Bestand", "XB_VerlusteFerkel", "Verluste von Ferkel", "PB_Verluste_Ferkel"},
     {"XB_Bestand", "XB_verkaufschweine", "&Verkauf Sauen, Eber, Masttiere", "PB_Verkauf_Schweine", "", -1, true},
-    {"XB_Bestand", "XB_schweineselektieren", "Schweine sele&ktieren", ""},
+    {"XB_Bestand", "XB_schweineselektieren", "Schweine sele&ktieren", "PB_Selektieren"},
     {"XB_Bestand", "XB_selektiertetieremarkieren", "Selektierte Schweine &markieren", ""},
     {"XB_Bestand", "XB_markierteschweineselektieren", "Markierte Schweine &selektieren", ""},
     {"XB_Bestand", "XB_beenden", "&Beenden", ""},
@@ -133,7 +133,13 @@ void PA_Koben::buildMenu() {
     const std::map<QString, std::function<void()>> handlers{
         {QStringLiteral("XB_schweinlöschen"), [this] { Tier_loeschen(); }},
         {QStringLiteral("XB_beenden"), [this] { beenden(); }},
-        {QStringLiteral("O_Datenbankkomprimieren"), [this] { Datenbank_komprimieren(); }}};
+        {QStringLiteral("O_Datenbankkomprimieren"), [this] { Datenbank_komprimieren(); }},
+        {QStringLiteral("XB_schweineselektieren"), [this] { Schweine_selektieren(); }},
+        {QStringLiteral("XB_selektiertetieremarkieren"), [this] { Selektierte_markieren(); }},
+        {QStringLiteral("XB_markierteschweineselektieren"), [this] { Markierte_selektieren(); }},
+        {QStringLiteral("XB_Stallnrneuzuordnen"), [this] { Stallnr_neu_zuordnen(); }},
+        {QStringLiteral("XB_Markierte_Ferkel_in_Mast"), [this] { Ferkel_in_Mast(); }},
+        {QStringLiteral("XB_Feste_Saunummer_zuordnen"), [this] { Saunummern_verlaengern(); }}};
     for (const MenuRow& row : Rows) {
         const QString name = QString::fromUtf8(row.name);
         m_menus.push_back(std::make_unique<MenuEntry>(*this, name, QString::fromUtf8(row.caption),
@@ -145,7 +151,7 @@ void PA_Koben::buildMenu() {
         action.mode = QString::fromUtf8(row.mode);
         action.kind = row.kind;
         action.cycleAfter = row.cycleAfter;
-        action.available = action.handler || koben.catalogue.has(action.form);
+        action.available = action.form.isEmpty() ? action.handler != nullptr : koben.catalogue.has(action.form);
         if (action.form == u"PH_Hilfe") m_menus.back()->setHint(QString::fromUtf8(row.caption));
     }
 }
@@ -171,8 +177,9 @@ void PA_Koben::buildContextMenu() {
 
 void PA_Koben::popzeile_Click(int index) {
     if (datali.row() == 0 && index != 0) {
-        koben.message(QStringLiteral("Bitte markieren Sie zuerst das Schwein, das Sie ändern oder löschen möchten oder "
-                                     "bei dem Sie Buchungen eintragen möchten!"));
+        koben.message(
+            QStringLiteral("Bitte markieren Sie zuerst das Schwein, das Sie ändern oder löschen möchten oder "
+                           "bei dem Sie Buchungen eintragen möchten!"));
         return;
     }
     run(QString::fromUtf8(Popups[index]));
@@ -256,9 +263,10 @@ void PA_Koben::Datenbank_komprimieren() {
                       Crlf + Crlf + error.message());
         return;
     }
-    koben.message(QStringLiteral("Die Komprimierung wurde erfolgreich abgeschlossen.") + Crlf + Crlf +
-                  QStringLiteral("KOBEN 2.0 wird nun beendet. Bitte starten Sie KOBEN neu, damit die Datenbasis geladen "
-                                 "wird!"));
+    koben.message(
+        QStringLiteral("Die Komprimierung wurde erfolgreich abgeschlossen.") + Crlf + Crlf +
+        QStringLiteral("KOBEN 2.0 wird nun beendet. Bitte starten Sie KOBEN neu, damit die Datenbasis geladen "
+                       "wird!"));
     koben.end();
 }
 

@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLocale>
+#include <algorithm>
 
 #include "core/Einstellungen.h"
 #include "core/PZ_Koben_Subs.h"
@@ -22,11 +23,12 @@ QString withSeparator(const QString& folder) {
 void makeFolder(const QString& path) {
     if (Ordner_existiert(path)) return;
     if (!QDir().mkpath(path))
-        throw DatabaseError(DatabaseError::Kind::Io,
-                            QStringLiteral("Der Datenordner \"%1\" kann nicht angelegt werden. Bitte prüfen Sie, ob der "
-                                           "Datenträger vorhanden und beschreibbar ist und ob Sie dort Schreibrechte "
-                                           "haben, und starten Sie KOBEN dann neu.")
-                                .arg(QDir::toNativeSeparators(path)));
+        throw DatabaseError(
+            DatabaseError::Kind::Io,
+            QStringLiteral("Der Datenordner \"%1\" kann nicht angelegt werden. Bitte prüfen Sie, ob der "
+                           "Datenträger vorhanden und beschreibbar ist und ob Sie dort Schreibrechte "
+                           "haben, und starten Sie KOBEN dann neu.")
+                .arg(QDir::toNativeSeparators(path)));
 }
 
 }  // namespace
@@ -77,16 +79,17 @@ bool PA_Koben::Landeseinstellungen_pruefen() {
             QStringLiteral("Dezimaltrennzeichen = ,"), QStringLiteral("Anzahl Dezimalstellen = 2"),
             QStringLiteral("Symbol für Zifferngruppierung = ."), QStringLiteral("Anzahl Ziffern je Gruppe = 3"),
             QStringLiteral("Währung: (siehe Zahlen)"), QStringLiteral("Uhrzeit:"),
-            QStringLiteral("Zeitformat = HH:mm:ss"), QStringLiteral("Zeittrennzeichen = :"),
-            QStringLiteral("Datum:"), QStringLiteral("Datumformat = TT.MM.JJ oder TT.MM.JJJJ"),
-            QStringLiteral("Trennzeichen = ."),
+            QStringLiteral("Zeitformat = HH:mm:ss"), QStringLiteral("Zeittrennzeichen = :"), QStringLiteral("Datum:"),
+            QStringLiteral("Datumformat = TT.MM.JJ oder TT.MM.JJJJ"), QStringLiteral("Trennzeichen = ."),
             QStringLiteral("Da diese Einstellung Standard sind und für OLM zwingend erforderlich sind, wird OLM jetzt "
-                           "beendet!")}.join(Crlf));
+                           "beendet!")}
+                          .join(Crlf));
         return false;
     }
     if (QLocale(QStringLiteral("de_DE")).toCurrencyString(0.0).endsWith(u"DM"))
-        koben.message(QStringLiteral("Ihr Rechner ist noch auf die Währung DM eingestellt. Bitte stellen Sie in den "
-                                     "Systemeinstellungen (Ländereinstellung) die Währung auf Euro ein!"));
+        koben.message(
+            QStringLiteral("Ihr Rechner ist noch auf die Währung DM eingestellt. Bitte stellen Sie in den "
+                           "Systemeinstellungen (Ländereinstellung) die Währung auf Euro ein!"));
     const QString now = koben.clockToday() + koben.platform.now().toString(QStringLiteral(" HH:mm:ss"));
     if (now.indexOf(u' ') != 10)
         koben.message(QStringLiteral("Achtung!") + Crlf + Crlf +
@@ -99,10 +102,11 @@ bool PA_Koben::Landeseinstellungen_pruefen() {
 
 void PA_Koben::Drucker_pruefen() {
     if (koben.platform.printers().isEmpty())
-        koben.message(QStringLiteral("Es ist kein Drucker installiert bzw. eingerichtet. Bitte installieren Sie einen "
-                                     "Drucker, bevor Sie mit OLM arbeiten, weil es sonst zu Programmabbrüchen kommen "
-                                     "kann! Falls Sie keinen Drucker verwenden, installieren Sie bitte trotzdem einen "
-                                     "beliebigen Druckertreiber."));
+        koben.message(
+            QStringLiteral("Es ist kein Drucker installiert bzw. eingerichtet. Bitte installieren Sie einen "
+                           "Drucker, bevor Sie mit OLM arbeiten, weil es sonst zu Programmabbrüchen kommen "
+                           "kann! Falls Sie keinen Drucker verwenden, installieren Sie bitte trotzdem einen "
+                           "beliebigen Druckertreiber."));
 }
 
 /// Finds nothing despite its name: the data folder has its fixed place, and is made with copies of the shipped files.
@@ -131,13 +135,24 @@ void PA_Koben::Datenbank_oeffnen() {
     Spalten_nachruesten(koben.Hauptdatenbank);
 }
 
+/// What a short or damaged file does not say keeps the value of a new installation.
 void PA_Koben::Einstellungen_lesen() {
-    koben.Konfig_Zahl[Zahl::BerichtDatum] = 1;
+    Einstellungen_vorgeben(koben, koben.platform.now().date().year());
     if (QFile::exists(koben.Datenordner + SettingsFile)) {
         Einstellungen_laden(koben);
-    } else {
-        Einstellungen_vorgeben(koben, koben.platform.now().date().year());
-        Einstellungen_sichern(koben);
+        Sortierung_pruefen();
+    } else if (const QString reason = Einstellungen_sichern(koben); !reason.isEmpty()) {
+        koben.message(reason);
+    }
+}
+
+/// A damaged file must not name a sort field that does not exist: no list would ever come up again.
+void PA_Koben::Sortierung_pruefen() {
+    const std::vector<Field> fields = m_db.fields(QStringLiteral("Sauen"));
+    for (int slot : {Text::Sortierung1, Text::Sortierung2}) {
+        QString& name = koben.Konfig_Text[static_cast<size_t>(slot)];
+        const auto same = [&name](const Field& field) { return name.compare(field.name, Qt::CaseInsensitive) == 0; };
+        if (std::none_of(fields.begin(), fields.end(), same)) name.clear();
     }
 }
 
@@ -185,7 +200,11 @@ void PA_Koben::closeBox() { beenden(); }
 void PA_Koben::beenden() {
     if (!m_started) return close();
     if (m_closing) return;  // the close box again while a question of the closing stands open
-    m_closing = true;
+    struct Closing {
+        bool& on;
+        explicit Closing(bool& flag) : on(flag) { on = true; }
+        ~Closing() { on = false; }  // a step that failed must not keep the program open for ever
+    } const closing(m_closing);
     for (QDir folder(koben.Datenordner);;) {
         folder.refresh();
         const QStringList pages = folder.entryList({QStringLiteral("report-*.htm")}, QDir::Files);
@@ -210,8 +229,9 @@ void PA_Koben::Datensicherung_erinnern() {
     }
     const qint64 days = Datum_aus_Text(last).daysTo(Datum_aus_Text(koben.Heute));
     if (days < koben.Konfig_Zahl[Zahl::SicherungTage]) return;
-    if (koben.yesNo(QStringLiteral("Sie haben seit dem ") + last + QStringLiteral(" keine Datensicherung mehr gemacht.") +
-                    Crlf + Crlf + QStringLiteral("Soll jetzt eine Datensicherung gemacht werden?")))
+    if (koben.yesNo(QStringLiteral("Sie haben seit dem ") + last +
+                    QStringLiteral(" keine Datensicherung mehr gemacht.") + Crlf + Crlf +
+                    QStringLiteral("Soll jetzt eine Datensicherung gemacht werden?")))
         koben.open(QStringLiteral("S_Datensicherung_neu"));
 }
 

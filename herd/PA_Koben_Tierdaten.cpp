@@ -54,38 +54,38 @@ struct Section {
     const char* header;
     std::vector<const char*> fields;
 };
-const Section Sections[] = {
-    {"Belegungen",
-     "select * from Belegung where Kennung = ",
-     "DATUM      EBERNR          DECKANZ ART BELEGUNGSSTATION      KOSTEN  KOMMENTAR/BEMERKUNG",
-     {"Datum", "Ebernr", "Deckanzahl", "Belegungart", "Belegungsstation", "*Kosten", "/"}},
-    {"Trächtigkeitsprüfungen",
-     "select * from Trächtigkeit where Kennung = ",
-     "DATUM      TRÄCHTIG  KOSTEN  KOMMENTAR/BEMERKUNG",
-     {"Datum", "Trächtig", "*Kosten", "/"}},
-    {"Ferkelungen",
-     "select * from Ferkelung where Kennung = ",
-     "DATUM      LNr LNrJ GESAMT LEBENDIG TOT GEWICHT  KOSTEN  KOMMENTAR/BEMERKUNG",
-     {"Datum", "LNr", "LNrJahr", "Ferkel_Gesamt", "Ferkel_Lebendig", "Ferkel_Tot", "*Stück_Gewicht_kg", "*Kosten",
-      "/"}},
-    {"Verluste",
-     "select * from Verluste where Kennung = ",
-     "DATUM      ANZAHL GRUND                 KOSTEN  KOMMENTAR/BEMERKUNG",
-     {"Datum", "Anzahl_Ferkel", "Grund", "*Kosten", "/"}},
-    {"Verschiebung",
-     "select * from Verschiebung where Kennung = ",
-     "DATUM      ANZAHL ZU-SAUNR        KOMMENTAR/BEMERKUNG",
-     {"Datum", "Anzahl_Ferkel", "Zu_Saunr", "/"}},
-    {"Absetzung",
-     "select * from Absetzung where Kennung = ",
-     "DATUM      ANZAHL GEWICHT  KOMMENTAR/BEMERKUNG",
-     {"Datum", "Anzahl_Ferkel", "*Stück_Gewicht_kg", "/"}},
-    {"Behandlung",
-     "select * from Behandlung where Kennung = ",
-     "DATUM      BEHANDLUNGSART       MEDIKAMENT             MENGE EH VERABREICHUNGSART    WTG W-DATUM    TIERARZT      "
-     "       BELEG-NR              KOSTEN  KOMMENTAR/BEMERKUNG",
-     {"Datum", "Behandlungsart", "Medikament", "*Menge", "Einheit", "Verabreichungsart", "Wartezeit_Tage",
-      "Wartezeit_Datum", "Tierarzt", "Beleg_Nr", "*Kosten", "/"}}};
+const Section Sections[] = {{"Belegungen",
+                             "select * from Belegung where Kennung = ",
+                             "DATUM      EBERNR          DECKANZ ART BELEGUNGSSTATION      KOSTEN  KOMMENTAR/BEMERKUNG",
+                             {"Datum", "Ebernr", "Deckanzahl", "Belegungart", "Belegungsstation", "*Kosten", "/"}},
+                            {"Trächtigkeitsprüfungen",
+                             "select * from Trächtigkeit where Kennung = ",
+                             "DATUM      TRÄCHTIG  KOSTEN  KOMMENTAR/BEMERKUNG",
+                             {"Datum", "Trächtig", "*Kosten", "/"}},
+                            {"Ferkelungen",
+                             "select * from Ferkelung where Kennung = ",
+                             "DATUM      LNr LNrJ GESAMT LEBENDIG TOT GEWICHT  KOSTEN  KOMMENTAR/BEMERKUNG",
+                             {"Datum", "LNr", "LNrJahr", "Ferkel_Gesamt", "Ferkel_Lebendig", "Ferkel_Tot",
+                              "*Stück_Gewicht_kg", "*Kosten", "/"}},
+                            {"Verluste",
+                             "select * from Verluste where Kennung = ",
+                             "DATUM      ANZAHL GRUND                 KOSTEN  KOMMENTAR/BEMERKUNG",
+                             {"Datum", "Anzahl_Ferkel", "Grund", "*Kosten", "/"}},
+                            {"Verschiebung",
+                             "select * from Verschiebung where Kennung = ",
+                             "DATUM      ANZAHL ZU-SAUNR        KOMMENTAR/BEMERKUNG",
+                             {"Datum", "Anzahl_Ferkel", "Zu_Saunr", "/"}},
+                            {"Absetzung",
+                             "select * from Absetzung where Kennung = ",
+                             "DATUM      ANZAHL GEWICHT  KOMMENTAR/BEMERKUNG",
+                             {"Datum", "Anzahl_Ferkel", "*Stück_Gewicht_kg", "/"}},
+                            {"Behandlung",
+                             "select * from Behandlung where Kennung = ",
+                             "DATUM      BEHANDLUNGSART       MEDIKAMENT             MENGE EH VERABREICHUNGSART    WTG "
+                             "W-DATUM    TIERARZT      "
+                             "       BELEG-NR              KOSTEN  KOMMENTAR/BEMERKUNG",
+                             {"Datum", "Behandlungsart", "Medikament", "*Menge", "Einheit", "Verabreichungsart",
+                              "Wartezeit_Tage", "Wartezeit_Datum", "Tierarzt", "Beleg_Nr", "*Kosten", "/"}}};
 
 /// Where the words of a header begin.
 std::vector<qsizetype> columnStarts(const QString& header) {
@@ -111,8 +111,9 @@ QString bookingCell(const Table& bookings, int row, QString field) {
 
 void PA_Koben::Tierdaten_ausgeben() {
     if (datali.row() == 0) {
-        koben.message(QStringLiteral("Bitte markieren Sie erst das Tier, von dem Sie die verschiedenen Daten anzeigen "
-                                     "möchten oder machen Sie einen Doppelklick auf das entsprechende Tier."));
+        koben.message(
+            QStringLiteral("Bitte markieren Sie erst das Tier, von dem Sie die verschiedenen Daten anzeigen "
+                           "möchten oder machen Sie einen Doppelklick auf das entsprechende Tier."));
         return;
     }
     Text1.setText(Tierdaten_text());
@@ -153,7 +154,8 @@ QString PA_Koben::Buchungen_text(qint64 id) {
 
 void PA_Koben::comdrucken_Click() {
     if (datali.row() == 0) {
-        koben.message(QStringLiteral("Sie müssen zuerst ein Tier auswählen, bevor Sie die Daten listen/drucken können."));
+        koben.message(
+            QStringLiteral("Sie müssen zuerst ein Tier auswählen, bevor Sie die Daten listen/drucken können."));
         return;
     }
     Tierdaten_ausgeben();

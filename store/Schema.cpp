@@ -137,12 +137,21 @@ struct Helper {
     const char* name;
     const char* table;
     std::vector<const char*> fields;
-    const char* nullField;  ///< only rows where it is Null; nullptr: all
+    const char* where;  ///< only these rows, worded as the emitter words the same condition; nullptr: all
 };
+
+/// Animals whose derived data are not the empty ones: most rows of a large farm are piglets without a booking.
+const char* const Abgeleitet =
+    R"((((((((((((("Anz_Belegungen" <> 0) OR ("Anz_Belegungen" IS NULL)) OR ("Anz_Ferkelungen" <> 0)) OR )"
+    R"(("Anz_Ferkelungen" IS NULL)) OR ("Anz_Ferkel_Gesamt" IS NOT NULL)) OR ("Anz_Ferkel_Lebend" IS NOT NULL)) OR )"
+    R"(("L_Belegung" IS NOT NULL)) OR ("L_Ferkelung" IS NOT NULL)) OR ("L_Trächtigkeit" IS NOT NULL)) OR )"
+    R"(("L_Absetzung" IS NOT NULL)) OR ("N_Belegung" IS NOT NULL)) OR ("N_Ferkelung" IS NOT NULL)))";
 
 const std::vector<Helper>& helpers() {
     static const std::vector<Helper> result = {
-        {"koben_bestand", "Sauen", {"ID"}, "Abgangsdatum"},
+        {"koben_bestand", "Sauen", {"ID"}, R"("Abgangsdatum" IS NULL)"},
+        {"koben_zyklus", "Sauen", {"ID"}, Abgeleitet},
+        {"koben_status", "Sauen", {"ID"}, R"((("Status" IS NULL) OR ("Status" <> '' COLLATE RTRIM)))"},
         {"koben_belegung", "Belegung", {"Kennung", "Datum"}, nullptr},
         {"koben_traechtigkeit", "Trächtigkeit", {"Kennung", "Datum", "Trächtig"}, nullptr},
         {"koben_ferkelung", "Ferkelung", {"Kennung", "Datum", "Ferkel_Gesamt", "Ferkel_Lebendig"}, nullptr},
@@ -154,6 +163,14 @@ const std::vector<Helper>& helpers() {
         {"koben_verkauf", "Ferkelverkauf", {"Kennung", "Datum", "Anzahl_Verkauf", "Anzahl_Einkauf"}, nullptr},
     };
     return result;
+}
+
+/// Whether the table has every field that a condition names (in double quotes).
+bool hasFields(const sql::TableInfo& table, const char* where) {
+    const QStringList parts = QString::fromUtf8(where).split(u'"');
+    for (qsizetype i = 1; i < parts.size(); i += 2)
+        if (table.columnOf(parts[i]) < 0) return false;
+    return true;
 }
 
 /// Empty where the table or a field is missing.
@@ -168,10 +185,8 @@ std::string helperSql(const sql::Catalog& catalog, const Helper& helper) {
     }
     std::string result =
         std::string("CREATE INDEX IF NOT EXISTS ") + helper.name + " ON " + table->sqlName + " (" + fields + ")";
-    if (helper.nullField == nullptr) return result;
-    const int column = table->columnOf(QString::fromUtf8(helper.nullField));
-    if (column < 0) return {};
-    return result + " WHERE " + table->columns[static_cast<size_t>(column)].sqlName + " IS NULL";
+    if (helper.where == nullptr) return result;
+    return hasFields(*table, helper.where) ? result + " WHERE " + helper.where : std::string();
 }
 
 }  // namespace

@@ -158,10 +158,11 @@ QRect FormWindow::naturalPlace() const {
     const QScreen* screen = parentWidget() ? parentWidget()->screen() : QApplication::primaryScreen();
     const QRect free = screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
     QSize size = sizeHint().expandedTo(minimumSizeHint());
-    const bool hasGrid = std::any_of(m_form.controls().begin(), m_form.controls().end(), [](const Control* control) {
-        return dynamic_cast<const Grid*>(control) && control->visible();
+    const bool large = std::any_of(m_form.controls().begin(), m_form.controls().end(), [](const Control* control) {
+        const auto* text = dynamic_cast<const TextBox*>(control);
+        return control->visible() && (dynamic_cast<const Grid*>(control) || (text && text->multiLine));
     });
-    if (hasGrid) size = size.expandedTo(free.size() * (parentWidget() ? 0.7 : 0.92));
+    if (large) size = size.expandedTo(free.size() * (parentWidget() ? 0.7 : 0.92));
     size = size.boundedTo(free.size() - QSize(16, 40));
     return {free.center() - QPoint(size.width() / 2, size.height() / 2), size};
 }

@@ -53,7 +53,7 @@ GridView::GridView(Grid& grid, const QString& emptyHint)
     setItemDelegate(new GridDelegate(grid, this));
     setSelectionMode(NoSelection);
     setSelectionBehavior(SelectRows);
-    setEditTriggers(NoEditTriggers);
+    setEditTriggers(EditKeyPressed | AnyKeyPressed);  // mouse and Enter go to the form
     setAlternatingRowColors(true);
     setShowGrid(false);
     setWordWrap(false);
@@ -77,6 +77,9 @@ GridView::GridView(Grid& grid, const QString& emptyHint)
     connect(horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this, [this](int section) {
         model().resizeByUser(section + 1, naturalWidth(section + 1));
         refresh(Aspect::Columns);
+    });
+    connect(verticalHeader(), &QHeaderView::sectionPressed, this, [this](int row) {
+        press(row, QApplication::keyboardModifiers());
     });
     grid.startEdit = [this](int row, int column) { edit(row, column); };
     start();
@@ -262,6 +265,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void GridView::edit(int row, int column) {
+    if (model().row() != row) model().setRow(row);
     flush();
     const QModelIndex index = m_cells.index(row - 1, column - 1);
     if (!index.isValid()) return;
@@ -280,6 +284,7 @@ bool GridView::editKey(QKeyEvent* event) {
 }
 
 void GridView::keyPressEvent(QKeyEvent* event) {
+    if (state() == EditingState) return;  // the editor's Enter and Tab come up to here
     flush();
     if (event->matches(QKeySequence::Copy)) {
         QApplication::clipboard()->setText(copied());
@@ -310,6 +315,11 @@ void GridView::keyPressEvent(QKeyEvent* event) {
             break;
     }
     if (!told) event->ignore();
+}
+
+/// Tab accepts like Enter and stays in the row: what comes next is the form's matter.
+void GridView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint) {
+    QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
 QString GridView::copied() const {

@@ -33,6 +33,7 @@ protected:
     void keyboardSearch(const QString&) override {}
     void scrollContentsBy(int dx, int dy) override;
     bool eventFilter(QObject* object, QEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
     int rows() const override { return model().rowCount(); }
     int currentRow() const override { return model().row() - 1; }

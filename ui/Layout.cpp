@@ -8,6 +8,7 @@
 #include <QGroupBox>
 #include <QMenuBar>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
 #include <algorithm>
@@ -144,6 +145,7 @@ Piece tabs(Tabs& model, const std::vector<Piece>& pages) {
         view->addTab(frame, model.captions().value(page++));
     }
     view->setCurrentIndex(model.front());
+    view->tabBar()->setAccessibleName(QStringLiteral("Seiten"));
     return {.widget = view, .stretch = 1};
 }
 Piece tabs(Tabs& model, Pieces pages) { return tabs(model, std::vector<Piece>(pages)); }
@@ -243,6 +245,7 @@ Piece spin(TextBox& model, SpinButton& arrows, int characters) {
     box->addWidget(line);
     box->addWidget(new ArrowsView(arrows));
     box->addStretch(1);
+    widget->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     return {.widget = widget, .field = line};
 }
 
@@ -294,7 +297,6 @@ Piece buttons(Pieces pieces) { return buttons({}, pieces); }
 
 Piece facts(ControlArray<Label>& values, const QStringList& captions, int pairsPerLine) {
     auto* block = new QFrame;
-    block->setFrameStyle(QFrame::StyledPanel | QFrame::Plain);
     block->setAutoFillBackground(true);
     block->setBackgroundRole(QPalette::AlternateBase);
     auto* grid = new QGridLayout(block);

@@ -59,6 +59,11 @@ void ButtonView::refresh(Aspect) {
     if (!model().icon.isEmpty()) setIcon(iconOf(model().icon, palette()));
 }
 
+QSize ButtonView::sizeHint() const {
+    const QSize size = QPushButton::sizeHint();
+    return m_iconOnly ? size : size.grownBy(QMargins(fontMetrics().averageCharWidth(), 0, 0, 0));
+}
+
 void ButtonView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         click();

@@ -32,6 +32,8 @@ private:
 class ButtonView final : public Bound<QPushButton, Button> {
 public:
     explicit ButtonView(Button& model, bool iconOnly = false);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
     void refresh(Aspect aspect) override;

@@ -11,6 +11,7 @@
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QUrl>
+#include <algorithm>
 
 #include "ui/Printing.h"
 
@@ -45,7 +46,13 @@ QStringList SystemPlatform::printers() {
     return names;
 }
 
-QStringList SystemPlatform::fonts() { return QFontDatabase::families(); }
+QStringList SystemPlatform::fonts() {
+    QStringList names = QFontDatabase::families();
+    // The lists' own font: where it is not installed the system puts one of the same widths in its place.
+    const QString listFont = QStringLiteral("Courier New");
+    if (!names.contains(listFont)) names.insert(std::lower_bound(names.begin(), names.end(), listFont), listFont);
+    return names;
+}
 
 std::unique_ptr<PrintJob> SystemPlatform::print(const QString& printer, bool landscape) {
     QString name = printer.isEmpty() ? QPrinterInfo::defaultPrinterName() : printer;

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "core/PZ_Koben_Subs.h"
+#include "forms/Form.h"
 #include "forms/Koben.h"
 
 namespace koben::ui {

@@ -37,6 +37,10 @@ std::string quotedText(const QString& text) {
 
 bool constantLiteral(const Expr& e) { return e.kind == ExprKind::Literal && e.index < 0; }
 
+bool emptyText(const Expr& e) {
+    return constantLiteral(e) && e.literal.value.isText() && std::get<QString>(e.literal.value.variant()).isEmpty();
+}
+
 bool bindable(const Expr& e) { return e.kind == ExprKind::Parameter || (e.kind == ExprKind::Literal && e.index >= 0); }
 
 Slot slotOf(const Expr& e, Type target) {
@@ -227,7 +231,10 @@ std::string Emitter::compare(const Expr& a, const char* op, const Expr& b) {
     const Type type = comparisonType(a, b);
     if (type == Type::Text) {
         if (hasKey(a) || hasKey(b)) return "(" + key(a) + op + key(b) + ")";
-        return "(" + as(a, type) + op + as(b, type) + kCollate + ")";
+        // A text equals the empty one where it is blanks only: the built-in collation says the same, and can stand in an
+        // index that any SQLite tool may write.
+        const bool blank = emptyText(a) || emptyText(b);
+        return "(" + as(a, type) + op + as(b, type) + (blank ? " COLLATE RTRIM" : kCollate) + ")";
     }
     return "(" + as(a, type) + op + as(b, type) + ")";
 }

@@ -107,7 +107,9 @@ private:
     }
 
     void literal(Token token, qsizetype to, Value value, QByteArray digits, char16_t tag) {
-        const bool bound = mayBind();
+        // The empty text stays a constant, so that an index over rows with or without a text can serve a comparison.
+        const bool empty = value.isText() && std::get<QString>(value.variant()).isEmpty();
+        const bool bound = mayBind() && (m_list || !empty);
         Lexeme& lexeme = push(token, m_at, to);
         lexeme.literal = static_cast<int>(m_out.literals.size());
         lexeme.bound = bound;

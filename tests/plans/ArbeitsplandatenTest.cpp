@@ -91,8 +91,8 @@ TEST_F(Arbeitsplandaten, NewRowIsStoredWithItsBackticksAndConfirmedByATone) {
         EXPECT_EQ(form.li.rowCount(), 5);
     });
     EXPECT_EQ(rows(), Seed + QStringList{"O`Impfung|7|7|Letzte Ferkelung|Letzte Belegung|Letzte Belegung||"});
-    EXPECT_EQ(screens.takeLog(), (QStringList{"+ PV_Arbeitsplandaten", "+ PV_Arbeitsplandaten_Eingabe", "~ 1000 15",
-                                              "- PV_Arbeitsplandaten_Eingabe", "- PV_Arbeitsplandaten"}));
+    EXPECT_EQ(screens.takeLog(), (QStringList{"+ PV_Arbeitsplandaten", "+ PV_Arbeitsplandaten_Eingabe",
+                                              "- PV_Arbeitsplandaten_Eingabe", "~ 1000 15", "- PV_Arbeitsplandaten"}));
 }
 
 TEST_F(Arbeitsplandaten, StoresAndGoesOnToTheNeighbourWithWrap) {

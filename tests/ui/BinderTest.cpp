@@ -100,7 +100,7 @@ TEST_F(BinderTest, EnterMovesOnAndEscapeCancels) {
         widget(window, form.tdat)->setFocus();
         type(window, QStringLiteral("5.7."));
         press(window.focusWidget(), Qt::Key_Return);
-        EXPECT_EQ(window.focusWidget(), widget(window, form.calender)) << "Enter in a field is Tab";
+        EXPECT_EQ(window.focusWidget(), widget(window, form.tz)) << "Enter in a field is Tab";
         EXPECT_EQ(form.log.count(QStringLiteral("verlassen")), 1);
         EXPECT_FALSE(form.closed());
         press(window.focusWidget(), Qt::Key_Escape);

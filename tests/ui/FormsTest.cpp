@@ -46,14 +46,16 @@ QChar mnemonic(const QString& text) {
     return {};
 }
 
+std::string said(const QString& form, const QString& what) { return (form + QStringLiteral(": ") + what).toStdString(); }
+
 void expectWhole(const FormWindow& window) {
     const QString form = window.form().name();
-    for (const Control* control : window.leftOver()) ADD_FAILURE() << qPrintable(form + u": " + control->address());
+    for (const Control* control : window.leftOver()) ADD_FAILURE() << said(form, control->address());
     QSet<QChar> letters;
     const auto once = [&](const QString& text) {
         const QChar letter = mnemonic(text);
         if (letter.isNull()) return;
-        EXPECT_FALSE(letters.contains(letter)) << qPrintable(form + u": " + text);
+        EXPECT_FALSE(letters.contains(letter)) << said(form, text);
         letters.insert(letter);
     };
     for (const QMenuBar* bar : window.findChildren<QMenuBar*>())
@@ -61,14 +63,16 @@ void expectWhole(const FormWindow& window) {
     for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
         once(button->text());
         if (!button->isVisible() || button->text().isEmpty() || button->parentWidget()->inherits("QToolBar")) continue;
-        EXPECT_GE(button->width(), button->minimumSizeHint().width()) << qPrintable(form + u": " + button->text());
+        EXPECT_GE(button->width(), button->minimumSizeHint().width()) << said(form, button->text());
     }
-    for (const QLabel* label : window.findChildren<QLabel*>())
-        if (label->isVisible() && !label->wordWrap())
-            EXPECT_GE(label->width(), label->sizeHint().width()) << qPrintable(form + u": " + label->text());
-    for (QWidget* widget : window.tabOrder())
-        if (const Control* control = controlOf(widget))
-            EXPECT_FALSE(widget->accessibleName().isEmpty()) << qPrintable(form + u": " + control->address());
+    for (const QLabel* label : window.findChildren<QLabel*>()) {
+        if (!label->isVisible() || label->wordWrap()) continue;
+        EXPECT_GE(label->width(), label->sizeHint().width()) << said(form, label->text());
+    }
+    for (QWidget* widget : window.tabOrder()) {
+        const Control* control = controlOf(widget);
+        EXPECT_TRUE(!control || !widget->accessibleName().isEmpty()) << said(form, control ? control->address() : form);
+    }
     EXPECT_FALSE(window.tabOrder().empty()) << qPrintable(form);
 }
 
@@ -82,7 +86,7 @@ void expectTabRound(FormWindow& window) {
         const QWidget* next = stops[i - 1];
         do next = next->nextInFocusChain();
         while (next != stops[i] &&
-               (!next->isVisible() || !next->isEnabled() || !(next->focusPolicy() & Qt::TabFocus)) &&
+               (next->focusProxy() || !next->isVisible() || !next->isEnabled() || !(next->focusPolicy() & Qt::TabFocus)) &&
                next != stops[i - 1]);
         EXPECT_EQ(next->objectName(), stops[i]->objectName()) << qPrintable(window.form().name());
     }
@@ -100,7 +104,7 @@ TEST_F(FormsTest, EveryWindowStandsWhole) {
             for (const char* name :
                  {"PV_Stichworte", "PV_Arbeitsplandaten", "PB_Arbeitsplan", "S_Importtabelle", "PE_Bewegungsdaten"})
                 koben.open(QString::fromUtf8(name));
-        } else if (auto* frame = dynamic_cast<PE_Bewegungsdaten*>(&form)) {
+        } else if (dynamic_cast<PE_Bewegungsdaten*>(&form)) {
             for (int kind = 0; kind < 8; ++kind) {
                 koben.Buchungsmodus = QStringLiteral("Neu");
                 koben.open(QString::fromUtf8(Buchungsarten[kind].screen));

@@ -8,6 +8,7 @@
 int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     QStandardPaths::setTestModeEnabled(true);
+    qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
     testing::InitGoogleTest(&argc, argv);
     koben::ui::Application application(argc, argv);
     koben::ui::applyLook(application, koben::ui::Shade::Light);

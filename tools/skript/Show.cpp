@@ -9,12 +9,15 @@ QString mark(bool current, bool marked) {
 }
 
 void showGrid(const Grid& grid, Transcript& transcript) {
+    std::vector<int> columns;  // a row's key without a title is no column for a reader
+    for (int column = 1; column <= grid.columnCount(); ++column)
+        if (!grid.column(column).technical || !grid.column(column).title.isEmpty()) columns.push_back(column);
     QStringList cells;
-    for (int column = 1; column <= grid.columnCount(); ++column) cells += grid.column(column).title;
+    for (int column : columns) cells += grid.column(column).title;
     transcript.printed(mark(false, false) + cells.join(u'\t'));
     for (int row = 1; row <= grid.rowCount(); ++row) {
         cells.clear();
-        for (int column = 1; column <= grid.columnCount(); ++column) cells += grid.cell(row, column);
+        for (int column : columns) cells += grid.cell(row, column);
         transcript.printed(mark(grid.row() == row, grid.multi && grid.marked(row)) + cells.join(u'\t'));
     }
 }

@@ -1,0 +1,144 @@
+// Selection, marking, and what is done to all marked animals at once. Questions come first, then one transaction.
+#include "core/PZ_Koben_Subs.h"
+#include "herd/PA_Koben.h"
+
+namespace koben {
+
+namespace {
+
+/// A count as the questions write it, with a blank before it.
+QString counted(qint64 count) { return QStringLiteral(" %1").arg(count); }
+
+constexpr int StallWidth = 10;
+constexpr int LongestNumber = 15;
+
+}  // namespace
+
+/// The ids of the marked rows, or of those among them that are of one kind.
+std::vector<qint64> PA_Koben::markedAnimals(QStringView art) const {
+    const int id = datali.columnOf(u"ID"), kind = datali.columnOf(u"Art");
+    std::vector<qint64> ids;
+    for (int row : datali.markedRows())
+        if (art.isEmpty() || datali.cell(row, kind) == art) ids.push_back(datali.integer(row, id));
+    return ids;
+}
+
+/// Sets one field of these animals, within the caller's transaction.
+void PA_Koben::setForAll(const std::vector<qint64>& animals, const QString& field, const QString& value) {
+    Statement update = m_db.prepare(QStringLiteral("update Sauen set %1 = ? where ID = ?").arg(field));
+    for (qint64 id : animals) update.run({value, id});
+}
+
+void PA_Koben::Schweine_selektieren() {
+    koben.open(QStringLiteral("PB_Selektieren"));
+    const int column = datali.columnOf(u"Selektiert");
+    qint64 selected = 0;
+    for (int row = 1; row <= datali.rowCount(); ++row) selected += datali.cell(row, column) == u"X";
+    if (selected > 0 && koben.yesNo(QStringLiteral("Es sind") + counted(selected) +
+                                    QStringLiteral(" Schweine selektiert. Sollen diese auch gleich markiert werden?")))
+        Selektierte_markieren();
+}
+
+void PA_Koben::Selektierte_markieren() {
+    const int column = datali.columnOf(u"Selektiert");
+    std::vector<int> rows;
+    for (int row = 1; row <= datali.rowCount(); ++row)
+        if (datali.cell(row, column) == u"X") rows.push_back(row);
+    if (!rows.empty()) datali.setRowKeepingMarks(rows.front());
+    datali.mark(rows);
+    Menue_Zustand_setzen();
+    koben.message(QStringLiteral("Sie können die Schweine auch mit gedrückter STRG-Taste und der Maus markieren."));
+}
+
+void PA_Koben::Markierte_selektieren() {
+    const WaitCursor wait(koben);
+    Transaction action(m_db);
+    m_db.execute(QStringLiteral("UPDATE Sauen SET Selektiert = ''"));
+    setForAll(markedAnimals(), QStringLiteral("Selektiert"), QStringLiteral("X"));
+    action.commit();
+    datenschweinelesen();
+}
+
+void PA_Koben::Stallnr_neu_zuordnen() {
+    const std::vector<qint64> animals = markedAnimals();
+    if (animals.empty()) return koben.message(QStringLiteral("Es sind keine Schweine markiert!"));
+    if (!koben.yesNo(QStringLiteral("Sollen bei den") + counted(static_cast<qint64>(animals.size())) +
+                     QStringLiteral(" Schweinen neue Stallnummern zugeordnet werden?")))
+        return;
+    const QString entered =
+        koben.screens.input(QStringLiteral("Welche Stallnr soll den markierten Sauen neu zugeordnet werden?"));
+    const QString stall = Hochkomma_ersetzen(entered.left(StallWidth));
+    if (stall.isEmpty())
+        return koben.message(QStringLiteral("Es wurde keine Stall-Nr eingegeben. Die Aktion wird nicht ausgeführt."));
+    const WaitCursor wait(koben);
+    Transaction action(m_db);
+    setForAll(animals, QStringLiteral("Stallnr"), stall);
+    action.commit();
+    datenschweinelesen();
+}
+
+void PA_Koben::Ferkel_in_Mast() {
+    const int marked = datali.markedCount();
+    if (marked == 0) return koben.message(QStringLiteral("Es sind keine Schweine markiert!"));
+    if (!koben.yesNo(QStringLiteral("Sollen die") + counted(marked) +
+                     QStringLiteral(" Ferkel neu als Masttiere verwaltet werden?")))
+        return;
+    const std::vector<qint64> piglets = markedAnimals(u"Ferkel");
+    const bool book =
+        !piglets.empty() &&
+        koben.yesNo(QStringLiteral("Soll jetzt eine automatische Verkaufsbuchung mit dem Kunden 'Eigenbetrieb' und "
+                                   "Kommentar 'In Mast umgebucht' angelegt werden?") +
+                    Crlf + Crlf +
+                    QStringLiteral("Durch diese Buchung sind die Ferkel künftig auch im Bestandsregister nach VVVO "
+                                   "richtig geführt."));
+    const WaitCursor wait(koben);
+    Transaction action(m_db);
+    setForAll(piglets, QStringLiteral("Art"), QStringLiteral("Mast"));
+    if (book) Eigenverkauf_buchen(static_cast<qint64>(piglets.size()));
+    action.commit();
+    koben.Status_neu_berechnen = 1;
+    datenschweinelesen();
+}
+
+/// The piglets leave the piglets' books. The booking belongs to no animal, and its comment is not worded as in the
+/// question: registers of farms already hold it so.
+void PA_Koben::Eigenverkauf_buchen(qint64 count) {
+    Recordset sales = m_db.open(QStringLiteral("select * from Ferkelverkauf where ID = 0"));
+    sales.addNew();
+    sales.set(u"Datum", Datum_aus_Text(koben.Heute));
+    sales.set(u"Anzahl_Verkauf", count);
+    for (const char* zero : {"Anzahl_Einkauf", "Preis_je_Stück", "Einnahmen", "Ausgaben", "Stück_Gewicht_kg",
+                             "Gesamtgewicht_kg", "Kennung"})
+        sales.set(QString::fromUtf8(zero), 0);
+    sales.set(u"Kunde", QStringLiteral("Eigenbetrieb"));
+    sales.set(u"Muttersau", QString());
+    sales.set(u"Kommentar", QStringLiteral("In Mast gebucht"));
+    sales.update();
+}
+
+void PA_Koben::Saunummern_verlaengern() {
+    if (!koben.yesNo(QStringLiteral(
+            "Durch diese Aktion wird die Saunummer auf eine feste Länge geändert. Dadurch lassen sich die Sauen nach "
+            "der laufenden Nummer sortieren. Wenn die Saunummer auf eine Länge von 4 Zeichen eingestellt wird, dann "
+            "würde z.B. die Saunummer 4 auf 0004 geändert. Aus 22 würde 0022 und aus 134 würde 0134. Möchen Sie jetzt "
+            "die Länge der Saunummern anpassen?")))
+        return;
+    const double length = Wert(koben.screens.input(QStringLiteral(
+        "Bitte legen Sie fest, auf welche Länge (1 bis 15) die Saunummern geändert werden soll. Die Zahl sollte nicht "
+        "höher sein als ihre längste Stallnummer (meisten 3 bis 4-stellig). Ist eine Saunummer länger, dann wird "
+        "nichts verändert.")));
+    if (length < 1 || length > LongestNumber) return koben.message(QStringLiteral("Falsche Eingabe!"));
+    const WaitCursor wait(koben);
+    const Table animals = m_db.table(QStringLiteral("select Nummer, ID from Sauen"));
+    Transaction action(m_db);
+    Statement update = m_db.prepare(QStringLiteral("update Sauen set Nummer = ? where ID = ?"));
+    for (int row = 0; row < animals.rowCount(); ++row) {
+        const QString number = Hochkomma_ersetzen(animals.text(row, 0));
+        const QString full = number.rightJustified(static_cast<int>(length), u'0');
+        if (full != number) update.run({full, animals.integer(row, 1)});
+    }
+    action.commit();
+    datenschweinelesen();
+}
+
+}  // namespace koben
