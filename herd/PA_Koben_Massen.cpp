@@ -1,4 +1,6 @@
 // Selection, marking, and what is done to all marked animals at once. Questions come first, then one transaction.
+#include <algorithm>
+
 #include "core/PZ_Koben_Subs.h"
 #include "herd/PA_Koben.h"
 
@@ -11,6 +13,7 @@ QString counted(qint64 count) { return QStringLiteral(" %1").arg(count); }
 
 constexpr int StallWidth = 10;
 constexpr int LongestNumber = 15;
+constexpr qint64 MostInBooking = 32767;  // that the field of a count holds
 
 }  // namespace
 
@@ -101,19 +104,21 @@ void PA_Koben::Ferkel_in_Mast() {
 }
 
 /// The piglets leave the piglets' books. The booking belongs to no animal, and its comment is not worded as in the
-/// question: registers of farms already hold it so.
+/// question: registers of farms already hold it so. More than a booking can count becomes several.
 void PA_Koben::Eigenverkauf_buchen(qint64 count) {
     Recordset sales = m_db.open(QStringLiteral("select * from Ferkelverkauf where ID = 0"));
-    sales.addNew();
-    sales.set(u"Datum", Datum_aus_Text(koben.Heute));
-    sales.set(u"Anzahl_Verkauf", count);
-    for (const char* zero : {"Anzahl_Einkauf", "Preis_je_Stück", "Einnahmen", "Ausgaben", "Stück_Gewicht_kg",
-                             "Gesamtgewicht_kg", "Kennung"})
-        sales.set(QString::fromUtf8(zero), 0);
-    sales.set(u"Kunde", QStringLiteral("Eigenbetrieb"));
-    sales.set(u"Muttersau", QString());
-    sales.set(u"Kommentar", QStringLiteral("In Mast gebucht"));
-    sales.update();
+    for (qint64 left = count; left > 0; left -= MostInBooking) {
+        sales.addNew();
+        sales.set(u"Datum", Datum_aus_Text(koben.Heute));
+        sales.set(u"Anzahl_Verkauf", std::min(left, MostInBooking));
+        for (const char* zero : {"Anzahl_Einkauf", "Preis_je_Stück", "Einnahmen", "Ausgaben", "Stück_Gewicht_kg",
+                                 "Gesamtgewicht_kg", "Kennung"})
+            sales.set(QString::fromUtf8(zero), 0);
+        sales.set(u"Kunde", QStringLiteral("Eigenbetrieb"));
+        sales.set(u"Muttersau", QString());
+        sales.set(u"Kommentar", QStringLiteral("In Mast gebucht"));
+        sales.update();
+    }
 }
 
 void PA_Koben::Saunummern_verlaengern() {

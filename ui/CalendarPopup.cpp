@@ -8,8 +8,8 @@
 
 namespace koben::ui {
 
-CalendarPopup::CalendarPopup(Calendar& model, QWidget& field)
-    : View(model), m_model(model), m_field(&field), m_month(new QCalendarWidget(this)) {
+CalendarPopup::CalendarPopup(Calendar& model, QWidget* field)
+    : View(model), m_model(model), m_field(field), m_month(new QCalendarWidget(this)) {
     setWindowFlags(Qt::Popup);
     setAttribute(Qt::WA_NoMouseReplay);  // else the press that closes it opens it again by its button
     setAttribute(Qt::WA_WindowPropagation);
@@ -39,15 +39,16 @@ void CalendarPopup::changed(Aspect aspect) {
 }
 
 void CalendarPopup::dropDown() {
-    if (!m_field || !m_field->isVisible()) return;
+    const QWidget* field = m_field ? m_field.data() : parentWidget()->window()->focusWidget();
+    if (!field || !field->isVisible()) return;
     const QSignalBlocker quiet(m_month);
     m_month->setSelectedDate(m_model.date().isValid() ? m_model.date() : QDate::currentDate());
     adjustSize();
-    QPoint at = m_field->mapToGlobal(QPoint(0, m_field->height()));
-    if (const QScreen* screen = m_field->screen()) {
+    QPoint at = field->mapToGlobal(QPoint(0, field->height()));
+    if (const QScreen* screen = field->screen()) {
         const QRect free = screen->availableGeometry();
         at.setX(std::clamp(at.x(), free.left(), std::max(free.left(), free.right() - width())));
-        if (at.y() + height() > free.bottom()) at.setY(m_field->mapToGlobal(QPoint()).y() - height());
+        if (at.y() + height() > free.bottom()) at.setY(field->mapToGlobal(QPoint()).y() - height());
     }
     move(at);
     show();

@@ -10,8 +10,8 @@ namespace koben::ui {
 
 class CalendarPopup final : public QFrame, public BoundWidget, private Control::View {
 public:
-    /// `field` is what it drops down from.
-    CalendarPopup(Calendar& model, QWidget& field);
+    /// `field` is what it drops down from; without one it is whatever has the focus of the window.
+    CalendarPopup(Calendar& model, QWidget* field);
     Control& control() const override { return m_model; }
     QCalendarWidget& month() { return *m_month; }
 

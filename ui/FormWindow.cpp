@@ -13,7 +13,7 @@
 #include <QScrollArea>
 #include <QSet>
 #include <QSplitter>
-#include <QStackedWidget>
+#include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
@@ -105,6 +105,7 @@ void FormWindow::fill() {
     auto* box = new QVBoxLayout(this);
     const Arrange arrange = layoutOf(m_form);
     const Piece content = arrange ? arrange(m_form) : automatic(m_form);
+    m_content = content.widget;
     addContent(*box, content.widget);
     if (auto* menus = findChild<QMenuBar*>()) box->setMenuBar(menus);
     QSet<const Control*> bound;
@@ -157,7 +158,9 @@ void FormWindow::assignMnemonics() {
 QRect FormWindow::naturalPlace() const {
     const QScreen* screen = parentWidget() ? parentWidget()->screen() : QApplication::primaryScreen();
     const QRect free = screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     QSize size = sizeHint().expandedTo(minimumSizeHint());
+    size = size.expandedTo(m_content->sizeHint().grownBy(layout()->contentsMargins()) + QSize(bar, bar));
     const bool large = std::any_of(m_form.controls().begin(), m_form.controls().end(), [](const Control* control) {
         const auto* text = dynamic_cast<const TextBox*>(control);
         return control->visible() && (dynamic_cast<const Grid*>(control) || (text && text->multiLine));
@@ -168,6 +171,7 @@ QRect FormWindow::naturalPlace() const {
 }
 
 void FormWindow::present() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // what the form hid and showed so far
     const QStringList kept = m_form.koben.platform.userSetting(placeSection, m_form.name()).split(u',');
     QRect place = naturalPlace();
     if (kept.size() >= 4) {

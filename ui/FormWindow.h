@@ -41,6 +41,7 @@ private:
     QRect naturalPlace() const;
 
     Form& m_form;
+    QWidget* m_content = nullptr;
     std::vector<Control*> m_leftOver;
     std::vector<QWidget*> m_order;
 };

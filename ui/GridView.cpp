@@ -78,9 +78,8 @@ GridView::GridView(Grid& grid, const QString& emptyHint)
         model().resizeByUser(section + 1, naturalWidth(section + 1));
         refresh(Aspect::Columns);
     });
-    connect(verticalHeader(), &QHeaderView::sectionPressed, this, [this](int row) {
-        press(row, QApplication::keyboardModifiers());
-    });
+    connect(verticalHeader(), &QHeaderView::sectionPressed, this,
+            [this](int row) { press(row, QApplication::keyboardModifiers()); });
     grid.startEdit = [this](int row, int column) { edit(row, column); };
     start();
     m_columnsStale = true;
@@ -167,6 +166,22 @@ void GridView::applyColumns() {
         header->setSortIndicator(model().sortColumn() - 1,
                                  model().sortDirection() == 2 ? Qt::DescendingOrder : Qt::AscendingOrder);
     verticalHeader()->setVisible(static_cast<bool>(model().rowTitle));
+    fillWidth();
+}
+
+/// The last column takes the room that is left, unless the user has given it a width.
+void GridView::fillWidth() {
+    int last = model().columnCount();
+    while (last > 0 && isColumnHidden(last - 1)) --last;
+    if (last == 0 || model().column(last).width > 0) return;
+    const int others = horizontalHeader()->length() - columnWidth(last - 1);
+    const int width = std::max(naturalWidth(last), viewport()->width() - others);
+    if (width != columnWidth(last - 1)) setColumnWidth(last - 1, width);
+}
+
+void GridView::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    if (m_cells.columnCount() == model().columnCount()) fillWidth();
 }
 
 void GridView::showCurrent(bool scroll) {

@@ -23,6 +23,7 @@ public:
 protected:
     void refresh(Aspect aspect) override;
     void customEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -46,6 +47,7 @@ protected:
 private:
     void schedule();
     void applyColumns();
+    void fillWidth();
     int naturalWidth(int column) const;
     void showCurrent(bool scroll);
     void headerClicked(int section);

@@ -67,6 +67,25 @@ protected:
     }
 };
 
+/// Holds a field and what belongs to it, and hides with the field.
+class FieldHolder final : public QWidget, private Control::View {
+public:
+    explicit FieldHolder(Control& field) : View(field), m_field(field) {
+        if (!field.visible()) setVisible(false);
+    }
+
+private:
+    void changed(Aspect aspect) override {
+        if (aspect == Aspect::Visible)
+            QMetaObject::invokeMethod(
+                this, [this] { setVisibleWithField(); }, Qt::QueuedConnection);
+    }
+    void setVisibleWithField() {
+        if (isHidden() == m_field.visible()) setVisible(m_field.visible());
+    }
+    const Control& m_field;
+};
+
 Piece inGroup(QGroupBox* box, const Piece& content) {
     auto* layout = new QVBoxLayout(box);
     layout->addWidget(content.widget);
@@ -150,6 +169,24 @@ Piece tabs(Tabs& model, const std::vector<Piece>& pages) {
 }
 Piece tabs(Tabs& model, Pieces pages) { return tabs(model, std::vector<Piece>(pages)); }
 
+Piece table(const std::vector<std::vector<Piece>>& lines) {
+    auto* widget = new QWidget;
+    auto* grid = new QGridLayout(widget);
+    grid->setContentsMargins(0, 0, 0, 0);
+    int line = 0, columns = 0;
+    for (const auto& pieces : lines) {
+        int column = 0;
+        for (const Piece& piece : pieces) {
+            if (piece.widget) grid->addWidget(piece.widget, line, column);
+            ++column;
+        }
+        columns = std::max(columns, column);
+        ++line;
+    }
+    grid->setColumnStretch(columns, 1);
+    return {.widget = widget};
+}
+
 FieldRow field(const QString& caption, const Piece& piece) { return {caption, nullptr, piece}; }
 FieldRow field(Label& caption, const Piece& piece) { return {{}, &caption, piece}; }
 
@@ -170,6 +207,12 @@ Piece fields(const std::vector<FieldRow>& rows) {
             caption = new CaptionView(*control, row.caption, target);
         } else {
             caption = new QLabel(row.caption);
+        }
+        // a sentence for a caption goes on below itself
+        const int widest = caption->fontMetrics().averageCharWidth() * 55;
+        if (caption->sizeHint().width() > widest) {
+            caption->setWordWrap(true);
+            caption->setFixedWidth(widest);
         }
         form->addRow(caption, row.piece.widget);
     }
@@ -238,7 +281,7 @@ Piece spin(TextBox& model, SpinButton& arrows, int characters) {
     auto* line = new LineView(model);
     line->hand.arrows = &arrows;
     setCharacters(*line, characters, 0);
-    auto* widget = new QWidget;
+    auto* widget = new FieldHolder(model);
     auto* box = new QHBoxLayout(widget);
     box->setContentsMargins(0, 0, 0, 0);
     box->setSpacing(0);
@@ -249,20 +292,32 @@ Piece spin(TextBox& model, SpinButton& arrows, int characters) {
     return {.widget = widget, .field = line};
 }
 
-Piece date(TextBox& model, Button& button, Calendar& calendar) {
+Piece date(TextBox& model, Button& button) {
     if (button.icon.isEmpty()) button.icon = QStringLiteral("kalender");
     auto* line = new LineView(model);
     line->hand.isDate = true;
     setCharacters(*line, 11, 0);
-    auto* widget = new QWidget;
+    auto* widget = new FieldHolder(model);
     auto* box = new QHBoxLayout(widget);
     box->setContentsMargins(0, 0, 0, 0);
     box->setSpacing(2);
     box->addWidget(line);
     box->addWidget(new ButtonView(button, true));
     box->addStretch(1);
-    (new CalendarPopup(calendar, *line))->setParent(widget, Qt::Popup);
     return {.widget = widget, .field = line};
+}
+
+Piece date(TextBox& model, Button& button, Calendar& calendar) {
+    const Piece piece = date(model, button);
+    (new CalendarPopup(calendar, piece.field))->setParent(piece.widget, Qt::Popup);
+    return piece;
+}
+
+Piece sharedCalendar(Calendar& calendar) {
+    auto* widget = new QWidget;
+    widget->setFixedSize(0, 0);
+    (new CalendarPopup(calendar, nullptr))->setParent(widget, Qt::Popup);
+    return {.widget = widget};
 }
 
 Piece input(Control& model, SpinButton* arrows) {
@@ -295,7 +350,10 @@ Piece buttons(Pieces left, Pieces right) {
 }
 Piece buttons(Pieces pieces) { return buttons({}, pieces); }
 
-Piece facts(ControlArray<Label>& values, const QStringList& captions, int pairsPerLine) {
+namespace {
+
+/// Captions and values in a quiet block.
+Piece factBlock(ControlArray<Label>& values, const std::vector<QWidget*>& captions, int pairsPerLine) {
     auto* block = new QFrame;
     block->setAutoFillBackground(true);
     block->setBackgroundRole(QPalette::AlternateBase);
@@ -308,13 +366,30 @@ Piece facts(ControlArray<Label>& values, const QStringList& captions, int pairsP
         bold.setBold(true);
         value->setFont(bold);
         const int line = i / pairsPerLine, at = i % pairsPerLine * 3;
-        grid->addWidget(caption(captions.value(i)).widget, line, at);
+        grid->addWidget(captions[static_cast<size_t>(i)], line, at);
         grid->addWidget(value, line, at + 1);
         grid->setColumnMinimumWidth(at + 1, block->fontMetrics().horizontalAdvance(QStringLiteral("00.00.0000")));
         if (at + 3 < pairsPerLine * 3) grid->setColumnMinimumWidth(at + 2, block->fontMetrics().averageCharWidth() * 2);
     }
     grid->setColumnStretch(pairsPerLine * 3, 1);
     return {.widget = block};
+}
+
+}  // namespace
+
+Piece facts(ControlArray<Label>& values, const QStringList& captions, int pairsPerLine) {
+    std::vector<QWidget*> labels;
+    for (int i = 0; i < values.count(); ++i) labels.push_back(caption(captions.value(i)).widget);
+    return factBlock(values, labels, pairsPerLine);
+}
+
+Piece facts(ControlArray<Label>& values, ControlArray<Label>& captions, int firstCaption, int pairsPerLine) {
+    std::vector<QWidget*> labels;
+    for (int i = 0; i < values.count(); ++i) {
+        labels.push_back(new LabelView(captions[firstCaption + i]));
+        labels.back()->setForegroundRole(QPalette::PlaceholderText);
+    }
+    return factBlock(values, labels, pairsPerLine);
 }
 
 Piece toolBar(const std::vector<Button*>& tools) { return {.widget = toolBarOf(tools)}; }
@@ -360,7 +435,7 @@ private:
         if (auto* bar = dynamic_cast<ProgressBar*>(&control)) return line(progress(*bar));
         if (auto* arrows = dynamic_cast<SpinButton*>(&control)) return line(own(new ArrowsView(*arrows)));
         if (auto* month = dynamic_cast<Calendar*>(&control); month && m_field) {
-            (new CalendarPopup(*month, *m_field))->setParent(m_field, Qt::Popup);
+            (new CalendarPopup(*month, m_field))->setParent(m_field, Qt::Popup);
             return;
         }
         if (auto* pages = dynamic_cast<Tabs*>(&control)) {

@@ -48,6 +48,9 @@ Piece split(const Piece& left, const Piece& right, int leftShare, int rightShare
 Piece tabs(Tabs& tabs, Pieces pages);
 Piece tabs(Tabs& tabs, const std::vector<Piece>& pages);
 
+/// Lines of pieces whose columns stand below each other.
+Piece table(const std::vector<std::vector<Piece>>& lines);
+
 // label and field pairs, one below the other
 struct FieldRow {
     QString caption;
@@ -75,6 +78,9 @@ Piece search(TextBox& model, const QString& placeholder);  ///< with a button th
 Piece combo(ComboBox& model, int characters = 0);
 Piece spin(TextBox& model, SpinButton& arrows, int characters = 5);
 Piece date(TextBox& model, Button& button, Calendar& calendar);
+/// A date field whose calendar serves several; `sharedCalendar` stands once beside them.
+Piece date(TextBox& model, Button& button);
+Piece sharedCalendar(Calendar& calendar);
 Piece list(ListBox& model);
 Piece grid(Grid& model, const QString& emptyHint = {});
 Piece progress(ProgressBar& model);
@@ -86,6 +92,9 @@ Piece buttons(Pieces left, Pieces right);
 
 /// Facts that are only read: caption and value pairs in a quiet block, so many pairs beside each other.
 Piece facts(ControlArray<Label>& values, const QStringList& captions, int pairsPerLine = 4);
+
+/// The same with labels of the form as captions, the first of them given.
+Piece facts(ControlArray<Label>& values, ControlArray<Label>& captions, int firstCaption, int pairsPerLine = 4);
 
 /// A tool bar across the window.
 Piece toolBar(const std::vector<Button*>& buttons);

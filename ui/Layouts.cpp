@@ -4,15 +4,20 @@
 #include "ui/Families.h"
 #include "ui/Layout.h"
 
-#define LAYOUTS(X)                 \
-    X(PA_Koben)                    \
-    X(PA_Textausgabe)              \
-    X(PA_Zwischenliste)            \
-    X(PB_Arbeitsplan)              \
-    X(PE_Bewegungsdaten)           \
+// clang-format off
+#define LAYOUTS(X) \
+    X(PA_Koben) \
+    X(PA_Textausgabe) \
+    X(PA_Zwischenliste) \
+    X(PB_Arbeitsplan) \
+    X(PB_Neues_Schwein) \
+    X(PB_Selektieren) \
+    X(PE_Bewegungsdaten) \
+    X(PO_Einstellungen) \
     X(PV_Arbeitsplandaten_Eingabe) \
-    X(PV_Stichworte)               \
+    X(PV_Stichworte) \
     X(S_Importtabelle)
+// clang-format on
 
 namespace koben::ui {
 

@@ -15,9 +15,22 @@ namespace {
 
 QString lines(QString text) { return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
 
+/// A long caption in several lines; Qt does not break those of buttons.
+QString broken(QString caption) {
+    constexpr qsizetype longest = 75;  // characters in a line
+    for (qsizetype from = 0; caption.size() - from > longest;) {
+        const qsizetype blank = caption.lastIndexOf(u' ', from + longest);
+        if (blank <= from) break;
+        caption[blank] = u'\n';
+        from = blank + 1;
+    }
+    return caption;
+}
+
 /// Sets a caption unless it stands there already, perhaps without its key, which another control of the window has.
 void showCaption(QAbstractButton& button, const QString& caption) {
-    if (plainCaption(button.text()) != plainCaption(caption)) button.setText(caption);
+    const QString text = broken(caption);
+    if (plainCaption(button.text()) != plainCaption(text)) button.setText(text);
 }
 
 }  // namespace

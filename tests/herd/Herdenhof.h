@@ -28,7 +28,8 @@ public:
     void sql(const QString& text) { db.execute(text); }
     /// Adds an animal; its ID counts from 1 in the order of adding. `more` as "Gruppe = 'A', Status = 'B'".
     void tier(const QString& number, const QString& art = "Sau", const QString& more = {}) {
-        sql(QStringLiteral("insert into Sauen (Art, Nummer, Selektiert) values ('%1', '%2', '')").arg(art, number));
+        sql(QStringLiteral("insert into Sauen (Art, Nummer, Selektiert, Status) values ('%1', '%2', '', '')")
+                .arg(art, number));
         if (!more.isEmpty()) sql(QStringLiteral("update Sauen set %1 where Nummer = '%2'").arg(more, number));
     }
 

@@ -2,6 +2,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <csignal>
+#include <numeric>
 
 #include "tests/herd/Herdenhof.h"
 
@@ -62,6 +63,23 @@ TEST(MassenTest, ferkelInDieMast) {
                              "Ferkelverkauf"),
                   row.sales);
     }
+}
+
+/// A whole barn is moved at once, in more than one booking where its field cannot hold the count.
+TEST(MassenTest, vieleFerkelInDieMast) {
+    Herdenhof farm;
+    farm.tier("F", "Ferkel");
+    for (int i = 0; i < 16; ++i)
+        farm.sql("insert into Sauen (Art, Nummer, Selektiert) select Art, Nummer, Selektiert from Sauen");
+    farm.start([&](PA_Koben& main) {
+        std::vector<int> rows(65536);
+        std::iota(rows.begin(), rows.end(), 1);
+        main.datali.mark(rows);
+        farm.screens.answers = {true, true};
+        farm.menue(main, "XB_Markierte_Ferkel_in_Mast");
+    });
+    EXPECT_EQ(farm.zeige("select Art, count(*) from Sauen group by Art"), "Mast 65536");
+    EXPECT_EQ(farm.zeige("select Anzahl_Verkauf from Ferkelverkauf"), "32767 | 32767 | 2");
 }
 
 TEST(MassenTest, neueStallnummer) {
