@@ -1,15 +1,11 @@
 #include "bookings/Buchungseingabe.h"
 
-#include <charconv>
-
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 
 namespace koben {
 
 namespace {
-
-constexpr int Most = 99;  // of a count by its arrows
 
 /// Facts of the animal, in the order of bezschwein.
 const char* const Fakten[] = {"Art",
@@ -29,40 +25,42 @@ const char* const Fakten[] = {"Art",
 const char* const Zyklusdaten[] = {"L_Belegung", "L_Trächtigkeit", "L_Ferkelung", "L_Absetzung"};
 constexpr int Zyklusarten = 4;
 
-/// An entered amount: as the field was read, without the noise of a binary fraction.
-Money amountOf(const QString& text) {
-    char digits[64];
-    const float entered = Zahl_aus_Text(QString(text));
-    const auto end = std::to_chars(digits, digits + sizeof digits, entered, std::chars_format::fixed);
-    return Value(QString::fromLatin1(digits, end.ptr - digits)).toMoney();
-}
-
 }  // namespace
 
 Buchungseingabe::Buchungseingabe(Koben& context, const QString& name, const QString& caption, int art,
                                  const QString& inputs)
     : Form(context, name, caption), kind(art), m_rahmen(inputs) {
-    tdat.onKeyPress = [this](int key) {
-        calend.setVisible(false);
-        return Nur_Zahlzeichen(key);
-    };
-    tdat.onLostFocus = [this] { tdat.setText(Datum_ergaenzen(tdat.text().trimmed(), koben.Heute)); };
+    connectDate(tdat, calender);
     tdat.setHint(QStringLiteral("Datum"));
-    calender.icon = QStringLiteral("kalender");
-    calender.onClick = [this] { calend.setVisible(!calend.visible()); };
     calend.onPick = [this](QDate date) {
-        tdat.setText(Datum_als_Anzeige(date));
+        m_calendarFor->setText(Datum_als_Anzeige(date));
         calend.setVisible(false);
+        m_calendarFor->onLostFocus();  // what hangs on the date follows it
     };
     for (int i = 0; i < ok.count(); ++i) ok[i].onClick = [this, i] { ok_Click(i); };
     for (int i = 0; i < nextschwein.count(); ++i) nextschwein[i].onClick = [this, i] { nextschwein_Click(i); };
     abbrechen.onClick = [this] { abbrechen_Click(); };
     acceptButton = &ok[0];
     cancelButton = &abbrechen;
-    zeile("Datum:", tdat);
+    m_zeilen.push_back({QStringLiteral("Datum:"), &tdat, nullptr, &calender});
 }
 
 Buchungseingabe::~Buchungseingabe() = default;
+
+/// Short input, and a button that opens and shuts the calendar for this field.
+void Buchungseingabe::connectDate(TextBox& field, Button& button) {
+    field.onKeyPress = [this](int key) {
+        calend.setVisible(false);
+        return Nur_Zahlzeichen(key);
+    };
+    field.onLostFocus = [this, &field] { field.setText(Datum_ergaenzen(field.text().trimmed(), koben.Heute)); };
+    button.icon = QStringLiteral("kalender");
+    button.onClick = [this, &field] {
+        const bool open = !calend.visible() || m_calendarFor != &field;
+        m_calendarFor = &field;
+        calend.setVisible(open);
+    };
+}
 
 Buchungseingabe::Quelle Buchungseingabe::Werte(const char* field) const {
     return {.sql = QStringLiteral("select DISTINCT %1 from %2")
@@ -107,11 +105,23 @@ void Buchungseingabe::auswahl(const char* label, ComboBox& control, const char* 
     zeile(label, control);
 }
 
+void Buchungseingabe::freitext(const char* label, TextBox& control, const char* field, int width) {
+    control.maxLength = width;
+    bind(Art::Text, control, field, {});
+    zeile(label, control);
+}
+
+void Buchungseingabe::datum(const char* label, TextBox& control, Button& button, const char* field) {
+    connectDate(control, button);
+    bind(Art::Datum, control, field, {});
+    m_zeilen.push_back({QString::fromUtf8(label), &control, nullptr, &button});
+}
+
 void Buchungseingabe::anzahl(const char* label, TextBox& control, const char* field, const QString& preset,
-                             SpinButton& spin, int least) {
+                             SpinButton& spin, int least, int most) {
     control.onKeyPress = Nur_Ziffern;
-    spin.onUp = [&control, least] { step(control, 1, least); };
-    spin.onDown = [&control, least] { step(control, -1, least); };
+    spin.onUp = [&control, least, most] { step(control, 1, least, most); };
+    spin.onDown = [&control, least, most] { step(control, -1, least, most); };
     bind(Art::Anzahl, control, field, preset);
     zeile(label, control, &spin);
 }
@@ -128,8 +138,8 @@ void Buchungseingabe::gewicht(const char* label, TextBox& control, const char* f
     m_felder.back().art = Art::Gewicht;
 }
 
-void Buchungseingabe::step(TextBox& field, int by, int least) {
-    const int value = static_cast<int>(std::clamp(koben::Wert(field.text()) + by, double(least), double(Most)));
+void Buchungseingabe::step(TextBox& field, int by, int least, int most) {
+    const int value = static_cast<int>(std::clamp(koben::Wert(field.text()) + by, double(least), double(most)));
     field.setText(QString::number(value));
     if (field.onLostFocus) field.onLostFocus();
 }
@@ -187,6 +197,7 @@ void Buchungseingabe::fuellen() {
     for (const Feld& field : m_felder) {
         QString stored = li.cell(li.row(), field.field);
         if (field.art == Art::Betrag || field.art == Art::Gewicht) stored = Zahl_formatieren(stored, 2);
+        if (field.art == Art::Datum) stored = Datum_ergaenzen(stored, koben.Heute);
         show(*field.control, stored);
     }
 }
@@ -206,6 +217,8 @@ QString Buchungseingabe::Sammelhinweis() const { return {}; }
 void Buchungseingabe::vorbereiten(const std::vector<int>&) {}
 
 void Buchungseingabe::gespeichert(Recordset&, int) {}
+
+void Buchungseingabe::abschließen() {}
 
 bool Buchungseingabe::askWhetherAll() const {
     return koben.yesNo(QStringLiteral("Es sind mehere Schweine ausgewählt. Soll die Buchung bei allen %1 Schweinen "
@@ -255,6 +268,7 @@ bool Buchungseingabe::speichern(const std::vector<int>& rows) {
             gespeichert(bookings, row);
         }
         Stichworte_eintragen();
+        abschließen();
         transaction.commit();
     } catch (const DatabaseError& error) {
         if (error.kind != DatabaseError::Kind::Type && error.kind != DatabaseError::Kind::TooLong) throw;
@@ -295,10 +309,13 @@ void Buchungseingabe::eintragen(Recordset& bookings, const Value& animal) const 
                 bookings.set(field.field, koben::Wert(entered));
                 break;
             case Art::Betrag:
-                bookings.set(field.field, amountOf(entered));
+                bookings.set(field.field, Betrag_aus_Text(QString(entered)));
                 break;
             case Art::Gewicht:
                 bookings.set(field.field, Zahl_aus_Text(QString(entered)));
+                break;
+            case Art::Datum:
+                bookings.set(field.field, Ist_Datum(entered) ? Value(Datum_aus_Text(entered)) : Value());
                 break;
         }
     }

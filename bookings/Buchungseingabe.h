@@ -8,18 +8,19 @@ namespace koben {
 class Buchungseingabe : public Form {
 public:
     ControlArray<Label> bezschwein{*this, "bezschwein", {"", "", "", "", "", "", "", "", "", "", "", ""}};
-    TextBox tdat{*this, "tdat"};
-    Button calender{*this, "calender", "Kalender"};
+    TextBox tdat{*this, "tdat", 0};
+    Button calender{*this, "calender", "Kalender", 0};
     Calendar calend{*this, "calend"};
     ControlArray<Button> ok{*this, "ok", {"&OK", "OK + &Vorheriger", "OK + &Nächster"}};
     Button abbrechen{*this, "abbrechen", "&Abbrechen"};
     ControlArray<Button> nextschwein{*this, "nextschwein", {"Voriges Tier", "Nächstes Tier"}};
 
-    /// An input as the window shows it: its label, its control and its spin arrows, in the order of entry.
+    /// An input as the window shows it: its label, its control and what stands beside it, in the order of entry.
     struct Zeile {
         QString label;
         Control* control;
         SpinButton* spin = nullptr;
+        Button* calender = nullptr;  ///< of a date; all dates of a screen share one calendar
     };
     const std::vector<Zeile>& zeilen() const { return m_zeilen; }
     const QString& rahmen() const { return m_rahmen; }
@@ -44,8 +45,11 @@ protected:
     static Quelle Bemerkungen();     ///< the remarks of the master data
     static Quelle Verlustgruende();  ///< the four fixed reasons of a loss, then the others in use
     void text(const char* label, ComboBox& control, const char* field, int width, const Quelle& source);
+    void freitext(const char* label, TextBox& control, const char* field, int width);
     void anzahl(const char* label, TextBox& control, const char* field, const QString& preset, SpinButton& spin,
-                int least = 1);
+                int least = 1, int most = 99);
+    /// A date beside the booking's own; no date is no value.
+    void datum(const char* label, TextBox& control, Button& button, const char* field);
     void betrag(const char* label, TextBox& control, const char* field);
     void gewicht(const char* label, TextBox& control, const char* field);
     void auswahl(const char* label, ComboBox& control, const char* field, const QStringList& items);
@@ -62,6 +66,8 @@ protected:
     virtual void vorbereiten(const std::vector<int>& rows);
     /// After each animal's row, within the same transaction; `bookings` stands on no record of use.
     virtual void gespeichert(Recordset& bookings, int row);
+    /// Once a save, behind the last animal and within the same transaction.
+    virtual void abschließen();
     virtual QStringList hinweise(const std::vector<int>& rows) const;  ///< what is said after the commit
     virtual void vorgeben();  ///< "Neu": the defaults of all inputs but the date
     virtual void fuellen();   ///< "Ändern": all inputs from the current booking
@@ -75,15 +81,15 @@ protected:
     void eintragen(Recordset& bookings, const Value& animal) const;
     /// Shows the count that the farrowing screen handed over, if it did.
     void Anzahl_uebernehmen(TextBox& count) const;
-    /// Steps a count within `least` and 99, then runs its leave rule.
-    static void step(TextBox& field, int by, int least);
+    /// Steps a count within `least` and `most`, then runs its leave rule.
+    static void step(TextBox& field, int by, int least, int most = 99);
 
     PE_Bewegungsdaten& frame() const { return PE_Bewegungsdaten::behind(koben); }
     const int kind;
     Database m_db;
 
 private:
-    enum class Art { Text, Anzahl, Betrag, Gewicht };
+    enum class Art { Text, Anzahl, Betrag, Gewicht, Datum };
     /// An input bound to a field of the kind's table.
     struct Feld {
         Art art;
@@ -96,6 +102,7 @@ private:
         Quelle source;
     };
     void bind(Art art, TextBox& control, const char* field, const QString& preset);
+    void connectDate(TextBox& field, Button& button);
     void ok_Click(int index);
     bool speichern(const std::vector<int>& rows);
     void schreiben(Recordset& bookings, int row);
@@ -105,6 +112,7 @@ private:
     void blaettern(int index);
 
     QString m_rahmen;
+    TextBox* m_calendarFor = &tdat;
     std::vector<Feld> m_felder;
     std::vector<Liste> m_listen;
     std::vector<Zeile> m_zeilen;

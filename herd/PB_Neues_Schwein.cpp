@@ -135,7 +135,8 @@ void PB_Neues_Schwein::showStored() {
     const auto text = [&row](const char* field) { return Hochkomma_ersetzen(row.value(QString::fromUtf8(field))); };
     const auto number = [&text](const char* field) { return Zahl_formatieren(text(field), 2); };
     kom[0].setText({});
-    kom[0].setText(text("Art"));
+    for (const QString& kind : kom[0].items())
+        if (kind.compare(text("Art"), Qt::CaseInsensitive) == 0) kom[0].setText(kind);
     for (const TextField& field : Texts) t[field.index].setText(text(field.name));
     for (const TextField& field : Keywords) kom[field.index].setText(text(field.name));
     for (const PlainField& field : Dates) tdat[field.index].setText(text(field.name));
@@ -179,10 +180,10 @@ std::vector<TextBox*> PB_Neues_Schwein::maskFields() {
 void PB_Neues_Schwein::showMask() {
     QFile file(koben.Datenordner + MaskFile);
     if (!file.open(QIODevice::ReadOnly)) return;
-    const QStringList lines = ausWindows1252(file.readAll()).split(u'\n');
+    QStringList lines = ausWindows1252(file.readAll()).split(u'\n');
+    if (lines.last().isEmpty()) lines.removeLast();  // what stands behind the last line break
     const auto fields = maskFields();
-    // the part behind the last line break is no line
-    for (size_t i = 0; i < fields.size() && i + 1 < static_cast<size_t>(lines.size()); ++i) {
+    for (size_t i = 0; i < fields.size() && i < static_cast<size_t>(lines.size()); ++i) {
         QString value = lines[static_cast<qsizetype>(i)];
         if (value.endsWith(u'\r')) value.chop(1);
         if (fields[i]->maxLength > 0) value.truncate(fields[i]->maxLength);

@@ -113,7 +113,8 @@ qint64 PB_Neues_Schwein::store(const QString& number) {
 
 void PB_Neues_Schwein::write(Recordset& row) const {
     const auto set = [&row](const char* field, const Value& value) { row.set(QString::fromUtf8(field), value); };
-    set("Art", Hochkomma_ersetzen(kom[0].text()));
+    // a kind that the list does not know (from an import) is not lost by a change of other fields
+    if (m_adding || !kom[0].text().isEmpty()) set("Art", kom[0].text());
     for (const TextField& field : Texts) set(field.name, Hochkomma_ersetzen(t[field.index].text()));
     for (const TextField& field : Keywords) set(field.name, Hochkomma_ersetzen(kom[field.index].text()));
     for (const PlainField& field : Dates) {

@@ -1,5 +1,8 @@
 #include "herd/PB_Selektieren.h"
 
+#include <algorithm>
+#include <map>
+
 #include "core/PZ_Koben_Subs.h"
 
 namespace koben {
@@ -8,6 +11,7 @@ namespace {
 
 constexpr int Unselect = 0;       // the rule that only clears
 constexpr int HighestCount = 20;  // that the boxes offer; others can be typed
+constexpr double MostCount = 1e9;
 
 }  // namespace
 
@@ -61,7 +65,7 @@ QString PB_Selektieren::equals(const char* field, int input) const {
 QString PB_Selektieren::atLeast(const char* field, int input) const {
     return QStringLiteral(" and nz(%1, 0) >= %2")
         .arg(QString::fromUtf8(field))
-        .arg(static_cast<qint64>(Wert(kom[input].text())));
+        .arg(static_cast<qint64>(std::min(Wert(kom[input].text()), MostCount)));
 }
 
 /// What a rule asks of an animal in stock beyond being there, as text behind the where.

@@ -52,8 +52,9 @@ void checkDatabaseFile(const QString& path) {
     if (oldEngine(header))
         throw DatabaseError(
             Kind::ForeignFormat,
-            QStringLiteral("Die Datei %1 ist eine Datenbank im alten Format (MDB). Sie bleibt unverändert; "
-                           "ihre Daten können in eine neue Datenbank übernommen werden.")
+            QStringLiteral("Die Datei %1 ist eine Datenbank im alten Format (MDB). Sie wurde erkannt und bleibt "
+                           "unverändert; die Übernahme ihrer Daten kommt mit einer späteren Version. Bitte "
+                           "verschieben Sie die Datei in einen anderen Ordner, um mit einem neuen Bestand zu beginnen.")
                 .arg(path));
     const bool sqlite = header.size() == kHeaderSize && header.startsWith(QByteArray("SQLite format 3\0", 16));
     if (!sqlite || bigEndian(header, kApplicationAt) != kApplicationId)

@@ -46,18 +46,21 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
-    if (m_failure) return QApplication::notify(receiver, event);
     QString reason;
     try {
         return QApplication::notify(receiver, event);
     } catch (const DatabaseError& error) {
-        m_failure = std::current_exception();
         reason = error.message();
-    } catch (const std::exception& error) {
         m_failure = std::current_exception();
+    } catch (const std::exception& error) {
         reason = QString::fromUtf8(error.what());
+        m_failure = std::current_exception();
     }
-    if (onFailure) onFailure(reason);
+    // the handlers behind the failed one are left with the same exception, which is told already
+    if (!m_told && onFailure) {
+        m_told = true;
+        onFailure(reason);
+    }
     return true;
 }
 

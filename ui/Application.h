@@ -15,11 +15,16 @@ public:
     /// event loop, so that no handler goes on behind a failed one.
     bool notify(QObject* receiver, QEvent* event) override;
     void rethrow();
+    void forgetFailure() {
+        m_failure = nullptr;
+        m_told = false;
+    }
     std::function<void(const QString& reason)> onFailure;
 
 private:
     QTranslator m_german;
     std::exception_ptr m_failure;
+    bool m_told = false;
 };
 
 /// Ends the process with a German sentence instead of an abort where Qt finds no display.

@@ -34,6 +34,7 @@ std::vector<Control*> extras(Buchungseingabe& form) {
     for (const auto& line : form.zeilen()) {
         placed.push_back(line.control);
         placed.push_back(line.spin);
+        placed.push_back(line.calender);
     }
     return others(form, placed);
 }
@@ -56,16 +57,14 @@ Piece entryButtons(ControlArray<Button>& ok, Button& cancel) {
 Piece bookingEntry(Buchungseingabe& form) {
     std::vector<FieldRow> rows;
     for (const auto& line : form.zeilen())
-        rows.push_back(field(line.label, line.control == &form.tdat ? date(form.tdat, form.calender, form.calend)
-                                                                    : input(*line.control, line.spin)));
-    std::vector<Piece> pieces{
-        group(QStringLiteral("Aktuelles Schwein"),
-              row({facts(form.bezschwein, factCaptions) * 1,
-                   column({button(form.nextschwein[0]), button(form.nextschwein[1]), spring()})})),
-        group(form.rahmen(), fields(rows))};
+        rows.push_back(field(line.label, line.calender ? date(static_cast<TextBox&>(*line.control), *line.calender)
+                                                       : input(*line.control, line.spin)));
+    std::vector<Piece> pieces{group(QStringLiteral("Aktuelles Schwein"), facts(form.bezschwein, factCaptions)),
+                              group(form.rahmen(), fields(rows))};
     if (const auto rest = extras(form); !rest.empty()) pieces.push_back(automatic(rest));
     pieces.push_back(spring());
-    pieces.push_back(entryButtons(form.ok, form.abbrechen));
+    pieces.push_back(buttons({button(form.nextschwein[0]), button(form.nextschwein[1])},
+                             {button(form.ok[0]), button(form.ok[1]), button(form.ok[2]), button(form.abbrechen)}));
     return column(pieces);
 }
 

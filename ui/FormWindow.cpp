@@ -1,6 +1,7 @@
 #include "ui/FormWindow.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QBoxLayout>
 #include <QCloseEvent>
@@ -88,17 +89,30 @@ FormWindow::FormWindow(Form& form, QWidget* parent) : QWidget(parent, Qt::Window
 
 FormWindow::~FormWindow() { m_form.captionChanged = nullptr; }
 
-/// What is too large for the screen scrolls.
-void FormWindow::addContent(QBoxLayout& box, QWidget* content) {
+/// What is too large for the screen scrolls, but for the buttons below.
+void FormWindow::scrollIfTooLarge() {
     const QScreen* screen = QApplication::primaryScreen();
     const QSize free = screen ? screen->availableSize() - QSize(40, 80) : QSize(984, 688);
-    const QSize needed = content->minimumSizeHint();
-    if (needed.width() <= free.width() && needed.height() <= free.height()) return box.addWidget(content, 1);
-    auto* area = new QScrollArea;
-    area->setFrameShape(QFrame::NoFrame);
-    area->setWidgetResizable(true);
-    area->setWidget(content);
-    box.addWidget(area, 1);
+    const QSize needed = m_content->minimumSizeHint();
+    if (m_area || (needed.width() <= free.width() && needed.height() <= free.height())) return;
+    QWidget* const focus = focusWidget();
+    auto* box = static_cast<QBoxLayout*>(layout());
+    QWidget* buttons = nullptr;
+    if (QLayout* inner = m_content->layout(); inner && inner->count() > 0)
+        if (QWidget* last = inner->itemAt(inner->count() - 1)->widget(); last && last->objectName() == buttonBar)
+            buttons = last;
+    m_area = new QScrollArea;
+    m_area->setFrameShape(QFrame::NoFrame);
+    m_area->setWidgetResizable(true);
+    box->replaceWidget(m_content, m_area);
+    if (buttons) {
+        m_content->layout()->removeWidget(buttons);
+        box->insertWidget(box->indexOf(m_area) + 1, buttons);
+    }
+    m_area->setWidget(m_content);
+    box->setStretchFactor(m_area, 1);
+    if (focus) focus->setFocus(Qt::OtherFocusReason);
+    orderTabs();
 }
 
 void FormWindow::fill() {
@@ -106,7 +120,7 @@ void FormWindow::fill() {
     const Arrange arrange = layoutOf(m_form);
     const Piece content = arrange ? arrange(m_form) : automatic(m_form);
     m_content = content.widget;
-    addContent(*box, content.widget);
+    box->addWidget(m_content, 1);
     if (auto* menus = findChild<QMenuBar*>()) box->setMenuBar(menus);
     QSet<const Control*> bound;
     for (const QObject* child : findChildren<QObject*>()) {
@@ -131,6 +145,7 @@ QWidget* FormWindow::widgetOf(const Control& control) const {
 }
 
 void FormWindow::orderTabs() {
+    m_order.clear();
     collect(layout(), m_order);
     for (size_t i = 1; i < m_order.size(); ++i) setTabOrder(m_order[i - 1], m_order[i]);
 }
@@ -172,6 +187,7 @@ QRect FormWindow::naturalPlace() const {
 
 void FormWindow::present() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // what the form hid and showed so far
+    scrollIfTooLarge();
     const QStringList kept = m_form.koben.platform.userSetting(placeSection, m_form.name()).split(u',');
     QRect place = naturalPlace();
     if (kept.size() >= 4) {
@@ -197,9 +213,12 @@ void FormWindow::keepPlace() {
     m_form.koben.platform.setUserSetting(placeSection, m_form.name(), text);
 }
 
-/// Without a word from the form the first field or list has the focus.
+/// Without a word from the form the list has the focus, or else the first field.
 void FormWindow::firstFocus() {
     if (focusWidget()) return;
+    for (QWidget* widget : m_order)
+        if (qobject_cast<QAbstractItemView*>(widget) && widget->isEnabledTo(this) && widget->isVisibleTo(this))
+            return widget->setFocus(Qt::OtherFocusReason);
     for (QWidget* widget : m_order)
         if (widget->isEnabledTo(this) && widget->isVisibleTo(this) && !qobject_cast<QTabBar*>(widget))
             return widget->setFocus(Qt::OtherFocusReason);

@@ -5,7 +5,7 @@
 
 #include "forms/Form.h"
 
-class QBoxLayout;
+class QScrollArea;
 
 namespace koben::ui {
 
@@ -32,7 +32,7 @@ protected:
 
 private:
     void fill();
-    void addContent(QBoxLayout& box, QWidget* content);
+    void scrollIfTooLarge();
     void orderTabs();
     void assignMnemonics();
     void firstFocus();
@@ -42,6 +42,7 @@ private:
 
     Form& m_form;
     QWidget* m_content = nullptr;
+    QScrollArea* m_area = nullptr;  ///< around the content where that is too large for the screen
     std::vector<Control*> m_leftOver;
     std::vector<QWidget*> m_order;
 };

@@ -286,7 +286,7 @@ void GridView::edit(int row, int column) {
     if (!index.isValid()) return;
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
     setFocus(Qt::OtherFocusReason);
-    QTableView::edit(index);
+    if (m_cells.flags(index) & Qt::ItemIsEditable) QTableView::edit(index);
 }
 
 bool GridView::editKey(QKeyEvent* event) {

@@ -25,6 +25,8 @@
 
 namespace koben::ui {
 
+const QString buttonBar = QStringLiteral("buttonBar");
+
 namespace {
 
 Piece boxed(QBoxLayout* box, const std::vector<Piece>& pieces) {
@@ -346,7 +348,9 @@ Piece buttons(Pieces left, Pieces right) {
     std::vector<Piece> all(left);
     all.push_back(spring());
     all.insert(all.end(), right.begin(), right.end());
-    return row(all);
+    const Piece bar = row(all);
+    bar.widget->setObjectName(buttonBar);
+    return bar;
 }
 Piece buttons(Pieces pieces) { return buttons({}, pieces); }
 

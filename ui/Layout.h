@@ -85,6 +85,8 @@ Piece list(ListBox& model);
 Piece grid(Grid& model, const QString& emptyHint = {});
 Piece progress(ProgressBar& model);
 
+/// Name of the widget that `buttons` makes: it stays in sight where the rest of a window scrolls.
+extern const QString buttonBar;
 /// Buttons at the bottom right.
 Piece buttons(Pieces pieces);
 /// Buttons at the bottom, some at the left and the rest at the right.

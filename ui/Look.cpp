@@ -22,8 +22,8 @@ struct Colours {
 // Every text stands on its ground with a contrast of at least 4.5 to 1 (the greyed ones excepted).
 const Colours light{"#f5f6f7", "#ffffff", "#f3f7fb", "#202428", "#5a6470", "#fbfcfd",
                     "#c3cad1", "#9aa4ae", "#2f6f9f", "#ffffff", "#1f5f8f", "#8d969f"};
-const Colours dark{"#24282c", "#1b1e21", "#21262b", "#e6e9ec", "#a3adb7", "#30363b",
-                   "#4a525a", "#14171a", "#3d7fb0", "#ffffff", "#7fbdea", "#77808a"};
+const Colours dark{"#30353a", "#191c1f", "#20252a", "#e6e9ec", "#aab4be", "#3c434a",
+                   "#5a636c", "#121517", "#2f6f9f", "#ffffff", "#7fbdea", "#848e98"};
 
 /// Draws an icon's text at one size in one colour.
 QPixmap drawn(QByteArray svg, const QColor& colour, int size) {

@@ -160,6 +160,26 @@ TEST_F(NeuesSchwein, einZuLangerWertSchreibtNichts) {
     EXPECT_EQ(stand(), before);
 }
 
+/// Numbers beyond what a field or a type holds are refused or cut, never fatal.
+TEST_F(NeuesSchwein, überlangeZahlen) {
+    for (const char* digits : {"99999999999999", "999999999999999999999999999999", "-5", "1-2", ",", "*"}) {
+        neu([&](Screen& form) {
+            eingeben(form.t[0], "9");
+            for (auto& field : form.tz) eingeben(*field, digits);
+            form.ok.click();
+            EXPECT_EQ(form.closed(), zeige("select count(*) from Sauen") == "1") << digits;
+        });
+        sql("delete from Sauen");
+    }
+}
+
+TEST_F(NeuesSchwein, eineFremdeArtBleibtErhalten) {
+    tier("1", "Zucht");
+    tier("2", "sau");
+    for (int row : {1, 2}) ändern(row, [](Screen& form) { form.ok.click(); });
+    EXPECT_EQ(zeige("select Art from Sauen"), "Zucht | Sau");
+}
+
 TEST_F(NeuesSchwein, fortlaufendeNummer) {
     struct {
         const char *last, *next;
@@ -215,7 +235,7 @@ TEST_F(NeuesSchwein, standardmaske) {
         EXPECT_EQ(shown(form), mask);
         EXPECT_EQ(form.t[0].text(), "");
     });
-    write("PB_Neues_Schwein.ko1", "Kuh\r\nLäufer\r\n12345678901234\r\n");  // damaged, and cut off
+    write("PB_Neues_Schwein.ko1", "Kuh\r\nLäufer\r\n12345678901234");  // damaged, and cut off
     neu([&](Screen& form) {
         EXPECT_EQ(shown(form).mid(0, 4), (QStringList{"", "Läufer", "1234567890", ""}));
         EXPECT_EQ(form.tz[3].text(), "0,00");

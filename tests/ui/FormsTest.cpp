@@ -46,7 +46,9 @@ QChar mnemonic(const QString& text) {
     return {};
 }
 
-std::string said(const QString& form, const QString& what) { return (form + QStringLiteral(": ") + what).toStdString(); }
+std::string said(const QString& form, const QString& what) {
+    return (form + QStringLiteral(": ") + what).toStdString();
+}
 
 void expectWhole(const FormWindow& window) {
     const QString form = window.form().name();
@@ -85,14 +87,22 @@ void expectTabRound(FormWindow& window) {
     for (size_t i = 1; i < stops.size(); ++i) {
         const QWidget* next = stops[i - 1];
         do next = next->nextInFocusChain();
-        while (next != stops[i] &&
-               (next->focusProxy() || !next->isVisible() || !next->isEnabled() || !(next->focusPolicy() & Qt::TabFocus)) &&
-               next != stops[i - 1]);
+        while (
+            next != stops[i] &&
+            (next->focusProxy() || !next->isVisible() || !next->isEnabled() || !(next->focusPolicy() & Qt::TabFocus)) &&
+            next != stops[i - 1]);
         EXPECT_EQ(next->objectName(), stops[i]->objectName()) << qPrintable(window.form().name());
     }
 }
 
-TEST_F(FormsTest, EveryWindowStandsWhole) {
+struct FormsAtSize : FormsTest, testing::WithParamInterface<int> {};
+
+/// At the usual size of letters and at a large one.
+TEST_P(FormsAtSize, EveryWindowStandsWhole) {
+    QFont font = QApplication::font();
+    const QFont usual = font;
+    font.setPointSize(GetParam());
+    QApplication::setFont(font);
     QSet<QString> seen;
     runProgram([&](Form& form) {
         seen.insert(form.name());
@@ -117,9 +127,10 @@ TEST_F(FormsTest, EveryWindowStandsWhole) {
             plan->ok[0].click();
         }
     });
-    for (const QString& name : laidOutForms())
-        EXPECT_TRUE(seen.contains(name)) << qPrintable(name);
+    for (const QString& name : laidOutForms()) EXPECT_TRUE(seen.contains(name)) << qPrintable(name);
+    QApplication::setFont(usual);
 }
+INSTANTIATE_TEST_SUITE_P(Points, FormsAtSize, testing::Values(10, 14));
 
 TEST_F(FormsTest, ServiceBookingTypedFromEndToEnd) {
     const auto count = [&] {

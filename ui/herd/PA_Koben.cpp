@@ -20,7 +20,8 @@ LAYOUT(PA_Koben) {
     };
     form.layoutChanged();
     return column({menus(form.menuBar()), toolBar(form.toolBar()),
-                   flow({segments(form.optianzeige), segments(form.optiverkauft), plain(form.Label2),
-                         segments(form.optisauen), plain(form.Label1), search(form.t, QStringLiteral("Saunummer"))}),
+                   flow({segments(form.optianzeige), segments(form.optiverkauft),
+                         row({plain(form.Label1), search(form.t, QStringLiteral("Saunummer"))}),
+                         row({plain(form.Label2), segments(form.optisauen)})}),
                    both, label(form.bezstati)});
 }
