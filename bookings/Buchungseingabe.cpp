@@ -216,6 +216,8 @@ QString Buchungseingabe::Sammelhinweis() const { return {}; }
 
 void Buchungseingabe::vorbereiten(const std::vector<int>&) {}
 
+void Buchungseingabe::ergaenzen(Recordset&, int) const {}
+
 void Buchungseingabe::gespeichert(Recordset&, int) {}
 
 void Buchungseingabe::abschließen() {}
@@ -236,6 +238,7 @@ std::optional<std::vector<int>> Buchungseingabe::tiere() {
 }
 
 void Buchungseingabe::ok_Click(int index) {
+    tdat.setWrong(!dateEntered());
     if (const QStringList lines = pruefen(); !lines.isEmpty()) {
         const QString heading = kopf().isEmpty() ? QString() : kopf() + Crlf + Crlf;
         return koben.message(heading + lines.join(Crlf));
@@ -294,6 +297,7 @@ void Buchungseingabe::schreiben(Recordset& bookings, int row) {
         bookings.edit();
     }
     eintragen(bookings, frame().schweinli.value(row, u"ID"));
+    ergaenzen(bookings, row);
     bookings.update();
 }
 

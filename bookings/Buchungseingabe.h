@@ -64,6 +64,8 @@ protected:
     virtual QString Sammelhinweis() const;  ///< what the question about several animals says further
     /// Messages and questions about each animal that come before anything is written.
     virtual void vorbereiten(const std::vector<int>& rows);
+    /// Fields of an animal's row beside those of the inputs, before it is written.
+    virtual void ergaenzen(Recordset& booking, int row) const;
     /// After each animal's row, within the same transaction; `bookings` stands on no record of use.
     virtual void gespeichert(Recordset& bookings, int row);
     /// Once a save, behind the last animal and within the same transaction.

@@ -116,7 +116,9 @@ QString Einstellungen_sichern(const Variablen& v) {
     if (ersetze(dateiname(v), nachWindows1252(inhalt(v)))) return {};
     return QStringLiteral(
                "Die Einstellungen konnten nicht in die Datei %1 geschrieben werden (Datenträger voll oder "
-               "schreibgeschützt?). Die bisherige Datei bleibt unverändert.")
+               "schreibgeschützt?). Die bisherige Datei bleibt unverändert. Bitte schaffen Sie Platz oder prüfen Sie, "
+               "ob "
+               "Sie im Datenordner schreiben dürfen.")
         .arg(dateiname(v));
 }
 

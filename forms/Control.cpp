@@ -26,6 +26,12 @@ void Control::setVisible(bool on) {
     notify(Aspect::Visible);
 }
 
+void Control::setWrong(bool on) {
+    if (on == m_wrong) return;
+    m_wrong = on;
+    notify(Aspect::Wrong);
+}
+
 bool Control::onFrontPage() const { return !m_tabs || m_tabs->front() == m_page; }
 
 void Control::setFocus() { notify(Aspect::Focus); }

@@ -12,7 +12,7 @@ class Form;
 class Tabs;
 
 /// What about a control changed; a view repaints that much.
-enum class Aspect { Text, Items, Rows, Row, Marks, Columns, Enabled, Visible, Focus, Range };
+enum class Aspect { Text, Items, Rows, Row, Marks, Columns, Enabled, Visible, Focus, Range, Wrong };
 
 /// Keys that mean something to a form beyond typed characters.
 enum class Key { Enter, Escape, Delete, F1, Insert };
@@ -49,6 +49,9 @@ public:
     void setEnabled(bool on);
     bool visible() const { return m_visible; }
     void setVisible(bool on);
+    /// Holds what a rule refused; the window marks the field until the next check.
+    bool wrong() const { return m_wrong; }
+    void setWrong(bool on);
     /// On a page of a tab control; such a control can be worked only while its page is in front.
     void setPage(Tabs& tabs, int page) { m_tabs = &tabs, m_page = page; }
     bool onFrontPage() const;
@@ -79,6 +82,7 @@ private:
     int m_index;
     bool m_enabled = true;
     bool m_visible = true;
+    bool m_wrong = false;
     Tabs* m_tabs = nullptr;
     int m_page = 0;
     QString m_hint;

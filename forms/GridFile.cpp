@@ -62,9 +62,8 @@ QString unescaped(const QString& text) {
 }  // namespace
 
 bool Grid::save(const QString& path) const {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return false;
-    file.write(nachWindows1252(QStringLiteral("%1\t%2\t%3\r\n").arg(Mark).arg(columnCount()).arg(rowCount())));
+    QByteArray bytes;
+    bytes.append(nachWindows1252(QStringLiteral("%1\t%2\t%3\r\n").arg(Mark).arg(columnCount()).arg(rowCount())));
     for (const Column& c : m_columns) {
         const QStringList line{escaped(c.key),
                                escaped(c.title),
@@ -73,7 +72,7 @@ bool Grid::save(const QString& path) const {
                                QString::number(static_cast<int>(c.sort)),
                                escaped(c.caption),
                                QString::number(c.technical)};
-        file.write(nachWindows1252(line.join(u'\t') + Crlf));
+        bytes.append(nachWindows1252(line.join(u'\t') + Crlf));
     }
     for (int row = 1; row <= rowCount(); ++row) {
         QString line;
@@ -81,9 +80,12 @@ bool Grid::save(const QString& path) const {
             if (column > 1) line += u'\t';
             line += escaped(cell(row, column));
         }
-        file.write(nachWindows1252(line + Crlf));
+        bytes.append(nachWindows1252(line + Crlf));
     }
-    return file.commit();
+    // Unbuffered, since the last flush of a buffer takes a half-done write for a whole one.
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size() &&
+           file.commit();
 }
 
 bool Grid::load(const QString& path) {

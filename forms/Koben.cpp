@@ -38,7 +38,10 @@ void Koben::run(Form& form) {
             const WaitCursor wait(*this);
             form.Load();
         }
-        if (!form.closed()) form.activate();
+        if (!form.closed()) {
+            screens.shown(form);
+            form.activate();
+        }
         if (!form.closed()) screens.run(form);
     }
     if (Form* behind = front()) behind->activateLater();

@@ -28,9 +28,11 @@ public:
     virtual QString saveFile(const QString& filter, const QString& preset) = 0;
     virtual QString folder(const QString& prompt) = 0;
 
-    /// A form begins (before its load); run() shows it and returns once it is closed; closing() comes at the moment at
-    /// which it closes, while the handler that closed it may still go on; closed() when it is about to be destroyed.
+    /// A form begins (before its load); shown() before its first activation; run() returns once it is closed; closing()
+    /// comes at the moment at which it closes, while the handler that closed it may still go on; closed() when it is
+    /// about to be destroyed.
     virtual void opened(Form& form) = 0;
+    virtual void shown(Form&) {}
     virtual void run(Form& form) = 0;
     virtual void closing(Form&) {}
     virtual void closed(Form& form) = 0;

@@ -141,6 +141,7 @@ Stammdateneingabe::Stammdateneingabe(Koben& koben_, const QString& name, const Q
 }
 
 void Stammdateneingabe::Findings::add(Control& field, const QString& line) {
+    field.setWrong(true);
     m_lines.append(line);
     if (!m_first) m_first = &field;
 }
@@ -181,6 +182,7 @@ void Stammdateneingabe::stepField(TextBox& field, int by, int least, int most) {
 }
 
 void Stammdateneingabe::ok_Click(int index) {
+    for (Control* control : controls()) control->setWrong(false);
     Findings findings;
     check(findings);
     if (!findings.empty()) {

@@ -1,6 +1,7 @@
 // Start and end of the program: the main form's load, its activations and its unload.
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 #include <algorithm>
 
@@ -20,15 +21,29 @@ QString withSeparator(const QString& folder) {
     return folder.endsWith(u'/') || folder.endsWith(u'\\') ? folder : folder + u'/';
 }
 
-void makeFolder(const QString& path) {
-    if (Ordner_existiert(path)) return;
-    if (!QDir().mkpath(path))
-        throw DatabaseError(
-            DatabaseError::Kind::Io,
-            QStringLiteral("Der Datenordner \"%1\" kann nicht angelegt werden. Bitte prüfen Sie, ob der "
-                           "Datenträger vorhanden und beschreibbar ist und ob Sie dort Schreibrechte "
-                           "haben, und starten Sie KOBEN dann neu.")
-                .arg(QDir::toNativeSeparators(path)));
+[[noreturn]] void refuseFolder(const QString& path) {
+    throw DatabaseError(DatabaseError::Kind::Io,
+                        QStringLiteral("Der Datenordner \"%1\" kann nicht angelegt werden. Bitte prüfen Sie, ob der "
+                                       "Datenträger vorhanden und beschreibbar ist und ob Sie dort Schreibrechte "
+                                       "haben, und starten Sie KOBEN dann neu.")
+                            .arg(QDir::toNativeSeparators(path)));
+}
+
+/// The folder with copies of the program's files, under a working name until all are there: a start that is cut off
+/// leaves no folder that the next one would take for complete.
+void makeDataFolder(const QString& path, const QDir& program) {
+    const QString draft = path + QStringLiteral(".neu");
+    QDir(draft).removeRecursively();  // left by a start that was cut off
+    if (!QDir().mkpath(draft)) refuseFolder(path);
+    bool whole = true;
+    for (const QString& file : program.entryList(QDir::Files)) {
+        const QString from = program.filePath(file);
+        if (file.toUpper() != ProgramFile && QFileInfo(from).isReadable())
+            whole = whole && QFile::copy(from, draft + u'/' + file);
+    }
+    if (whole && QDir().rename(draft, path)) return;
+    QDir(draft).removeRecursively();
+    refuseFolder(path);
 }
 
 }  // namespace
@@ -113,13 +128,8 @@ void PA_Koben::Drucker_pruefen() {
 void PA_Koben::Datenordner_suchen() {
     const WaitCursor wait(koben);
     koben.Datenordner = withSeparator(koben.platform.dataFolder());
-    QDir folder(koben.Datenordner);
-    if (folder.exists()) return;
-    makeFolder(QDir::cleanPath(folder.absoluteFilePath(QStringLiteral(".."))));
-    makeFolder(QDir::cleanPath(koben.Datenordner));
-    const QDir program(koben.Programmordner);
-    for (const QString& file : program.entryList(QDir::Files))
-        if (file.toUpper() != ProgramFile) QFile::copy(program.filePath(file), koben.Datenordner + file);
+    if (!QDir(koben.Datenordner).exists())
+        makeDataFolder(QDir::cleanPath(koben.Datenordner), QDir(koben.Programmordner));
 }
 
 void PA_Koben::Datenbank_oeffnen() {

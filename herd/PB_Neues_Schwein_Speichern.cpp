@@ -11,6 +11,7 @@ using namespace animal;
 
 void PB_Neues_Schwein::Findings::add(Control& field, const char* line) {
     lines += QString::fromUtf8(line);
+    field.setWrong(true);
     if (!first) first = &field;
 }
 
@@ -50,6 +51,7 @@ PB_Neues_Schwein::Findings PB_Neues_Schwein::doubtful() {
 
 /// Says everything at once; the entry stays as it was and the focus goes to the first field of concern.
 bool PB_Neues_Schwein::accepted() {
+    for (Control* control : controls()) control->setWrong(false);
     if (const Findings wrong = check(); wrong.first) {
         koben.message("Die Eingabe kann nicht übernommen werden, weil..." + Crlf + Crlf + wrong.lines.join(Crlf));
         wrong.first->setFocus();

@@ -101,7 +101,8 @@ QString reason(int code) {
             return QStringLiteral("Die Datenbank kann nicht geöffnet werden. Bitte Pfad und Rechte prüfen");
         case SQLITE_IOERR:
             return QStringLiteral(
-                "Beim Lesen oder Schreiben der Datenbank ist ein Fehler aufgetreten. Bitte den Datenträger prüfen");
+                "Die Datenbank kann nicht gelesen oder geschrieben werden, weil der Datenträger voll oder gestört ist. "
+                "Bitte Platz schaffen oder den Datenträger prüfen und die Eingabe wiederholen");
         case SQLITE_CONSTRAINT:
             return QStringLiteral("Ein Wert ist schon vorhanden oder fehlt, obwohl das Feld ihn verlangt");
         case SQLITE_TOOBIG:

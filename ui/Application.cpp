@@ -46,22 +46,30 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
-    QString reason;
     try {
         return QApplication::notify(receiver, event);
+    } catch (...) {
+        fail();
+        return true;
+    }
+}
+
+void Application::fail() {
+    m_failure = std::current_exception();
+    QString reason;
+    try {
+        throw;
     } catch (const DatabaseError& error) {
         reason = error.message();
-        m_failure = std::current_exception();
     } catch (const std::exception& error) {
         reason = QString::fromUtf8(error.what());
-        m_failure = std::current_exception();
+    } catch (...) {
+        reason = QStringLiteral("Unbekannter Fehler");
     }
     // the handlers behind the failed one are left with the same exception, which is told already
-    if (!m_told && onFailure) {
-        m_told = true;
-        onFailure(reason);
-    }
-    return true;
+    if (m_told || !onFailure) return;
+    m_told = true;
+    onFailure(reason);
 }
 
 void Application::rethrow() {

@@ -21,11 +21,27 @@ public:
     }
     std::function<void(const QString& reason)> onFailure;
 
+    /// Takes the exception that is being handled; called within a catch.
+    void fail();
+
 private:
     QTranslator m_german;
     std::exception_ptr m_failure;
     bool m_told = false;
 };
+
+/// Runs what a click or key means to the form. A failure goes to the application from here, without passing through
+/// frames of Qt, which do not tidy up behind exceptions.
+template <class Handler>
+void guarded(const Handler& handler) {
+    try {
+        handler();
+    } catch (...) {
+        auto* application = dynamic_cast<Application*>(QCoreApplication::instance());
+        if (!application) throw;
+        application->fail();
+    }
+}
 
 /// Ends the process with a German sentence instead of an abort where Qt finds no display.
 void refuseWithoutDisplay();

@@ -54,18 +54,37 @@ Piece entryButtons(ControlArray<Button>& ok, Button& cancel) {
     return buttons({button(ok[0]), button(ok[1]), button(ok[2]), button(cancel)});
 }
 
-Piece bookingEntry(Buchungseingabe& form) {
+namespace {
+
+Piece bookingInputs(Buchungseingabe& form) {
     std::vector<FieldRow> rows;
-    for (const auto& line : form.zeilen())
-        rows.push_back(field(line.label, line.calender ? date(static_cast<TextBox&>(*line.control), *line.calender)
-                                                       : input(*line.control, line.spin)));
-    std::vector<Piece> pieces{group(QStringLiteral("Aktuelles Schwein"), facts(form.bezschwein, factCaptions)),
-                              group(form.rahmen(), fields(rows))};
-    if (const auto rest = extras(form); !rest.empty()) pieces.push_back(automatic(rest));
-    pieces.push_back(spring());
+    for (const auto& line : form.zeilen()) {
+        Button* button = line.control == &form.tdat ? &form.calender : line.calender;
+        rows.push_back(field(line.label, button ? date(static_cast<TextBox&>(*line.control), *button)
+                                                : input(*line.control, line.spin)));
+    }
+    return group(form.rahmen(), row({fields(rows), spring(), sharedCalendar(form.calend)}));
+}
+
+/// The animal above, the buttons below, and what stands between.
+Piece bookingFrame(Buchungseingabe& form, std::vector<Piece> pieces) {
+    pieces.insert(pieces.begin(), group(QStringLiteral("Aktuelles Schwein"), facts(form.bezschwein, factCaptions)));
     pieces.push_back(buttons({button(form.nextschwein[0]), button(form.nextschwein[1])},
                              {button(form.ok[0]), button(form.ok[1]), button(form.ok[2]), button(form.abbrechen)}));
     return column(pieces);
+}
+
+}  // namespace
+
+Piece bookingEntry(Buchungseingabe& form) {
+    std::vector<Piece> pieces{bookingInputs(form)};
+    if (const auto rest = extras(form); !rest.empty()) pieces.push_back(automatic(rest));
+    pieces.push_back(spring());
+    return bookingFrame(form, pieces);
+}
+
+Piece bookingEntry(Buchungseingabe& form, const Piece& beside) {
+    return bookingFrame(form, {row({column({bookingInputs(form), spring()}), beside * 1}) * 1});
 }
 
 Piece masterList(Stammdatenliste& form) {

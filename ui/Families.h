@@ -12,6 +12,8 @@ namespace koben::ui {
 
 /// Entry screen of a booking: the animal, the inputs in the order of the clipboard, buttons.
 Piece bookingEntry(Buchungseingabe& form);
+/// The same with a piece of its own beside the inputs, which holds all that is no input.
+Piece bookingEntry(Buchungseingabe& form, const Piece& beside);
 /// List of a master-data pair.
 Piece masterList(Stammdatenliste& form);
 /// Entry screen of a master-data pair, around its own `inputs`.

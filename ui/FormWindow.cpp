@@ -5,10 +5,13 @@
 #include <QApplication>
 #include <QBoxLayout>
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -18,10 +21,13 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
+#include <QUrl>
 #include <algorithm>
 
 #include "forms/Koben.h"
+#include "ui/Application.h"
 #include "ui/Bound.h"
+#include "ui/Drop.h"
 #include "ui/Layout.h"
 #include "ui/Look.h"
 #include "ui/Menus.h"
@@ -78,6 +84,7 @@ QChar mnemonicOf(const QString& caption) {
 
 FormWindow::FormWindow(Form& form, QWidget* parent) : QWidget(parent, Qt::Window), m_form(form) {
     setObjectName(form.name());
+    setAcceptDrops(true);
     setWindowIcon(programIcon());
     setWindowTitle(form.caption());
     form.captionChanged = [this] { setWindowTitle(m_form.caption()); };
@@ -104,7 +111,7 @@ void FormWindow::scrollIfTooLarge() {
     m_area = new QScrollArea;
     m_area->setFrameShape(QFrame::NoFrame);
     m_area->setWidgetResizable(true);
-    box->replaceWidget(m_content, m_area);
+    delete box->replaceWidget(m_content, m_area);
     if (buttons) {
         m_content->layout()->removeWidget(buttons);
         box->insertWidget(box->indexOf(m_area) + 1, buttons);
@@ -225,8 +232,18 @@ void FormWindow::firstFocus() {
 }
 
 void FormWindow::closeEvent(QCloseEvent* event) {
-    if (!m_form.closed()) m_form.closeBox();
+    if (!m_form.closed()) guarded([this] { m_form.closeBox(); });
     event->setAccepted(m_form.closed());
+}
+
+void FormWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls() && event->mimeData()->urls().first().isLocalFile() && takesFile(m_form))
+        event->acceptProposedAction();
+}
+
+void FormWindow::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    dropFile(m_form, event->mimeData()->urls().first().toLocalFile());
 }
 
 bool FormWindow::formKey(int key) {
@@ -258,7 +275,9 @@ bool FormWindow::formKey(int key) {
 }
 
 void FormWindow::keyPressEvent(QKeyEvent* event) {
-    if (!formKey(event->key())) QWidget::keyPressEvent(event);
+    bool taken = true;
+    guarded([&] { taken = formKey(event->key()); });
+    if (!taken) QWidget::keyPressEvent(event);
 }
 
 void FormWindow::help() {

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "forms/Form.h"
+#include "ui/Application.h"
 #include "ui/Menus.h"
 
 namespace koben::ui {
@@ -225,7 +226,7 @@ std::vector<int> GridView::markedRows() const {
 
 void GridView::chooseRow(int row) {
     if (row != currentRow())
-        model().choose(row + 1);
+        guarded([&] { model().choose(row + 1); });
     else if (isMulti())
         markRows({row});
 }
@@ -254,7 +255,8 @@ void GridView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void GridView::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid()) model().click();
+    if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid())
+        guarded([this] { model().click(); });
 }
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -263,7 +265,7 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (m_cells.flags(index) & Qt::ItemIsEditable)
         QTableView::edit(index);
     else
-        model().doubleClick();
+        guarded([this] { model().doubleClick(); });
 }
 
 void GridView::contextMenuEvent(QContextMenuEvent* event) {
@@ -307,7 +309,11 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     }
     const int page = std::max(viewport()->height() / verticalHeader()->defaultSectionSize() - 1, 1);
     const bool sideways = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
-    if (moveByKey(event->key(), event->modifiers(), page)) return flush();
+    if (moveByKey(event->key(), event->modifiers(), page)) {
+        flush();
+        if (isMulti()) guarded([this] { model().click(); });  // marking by key is a click, as marking by mouse is
+        return;
+    }
     if (sideways) {
         const QModelIndex next = moveCursor(event->key() == Qt::Key_Left ? MoveLeft : MoveRight, event->modifiers());
         if (next.isValid()) selectionModel()->setCurrentIndex(next, QItemSelectionModel::NoUpdate);
@@ -357,7 +363,7 @@ QString GridView::copied() const {
 
 void GridView::headerClicked(int section) {
     const bool again = model().sortColumn() == section + 1 && model().sortDirection() == 1;
-    model().sortByUser(section + 1, again ? 2 : 1);
+    guarded([&] { model().sortByUser(section + 1, again ? 2 : 1); });
     m_rowMoved = true;  // the current row is looked for where it now stands
     refresh(Aspect::Columns);
     flush();

@@ -12,10 +12,20 @@
     X(PB_Arbeitsplan) \
     X(PB_Neues_Schwein) \
     X(PB_Selektieren) \
+    X(PB_Verkauf_Ferkel) \
+    X(PB_Verkauf_Ferkel_Eingabe) \
+    X(PB_Verkauf_Schweine) \
+    X(PB_Verluste_Ferkel) \
+    X(PB_Verluste_Ferkel_Eingabe) \
+    X(PB_Wartezeiten) \
     X(PE_Bewegungsdaten) \
+    X(PE_Bewegungsdaten_Ferkelverkauf) \
+    X(PE_Bewegungsdaten_Verluste) \
     X(PO_Einstellungen) \
     X(PV_Arbeitsplandaten_Eingabe) \
+    X(PV_Medizin_Eingabe) \
     X(PV_Stichworte) \
+    X(PV_Termine_Eingabe) \
     X(S_Importtabelle)
 // clang-format on
 

@@ -7,6 +7,7 @@
 #include <QToolBar>
 
 #include "forms/Form.h"
+#include "ui/Application.h"
 #include "ui/Look.h"
 
 namespace koben::ui {
@@ -27,7 +28,9 @@ public:
         setSeparator(model.caption() == u"-");
         if (!model.hint().isEmpty()) setToolTip(model.hint());
         connect(this, &QAction::triggered, this, [this] {
-            if (m_model.enabled()) m_model.click();
+            guarded([this] {
+                if (m_model.enabled()) m_model.click();
+            });
         });
         show();
     }

@@ -7,6 +7,7 @@
 #include <QStyle>
 #include <QStyleOptionButton>
 
+#include "ui/Application.h"
 #include "ui/Look.h"
 
 namespace koben::ui {
@@ -62,7 +63,9 @@ ButtonView::ButtonView(Button& model, bool iconOnly) : Bound(model), m_iconOnly(
     connect(this, &QPushButton::clicked, this, [this] {
         // A mnemonic presses without moving the focus; the field that was being typed in must be left first.
         if (!hasFocus()) setFocus(Qt::ShortcutFocusReason);
-        if (this->model().enabled()) this->model().click();
+        guarded([this] {
+            if (this->model().enabled()) this->model().click();
+        });
     });
     start();
 }
@@ -91,7 +94,7 @@ void ButtonView::changeEvent(QEvent* event) {
 
 CheckBoxView::CheckBoxView(CheckBox& model) : Bound(model) {
     connect(this, &QCheckBox::clicked, this, [this] {
-        this->model().click();
+        guarded([this] { this->model().click(); });
         setChecked(this->model().checked());
     });
     start();
@@ -103,7 +106,7 @@ void CheckBoxView::refresh(Aspect) {
 }
 
 OptionView::OptionView(Option& model, bool segment) : Bound(model), m_segment(segment) {
-    connect(this, &QRadioButton::clicked, this, [this] { this->model().click(); });
+    connect(this, &QRadioButton::clicked, this, [this] { guarded([this] { this->model().click(); }); });
     start();
 }
 
@@ -161,7 +164,8 @@ ArrowsView::ArrowsView(SpinButton& model) : Bound(model) {
         arrow->setAccessibleName(up ? QStringLiteral("Erhöhen") : QStringLiteral("Verringern"));
         arrow->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
         arrow->setFixedWidth(fontMetrics().height());
-        connect(arrow, &QToolButton::clicked, this, [this, up] { up ? this->model().up() : this->model().down(); });
+        connect(arrow, &QToolButton::clicked, this,
+                [this, up] { guarded([&] { up ? this->model().up() : this->model().down(); }); });
         box->addWidget(arrow, 1);
     }
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);

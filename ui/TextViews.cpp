@@ -1,5 +1,6 @@
 #include "ui/TextViews.h"
 
+#include <QAction>
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -10,6 +11,8 @@
 #include "core/PZ_Koben_Subs.h"
 #include "forms/Form.h"
 #include "forms/Koben.h"
+#include "ui/Application.h"
+#include "ui/Look.h"
 
 namespace koben::ui {
 
@@ -37,6 +40,22 @@ QString passed(const TextBox& model, const QString& text) {
     for (const QChar c : text)
         if (const int code = model.filter(c.unicode())) result += QChar(code);
     return result;
+}
+
+/// A field whose entry a rule refused bears a sign at its end until the next check.
+void showWrong(QLineEdit& edit, const TextBox& model) {
+    const QString name = QStringLiteral("falsch");
+    auto* sign = edit.findChild<QAction*>(name, Qt::FindDirectChildrenOnly);
+    if (model.wrong() == (sign != nullptr)) return;
+    if (sign) {
+        delete sign;
+        edit.setAccessibleDescription(QString());
+        return;
+    }
+    sign = edit.addAction(iconOf(name, edit.palette()), QLineEdit::TrailingPosition);
+    sign->setObjectName(name);
+    sign->setToolTip(QStringLiteral("Diese Eingabe kann so nicht übernommen werden"));
+    edit.setAccessibleDescription(sign->toolTip());
 }
 
 QString withLineFeeds(QString text) { return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
@@ -109,7 +128,7 @@ bool FieldHand::key(QWidget& widget, QKeyEvent& event) {
 bool FieldHand::focusIn(const QFocusEvent& event) {
     if (m_inside || event.reason() == Qt::PopupFocusReason) return false;
     m_inside = true;
-    m_model.enter();
+    guarded([this] { m_model.enter(); });
     return true;
 }
 
@@ -117,12 +136,13 @@ void FieldHand::focusOut(const QFocusEvent& event) {
     // A message box or another program in front is no leaving.
     if (!m_inside || event.reason() == Qt::PopupFocusReason || event.reason() == Qt::ActiveWindowFocusReason) return;
     m_inside = false;
-    m_model.leave();
+    guarded([this] { m_model.leave(); });
 }
 
 LineView::LineView(TextBox& model) : Bound(model), hand(model), m_filter(model, *this) {
     setValidator(&m_filter);
-    connect(this, &QLineEdit::textEdited, this, [this](const QString& text) { this->model().edited(text); });
+    connect(this, &QLineEdit::textEdited, this,
+            [this](const QString& text) { guarded([&] { this->model().edited(text); }); });
     start();
 }
 
@@ -130,6 +150,7 @@ void LineView::refresh(Aspect) {
     setReadOnly(model().readOnly);
     if (model().fixedPitch) setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     if (text() != model().text()) m_filter.setText(model().text());
+    showWrong(*this, model());
 }
 
 void LineView::keyPressEvent(QKeyEvent* event) {
@@ -179,7 +200,8 @@ void TextView::refresh(Aspect) {
 
 void TextView::told() {
     if (m_program) return;
-    model().edited(toPlainText().replace(u'\n', QStringLiteral("\r\n")));
+    const QString text = toPlainText().replace(u'\n', QStringLiteral("\r\n"));
+    guarded([&] { model().edited(text); });
 }
 
 QString TextView::filtered(const QString& text) const {
@@ -225,10 +247,25 @@ ComboView::ComboView(ComboBox& model) : Bound(model), hand(model) {
         setCompleter(nullptr);
         m_filter = std::make_unique<KeyFilter>(model, *lineEdit());
         lineEdit()->setValidator(m_filter.get());
-        connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) { this->model().edited(text); });
+        connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) { typed(text); });
     }
-    connect(this, &QComboBox::activated, this, [this](int index) { this->model().choose(index); });
+    connect(this, &QComboBox::activated, this, [this](int index) { guarded([&] { this->model().choose(index); }); });
     start();
+}
+
+/// Takes what was typed, and completes it to the first entry that begins so; the completed end is marked, so that the
+/// next key writes over it.
+void ComboView::typed(const QString& text) {
+    const bool added = text.size() > m_typed.size() && lineEdit()->cursorPosition() == text.size();
+    m_typed = text;
+    const QStringList& items = model().items();
+    const auto entry = std::find_if(items.begin(), items.end(), [&](const QString& item) {
+        return item.size() > text.size() && item.startsWith(text, Qt::CaseInsensitive);
+    });
+    const bool completes = added && entry != items.end() && !items.contains(text);
+    guarded([&] { model().edited(completes ? *entry : text); });
+    if (completes && lineEdit()->text() == *entry)
+        lineEdit()->setSelection(static_cast<int>(entry->size()), static_cast<int>(text.size() - entry->size()));
 }
 
 void ComboView::fill() {
@@ -243,7 +280,10 @@ void ComboView::refresh(Aspect) {
     fill();
     if (currentIndex() != model().current()) setCurrentIndex(model().current());
     if (m_filter && lineEdit()->text() != model().text()) m_filter->setText(model().text());
-    if (m_filter) lineEdit()->setReadOnly(model().readOnly);
+    if (m_filter) {
+        lineEdit()->setReadOnly(model().readOnly);
+        showWrong(*lineEdit(), model());
+    }
 }
 
 void ComboView::keyPressEvent(QKeyEvent* event) {
@@ -256,6 +296,7 @@ void ComboView::wheelEvent(QWheelEvent* event) {
 
 void ComboView::focusInEvent(QFocusEvent* event) {
     QComboBox::focusInEvent(event);
+    m_typed.clear();
     if (hand.focusIn(*event) && m_filter && model().marksAllOnFocus) lineEdit()->selectAll();
 }
 

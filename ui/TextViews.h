@@ -93,6 +93,8 @@ protected:
 
 private:
     void fill();
+    void typed(const QString& text);
+    QString m_typed;  ///< what the user wrote, without what was completed
     std::unique_ptr<KeyFilter> m_filter;
     QStringList m_shown;
 };

@@ -74,15 +74,23 @@ OrdinaryCursor::~OrdinaryCursor() {
 WindowScreens::WindowScreens() { m_lastBreath.start(); }
 WindowScreens::~WindowScreens() = default;
 
+/// The window that dialogs stand before: a form that is still loading has none yet.
+QWidget* WindowScreens::inSight() const {
+    for (auto window = m_windows.rbegin(); window != m_windows.rend(); ++window)
+        if ((*window)->isVisible()) return window->get();
+    return nullptr;
+}
+
 bool WindowScreens::ask(const QString& text, bool okCancel, bool safeDefault) {
     const OrdinaryCursor cursor;
-    QMessageBox box(QMessageBox::Question, title, lines(text), QMessageBox::NoButton, front());
+    QMessageBox box(QMessageBox::Question, title, lines(text), QMessageBox::NoButton, inSight());
     box.setTextFormat(Qt::PlainText);
     const QPushButton* yes = okCancel ? box.addButton(QMessageBox::Ok) : box.addButton(QMessageBox::Yes);
     QPushButton* no = okCancel ? box.addButton(QMessageBox::Cancel) : box.addButton(QMessageBox::No);
     box.button(okCancel ? QMessageBox::Ok : QMessageBox::Yes)
         ->setText(okCancel ? QStringLiteral("OK") : QStringLiteral("&Ja"));
     no->setText(okCancel ? QStringLiteral("Abbrechen") : QStringLiteral("&Nein"));
+    for (QAbstractButton* button : box.buttons()) button->setIcon({});
     box.setEscapeButton(no);
     if (safeDefault) box.setDefaultButton(no);
     box.exec();
@@ -91,9 +99,10 @@ bool WindowScreens::ask(const QString& text, bool okCancel, bool safeDefault) {
 
 void WindowScreens::message(const QString& text) {
     const OrdinaryCursor cursor;
-    QMessageBox box(QMessageBox::Information, title, lines(text), QMessageBox::Ok, front());
+    QMessageBox box(QMessageBox::Information, title, lines(text), QMessageBox::Ok, inSight());
     box.setTextFormat(Qt::PlainText);
     box.button(QMessageBox::Ok)->setText(QStringLiteral("OK"));
+    box.button(QMessageBox::Ok)->setIcon({});
     box.exec();
 }
 
@@ -102,7 +111,7 @@ bool WindowScreens::okCancel(const QString& text) { return ask(text, true, false
 
 QString WindowScreens::input(const QString& prompt, const QString& preset) {
     const OrdinaryCursor cursor;
-    QInputDialog dialog(front());
+    QInputDialog dialog(inSight());
     dialog.setWindowTitle(title);
     dialog.setLabelText(lines(prompt).toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
     for (QLabel* label : dialog.findChildren<QLabel*>()) {
@@ -138,19 +147,19 @@ QString fileFilter(const QString& filter) {
 QString WindowScreens::openFile(const QString& filter) {
     const OrdinaryCursor cursor;
     const QString folder = front() ? front()->form().koben.Datenordner : QString();
-    return QFileDialog::getOpenFileName(front(), QStringLiteral("Datei öffnen"), folder, fileFilter(filter), nullptr,
+    return QFileDialog::getOpenFileName(inSight(), QStringLiteral("Datei öffnen"), folder, fileFilter(filter), nullptr,
                                         QFileDialog::HideNameFilterDetails);
 }
 
 QString WindowScreens::saveFile(const QString& filter, const QString& preset) {
     const OrdinaryCursor cursor;
-    return QFileDialog::getSaveFileName(front(), QStringLiteral("Datei speichern"), preset, fileFilter(filter), nullptr,
-                                        QFileDialog::HideNameFilterDetails);
+    return QFileDialog::getSaveFileName(inSight(), QStringLiteral("Datei speichern"), preset, fileFilter(filter),
+                                        nullptr, QFileDialog::HideNameFilterDetails);
 }
 
 QString WindowScreens::folder(const QString& prompt) {
     const OrdinaryCursor cursor;
-    return QFileDialog::getExistingDirectory(front(), lines(prompt));
+    return QFileDialog::getExistingDirectory(inSight(), lines(prompt));
 }
 
 FormWindow* WindowScreens::windowOf(const Form& form) const {
@@ -161,11 +170,18 @@ FormWindow* WindowScreens::windowOf(const Form& form) const {
 
 void WindowScreens::opened(Form& form) { m_windows.push_back(std::make_unique<FormWindow>(form, front())); }
 
+/// The main window stands before its first hints come; a form behind another is shown when it is ready.
+void WindowScreens::shown(Form& form) {
+    if (m_windows.size() != 1) return;
+    windowOf(form)->present();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
 void WindowScreens::run(Form& form) {
     FormWindow* window = windowOf(form);
     if (!window) return;
     const OrdinaryCursor cursor;
-    window->present();
+    if (!window->isVisible()) window->present();
     QEventLoop loop;
     const auto ended = [&] {
         if (form.closed()) loop.quit();
@@ -182,10 +198,6 @@ void WindowScreens::run(Form& form) {
 void WindowScreens::closed(Form& form) {
     std::erase_if(m_windows, [&](const auto& window) { return &window->form() == &form; });
     if (front() && front()->isVisible()) front()->activateWindow();
-}
-
-void WindowScreens::endAll() {
-    for (const auto& window : m_windows) window->form().close();
 }
 
 void WindowScreens::waitCursor(bool on) {

@@ -6,7 +6,7 @@
 
 #include "forms/Ports.h"
 
-class QMessageBox;
+class QWidget;
 
 namespace koben::ui {
 
@@ -26,6 +26,7 @@ public:
     QString folder(const QString& prompt) override;
 
     void opened(Form& form) override;
+    void shown(Form& form) override;
     void run(Form& form) override;
     void closed(Form& form) override;
 
@@ -36,10 +37,9 @@ public:
     /// The front window; nothing before the first.
     FormWindow* front() const { return m_windows.empty() ? nullptr : m_windows.back().get(); }
     FormWindow* windowOf(const Form& form) const;
-    /// Closes the front form and ends its loop because the program fails or the session ends.
-    void endAll();
 
 private:
+    QWidget* inSight() const;
     bool ask(const QString& text, bool okCancel, bool safeDefault);
 
     std::vector<std::unique_ptr<FormWindow>> m_windows;

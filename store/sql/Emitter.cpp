@@ -231,8 +231,8 @@ std::string Emitter::compare(const Expr& a, const char* op, const Expr& b) {
     const Type type = comparisonType(a, b);
     if (type == Type::Text) {
         if (hasKey(a) || hasKey(b)) return "(" + key(a) + op + key(b) + ")";
-        // A text equals the empty one where it is blanks only: the built-in collation says the same, and can stand in an
-        // index that any SQLite tool may write.
+        // A text equals the empty one where it is blanks only: the built-in collation says the same, and can stand in
+        // an index that any SQLite tool may write.
         const bool blank = emptyText(a) || emptyText(b);
         return "(" + as(a, type) + op + as(b, type) + (blank ? " COLLATE RTRIM" : kCollate) + ")";
     }

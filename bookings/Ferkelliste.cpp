@@ -1,0 +1,123 @@
+#include "bookings/Ferkelliste.h"
+
+#include "core/PZ_Koben_Subs.h"
+
+namespace koben {
+
+namespace {
+
+constexpr int LeastWidth = 25;  // pixels; a narrower column would be lost to the mouse
+
+/// "Stück_Gewicht_kg" as a reader has it.
+QString captionOf(QString field) {
+    field.replace(QStringLiteral("_kg"), QStringLiteral(" (kg)"));
+    return field.replace(u'_', u' ');
+}
+
+}  // namespace
+
+Ferkelliste::Ferkelliste(Koben& context, const QString& name, const QString& caption, const QString& rows,
+                         const QString& entry)
+    : Form(context, name, caption), table(rows), m_entry(entry) {
+    neu.onClick = [this] { neu_Click(); };
+    ändern.onClick = li.onDoubleClick = [this] { ändern_Click(); };
+    löschen.onClick = li.onDelete = [this] { löschen_Click(); };
+    kopieren.onClick = [this] { kopieren_Click(); };
+    li.onResized = [this](int column) { li_Resized(column); };
+    cmdschließen.onClick = [this] {
+        m_db.close();
+        close();
+    };
+    acceptButton = &neu;
+    cancelButton = &cmdschließen;
+}
+
+void Ferkelliste::Load() { m_db = koben.connect(); }
+
+void Ferkelliste::Activate() {
+    li.clear();
+    li.bind(m_db.table(QStringLiteral("select * from %1 order by Datum").arg(table)));
+    for (int c = 1; c <= li.columnCount(); ++c) {
+        Column& column = li.column(c);
+        column.caption = captionOf(column.key);
+        column.technical = column.key == u"ID" || column.key == u"Kennung";
+    }
+    koben.restoreWidths(li, name().toLower());
+    if (li.rowCount() > 0) li.setRow(li.rowCount());
+}
+
+void Ferkelliste::Zeile_auffrischen() {
+    const Table row = m_db.table(QStringLiteral("select * from %1 where ID = %2").arg(table).arg(currentRow()));
+    if (row.rowCount() == 0) return;
+    for (int c = 1; c <= li.columnCount(); ++c) li.setCell(li.row(), c, row.text(0, row.columnOf(li.column(c).key)));
+}
+
+void Ferkelliste::blaettern(int index) {
+    if (index == 2) li.setRow(li.row() < li.rowCount() ? li.row() + 1 : 1);
+    if (index == 1) li.setRow(li.row() > 1 ? li.row() - 1 : li.rowCount());
+}
+
+void Ferkelliste::neu_Click() {
+    koben.Buchungsmodus = QStringLiteral("Neu");
+    koben.open(m_entry);
+}
+
+void Ferkelliste::ändern_Click() {
+    if (li.row() == 0)
+        return koben.message(QStringLiteral("Bitte markieren Sie zuerst den Datensatz, den Sie ändern möchten."));
+    koben.Buchungsmodus = QStringLiteral("Ändern");
+    koben.open(m_entry);
+}
+
+void Ferkelliste::löschen_Click() {
+    if (li.row() == 0)
+        return koben.message(QStringLiteral("Bitte markieren Sie zuerst den Datensatz, den Sie löschen möchten."));
+    if (!koben.Loeschen_bestaetigen()) return;
+    Transaction action(m_db);
+    m_db.execute(QStringLiteral("delete from %1 where ID = %2").arg(table).arg(currentRow()));
+    action.commit();
+    li.removeRow(li.row());
+}
+
+void Ferkelliste::kopieren_Click() {
+    if (li.row() == 0)
+        return koben.message(
+            QStringLiteral("Bitte markieren Sie zuerst einen Datensatz, der kopiert werden "
+                           "soll!"));
+    const QString answer =
+        koben.screens.input(QStringLiteral("Bitte geben Sie das Datum ein, unter dem die Kopie angelegt werden soll!"))
+            .trimmed();
+    if (answer.isEmpty()) return;
+    const QString date = Datum_ergaenzen(answer, koben.Heute);
+    if (!Ist_Datum(date))
+        return koben.message(
+            QStringLiteral("Es wird keine Kopie erstellt, weil das Datum nicht korrekt "
+                           "ist!"));
+    const qint64 id = currentRow();
+    Kopie_anlegen(id, Datum_aus_Text(date));
+    Activate();
+    const int column = li.columnOf(u"ID");
+    for (int row = 1; row <= li.rowCount(); ++row)
+        if (li.integer(row, column) == id) return li.setRow(row);
+}
+
+void Ferkelliste::Kopie_anlegen(qint64 id, QDate date) {
+    const QString sql = QStringLiteral("select * from %1 where ID = %2").arg(table).arg(id);
+    Transaction action(m_db);
+    Recordset from = m_db.open(sql), to = m_db.open(sql);
+    to.addNew();
+    for (int i = 0; i < from.fieldCount(); ++i) {
+        const QString& field = from.field(i).name;
+        if (field != u"ID") to.set(i, field == u"Datum" ? Value(date) : from.value(i));
+    }
+    to.update();
+    action.commit();
+}
+
+void Ferkelliste::li_Resized(int column) {
+    li.column(column).width = std::max(li.column(column).width, LeastWidth);
+    li.columnsChanged();
+    koben.saveWidths(li, name().toLower());
+}
+
+}  // namespace koben

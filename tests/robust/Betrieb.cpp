@@ -1,0 +1,235 @@
+#include "tests/robust/Betrieb.h"
+
+#include <sqlite3.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QDirIterator>
+#include <csignal>
+
+#include "core/PZ_Koben_Subs_Datenbank.h"
+
+namespace koben::robust {
+
+namespace {
+
+constexpr int Sauen = 40;
+constexpr unsigned Geduld = 120;  // seconds until a child counts as hanging
+
+void bestuecke(Database& db) {
+    Transaction action(db);
+    const auto tier = [&](const QString& number, const char* art) {
+        db.execute(QStringLiteral("insert into Sauen (Art, Nummer, Stallnr, Selektiert, Status, Statusabfrage) values "
+                                  "('%1', '%2', 'W1', '', '', 'N')")
+                       .arg(QString::fromUtf8(art), number));
+    };
+    for (int i = 1; i <= Sauen; ++i) tier(QString::number(i), "Sau");
+    tier(QStringLiteral("E1"), "Eber");
+    for (int i = 1; i <= 4; ++i) tier(QStringLiteral("F%1").arg(i), "Ferkel");
+    for (int i = 1; i <= Sauen; ++i) {
+        for (const char* day : {"01/05/2026", "06/10/2026"})
+            db.execute(QStringLiteral("insert into Ferkelung (Kennung, Datum, Ferkel_Gesamt, Ferkel_Lebendig, "
+                                      "Ferkel_Tot) values (%1, #%2#, 10, 10, 0)")
+                           .arg(i)
+                           .arg(QString::fromUtf8(day)));
+        db.execute(QStringLiteral("insert into Belegung (Kennung, Datum, Deckanzahl, Ebernr) values (%1, #02/14/2026#, "
+                                  "1, 'E1')")
+                       .arg(i));
+    }
+    action.commit();
+}
+
+/// A data folder as the program leaves it at its end.
+std::unique_ptr<Ordner> neuerHof(bool animals) {
+    auto folder = std::make_unique<Ordner>();
+    Sitzung first(*folder);
+    first.start();
+    if (animals) {
+        Database db = first.koben.connect();
+        bestuecke(db);
+        Werte_berechnen(db, first.koben);
+    }
+    first.start([](PA_Koben& main) { main.closeBox(); });
+    return folder;
+}
+
+QString inhalt(const Database& db) {
+    QString text;
+    for (const QString& name : db.tables()) {
+        const Table table = db.table(QStringLiteral("select * from ") + name);
+        text += QStringLiteral("[%1]\n").arg(name);
+        for (int row = 0; row < table.rowCount(); ++row) {
+            for (int c = 0; c < table.columnCount(); ++c)
+                text += (table.isNull(row, c) ? QStringLiteral("-") : table.text(row, c)) + u'|';
+            text += u'\n';
+        }
+    }
+    return text;
+}
+
+}  // namespace
+
+/// Of the running test so far; a child inherits those of its parent.
+static int failedParts() {
+    const testing::TestResult& result = *testing::UnitTest::GetInstance()->current_test_info()->result();
+    int count = 0;
+    for (int i = 0; i < result.total_part_count(); ++i) count += result.GetTestPartResult(i).failed();
+    return count;
+}
+
+int runs(int usual) {
+    const int wanted = qEnvironmentVariableIntValue("KOBEN_ROBUST_RUNS");
+    return wanted > 0 ? wanted : usual;
+}
+
+bool longRun() { return qEnvironmentVariableIntValue("KOBEN_ROBUST_RUNS") > 0; }
+
+/// In memory where the machine has such a place: a killed process loses no more there than on a disk, and the many
+/// flushes cost nothing.
+static QString platz() {
+    const QString memory = QStringLiteral("/dev/shm");
+    return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + QStringLiteral("/koben-XXXXXX");
+}
+
+Ordner::Ordner() : m_root(platz()) {
+    QDir().mkpath(program());
+    setBytes(program() + QStringLiteral("/Hilfe.txt"), QByteArray(20000, 'h'));
+    setBytes(program() + QStringLiteral("/beispiel.csv"), QByteArray(20000, 'b'));
+}
+
+void Ordner::copyFrom(const Ordner& other) const {
+    QDir().mkpath(data());
+    for (const QFileInfo& file : QDir(other.data()).entryInfoList(QDir::Files)) {
+        const QString to = data() + file.fileName();
+        QFile::remove(to);
+        EXPECT_TRUE(QFile::copy(file.filePath(), to)) << to.toStdString();
+    }
+}
+
+void Ordner::edit(const std::function<void(Database&)>& work) const {
+    Workspace workspace;
+    Database db = workspace.open(database());
+    work(db);
+    db.close();
+    workspace.closeAll();
+}
+
+QByteArray bytesOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(fehlt)");
+}
+
+void setBytes(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size()) << path.toStdString();
+}
+
+Stand stand(const Ordner& folder) {
+    Stand found{QStringLiteral("(fehlt)"), bytesOf(folder.settings())};
+    if (QFile::exists(folder.database())) folder.edit([&](Database& db) { found.daten = inhalt(db); });
+    return found;
+}
+
+QString integrity(const QString& database) {
+    sqlite3* file = nullptr;
+    QString answer = QStringLiteral("nicht zu öffnen");
+    if (sqlite3_open_v2(database.toUtf8().constData(), &file, SQLITE_OPEN_READONLY, nullptr) == SQLITE_OK)
+        sqlite3_exec(
+            file, "PRAGMA integrity_check",
+            [](void* out, int, char** values, char**) {
+                *static_cast<QString*>(out) = QString::fromUtf8(values[0]);
+                return 0;
+            },
+            &answer, nullptr);
+    sqlite3_close(file);
+    return answer;
+}
+
+void Schirm::message(const QString& text) {
+    FakeScreens::message(text);
+    if (onLine) onLine(log.last());
+}
+
+void Schirm::tone(int hertz, int milliseconds) {
+    FakeScreens::tone(hertz, milliseconds);
+    if (onLine) onLine(log.last());
+}
+
+Sitzung::Sitzung(const Ordner& folder) : koben(screens, platform, katalog()) {
+    platform.data = folder.data();
+    platform.program = folder.program();
+}
+
+Sitzung::~Sitzung() { Workspace::setFaultHook({}); }
+
+void Sitzung::aktion(const std::function<void()>& tat) const {
+    if (beginnt) beginnt();
+    tat();
+    if (fertig) fertig();
+    throw HierHalt{};
+}
+
+void Sitzung::start(const std::function<void(PA_Koben&)>& script) {
+    koben.ended = false;
+    if (script) screens.workIn<PA_Koben>(script);
+    koben.open(QStringLiteral("PA_Koben"));
+}
+
+void Sitzung::rahmen(const char* entry, const std::vector<int>& marks,
+                     const std::function<void(PE_Bewegungsdaten&)>& script) {
+    start([&](PA_Koben& main) {
+        main.datali.choose(marks.front());
+        main.datali.mark(marks);
+        screens.workIn<PE_Bewegungsdaten>(script);
+        menue(main, entry);
+    });
+}
+
+void Sitzung::menue(PA_Koben& main, const char* entry) {
+    auto* found = dynamic_cast<MenuEntry*>(main.find(QString::fromUtf8(entry)));
+    ASSERT_NE(found, nullptr) << entry;
+    ASSERT_TRUE(found->reachable()) << entry;
+    found->click();
+}
+
+const Ordner& vorlage() {
+    static const std::unique_ptr<Ordner> folder = neuerHof(true);
+    return *folder;
+}
+
+const Ordner& leereVorlage() {
+    static const std::unique_ptr<Ordner> folder = neuerHof(false);
+    return *folder;
+}
+
+bool abgeschirmt(const std::string& what, const std::function<void()>& work) {
+    fflush(stdout);
+    const int failures = failedParts();
+    const pid_t child = fork();
+    if (child == 0) {
+        alarm(Geduld);
+        try {
+            work();
+        } catch (const std::exception& error) {
+            ADD_FAILURE() << what << ": " << error.what();
+        }
+        fflush(stdout);
+        _exit(failedParts() > failures ? 3 : 0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    if (WIFSIGNALED(status))
+        ADD_FAILURE() << what << (WTERMSIG(status) == SIGALRM ? " hangs" : " crashes with signal ") << WTERMSIG(status);
+    else
+        EXPECT_EQ(WEXITSTATUS(status), 0) << what;
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+bool istMeldung(const QString& text) {
+    if (text.isEmpty() || !text.front().isUpper()) return false;
+    for (const char* word : {"Die ", "Der ", "Das ", "Bitte ", " nicht ", " ist "})
+        if (text.contains(QString::fromUtf8(word))) return true;
+    return false;
+}
+
+}  // namespace koben::robust

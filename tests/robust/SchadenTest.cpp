@@ -1,0 +1,173 @@
+// Damaged files of the data folder: the program works or says in German what is wrong, and never falls over.
+#include <algorithm>
+
+#include "core/PZ_Koben_Subs_Datenbank.h"
+#include "tests/robust/Betrieb.h"
+#include "tests/robust/Mutation.h"
+
+namespace koben::robust {
+namespace {
+
+constexpr qsizetype Seite = 4096;  // of the database file
+
+/// A kind of damage that databases meet: bytes overwritten, pages lost or swapped, the end cut off.
+QByteArray beschaedigt(QByteArray bytes, Mutation& mutation) {
+    const qsizetype pages = bytes.size() / Seite;
+    const qsizetype page = mutation.below(pages) * Seite, other = mutation.below(pages) * Seite;
+    switch (mutation.below(6)) {
+        case 0:
+            bytes.truncate(mutation.below(bytes.size()));
+            break;
+        case 1:
+            bytes.replace(page, Seite, QByteArray(Seite, '\0'));
+            break;
+        case 2: {
+            const QByteArray kept = bytes.mid(page, Seite);
+            bytes.replace(page, Seite, bytes.mid(other, Seite)).replace(other, Seite, kept);
+            break;
+        }
+        case 3:  // the heads of file and pages, where a flip does most
+            for (int i = 0; i < 4; ++i) bytes[page + mutation.below(100)] = char(mutation.below(256));
+            break;
+        default:
+            for (qsizetype hits = 1 + mutation.below(40); hits > 0; --hits)
+                bytes[mutation.below(bytes.size())] = char(mutation.below(256));
+    }
+    return bytes;
+}
+
+/// What the program does with its database from start to end, and more: reads all, derives, writes, copies.
+void arbeite(Database& db, const Koben& koben) {
+    for (const QString& name : db.tables()) {
+        const Table table = db.table(QStringLiteral("select * from ") + name);
+        for (int row = 0; row < table.rowCount(); ++row)
+            for (int c = 0; c < table.columnCount(); ++c) table.text(row, c);
+    }
+    Spalten_nachruesten(db);
+    Werte_berechnen(db, koben);
+    statussetzen(db);
+    db.execute(QStringLiteral("insert into Sauen (Art, Nummer) values ('Sau', 'neu')"));
+    Buchungen_loeschen(db, 1);
+}
+
+/// One variant. Counts how it ended: 0 refused at the door, 1 an error at work, 2 worked.
+int versuche(unsigned number, const QByteArray& whole, const Ordner& folder) {
+    SCOPED_TRACE(testing::Message() << "variant " << number);
+    Mutation mutation(number);
+    const QByteArray bytes = beschaedigt(whole, mutation);
+    for (const char* log : {"-wal", "-shm"}) QFile::remove(folder.database() + QString::fromUtf8(log));
+    setBytes(folder.database(), bytes);
+    FakeScreens screens;
+    FakePlatform platform;
+    Koben koben(screens, platform, katalog());
+    Einstellungen_vorgeben(koben, 2026);
+    int reached = 0;
+    try {
+        Database db = koben.workspace.open(folder.database());
+        reached = 1;
+        arbeite(db, koben);
+        reached = 2;
+    } catch (const DatabaseError& error) {
+        EXPECT_TRUE(istMeldung(error.message())) << error.what();
+    }
+    koben.workspace.closeAll();
+    if (reached == 0) {
+        EXPECT_EQ(bytesOf(folder.database()), bytes) << "a file that was refused was written to";
+    }
+    return reached;
+}
+
+TEST(SchadenTest, datenbank) {
+    const Ordner small;
+    {
+        Sitzung first(small);
+        first.start();
+        Database db = first.koben.connect();
+        for (int i = 1; i <= 20; ++i) {
+            db.execute(QStringLiteral("insert into Sauen (Art, Nummer) values ('Sau', '%1')").arg(i));
+            db.execute(QStringLiteral("insert into Belegung (Kennung, Datum) values (%1, #05/01/2026#)").arg(i));
+        }
+    }
+    const QByteArray whole = bytesOf(small.database());
+    ASSERT_GT(whole.size(), 10 * Seite);
+    constexpr int Buendel = 50;
+    const int count = longRun() ? 10 * runs(0) : 300;
+    const Ordner folder;
+    folder.copyFrom(small);
+    for (int from = 0; from < count; from += Buendel) {
+        abgeschirmt("database variants from " + std::to_string(from), [&] {
+            int ends[3] = {};
+            for (int number = from; number < std::min(from + Buendel, count); ++number)
+                ++ends[versuche(static_cast<unsigned>(number), whole, folder)];
+            EXPECT_GT(ends[0] + ends[1], 0);
+            if (longRun()) printf("refused %d, error at work %d, worked %d\n", ends[0], ends[1], ends[2]);
+        });
+    }
+}
+
+/// The main form on a damaged database: refuses with a message for the user, or comes up.
+TEST(SchadenTest, startAufBeschaedigterDatenbank) {
+    const QByteArray whole = bytesOf(vorlage().database());
+    const Ordner folder;
+    folder.copyFrom(vorlage());
+    abgeschirmt("starts on damaged databases", [&] {
+        for (int number = 0; number < runs(30); ++number) {
+            SCOPED_TRACE(testing::Message() << "variant " << number);
+            Mutation mutation(static_cast<unsigned>(number) + 100000);
+            for (const char* log : {"-wal", "-shm"}) QFile::remove(folder.database() + QString::fromUtf8(log));
+            setBytes(folder.database(), beschaedigt(whole, mutation));
+            Sitzung run(folder);
+            try {
+                run.start([](PA_Koben& main) { EXPECT_TRUE(main.find(u"XB_beenden")->enabled()); });
+            } catch (const DatabaseError& error) {
+                EXPECT_TRUE(istMeldung(error.message())) << error.what();
+            }
+        }
+    });
+}
+
+/// Starts the program on these settings, opens the settings and the work plan, and ends it.
+void starteMit(const Ordner& folder, const QByteArray& settings) {
+    setBytes(folder.settings(), settings);
+    Sitzung run(folder);
+    run.screens.answers.assign(9, false);  // a reminder of the backup may come
+    run.start([&](PA_Koben& main) {
+        EXPECT_EQ(main.datali.rowCount(), 45);
+        Sitzung::menue(main, "O_Einstellungen");
+        Sitzung::menue(main, "A_awarbeitspläne");
+        main.closeBox();
+        EXPECT_TRUE(main.closed());
+    });
+    // what the program wrote at its end is whole again
+    EXPECT_EQ(bytesOf(folder.settings()).count("\r\n"), 101 + 11 + 61);
+}
+
+/// Every byte changed in turn, and the file cut off behind it.
+TEST(SchadenTest, einstellungenByteFuerByte) {
+    const Ordner folder;
+    folder.copyFrom(vorlage());
+    const QByteArray whole = bytesOf(folder.settings());
+    ASSERT_GT(whole.size(), 400);
+    const int step = longRun() ? 1 : 61;  // all are read; a start follows for every so many
+    abgeschirmt("damaged settings", [&] {
+        for (int at = 0; at < whole.size(); ++at) {
+            Mutation mutation(static_cast<unsigned>(at));
+            QByteArray flipped = whole;
+            flipped[at] = char(mutation.below(256));
+            for (const QByteArray& bytes :
+                 {flipped, whole.left(at), mutation.of(whole, {"-32768", "32767", "\n", "9e9"})}) {
+                SCOPED_TRACE(testing::Message() << "byte " << at);
+                setBytes(folder.settings(), bytes);
+                Variablen variables;
+                variables.Datenordner = folder.data();
+                Einstellungen_vorgeben(variables, 2026);
+                Einstellungen_laden(variables);
+                EXPECT_FALSE(variables.Konfig_Text[Text::Trenner].isEmpty());
+                if (at % step == 0) starteMit(folder, bytes);
+            }
+        }
+    });
+}
+
+}  // namespace
+}  // namespace koben::robust

@@ -1,0 +1,123 @@
+// A full disk: what was there stays, and the user reads what is wrong, why, and what to do. A process of its own plays
+// it, in which no file may grow beyond a limit.
+#include <sys/resource.h>
+
+#include <csignal>
+
+#include "forms/Stammdaten.h"
+#include "output/Uebergabe.h"
+#include "tests/robust/Aktionen.h"
+
+namespace koben::robust {
+namespace {
+
+/// While it lives no file of this process grows beyond `bytes`.
+class Volltraeger {
+public:
+    explicit Volltraeger(rlim_t bytes) {
+        signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    ~Volltraeger() { setrlimit(RLIMIT_FSIZE, &m_before); }
+    Volltraeger(const Volltraeger&) = delete;
+    Volltraeger& operator=(const Volltraeger&) = delete;
+
+private:
+    rlimit m_before{};
+};
+
+/// Says that something could not be done, that the disk may be the cause, and what to do.
+void pruefeMeldung(const QString& text) {
+    EXPECT_TRUE(text.contains("nicht")) << text.toStdString();
+    EXPECT_TRUE(text.contains("Platz") || text.contains("voll") || text.contains("schreib")) << text.toStdString();
+    EXPECT_TRUE(text.contains("Bitte") || text.contains("bitte")) << text.toStdString();
+}
+
+struct Fall {
+    const char* aktion;
+    std::vector<rlim_t> grenzen;
+};
+
+/// Actions on the database and its files, on a disk that takes only so much more.
+TEST(VollTest, aktionen) {
+    const Fall table[] = {
+        {"ersterStart", {0, 3000, 30000, 90000}},  {"import", {40, 5000, 30000}}, {"belegungVonVierzig", {40, 5000}},
+        {"absetzungMitEinbuchen", {40, 5000}},     {"tierLoeschen", {40, 5000}},  {"komprimieren", {0, 5000, 60000}},
+        {"einstellungenAmEnde", {0, 1, 100, 500}},
+    };
+    for (const Fall& fall : table) {
+        const auto found = std::find_if(aktionen().begin(), aktionen().end(),
+                                        [&](const Aktion& a) { return std::string(a.name) == fall.aktion; });
+        ASSERT_NE(found, aktionen().end());
+        const Vergleich whole = ungestoert(*found);
+        for (const rlim_t limit : fall.grenzen) {
+            const std::string what = std::string(fall.aktion) + " within " + std::to_string(limit) + " bytes";
+            const auto folder = angerichtet(*found);
+            abgeschirmt(what, [&] {
+                std::unique_ptr<Volltraeger> full;
+                QString said;
+                {
+                    Sitzung run(*folder);
+                    run.beginnt = [&] {
+                        run.screens.takeLog();
+                        full = std::make_unique<Volltraeger>(limit);
+                    };
+                    try {
+                        found->lauf(run);
+                    } catch (const DatabaseError& error) {
+                        said = error.message();
+                    } catch (const HierHalt&) {
+                    }
+                    said += run.screens.log.filter("! ").join(u'\n');
+                }
+                pruefeMeldung(said);
+                full.reset();
+            });
+            EXPECT_EQ(stand(*folder).daten, whole.vorher.daten) << what;
+            EXPECT_EQ(bytesOf(folder->settings()), whole.vorher.einstellungen) << what;
+            EXPECT_TRUE(QDir(folder->data()).entryList({"*.neu*", "*$$$*", "*.ko2.*"}, QDir::Files).isEmpty()) << what;
+            Sitzung again(*folder);
+            spielen(*found, again);
+        }
+    }
+}
+
+class Listenform : public Form {
+public:
+    explicit Listenform(Koben& koben_) : Form(koben_, "Liste", "Liste") {}
+    Grid li{*this, "li"};
+};
+
+/// The files by which lists are handed on.
+TEST(VollTest, listen) {
+    for (const rlim_t limit : {rlim_t(0), rlim_t(200), rlim_t(17000), rlim_t(39000)}) {
+        abgeschirmt("lists within " + std::to_string(limit) + " bytes", [&] {
+            TestRun run;
+            Listenform form(run.koben);
+            form.li.addColumn({.key = "Text", .title = "Text"});
+            form.li.addRow("alt");
+            Liste_uebergeben(run.koben, form.li);
+            Text_uebergeben(run.koben, "alt");
+            const QByteArray grid = run.bytes("gridli.txt"), text = run.bytes("LISTE.TXT");
+            EXPECT_EQ(text, "alt");
+            for (int row = 0; row < 20; ++row) form.li.addRow(QString(2000, u'x'));
+            EXPECT_EQ(run.screens.takeLog().filter("! "), QStringList());
+            {
+                const Volltraeger full(limit);
+                Liste_uebergeben(run.koben, form.li);
+                Text_uebergeben(run.koben, QString(40000, u'x'));
+            }
+            const QStringList said = run.screens.takeLog();
+            EXPECT_EQ(said.size(), 2) << testing::PrintToString(said);  // and no screen opened
+            for (const QString& line : said) pruefeMeldung(line);
+            EXPECT_EQ(run.bytes("gridli.txt"), grid);
+            EXPECT_EQ(run.bytes("LISTE.TXT"), text);
+            EXPECT_EQ(QDir(run.koben.Datenordner).entryList(QDir::Files).size(), 2) << "a half file stays";
+        });
+    }
+}
+
+}  // namespace
+}  // namespace koben::robust
