@@ -257,10 +257,11 @@ void PA_Koben::Datenbank_komprimieren() {
         koben.workspace.replace(tidy, path);
     } catch (const DatabaseError& error) {
         QFile::remove(tidy);
-        m_db = koben.connect();
-        koben.Hauptdatenbank = koben.connect();
+        // said first: on a full disk the database may not open again either, which ends the program
         koben.message(QStringLiteral("Die Datenbasis konnte nicht komprimiert werden. Ihre Daten sind unverändert.") +
                       Crlf + Crlf + error.message());
+        m_db = koben.connect();
+        koben.Hauptdatenbank = koben.connect();
         return;
     }
     koben.message(

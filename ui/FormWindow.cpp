@@ -182,7 +182,8 @@ QRect FormWindow::naturalPlace() const {
     const QRect free = screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     QSize size = sizeHint().expandedTo(minimumSizeHint());
-    size = size.expandedTo(m_content->sizeHint().grownBy(layout()->contentsMargins()) + QSize(bar, bar));
+    const QSize content = m_content->sizeHint().expandedTo(m_content->minimumSizeHint());
+    size = size.expandedTo(content.grownBy(layout()->contentsMargins()) + QSize(bar, bar));
     const bool large = std::any_of(m_form.controls().begin(), m_form.controls().end(), [](const Control* control) {
         const auto* text = dynamic_cast<const TextBox*>(control);
         return control->visible() && (dynamic_cast<const Grid*>(control) || (text && text->multiLine));
@@ -193,7 +194,7 @@ QRect FormWindow::naturalPlace() const {
 }
 
 void FormWindow::present() {
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // what the form hid and showed so far
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);  // texts that came since the window was made
     scrollIfTooLarge();
     const QStringList kept = m_form.koben.platform.userSetting(placeSection, m_form.name()).split(u',');
     QRect place = naturalPlace();

@@ -172,15 +172,14 @@ void WindowScreens::opened(Form& form) { m_windows.push_back(std::make_unique<Fo
 
 /// The main window stands before its first hints come; a form behind another is shown when it is ready.
 void WindowScreens::shown(Form& form) {
-    if (m_windows.size() != 1) return;
-    windowOf(form)->present();
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    if (m_windows.size() == 1) windowOf(form)->present();
 }
 
 void WindowScreens::run(Form& form) {
     FormWindow* window = windowOf(form);
     if (!window) return;
     const OrdinaryCursor cursor;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // what the form hid and showed so far
     if (!window->isVisible()) window->present();
     QEventLoop loop;
     const auto ended = [&] {

@@ -124,7 +124,7 @@ protected:
     Schuss schuss(int number, const Vergleich& whole) {
         if (whole.anweisungen > 0 && number % 3 == 0) return {.anweisung = 1 + wert(whole.anweisungen)};
         if (whole.anweisungen > 0 && number % 3 == 1) return {.abCommit = true, .mikrosekunden = wert(3000)};
-        return {.mikrosekunden = wert(whole.mikrosekunden + whole.mikrosekunden / 4)};
+        return {.mikrosekunden = wert(2 * whole.mikrosekunden)};
     }
 };
 

@@ -1,7 +1,9 @@
 // A full disk: what was there stays, and the user reads what is wrong, why, and what to do. A process of its own plays
 // it, in which no file may grow beyond a limit.
+#include <sqlite3.h>
 #include <sys/resource.h>
 
+#include <cerrno>
 #include <csignal>
 
 #include "forms/Stammdaten.h"
@@ -35,6 +37,10 @@ void pruefeMeldung(const QString& text) {
     EXPECT_TRUE(text.contains("Bitte") || text.contains("bitte")) << text.toStdString();
 }
 
+const Aktion& finde(const std::string& name) {
+    return *std::find_if(aktionen().begin(), aktionen().end(), [&](const Aktion& a) { return a.name == name; });
+}
+
 struct Fall {
     const char* aktion;
     std::vector<rlim_t> grenzen;
@@ -48,13 +54,11 @@ TEST(VollTest, aktionen) {
         {"einstellungenAmEnde", {0, 1, 100, 500}},
     };
     for (const Fall& fall : table) {
-        const auto found = std::find_if(aktionen().begin(), aktionen().end(),
-                                        [&](const Aktion& a) { return std::string(a.name) == fall.aktion; });
-        ASSERT_NE(found, aktionen().end());
-        const Vergleich whole = ungestoert(*found);
+        const Aktion& aktion = finde(fall.aktion);
+        const Vergleich whole = ungestoert(aktion);
         for (const rlim_t limit : fall.grenzen) {
             const std::string what = std::string(fall.aktion) + " within " + std::to_string(limit) + " bytes";
-            const auto folder = angerichtet(*found);
+            const auto folder = angerichtet(aktion);
             abgeschirmt(what, [&] {
                 std::unique_ptr<Volltraeger> full;
                 QString said;
@@ -65,7 +69,7 @@ TEST(VollTest, aktionen) {
                         full = std::make_unique<Volltraeger>(limit);
                     };
                     try {
-                        found->lauf(run);
+                        aktion.lauf(run);
                     } catch (const DatabaseError& error) {
                         said = error.message();
                     } catch (const HierHalt&) {
@@ -79,7 +83,58 @@ TEST(VollTest, aktionen) {
             EXPECT_EQ(bytesOf(folder->settings()), whole.vorher.einstellungen) << what;
             EXPECT_TRUE(QDir(folder->data()).entryList({"*.neu*", "*$$$*", "*.ko2.*"}, QDir::Files).isEmpty()) << what;
             Sitzung again(*folder);
-            spielen(*found, again);
+            spielen(aktion, again);
+            for (const char* shipped : {"Hilfe.txt", "beispiel.csv"})
+                EXPECT_EQ(bytesOf(folder->data() + QString::fromUtf8(shipped)).size(), 20000) << what;
+        }
+    }
+}
+
+/// The database's own writes answer as on a full disk, from a number of them on. For a process of its own: stays so.
+int freieSchreibvorgaenge = 0;
+void bisVoll(int writes) {
+    freieSchreibvorgaenge = writes;
+    const auto vollOderNicht = [](int file, const void* bytes, size_t size, off64_t at) -> ssize_t {
+        if (--freieSchreibvorgaenge >= 0) return pwrite64(file, bytes, size, at);
+        errno = ENOSPC;
+        return -1;
+    };
+    ssize_t (*const replacement)(int, const void*, size_t, off64_t) = vollOderNicht;
+    sqlite3_vfs* const files = sqlite3_vfs_find(nullptr);
+    int replaced = 0;
+    for (const char* name : {"pwrite", "pwrite64"})
+        replaced += files->xSetSystemCall(files, name, reinterpret_cast<sqlite3_syscall_ptr>(replacement)) == SQLITE_OK;
+    EXPECT_GT(replaced, 0);
+}
+
+TEST(VollTest, datenbank) {
+    const QString full = "Auf dem Datenträger ist kein Platz mehr.";
+    const std::pair<const char*, QString> table[] = {
+        {"import", full},
+        {"belegungVonVierzig", full},
+        {"tierLoeschen", full},
+        {"komprimieren", "Die Datenbasis konnte nicht komprimiert werden. Ihre Daten sind unverändert."}};
+    for (const auto& [name, text] : table) {
+        const Aktion& aktion = finde(name);
+        const Vergleich whole = ungestoert(aktion);
+        for (const int writes : {0, 1, 2, 3}) {
+            const std::string what = std::string(name) + " with " + std::to_string(writes) + " writes left";
+            const auto folder = angerichtet(aktion);
+            abgeschirmt(what, [&, &text = text] {
+                Sitzung run(*folder);
+                run.beginnt = [&] { bisVoll(writes); };
+                QString said;
+                try {
+                    aktion.lauf(run);
+                } catch (const DatabaseError& error) {
+                    said = error.message();
+                } catch (const HierHalt&) {
+                }
+                said += run.screens.log.join(u'\n');
+                EXPECT_TRUE(said.contains(text) && said.contains("Bitte Platz schaffen")) << said.toStdString();
+            });
+            EXPECT_EQ(stand(*folder).daten, whole.vorher.daten) << what;
+            EXPECT_EQ(integrity(folder->database()), QStringLiteral("ok")) << what;
         }
     }
 }

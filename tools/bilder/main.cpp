@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <cstdio>
 #include <map>
 
@@ -187,12 +188,19 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "Der Ordner %s kann nicht angelegt werden.\n", qUtf8Printable(folder));
         return 1;
     }
+    // A farm's small notebook; windows must fit its screen at every scale.
+    QTemporaryFile screen;
+    if (!screen.open()) return 1;
+    screen.write(R"({"screens":[{"name":"Bild","x":0,"y":0,"width":1366,"height":768,"logicalDpi":96,)"
+                 R"("logicalBaseDpi":96,"dpr":1}]})");
+    screen.close();
     int failed = 0;
     for (const char* shade : {"hell", "dunkel"})
         for (const char* scale : {"1", "1.5"}) {
             QProcess run;
             QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+            environment.insert(QStringLiteral("QT_QPA_PLATFORM"),
+                               QStringLiteral("offscreen:configfile=") + screen.fileName());
             environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromLatin1(scale));
             run.setProcessEnvironment(environment);
             run.setProcessChannelMode(QProcess::ForwardedChannels);
