@@ -171,6 +171,19 @@ Piece tabs(Tabs& model, const std::vector<Piece>& pages) {
 }
 Piece tabs(Tabs& model, Pieces pages) { return tabs(model, std::vector<Piece>(pages)); }
 
+Piece pages(const std::vector<std::pair<QString, Piece>>& pages) {
+    auto* view = new QTabWidget;
+    for (const auto& [title, piece] : pages) {
+        auto* frame = new QWidget;
+        auto* layout = new QVBoxLayout(frame);
+        layout->addWidget(piece.widget);
+        layout->addStretch(1);
+        view->addTab(frame, title);
+    }
+    view->tabBar()->setAccessibleName(QStringLiteral("Seiten"));
+    return {.widget = view, .stretch = 1};
+}
+
 Piece table(const std::vector<std::vector<Piece>>& lines) {
     auto* widget = new QWidget;
     auto* grid = new QGridLayout(widget);

@@ -47,6 +47,8 @@ Piece group(Frame& frame, const Piece& content);
 Piece split(const Piece& left, const Piece& right, int leftShare, int rightShare);
 Piece tabs(Tabs& tabs, Pieces pages);
 Piece tabs(Tabs& tabs, const std::vector<Piece>& pages);
+/// Pages of the layout's own, for a form that has more than a small screen holds but no tabs of its own.
+Piece pages(const std::vector<std::pair<QString, Piece>>& pages);
 
 /// Lines of pieces whose columns stand below each other.
 Piece table(const std::vector<std::vector<Piece>>& lines);
