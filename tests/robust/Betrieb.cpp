@@ -225,6 +225,8 @@ bool abgeschirmt(const std::string& what, const std::function<void()>& work) {
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
+void lebt() { alarm(Geduld); }
+
 bool istMeldung(const QString& text) {
     if (text.isEmpty() || !text.front().isUpper()) return false;
     for (const char* word : {"Die ", "Der ", "Das ", "Bitte ", " nicht ", " ist "})

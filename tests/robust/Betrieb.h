@@ -95,6 +95,9 @@ const Ordner& leereVorlage();
 /// True where it came to its end without any of them; otherwise says what happened.
 bool abgeschirmt(const std::string& what, const std::function<void()>& work);
 
+/// Within abgeschirmt(): the work goes on, a hang is reckoned from here.
+void lebt();
+
 /// A message for the user: German, and not a bare text of the machine.
 bool istMeldung(const QString& text);
 

@@ -52,6 +52,7 @@ TEST(MutationTest, listendatei) {
         int read = 0;
         for (int number = 0; number < variants(600); ++number) {
             SCOPED_TRACE(testing::Message() << "variant " << number);
+            lebt();
             Mutation mutation(static_cast<unsigned>(number));
             setBytes(run.path("gridli.txt"),
                      mutation.of(whole, {"\t", "\r\n", "\\", "\\u", "\\uD800", "-1", "2147483648", "4095", "\t.\t"}));
@@ -72,6 +73,7 @@ TEST(MutationTest, listenfenster) {
         const QByteArray whole = listendatei(run);
         for (int number = 0; number < variants(100); ++number) {
             SCOPED_TRACE(testing::Message() << "variant " << number);
+            lebt();
             Mutation mutation(static_cast<unsigned>(number) + 5000);
             setBytes(run.path("gridli.txt"), mutation.of(whole, {"\t", "\r\n", "-1", "31.02.2026"}));
             PA_Zwischenliste form(run.koben);
@@ -92,6 +94,7 @@ TEST(MutationTest, importdatei) {
         int read = 0;
         for (int number = 0; number < variants(600); ++number) {
             SCOPED_TRACE(testing::Message() << "variant " << number);
+            lebt();
             Mutation mutation(static_cast<unsigned>(number));
             setBytes(path, mutation.of(whole, {";", "\"", "\r", "\n", "\"\"", "\xef\xbb\xbf", "\xc3", "\xff\xfe"}));
             Importdatei file = Importdatei::lesen(path);
@@ -117,6 +120,7 @@ TEST(MutationTest, import) {
     abgeschirmt("imports", [&] {
         for (int number = 0; number < variants(25); ++number) {
             SCOPED_TRACE(testing::Message() << "variant " << number);
+            lebt();
             Mutation mutation(static_cast<unsigned>(number) + 5000);
             const Ordner folder;
             folder.copyFrom(empty);
@@ -150,6 +154,7 @@ TEST(MutationTest, skript) {
     abgeschirmt("scripts", [&] {
         for (int number = 0; number < variants(600); ++number) {
             SCOPED_TRACE(testing::Message() << "variant " << number);
+            lebt();
             Mutation mutation(static_cast<unsigned>(number));
             const QByteArray bytes =
                 mutation.of(whole, {" = ", "\n", "\\", "#", "(", ")", "(99)", "-1", "\xc3", "\xef\xbb\xbf"});
@@ -183,6 +188,7 @@ TEST(MutationTest, skriptlauf) {
         int status[3] = {};
         for (int number = 0; number < variants(10); ++number) {
             SCOPED_TRACE(testing::Message() << "variant " << number);
+            lebt();
             Mutation mutation(static_cast<unsigned>(number) + 5000);
             QBuffer out;
             out.open(QIODevice::WriteOnly);

@@ -53,6 +53,7 @@ void arbeite(Database& db, const Koben& koben) {
 /// One variant. Counts how it ended: 0 refused at the door, 1 an error at work, 2 worked.
 int versuche(unsigned number, const QByteArray& whole, const Ordner& folder) {
     SCOPED_TRACE(testing::Message() << "variant " << number);
+    lebt();
     Mutation mutation(number);
     const QByteArray bytes = beschaedigt(whole, mutation);
     for (const char* log : {"-wal", "-shm"}) QFile::remove(folder.database() + QString::fromUtf8(log));
@@ -113,6 +114,7 @@ TEST(SchadenTest, startAufBeschaedigterDatenbank) {
     abgeschirmt("starts on damaged databases", [&] {
         for (int number = 0; number < runs(30); ++number) {
             SCOPED_TRACE(testing::Message() << "variant " << number);
+            lebt();
             Mutation mutation(static_cast<unsigned>(number) + 100000);
             for (const char* log : {"-wal", "-shm"}) QFile::remove(folder.database() + QString::fromUtf8(log));
             setBytes(folder.database(), beschaedigt(whole, mutation));
@@ -157,6 +159,7 @@ TEST(SchadenTest, einstellungenByteFuerByte) {
             for (const QByteArray& bytes :
                  {flipped, whole.left(at), mutation.of(whole, {"-32768", "32767", "\n", "9e9"})}) {
                 SCOPED_TRACE(testing::Message() << "byte " << at);
+                lebt();
                 setBytes(folder.settings(), bytes);
                 Variablen variables;
                 variables.Datenordner = folder.data();
