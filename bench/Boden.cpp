@@ -136,6 +136,16 @@ public:
             messe(i > 0, Arbeit::Schliessen, [&] { return schliessen(datei); });
             messe(i > 0, Arbeit::Arbeitsplan, [&] { return arbeitsplan(datei); });
         }
+        const qint64 last = datei.lesen("SELECT ID FROM Sauen");  // as many rows as IDs: none was ever deleted
+        const std::string ferkel = " WHERE ID > " + std::to_string(last - MastFerkel);
+        for (int i = 0; i <= m_vorlage.wiederholungen; ++i) {
+            datei.ausfuehren("UPDATE Sauen SET Art = 'Ferkel', Abgangsdatum = NULL" + ferkel);
+            messe(i > 0, Arbeit::Mast, [&] {
+                datei.ausfuehren("UPDATE Sauen SET Art = 'Mast'" + ferkel);
+                datei.ausfuehren(statusWerte);
+                return liste(datei);
+            });
+        }
         return m_messung;
     }
 

@@ -10,7 +10,7 @@
 namespace koben {
 
 /// What is measured, in the order of the report.
-enum class Arbeit { Start, Liste, Suche, Belegung, Schliessen, Arbeitsplan };
+enum class Arbeit { Start, Liste, Suche, Belegung, Schliessen, Arbeitsplan, Mast };
 
 class Uhr {
 public:
@@ -52,5 +52,8 @@ struct Vorlage {
     qint64 sau = 0;
     int wiederholungen = 7;
 };
+
+/// Makes the last animals of the farm piglets in stock, to be led as fattening pigs together.
+inline constexpr int MastFerkel = 50000;
 
 }  // namespace koben

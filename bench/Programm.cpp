@@ -37,6 +37,7 @@ public:
             suchen(haupt);
             buchen(haupt);
             planen();
+            mast(haupt);
         };
         mitHauptform([](Form&, double) {});
         return m_messung;
@@ -131,6 +132,27 @@ private:
                 if (i > 0) m_messung.eintragen(Arbeit::Arbeitsplan, uhr.ms(), grid.rowCount());
             };
             m_koben->open(QStringLiteral("PB_Arbeitsplan"));
+        }
+    }
+
+    /// All piglets are marked and led as fattening pigs from now on; the list is loaded anew.
+    void mast(Form& haupt) {
+        Grid& liste = steuer<Grid>(haupt, "datali");
+        const Database& db = m_koben->Hauptdatenbank;
+        const qint64 last = db.table(QStringLiteral("select max(ID) as m from Sauen")).integer(0, 0);
+        const QString ferkel =
+            QStringLiteral("update Sauen set Art = 'Ferkel', Abgangsdatum = NULL where ID > %1").arg(last - MastFerkel);
+        for (int i = 0; i <= m_vorlage.wiederholungen; ++i) {
+            Database(db).execute(ferkel);
+            m_koben->herdList->datenschweinelesen();
+            std::vector<int> rows;
+            for (int row = 1; row <= liste.rowCount(); ++row)
+                if (liste.integer(row, liste.columnOf(u"ID")) > last - MastFerkel) rows.push_back(row);
+            liste.mark(rows);
+            const Uhr uhr;
+            steuer<MenuEntry>(haupt, "XB_Markierte_Ferkel_in_Mast").click();
+            anschauen(liste);
+            if (i > 0) m_messung.eintragen(Arbeit::Mast, uhr.ms(), liste.rowCount());
         }
     }
 

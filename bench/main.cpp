@@ -47,7 +47,8 @@ void berichten(const Messung& programm, const Messung& boden) {
     const std::pair<Arbeit, const char*> zeilen[] = {
         {Arbeit::Start, "start to shown list"},    {Arbeit::Liste, "list reload"},
         {Arbeit::Suche, "search keystroke"},       {Arbeit::Belegung, "booking a service"},
-        {Arbeit::Schliessen, "closing the frame"}, {Arbeit::Arbeitsplan, "work plan, four weeks"}};
+        {Arbeit::Schliessen, "closing the frame"}, {Arbeit::Arbeitsplan, "work plan, four weeks"},
+        {Arbeit::Mast, "piglets to fattening"}};
     std::printf("%-24s %12s %12s %8s %10s\n", "", "KOBEN ms", "SQLite ms", "ratio", "rows");
     for (const auto& [arbeit, name] : zeilen) {
         const double ms = programm.median(arbeit), floor = boden.median(arbeit);
