@@ -67,6 +67,7 @@ PA_Koben::PA_Koben(Koben& context) : Form(context, QStringLiteral("PA_Koben"), Q
     Text1.onKeyPress = [](int) { return 0; };
     for (int i = 0; i < abwaerts.count(); ++i) abwaerts[i].onClick = [this, i] { abwaerts_Click(i); };
     comdrucken.onClick = [this] { comdrucken_Click(); };
+    loeschhinweis.setVisible(false);
     linksrechts.onClick = [this] { linksrechts_Click(); };
     buildMenu();
     buildToolBar();

@@ -27,6 +27,8 @@ public:
     Button linksrechts{*this, "linksrechts", "Textfeldbreite ändern"};
     TextBox Text1{*this, "Text1"};
     Label bezstati{*this, "bezstati"};
+    /// Beside the question whether to delete: which animal, and how many bookings go with it.
+    Label loeschhinweis{*this, "loeschhinweis"};
 
     /// The menu bar's menus and entries, the toolbar's buttons by key, and the context menu.
     const std::vector<MenuEntry*>& menuBar() const { return m_menuBar; }
@@ -93,6 +95,7 @@ private:
     void allow(std::initializer_list<const char*> entries, bool on);
     void showStates();
     void Tier_loeschen();
+    QString Loeschhinweis_text(qint64 id) const;
     void Datenbank_komprimieren();
 
     // selection and mass actions

@@ -221,14 +221,31 @@ void PA_Koben::showStates() {
         if (*Popups[i]) popzeile[i].setEnabled(!m_locked && m_actions.at(QString::fromUtf8(Popups[i])).available);
 }
 
+QString PA_Koben::Loeschhinweis_text(qint64 id) const {
+    qint64 bookings = 0;
+    for (const char* table : {"Belegung", "Trächtigkeit", "Ferkelung", "Absetzung", "Verschiebung", "Verluste",
+                              "Ferkelverkauf", "Behandlung"})
+        bookings += m_db.table(QStringLiteral("select count(*) as n from %1 where Kennung = %2")
+                                   .arg(QString::fromUtf8(table))
+                                   .arg(id))
+                        .integer(0, 0);
+    return QStringLiteral("Zum Löschen ausgewählt: %1 %2 mit %3.")
+        .arg(datali.cell(datali.row(), u"Art"), datali.cell(datali.row(), u"Nummer"),
+             bookings == 1 ? QStringLiteral("einer Buchung") : QStringLiteral("%1 Buchungen").arg(bookings));
+}
+
 void PA_Koben::Tier_loeschen() {
     if (datali.row() == 0) return;
-    if (!koben.yesNo(QStringLiteral("Das Löschen eines Schweines entfernt das markierte Schwein unwiederbringlich mit "
-                                    "allen zu diesem Schwein gehörenden Buchungen aus der Datenbank.") +
-                         Crlf + Crlf + QStringLiteral("Soll das markierte Schwein wirklich gelöscht werden?"),
-                     true))
-        return;
     const qint64 id = datali.value(datali.row(), u"ID").toInt();
+    loeschhinweis.setText(Loeschhinweis_text(id));
+    loeschhinweis.setVisible(true);
+    const bool wanted =
+        koben.yesNo(QStringLiteral("Das Löschen eines Schweines entfernt das markierte Schwein unwiederbringlich mit "
+                                   "allen zu diesem Schwein gehörenden Buchungen aus der Datenbank.") +
+                        Crlf + Crlf + QStringLiteral("Soll das markierte Schwein wirklich gelöscht werden?"),
+                    true);
+    loeschhinweis.setVisible(false);
+    if (!wanted) return;
     Transaction transaction(koben.Hauptdatenbank);
     Buchungen_loeschen(koben.Hauptdatenbank, id);
     m_db.execute(QStringLiteral("delete from Sauen where ID = %1").arg(id));

@@ -109,6 +109,8 @@ TEST(HerdenlisteTest, zählerzeileUndLöschen) {
         EXPECT_EQ(nummern(main.datali), "1 2 3 4");
         farm.menue(main, "XB_schweinlöschen");
         EXPECT_EQ(farm.texte(), (QStringList{question + "nein", question + "ja"}));
+        EXPECT_EQ(main.loeschhinweis.text(), "Zum Löschen ausgewählt: Sau 1 mit 8 Buchungen.");
+        EXPECT_FALSE(main.loeschhinweis.visible()) << "it stands beside the question only";
         EXPECT_EQ(nummern(main.datali), "2 3 4");
         EXPECT_EQ(main.datali.row(), 1);
         EXPECT_EQ(main.bezstati.text(),

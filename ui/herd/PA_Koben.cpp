@@ -23,5 +23,5 @@ LAYOUT(PA_Koben) {
                    flow({segments(form.optianzeige), segments(form.optiverkauft),
                          row({plain(form.Label1), search(form.t, QStringLiteral("Saunummer"))}),
                          row({plain(form.Label2), segments(form.optisauen)})}),
-                   both, label(form.bezstati)});
+                   both, label(form.loeschhinweis), label(form.bezstati)});
 }
