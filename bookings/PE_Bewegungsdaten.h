@@ -27,7 +27,7 @@ public:
                  "Bei gedrückter STRG-Taste ist eine Mehrfachauswahl mit der Maus möglich (z.B. für Sammeleingaben)."};
     ComboBox kom{*this, "kom"};
     Label Label3{*this, "Label3", "= Auswahl nach Stallnr"};
-    CheckBox konalt{*this, "konalt", "Vorherige Auswahl &belassen"};
+    CheckBox konalt{*this, "konalt", "Vorherige Auswahl belassen"};
     ControlArray<Button> nextschwein1{*this, "nextschwein1", {"Voriges Tier", "Nächstes Tier"}};
     Grid li{*this, "li"};
     Button neu{*this, "neu", "&Neu"};

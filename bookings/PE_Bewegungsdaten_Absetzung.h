@@ -18,7 +18,7 @@ public:
     SpinButton UpDown{*this, "UpDown", 0};
     ControlArray<ComboBox> kom{*this, "kom", 5};
     SpinButton UpDown2{*this, "UpDown", 2};
-    CheckBox kon{*this, "kon", "Die abgesetzen Ferkel gleich als &Masttiere einbuchen"};
+    CheckBox kon{*this, "kon", "Die abgesetzen Ferkel gleich als Masttiere einbuchen"};
     Label Label1{*this, "Label1", "(ermittelt aus letzter Ferkelung abzüglich Verluste/Verschiebungen)"};
     Label Label2{*this, "Label2", "Ferkeldatum = Geburtsdatum"};
     Label Label3{*this, "Label3",

@@ -11,8 +11,8 @@ public:
     ControlArray<TextBox> tz{*this, "tz", 5};
     ControlArray<SpinButton> UpDown{*this, "UpDown", 3};
     ControlArray<ComboBox> kom{*this, "kom", 2};
-    Button ok_Verschiebung{*this, "ok_Verschiebung", "Gleich &Verschiebungen eintragen"};
-    Button roCommand1{*this, "roCommand1", "Gleich Ab&setzungen eintragen"};
+    Button ok_Verschiebung{*this, "ok_Verschiebung", "Gleich Verschiebungen eintragen"};
+    Button roCommand1{*this, "roCommand1", "Gleich Absetzungen eintragen"};
 
 private:
     void Activate() override;

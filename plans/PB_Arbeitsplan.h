@@ -30,7 +30,7 @@ public:
                             {"= Anzeige bei vorhandenem Termin (nur tabellarische Liste)",
                              "= Anzeige bei freiem Termin (nur tabellarische Liste)"}};
     ControlArray<Button> ok{*this, "ok", {"Termin-&Liste", "&Tabellarische Liste"}};
-    Button comarbplanoptionen{*this, "comarbplanoptionen", "Arbeitsplan-&Optionen"};
+    Button comarbplanoptionen{*this, "comarbplanoptionen", "Arbeitsplan-Optionen"};
     ProgressBar meter{*this, "meter"};
     Button hilfe{*this, "hilfe", "&Hilfe"};
     Button beenden{*this, "beenden", "&Schließen"};
