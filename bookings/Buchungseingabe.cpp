@@ -2,6 +2,7 @@
 
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
+#include "forms/Eingabe.h"
 
 namespace koben {
 
@@ -261,7 +262,7 @@ void Buchungseingabe::ok_Click(int index) {
 
 /// Writes the booking for these animals, whole or not at all. False where a value does not fit its field.
 bool Buchungseingabe::speichern(const std::vector<int>& rows) {
-    try {
+    const bool saved = Speichern_oder_melden(koben, QStringLiteral("Die Buchung kann nicht vorgenommen werden"), [&] {
         Transaction transaction(m_db);
         Recordset bookings = m_db.open(QStringLiteral("select * from %1 where Kennung = %2")
                                            .arg(QString::fromUtf8(Buchungsarten[kind].table))
@@ -272,14 +273,10 @@ bool Buchungseingabe::speichern(const std::vector<int>& rows) {
         }
         Stichworte_eintragen();
         abschließen();
+        if (kind < Zyklusarten) Werte_vormerken(m_db);
         transaction.commit();
-    } catch (const DatabaseError& error) {
-        if (error.kind != DatabaseError::Kind::Type && error.kind != DatabaseError::Kind::TooLong) throw;
-        koben.message(QStringLiteral("Die Buchung kann nicht vorgenommen werden, weil ein Wert nicht in sein Feld "
-                                     "passt. Es wurde nichts gespeichert.") +
-                      Crlf + Crlf + error.message());
-        return false;
-    }
+    });
+    if (!saved) return false;
     if (!adding()) frame().Zeile_auffrischen(frame().li.row());
     for (const QString& hint : hinweise(rows)) koben.message(hint);
     return true;

@@ -2,6 +2,7 @@
 #include "bookings/Ferkelliste.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
+#include "forms/Eingabe.h"
 
 namespace koben {
 
@@ -30,13 +31,7 @@ Ferkeleingabe::Ferkeleingabe(Koben& context, const QString& name, const QString&
         calend.setVisible(false);
         return Nur_Zahlzeichen(key);
     };
-    tdat.onLostFocus = [this] { tdat.setText(Datum_ergaenzen(tdat.text().trimmed(), koben.Heute)); };
-    calender.icon = QStringLiteral("kalender");
-    calender.onClick = [this] { calend.setVisible(!calend.visible()); };
-    calend.onPick = [this](QDate date) {
-        tdat.setText(Datum_als_Anzeige(date));
-        calend.setVisible(false);
-    };
+    Datumsfeld_verbinden(koben, tdat, calender, calend);
     for (int i = 0; i < ok.count(); ++i) ok[i].onClick = [this, i] { ok_Click(i); };
     abbrechen.onClick = [this] { abbrechen_Click(); };
     acceptButton = &ok[0];
@@ -152,20 +147,15 @@ void Ferkeleingabe::ok_Click(int index) {
 
 /// Writes the row and all that goes with it, whole or not at all. False where a value does not fit its field.
 bool Ferkeleingabe::speichern(qint64 sow) {
-    try {
+    const bool saved = Speichern_oder_melden(koben, QStringLiteral("Die Eingabe kann nicht übernommen werden"), [&] {
         Transaction action(m_db);
         schreiben(sow);
         gespeichert();
         for (const Auswahl& choice : m_auswahlen)
             if (!choice.keywords.isEmpty()) Stichwort_eintragen(m_db, choice.control->text(), choice.keywords);
         action.commit();
-    } catch (const DatabaseError& error) {
-        if (error.kind != DatabaseError::Kind::Type && error.kind != DatabaseError::Kind::TooLong) throw;
-        koben.message(QStringLiteral("Die Eingabe kann nicht übernommen werden, weil ein Wert nicht in sein Feld "
-                                     "passt. Es wurde nichts gespeichert.") +
-                      Crlf + Crlf + error.message());
-        return false;
-    }
+    });
+    if (!saved) return false;
     for (const Auswahl& choice : m_auswahlen) {
         const QString entered = choice.control->text();
         // a keyword counts as known whatever its case

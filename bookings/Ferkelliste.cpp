@@ -85,7 +85,9 @@ void Ferkelliste::kopieren_Click() {
             QStringLiteral("Bitte markieren Sie zuerst einen Datensatz, der kopiert werden "
                            "soll!"));
     const QString answer =
-        koben.screens.input(QStringLiteral("Bitte geben Sie das Datum ein, unter dem die Kopie angelegt werden soll!"))
+        koben.screens
+            .input(QStringLiteral("Bitte geben Sie das Datum ein, unter dem die Kopie angelegt werden soll!"), {},
+                   QStringLiteral("Datum-Eingabe"))
             .trimmed();
     if (answer.isEmpty()) return;
     const QString date = Datum_ergaenzen(answer, koben.Heute);

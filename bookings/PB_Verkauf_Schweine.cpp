@@ -3,6 +3,7 @@
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 #include "core/Wartezeit.h"
+#include "forms/Eingabe.h"
 
 namespace koben {
 
@@ -37,13 +38,7 @@ void PB_Verkauf_Schweine::connectInputs() {
         calend.setVisible(false);
         return Nur_Zahlzeichen(key);
     };
-    tdat.onLostFocus = [this] { tdat.setText(Datum_ergaenzen(tdat.text().trimmed(), koben.Heute)); };
-    calender.icon = QStringLiteral("kalender");
-    calender.onClick = [this] { calend.setVisible(!calend.visible()); };
-    calend.onPick = [this](QDate date) {
-        tdat.setText(Datum_als_Anzeige(date));
-        calend.setVisible(false);
-    };
+    Datumsfeld_verbinden(koben, tdat, calender, calend);
     for (auto& field : tz) {
         TextBox* const box = field.get();
         box->setText(QStringLiteral("0,00"));

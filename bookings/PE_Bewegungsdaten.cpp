@@ -187,6 +187,7 @@ void PE_Bewegungsdaten::löschen_Click() {
     Transaction transaction(m_db);
     m_db.execute(QStringLiteral("delete from %1 where ID = %2").arg(currentTable()).arg(currentBooking()));
     Wurfnummern_berechnen(koben.Hauptdatenbank, currentAnimal());
+    Werte_vormerken(m_db);
     transaction.commit();
     li.removeRow(li.row());
 }
@@ -220,6 +221,7 @@ void PE_Bewegungsdaten::kopieren_Click() {
     }
     to.update();
     Wurfnummern_berechnen(koben.Hauptdatenbank, currentAnimal());
+    Werte_vormerken(m_db);
     transaction.commit();
     Liste_aufbauen();
     koben.message(QStringLiteral("Die markierte Buchung wurde auf das Datum ") + date + QStringLiteral(" kopiert."));

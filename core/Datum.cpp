@@ -146,7 +146,7 @@ QString Datum_ergaenzen(const QString& text, const QString& heute) {
         const qsizetype dots = s.count(u'.');
         s = dots == 0 ? ohnePunkte(s, heute) : dots == 1 ? einPunkt(s, heute) : mehrPunkte(s, heute);
     }
-    return Ist_Datum(s) ? s : QString();
+    return Datum_als_Anzeige(parse(s));
 }
 
 QString Jahr_ergaenzen(const QString& text, const QString& heute) {

@@ -53,7 +53,7 @@ std::optional<Dezimal> numerisch(QStringView text) {
     if (rest.front().toLower() != u'e') return std::nullopt;
     bool ok = false;
     const int exponent = rest.mid(1).toInt(&ok);
-    if (!ok || qAbs(exponent) > 308) return std::nullopt;
+    if (!ok || exponent < -308 || exponent > 308) return std::nullopt;
     number->komma += exponent;
     return number;
 }

@@ -1,4 +1,5 @@
-// Creating and upgrading the database, keywords, litter numbers, deleting bookings. The cycle engine: Zyklus.cpp.
+// Creating and upgrading the database, keywords, litter numbers, deleting bookings. (The cycle engine is in units of
+// its own.)
 #include "core/PZ_Koben_Subs_Datenbank.h"
 
 #include <QFile>

@@ -20,9 +20,14 @@ void Wurfnummern_berechnen(const Database& db, qint64 kennung);
 /// Deletes all bookings of an animal.
 void Buchungen_loeschen(const Database& db, qint64 kennung);
 
-/// Derives counters, latest and next dates of every animal from the bookings. One transaction.
+/// Derives counters, latest and next dates of every animal from the bookings. One transaction. The result is that of a
+/// walk over all animals; the work grows with what has changed since the last one.
 void Werte_berechnen(const Database& db, const Variablen& v);
-/// Derives the cycle status of every animal. One transaction.
+/// Within the transaction of a booking: its derivation follows when the booking frame closes.
+void Werte_vormerken(const Database& db);
+/// Derives what a killed program had no time for; nothing where the booking frame was closed in order.
+void Werte_nachholen(const Database& db, const Variablen& v);
+/// Derives the cycle status of every animal, as Werte_berechnen the values. One transaction.
 void statussetzen(const Database& db);
 
 /// The hint about cycle dates outside their tolerance, "" where there is none.

@@ -1,5 +1,6 @@
 #include "forms/Grid.h"
 
+#include <QSet>
 #include <algorithm>
 #include <numeric>
 
@@ -122,6 +123,33 @@ void Grid::bind(const Table& table) {
     m_bound = true;
     notify(Aspect::Columns);
     resetRows(table.rowCount());
+}
+
+bool Grid::refresh(const Table& rows, const std::vector<qint64>& ids, QStringView key,
+                   const std::vector<Order>& order) {
+    const int keyColumn = columnOf(key);
+    const int all = m_table.rowCount() + rows.rowCount();
+    const bool mostlyGone = all > 2 * rowCount() + 1000;  // rows that went still take their place in the table
+    if (!m_bound || !m_changed.isEmpty() || keyColumn == 0 || rows.columnCount() != m_table.columnCount() || mostlyGone)
+        return false;
+    const int keyField = m_fieldOf[static_cast<size_t>(keyColumn - 1)];
+    const auto before = [&](int a, int b) {
+        for (const auto& [column, down] : order)
+            if (const int by = m_table.compare(a, b, m_fieldOf[static_cast<size_t>(column - 1)]))
+                return down ? by > 0 : by < 0;
+        return m_table.compare(a, b, keyField) < 0;
+    };
+    if (!std::is_sorted(m_order.begin(), m_order.end(), before)) return false;
+    const QSet<qint64> gone(ids.begin(), ids.end());
+    std::erase_if(m_order, [&](int source) { return gone.contains(m_table.integer(source, keyField)); });
+    const int first = m_table.rowCount();
+    m_table.append(rows);
+    for (int source = first; source < m_table.rowCount(); ++source)
+        m_order.insert(std::upper_bound(m_order.begin(), m_order.end(), source, before), source);
+    m_marks.assign(static_cast<size_t>(m_table.rowCount()), false);
+    m_row = 0;
+    notify(Aspect::Rows);
+    return true;
 }
 
 void Grid::share(const Grid& source, const QStringList& keys) {

@@ -45,6 +45,16 @@ public:
     /// Shows a result: a column for each field, titled by its name (unless columns with those keys stand already),
     /// numbers right-aligned. The grid keeps its own copy.
     void bind(const Table& table);
+    /// A column that rows stand by.
+    struct Order {
+        int column;
+        bool down = false;
+    };
+    /// Brings a bound grid up to date without reading its result again: rows whose counter in the column `key` is among
+    /// `ids` go, and `rows` (with the fields of the bound table) come to their places by `order`; rows equal in it
+    /// stand by their counters. No row is current or marked then. False, with nothing done, where the whole result must
+    /// be bound anew: after changes in place, after many of these, and where the rows stand in another order.
+    bool refresh(const Table& rows, const std::vector<qint64>& ids, QStringView key, const std::vector<Order>& order);
     /// Takes over rows, order, current row and marks of another bound grid, with the columns of these keys.
     void share(const Grid& source, const QStringList& keys);
     int rowCount() const { return static_cast<int>(m_order.size()); }

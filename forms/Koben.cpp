@@ -90,4 +90,17 @@ void Koben::saveWidths(const Grid& grid, const QString& section) {
 
 QString Koben::clockToday() const { return Datum_als_Anzeige(platform.now().date()); }
 
+Progress::Progress(Koben& koben, QString what, qint64 total)
+    : m_screens(koben.screens), m_what(std::move(what)), m_total(std::max<qint64>(total, 1)) {}
+
+Progress::~Progress() { m_screens.progressEnds(); }
+
+bool Progress::step(qint64 done) {
+    const int percent = static_cast<int>(std::clamp<qint64>(done * 100 / m_total, 0, 100));
+    if (m_cancelled || percent == m_percent) return !m_cancelled;
+    m_percent = percent;
+    m_cancelled = !m_screens.progress(m_what, percent);
+    return !m_cancelled;
+}
+
 }  // namespace koben

@@ -88,4 +88,26 @@ private:
     Screens& m_screens;
 };
 
+/// Tells the user how far a piece of work is while it lives, and whether she has cancelled it. The work then throws or
+/// returns before its commit, so that nothing of it stays.
+class Progress {
+public:
+    /// `what` in the user's words, "Die Liste wird erstellt"; `total` in the steps that step() counts, at least 1.
+    Progress(Koben& koben, QString what, qint64 total);
+    ~Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    /// So many steps are done. False once the user has cancelled.
+    bool step(qint64 done);
+    bool cancelled() const { return m_cancelled; }
+
+private:
+    Screens& m_screens;
+    QString m_what;
+    qint64 m_total;
+    int m_percent = -1;
+    bool m_cancelled = false;
+};
+
 }  // namespace koben

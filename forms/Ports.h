@@ -21,8 +21,8 @@ public:
     virtual bool yesNo(const QString& text, bool noIsDefault = false) = 0;
     /// A question with OK and Cancel.
     virtual bool okCancel(const QString& text) = 0;
-    /// An input box; "" where nothing was entered or it was cancelled.
-    virtual QString input(const QString& prompt, const QString& preset = {}) = 0;
+    /// An input box; "" where nothing was entered or it was cancelled. Without a title it bears the program's name.
+    virtual QString input(const QString& prompt, const QString& preset = {}, const QString& title = {}) = 0;
     /// A file to open; filter as "CSV-Dateien|*.CSV|Alle Dateien|*.*". "" for no choice.
     virtual QString openFile(const QString& filter) = 0;
     virtual QString saveFile(const QString& filter, const QString& preset) = 0;
@@ -41,6 +41,14 @@ public:
     virtual void tone(int hertz, int milliseconds) = 0;
     /// Lets progress be painted during long work; takes no input but a cancel.
     virtual void breathe() = 0;
+    /// Tells how far long work is: a bar with a cancel, which appears only where the work takes longer. Comes often;
+    /// true to go on, false once the user has cancelled. progressEnds() follows in any case. Use the class Progress.
+    virtual bool progress(const QString& what, int percent) {
+        Q_UNUSED(what)
+        Q_UNUSED(percent)
+        return true;
+    }
+    virtual void progressEnds() {}
 };
 
 /// A document on its way to a printer.

@@ -14,6 +14,9 @@ const QString ListFields = QStringLiteral(
     "Zugangsgewicht_kg, Einkaufspreis, Zugangsgrund, Lieferant, Abgangsdatum, Abgangsgewicht_kg, Verkaufspreis, "
     "Abgangsgrund, Abnehmer, Infos, Aenderung, ID from Sauen");
 
+/// More changed animals than this and the list is read whole, which is then quicker.
+constexpr size_t HoechstensEinzeln = 1000;
+
 /// What the window writes above a column where the field's name is no good German.
 struct Caption {
     const char* key;
@@ -78,15 +81,23 @@ PA_Koben::~PA_Koben() {
     if (koben.herdList == this) koben.herdList = nullptr;
 }
 
-QString PA_Koben::listQuery() const {
+void PA_Koben::verbinden() {
+    m_db = koben.connect();
+    m_watch = Watch(m_db, QStringLiteral("Sauen"));
+    m_gelesen.clear();
+}
+
+/// `only` narrows it to some animals.
+QString PA_Koben::listQuery(const std::vector<qint64>& only) const {
     QString sql = ListFields;
+    const auto condition = [&sql] {
+        return sql.contains(QStringLiteral("where")) ? QStringLiteral(" and") : QStringLiteral(" where");
+    };
     if (optiverkauft.selected() == 0) sql += QStringLiteral(" where Abgangsdatum IS NULL");
     if (optiverkauft.selected() == 1) sql += QStringLiteral(" where Abgangsdatum IS NOT NULL");
     static const char* const kinds[] = {"Sau", "Eber", "Mast", "Ferkel"};
-    if (const int kind = optianzeige.selected(); kind > 0) {
-        sql += sql.contains(QStringLiteral("where")) ? QStringLiteral(" and") : QStringLiteral(" where");
-        sql += QStringLiteral(" Art = '%1'").arg(QString::fromUtf8(kinds[kind - 1]));
-    }
+    if (const int kind = optianzeige.selected(); kind > 0)
+        sql += condition() + QStringLiteral(" Art = '%1'").arg(QString::fromUtf8(kinds[kind - 1]));
     static const char* const states[] = {"",
                                          " and Status like 'B*'",
                                          " and Status = 'B_T'",
@@ -94,6 +105,11 @@ QString PA_Koben::listQuery() const {
                                          " and Status like '*G'",
                                          " and Status like 'B_NT*'"};
     if (optianzeige.selected() == 1 && optisauen.selected() > 0) sql += QString::fromUtf8(states[optisauen.selected()]);
+    if (!only.empty()) {
+        QStringList ids;
+        for (const qint64 id : only) ids.append(QString::number(id));
+        sql += condition() + QStringLiteral(" ID in (%1)").arg(ids.join(u','));
+    }
     const QString& first = koben.Konfig_Text[Text::Sortierung1];
     const QString& second = koben.Konfig_Text[Text::Sortierung2];
     if (!first.isEmpty()) {
@@ -103,12 +119,73 @@ QString PA_Koben::listQuery() const {
     return sql;
 }
 
+/// The result is that of reading all; where only some animals have changed since, only those are read. Where it fails
+/// or the user cancels, the list stays as it is and usable.
 void PA_Koben::datenschweinelesen() {
-    const Table table = m_db.table(listQuery());  // where it fails, the list stays as it is and usable
+    const auto changed = m_watch.take(HoechstensEinzeln);
+    std::optional<Table> table;
+    if (const bool same = changed && m_gelesen == listQuery(); !same || !Liste_auffrischen(*changed)) {
+        table = Liste_lesen();
+        if (!table) return Filter_zuruecknehmen();
+    }
     Menues_sperren(false);
     const bool sows = optianzeige.selected() == 1;
     Label2.setVisible(sows);
     optisauen.setVisible(sows);
+    if (table) Liste_zeigen(*table);
+    if (datali.rowCount() > 0) datali.setRow(1);
+    Menue_Zustand_setzen();
+    zaehlen();
+    Menues_sperren(true);
+    koben.Liste_neu_laden = 0;
+    if (datali.rowCount() == 0 && (optianzeige.selected() != 0 || optiverkauft.selected() != 0)) Filter_korrigieren();
+}
+
+/// The order that the list has after loading: the SQL's by the settings, else the column last clicked on.
+std::vector<Grid::Order> PA_Koben::Listenordnung() const {
+    if (const QString& first = koben.Konfig_Text[Text::Sortierung1]; !first.isEmpty()) {
+        std::vector<Grid::Order> order = {{datali.columnOf(first)}};
+        const QString& second = koben.Konfig_Text[Text::Sortierung2];
+        if (!second.isEmpty()) order.push_back({datali.columnOf(second)});
+        return order;
+    }
+    const qint16 direction = koben.Konfig_Zahl[Zahl::ListeSortRichtung];
+    if (direction != 1 && direction != 2) return {};
+    return {{koben.Konfig_Zahl[Zahl::ListeSortSpalte], direction == 2}};
+}
+
+/// Brings these animals of the list up to date; false where it must be read whole.
+bool PA_Koben::Liste_auffrischen(const std::vector<qint64>& ids) {
+    const std::vector<Grid::Order> order = Listenordnung();
+    const bool byClick = !order.empty() && koben.Konfig_Text[Text::Sortierung1].isEmpty();
+    if (datali.sortColumn() != (byClick ? order.front().column : 0)) return false;
+    if (byClick && datali.sortDirection() != (order.front().down ? 2 : 1)) return false;
+    for (const Grid::Order& o : order)
+        if (o.column < 1 || o.column > datali.columnCount()) return false;
+    // Without animals the query would be that of all.
+    return datali.refresh(m_db.table(listQuery(ids.empty() ? std::vector<qint64>{0} : ids)), ids, u"ID", order);
+}
+
+/// Nothing where the user cancels.
+std::optional<Table> PA_Koben::Liste_lesen() {
+    const qint64 most = m_db.table(QStringLiteral("select max(ID) as hoechste from Sauen")).integer(0, 0);
+    Progress progress(koben, QStringLiteral("Die Liste wird gelesen ..."), most);
+    const QString sql = listQuery();
+    auto table = m_db.table(sql, [&](qint64 rows) { return progress.step(rows); });
+    if (table) {
+        m_gelesen = sql;
+        m_filter = {optianzeige.selected(), optiverkauft.selected(), optisauen.selected()};
+    }
+    return table;
+}
+
+void PA_Koben::Filter_zuruecknehmen() {
+    optianzeige.select(m_filter[0]);
+    optiverkauft.select(m_filter[1]);
+    optisauen.select(m_filter[2]);
+}
+
+void PA_Koben::Liste_zeigen(const Table& table) {
     datali.clear();
     datali.bind(table);
     for (const Caption& c : Captions)
@@ -121,12 +198,6 @@ void PA_Koben::datenschweinelesen() {
     if (column < 1 || column > datali.columnCount()) column = 1;
     if (direction != 1 && direction != 2) direction = 0;
     if (koben.Konfig_Text[Text::Sortierung1].isEmpty()) datali.sort(column, direction);
-    if (datali.rowCount() > 0) datali.setRow(1);
-    Menue_Zustand_setzen();
-    zaehlen();
-    Menues_sperren(true);
-    koben.Liste_neu_laden = 0;
-    if (datali.rowCount() == 0 && (optianzeige.selected() != 0 || optiverkauft.selected() != 0)) Filter_korrigieren();
 }
 
 /// The counters line: numbers of the rows shown.

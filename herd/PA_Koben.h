@@ -1,9 +1,11 @@
 #pragma once
 // The main form: the herd list with its filters, search, counters and animal panel, and the doors to all other forms.
+#include <array>
 #include <map>
 
 #include "forms/Form.h"
 #include "forms/Koben.h"
+#include "store/Watch.h"
 
 namespace koben {
 
@@ -73,7 +75,13 @@ private:
     void Datensicherung_erinnern();
 
     // list
-    QString listQuery() const;
+    void verbinden();
+    QString listQuery(const std::vector<qint64>& only = {}) const;
+    std::vector<Grid::Order> Listenordnung() const;
+    bool Liste_auffrischen(const std::vector<qint64>& ids);
+    std::optional<Table> Liste_lesen();
+    void Liste_zeigen(const Table& table);
+    void Filter_zuruecknehmen();
     void zaehlen();
     void Filter_korrigieren();
     void Menue_Zustand_setzen();
@@ -110,6 +118,9 @@ private:
     void setForAll(const std::vector<qint64>& animals, const QString& field, const QString& value);
 
     Database m_db;
+    Watch m_watch;                     ///< of the animals, since the list was read
+    QString m_gelesen;                 ///< the query that the list shows
+    std::array<int, 3> m_filter = {};  ///< and the choices in which it was read
     std::vector<std::unique_ptr<MenuEntry>> m_menus;
     std::vector<std::unique_ptr<Button>> m_buttons;
     std::vector<MenuEntry*> m_menuBar;

@@ -277,7 +277,7 @@ void PA_Koben::Datenbank_komprimieren() {
         // said first: on a full disk the database may not open again either, which ends the program
         koben.message(QStringLiteral("Die Datenbasis konnte nicht komprimiert werden. Ihre Daten sind unverändert.") +
                       Crlf + Crlf + error.message());
-        m_db = koben.connect();
+        verbinden();
         koben.Hauptdatenbank = koben.connect();
         return;
     }

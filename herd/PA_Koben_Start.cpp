@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLocale>
+#include <QTemporaryFile>
 #include <algorithm>
 
 #include "core/Einstellungen.h"
@@ -29,6 +30,19 @@ QString withSeparator(const QString& folder) {
                             .arg(QDir::toNativeSeparators(path)));
 }
 
+/// Where a first start holds its lock until the folder is made: the folder above, which is made for it.
+QString folderAbove(const QString& folder) {
+    const QString above = QFileInfo(QDir::cleanPath(folder)).path();
+    if (!QDir().mkpath(above)) refuseFolder(folder);
+    return withSeparator(above);
+}
+
+/// Whether a file can be made and written in the folder: without that no lock says anything about other starts.
+bool writable(const QString& folder) {
+    QTemporaryFile probe(folder + QStringLiteral("koben-XXXXXX"));
+    return probe.open() && probe.write("KOBEN") == 5 && probe.flush();
+}
+
 /// The folder with copies of the program's files, under a working name until all are there: a start that is cut off
 /// leaves no folder that the next one would take for complete.
 void makeDataFolder(const QString& path, const QDir& program) {
@@ -52,13 +66,21 @@ void PA_Koben::Load() {
     setCaption(QStringLiteral("KOBEN ") + QStringLiteral("2.0.59") + QStringLiteral(" - Der Sauenplaner"));
     koben.herdList = this;
     const QString folder = withSeparator(koben.platform.dataFolder());
+    // two first starts at once would take each other's draft away
+    const QString held = Ordner_existiert(folder) ? folder : folderAbove(folder);
     const auto refuseSecond = [&] {
+        if (!writable(held))
+            throw DatabaseError(DatabaseError::Kind::Io,
+                                QStringLiteral("Im Ordner \"%1\" kann nicht geschrieben werden. Bitte prüfen Sie, ob "
+                                               "auf dem Datenträger noch Platz ist und ob Sie dort Schreibrechte "
+                                               "haben, und starten Sie KOBEN dann neu.")
+                                    .arg(QDir::toNativeSeparators(held)));
         koben.message(
             QStringLiteral("Die Anwendung wurde bereits gestartet!  Mit der Tastenkombination CTRL+ESC können Sie alle "
                            "aktiven Programme auflisten und auswählen."));
         koben.end();
     };
-    if (Ordner_existiert(folder) && !koben.platform.lockDataFolder(folder)) return refuseSecond();
+    if (!koben.platform.lockDataFolder(held)) return refuseSecond();
     koben.Status_neu_berechnen = 1;
     if (!Landeseinstellungen_pruefen()) return koben.end();
     Drucker_pruefen();
@@ -71,6 +93,7 @@ void PA_Koben::Load() {
     Datenbank_oeffnen();
     koben.Heute = koben.clockToday();
     Einstellungen_lesen();
+    Werte_nachholen(m_db, koben);
     m_started = true;
     if (layoutChanged) layoutChanged();
     optianzeige.select(koben.Konfig_Zahl[Zahl::FilterAnzeige]);
@@ -135,11 +158,14 @@ void PA_Koben::Datenordner_suchen() {
 void PA_Koben::Datenbank_oeffnen() {
     if (!QFile::exists(koben.Datenbankpfad)) {
         Menues_sperren(false);
+        // the log of a database that somebody took away would be read into the new one
+        for (const char* log : {"-wal", "-shm", "-journal"})
+            QFile::remove(koben.Datenbankpfad + QString::fromLatin1(log));
         Datenbank_anlegen(koben.workspace, koben.Datenbankpfad);
-        m_db = koben.connect();
+        verbinden();
         Menues_sperren(true);
     } else {
-        m_db = koben.connect();
+        verbinden();
     }
     koben.Hauptdatenbank = koben.connect();
     Spalten_nachruesten(koben.Hauptdatenbank);

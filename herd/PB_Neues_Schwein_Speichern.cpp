@@ -2,6 +2,7 @@
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 #include "core/Wartezeit.h"
+#include "forms/Eingabe.h"
 #include "herd/PB_Neues_Schwein.h"
 #include "herd/PB_Neues_Schwein_Felder.h"
 
@@ -71,20 +72,14 @@ bool PB_Neues_Schwein::accepted() {
 bool PB_Neues_Schwein::save() {
     const QString number = Hochkomma_ersetzen(t[0].text());
     QString warning;
-    try {
+    const bool saved = Speichern_oder_melden(koben, "Die Eingabe kann nicht übernommen werden", [&] {
         Transaction action(m_db);
         const qint64 id = store(number);
         enterKeywords();
         if (id != 0 && Ist_Datum(tdat[2].text())) warning = Wartezeit_pruefen(m_db, id, number, tdat[2].text());
         action.commit();
-    } catch (const DatabaseError& error) {
-        if (error.kind != DatabaseError::Kind::Type && error.kind != DatabaseError::Kind::TooLong) throw;
-        koben.message(
-            "Die Eingabe kann nicht übernommen werden, weil ein Wert nicht in sein Feld passt. Es wurde nichts "
-            "gespeichert." +
-            Crlf + Crlf + error.message());
-        return false;
-    }
+    });
+    if (!saved) return false;
     koben.Liste_neu_laden = 1;
     fillLists();  // a keyword that was new can be chosen at once
     if (!warning.isEmpty()) koben.message(warning);

@@ -1,10 +1,9 @@
 #include "output/Bericht_html.h"
 
 #include <QDir>
-#include <QSaveFile>
+#include <QFile>
 #include <algorithm>
-
-#include "output/Listenzeilen.h"
+#include <cstdio>
 
 namespace koben {
 namespace {
@@ -46,17 +45,13 @@ struct Papier {
 
 /// Upright if rows and columns then fit in a readable font; otherwise across. Where even that is too small for the
 /// rows, they run on to a second sheet, under the table head again; the columns are made to fit in any case.
-Papier papier(const Grid& grid, int rowsPerPage) {
+Papier papier(const Grid& grid, int rowsPerPage, const std::vector<qsizetype>& widths) {
     constexpr double shortSide = 527, longSide = 774;            // points inside the margins of A4
     constexpr double charWidth = 0.55, lineHeight = 1.45;        // of the font's size
     constexpr double smallest = 4, readable = 6.5, largest = 9;  // points
     constexpr int linesBesides = 7;                              // head text, page number, titles, foot
     double width = 0;
-    for (int c = 1; c <= grid.columnCount(); ++c) {
-        qsizetype longest = grid.column(c).title.size();
-        for (int row = 1; row <= grid.rowCount(); ++row) longest = std::max(longest, grid.cell(row, c).size());
-        width += static_cast<double>(longest) * charWidth + 1.2;
-    }
+    for (const qsizetype longest : widths) width += static_cast<double>(longest) * charWidth + 1.2;
     width = std::max(width, 1.0);
     const double height = (std::min(rowsPerPage, grid.rowCount()) + linesBesides) * lineHeight;
     const double upright = std::min({largest, shortSide / width, longSide / height});
@@ -145,11 +140,37 @@ QString seite(const Grid& grid, const Berichtsform& form, const QString& css, co
     return out + verweise(page, pages) + QStringLiteral("</body>\n</html>\n");
 }
 
-bool schreibe(const QString& path, const QString& text) {
-    QSaveFile file(path);
-    const QByteArray bytes = text.toUtf8();
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-}
+/// The pages under a draft's name; they take their own together, or go again with this.
+class Entwurf {
+public:
+    explicit Entwurf(const QString& folder) : m_folder(folder) {}
+    ~Entwurf() {
+        for (const QString& name : m_names) QFile::remove(draft(name));
+    }
+    Entwurf(const Entwurf&) = delete;
+    Entwurf& operator=(const Entwurf&) = delete;
+
+    bool add(const QString& name, const QString& text) {
+        m_names.append(name);
+        QFile file(draft(name));
+        const QByteArray bytes = text.toUtf8();
+        return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size();
+    }
+    bool finish() {
+        while (!m_names.isEmpty()) {
+            const QByteArray from = QFile::encodeName(draft(m_names.first()));
+            if (std::rename(from.constData(), QFile::encodeName(m_folder + m_names.first()).constData()) != 0)
+                return false;
+            m_names.removeFirst();
+        }
+        return true;
+    }
+
+private:
+    QString draft(const QString& name) const { return m_folder + name + QStringLiteral(".neu"); }
+    const QString m_folder;
+    QStringList m_names;
+};
 
 /// Removes pages of an earlier report beyond the last one of this.
 void raeumeAuf(const QString& folder, int pages) {
@@ -162,14 +183,21 @@ void raeumeAuf(const QString& folder, int pages) {
 
 bool Bericht_schreiben(const Grid& grid, const Berichtsform& form, const QString& folder) {
     const int rowsPerPage = form.zeilenJeSeite > 0 ? form.zeilenJeSeite : 60;
+    Fortgang gang(form.weiter, grid, 2);
+    const auto widths = Spaltenbreiten(grid, grid.columnCount(), gang);
+    if (static_cast<int>(widths.size()) < grid.columnCount()) return false;
     const auto split = seiten(grid, rowsPerPage);
     const int pages = static_cast<int>(split.size());
-    const QString css = stil(grid, papier(grid, rowsPerPage));
+    const QString css = stil(grid, papier(grid, rowsPerPage, widths));
+    Entwurf draft(folder);
     // The first page comes last: it is what the browser opens, and its links then lead to pages that are there.
     for (int page = pages; page >= 1; --page) {
-        const QString text = seite(grid, form, css, split[static_cast<size_t>(page - 1)], page, pages);
-        if (!schreibe(folder + dateiname(page), text)) return false;
+        const Zeilen& lines = split[static_cast<size_t>(page - 1)];
+        if (!draft.add(dateiname(page), seite(grid, form, css, lines, page, pages))) return false;
+        for (size_t line = 0; line < lines.size(); ++line)
+            if (!gang.step()) return false;
     }
+    if (!draft.finish()) return false;
     raeumeAuf(folder, pages);
     return true;
 }

@@ -19,4 +19,17 @@ std::vector<Listenzeile> Listenzeilen(const Grid& grid) {
     return lines;
 }
 
+std::vector<qsizetype> Spaltenbreiten(const Grid& grid, int last, Fortgang& fortgang) {
+    std::vector<qsizetype> widths;
+    for (int c = 1; c <= last; ++c) widths.push_back(grid.column(c).title.size());
+    for (int row = 1; row <= grid.rowCount(); ++row) {
+        for (int c = 1; c <= last; ++c) {
+            qsizetype& width = widths[static_cast<size_t>(c - 1)];
+            width = std::max(width, grid.cell(row, c).size());
+        }
+        if (!fortgang.step()) return {};
+    }
+    return widths;
+}
+
 }  // namespace koben

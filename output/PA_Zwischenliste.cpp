@@ -87,28 +87,37 @@ void PA_Zwischenliste::meldeSchreibfehler(const QString& path) {
 /// Today's date where the settings want it in the heads, otherwise "".
 QString PA_Zwischenliste::kopfDatum() const { return m_zahlen[Zahl::BerichtDatum] == 1 ? koben.Heute : QString(); }
 
+/// Works on the list while the user sees how far it is. False where she cancelled.
+bool PA_Zwischenliste::arbeiten(const QString& what, const std::function<void(const Weiter&)>& work) {
+    const WaitCursor wait(koben);
+    Progress progress(koben, what, 100);
+    work([&](int percent) { return progress.step(percent); });
+    return !progress.cancelled();
+}
+
 void PA_Zwischenliste::comtext_Click() {
     if (listeLeer()) return;
     QString& separator = koben.Konfig_Text[Text::Listentrenner];
     if (separator.isEmpty()) separator = QStringLiteral(" | ");
     QString list;
-    {
-        const WaitCursor wait(koben);
-        list = Textliste(gridli,
-                         {.trenner = separator, .datum = kopfDatum(), .kopf = koben.Konfig_Text[Text::Berichtskopf]});
-    }
-    Text_uebergeben(koben, list);
+    const bool whole = arbeiten(QStringLiteral("Die Textliste wird erstellt ..."), [&](const Weiter& weiter) {
+        list = Textliste(gridli, {.trenner = separator,
+                                  .datum = kopfDatum(),
+                                  .kopf = koben.Konfig_Text[Text::Berichtskopf],
+                                  .weiter = weiter});
+    });
+    if (whole) Text_uebergeben(koben, list);
 }
 
 void PA_Zwischenliste::comexcel_Click() {
     if (listeLeer()) return;
     const QString path = Tabellendatei(koben.Datenordner);
     bool written = false;
-    {
-        const WaitCursor wait(koben);
-        written =
-            Tabelle_schreiben(gridli, path, {.datum = kopfDatum(), .kopf = koben.Konfig_Text[Text::Berichtskopf]});
-    }
+    const bool whole = arbeiten(QStringLiteral("Die Tabelle wird geschrieben ..."), [&](const Weiter& weiter) {
+        written = Tabelle_schreiben(
+            gridli, path, {.datum = kopfDatum(), .kopf = koben.Konfig_Text[Text::Berichtskopf], .weiter = weiter});
+    });
+    if (!whole) return;
     if (!written)
         meldeSchreibfehler(path);
     else if (!koben.platform.open(path))
@@ -129,15 +138,20 @@ void PA_Zwischenliste::roexplorer_Click(int) {
     if (!text.isEmpty()) text += QStringLiteral("   ");
     text += koben.Konfig_Text[Text::Berichtskopf];
     bool written = false;
-    {
-        const WaitCursor wait(koben);
-        written = Bericht_schreiben(
-            gridli,
-            {.kopf = text, .zeilenJeSeite = m_zahlen[Zahl::BerichtZeilen], .seitenkopf = head, .seitenfuss = foot},
-            koben.Datenordner);
-    }
+    const bool whole = arbeiten(QStringLiteral("Der Bericht wird geschrieben ..."), [&](const Weiter& weiter) {
+        written = Bericht_schreiben(gridli,
+                                    {.kopf = text,
+                                     .zeilenJeSeite = m_zahlen[Zahl::BerichtZeilen],
+                                     .seitenkopf = head,
+                                     .seitenfuss = foot,
+                                     .weiter = weiter},
+                                    koben.Datenordner);
+    });
+    if (!whole) return;
     const QString path = koben.Datenordner + QStringLiteral("report.htm");
-    if (written && !koben.platform.open(path))
+    if (!written)
+        meldeSchreibfehler(path);
+    else if (!koben.platform.open(path))
         koben.message(QStringLiteral("Der Bericht konnte nicht angezeigt werden. Er liegt in der Datei %1.").arg(path));
 }
 

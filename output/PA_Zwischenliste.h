@@ -1,6 +1,7 @@
 #pragma once
 #include "forms/Form.h"
 #include "forms/Koben.h"
+#include "output/Listenzeilen.h"
 
 namespace koben {
 
@@ -35,6 +36,7 @@ private:
     void passeSpaltenbreitenAn();
     bool listeLeer();
     void meldeSchreibfehler(const QString& path);
+    bool arbeiten(const QString& what, const std::function<void(const Weiter&)>& work);
     QString kopfDatum() const;
 
     const std::array<qint16, 101>& m_zahlen;

@@ -15,7 +15,7 @@ namespace {
 
 constexpr qsizetype longestCell = 32767;  // characters that a cell of the format holds
 constexpr int zahlenformat = 4;           // the format's own number for "#,##0.00"
-constexpr int longestColumn = 100;        // characters; wider ones are cut on the screen, not in the file
+constexpr qsizetype longestColumn = 100;  // characters; wider ones are cut on the screen, not in the file
 
 /// An optional sign, digits with at most one point among or around them.
 bool isNumeric(QStringView text) {
@@ -78,19 +78,16 @@ struct Spalte {
     qsizetype breite;
 };
 
-std::vector<Spalte> spalten(Workbook& book, const Grid& grid) {
+std::vector<Spalte> spalten(Workbook& book, const Grid& grid, Fortgang& gang) {
     lxw_format* bold = book.format(true, false);
     lxw_format* boldNumber = book.format(true, true);
     lxw_format* number = book.format(false, true);
     std::vector<Spalte> columns;
-    for (int c = 1; c <= grid.columnCount(); ++c) {
-        const Column& column = grid.column(c);
-        const bool right = column.align == Align::Right && c <= hoechsteSpalte;
-        qsizetype width = column.title.size();
-        for (int row = 1; row <= grid.rowCount(); ++row) width = std::max(width, grid.cell(row, c).size());
+    for (qsizetype width : Spaltenbreiten(grid, grid.columnCount(), gang)) {
+        const int c = static_cast<int>(columns.size()) + 1;
+        const bool right = grid.column(c).align == Align::Right && c <= hoechsteSpalte;
         if (right) width += 3;  // the format may add decimals
-        columns.push_back(
-            {right ? boldNumber : bold, right ? number : nullptr, std::min<qsizetype>(width, longestColumn)});
+        columns.push_back({right ? boldNumber : bold, right ? number : nullptr, std::min(width, longestColumn)});
     }
     return columns;
 }
@@ -121,7 +118,9 @@ std::optional<double> Tabellenzahl(const QString& cell) {
 bool Tabelle_schreiben(const Grid& grid, const QString& path, const Tabellenform& form) {
     Workbook book(path + QStringLiteral(".neu"));
     if (!book.isOpen()) return false;
-    const auto columns = spalten(book, grid);
+    Fortgang gang(form.weiter, grid, 2);
+    const auto columns = spalten(book, grid, gang);
+    if (static_cast<int>(columns.size()) < grid.columnCount()) return false;
     for (size_t c = 0; c < columns.size(); ++c) {
         const auto column = static_cast<lxw_col_t>(c);
         const double width = static_cast<double>(columns[c].breite) + 1.5;
@@ -132,6 +131,7 @@ bool Tabelle_schreiben(const Grid& grid, const QString& path, const Tabellenform
         book.text(line, c - 1, grid.column(c).title, columns[static_cast<size_t>(c - 1)].titel);
     for (int row = 1; row <= grid.rowCount(); ++row) {
         ++line;
+        if (!gang.step()) return false;
         for (int c = 1; c <= grid.columnCount(); ++c) {
             const QString cell = grid.cell(row, c);
             lxw_format* format = columns[static_cast<size_t>(c - 1)].zelle;

@@ -4,7 +4,6 @@
 #include <numeric>
 
 #include "core/Variablen.h"
-#include "output/Listenzeilen.h"
 
 namespace koben {
 namespace {
@@ -19,14 +18,13 @@ QString einzeilig(QString text) {
 /// Lays texts out in columns of fixed width.
 class Spaltensatz {
 public:
-    Spaltensatz(const Grid& grid, const QString& separator)
-        : m_grid(grid), m_separator(separator), m_count(std::min(grid.columnCount(), hoechsteSpalte)) {
-        for (int c = 1; c <= m_count; ++c) {
-            qsizetype width = grid.column(c).title.size();
-            for (int row = 1; row <= grid.rowCount(); ++row) width = std::max(width, grid.cell(row, c).size());
-            m_widths.push_back(width);
-        }
-    }
+    Spaltensatz(const Grid& grid, const QString& separator, Fortgang& gang)
+        : m_grid(grid),
+          m_separator(separator),
+          m_count(std::min(grid.columnCount(), hoechsteSpalte)),
+          m_widths(Spaltenbreiten(grid, m_count, gang)) {}
+    /// Otherwise the user cancelled while the columns were measured.
+    bool measured() const { return static_cast<int>(m_widths.size()) == m_count; }
 
     QString titles() const {
         return line([this](int c) { return m_grid.column(c).title; });
@@ -66,10 +64,13 @@ QString Textliste(const Grid& grid, const Textlistenform& form) {
     if (!form.kopf.isEmpty()) out += form.kopf + Crlf;
     if (!out.isEmpty()) out += Crlf;
 
-    const Spaltensatz columns(grid, form.trenner);
+    Fortgang gang(form.weiter, grid, 2);
+    const Spaltensatz columns(grid, form.trenner, gang);
+    if (!columns.measured()) return {};
     const QString dashes = columns.dashes() + Crlf;
     out += columns.titles() + Crlf + dashes;
     for (const auto& [kind, row] : Listenzeilen(grid)) {
+        if (!gang.step()) return {};
         switch (kind) {
             case Zeilenart::Daten:
                 out += columns.row(row) + Crlf;

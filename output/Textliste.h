@@ -1,6 +1,6 @@
 #pragma once
 // The text list: a grid as fixed-width lines for the text viewer and the printer.
-#include "forms/Grid.h"
+#include "output/Listenzeilen.h"
 
 namespace koben {
 
@@ -11,9 +11,11 @@ struct Textlistenform {
     QString trenner = QStringLiteral(" | ");  ///< between two columns
     QString datum = {};                       ///< head line "Datum: ...", none where empty
     QString kopf = {};                        ///< further head line, none where empty
+    Weiter weiter = {};
 };
 
-/// The whole list with CR LF behind each line. Every column is as wide as its longest text or title.
+/// The whole list with CR LF behind each line; "" where cancelled. Every column is as wide as its longest text or
+/// title.
 QString Textliste(const Grid& grid, const Textlistenform& form);
 
 }  // namespace koben

@@ -1,19 +1,14 @@
 #include "plans/PV_Termine_Eingabe.h"
 
 #include "core/PZ_Koben_Subs.h"
+#include "forms/Eingabe.h"
 
 namespace koben {
 
 PV_Termine_Eingabe::PV_Termine_Eingabe(Koben& koben_)
     : Stammdateneingabe(koben_, "PV_Termine_Eingabe", "Termine eingeben/ändern", "Art des Termins:") {
     tdat.setHint(bez[0].text());
-    tdat.onLostFocus = [this] { tdat.setText(Datum_ergaenzen(tdat.text(), koben.Heute)); };
-    calender.icon = QStringLiteral("kalender");
-    calender.onClick = [this] { calend.setVisible(!calend.visible()); };
-    calend.onPick = [this](QDate date) {
-        tdat.setText(Datum_als_Anzeige(date));
-        calend.setVisible(false);
-    };
+    Datumsfeld_verbinden(koben, tdat, calender, calend);
     kom.fixed = true;
     kom.setHint(bez[1].text());
     kom.setItems(

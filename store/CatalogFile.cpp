@@ -64,6 +64,19 @@ void loadColumns(sqlite3* file, TableInfo& table) {
         if (const QString key = QStringLiteral("koben_key_") + c.name; keys.contains(key)) c.keyName = sql::quoted(key);
 }
 
+/// Fields with an index of their different values, named koben_werte_TABLE_FIELD.
+void loadLeaps(sqlite3* file, TableInfo& table) {
+    const StatementHandle s = prepare(file,
+                                      "SELECT name FROM sqlite_master WHERE type = 'index' AND tbl_name = ?1 AND name "
+                                      "LIKE 'koben\\_werte\\_%' ESCAPE '\\'");
+    bindValue(s.get(), 1, table.name);
+    while (sqlite3_step(s.get()) == SQLITE_ROW) {
+        const QString prefix = sql::leapIndex(table.name, QString());
+        const int column = table.columnOf(QStringView(text(s.get(), 0)).mid(prefix.size()));
+        if (column >= 0) table.columns[static_cast<size_t>(column)].leaps = true;
+    }
+}
+
 void loadIndexes(sqlite3* file, TableInfo& table) {
     const StatementHandle s =
         prepare(file, "SELECT name, sqlite_name, columns FROM koben_indexes WHERE table_name = ?1 ORDER BY rowid");
@@ -106,6 +119,7 @@ std::shared_ptr<const Catalog> loadCatalog(sqlite3* file, const Catalog* before,
         table->name = name;
         table->sqlName = sql::quoted(name);
         loadColumns(file, *table);
+        loadLeaps(file, *table);
         loadIndexes(file, *table);
         chooseRowId(*table);
         catalog->tables.push_back(std::move(table));

@@ -174,8 +174,8 @@ QByteArray keyOf(Walk<Reader> walk) {
 /// A single character's place for LIKE: ranges follow the order of texts, accents included.
 char32_t placeOf(QChar c) {
     const Weight* weight = weights().find(c.unicode());
-    if (weight == nullptr || weight->second != 0) return 0x10000000 | c.toCaseFolded().unicode();
-    return (char32_t{weight->primary} << 8) | weight->accent;
+    if (weight == nullptr) return 0x10000000 | c.toCaseFolded().unicode();
+    return (char32_t{weight->primary} << 16) | (char32_t{weight->second} << 8) | weight->accent;
 }
 
 bool sameLetter(QChar a, QChar b) { return a == b || a.toCaseFolded() == b.toCaseFolded(); }

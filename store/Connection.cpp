@@ -1,6 +1,7 @@
 #include "store/Connection.h"
 
 #include <QDateTime>
+#include <QFile>
 
 #include "store/Collation.h"
 #include "store/IsoDate.h"
@@ -60,7 +61,7 @@ Loan::~Loan() {
 Connection::Connection(const QString& path, std::function<QDateTime()> now) : m_path(path), m_now(std::move(now)) {
     sqlite3* raw = nullptr;
     const int code =
-        sqlite3_open_v2(path.toUtf8().constData(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX, nullptr);
+        sqlite3_open_v2(path.toUtf8().constData(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     m_file.reset(raw);
     if (code != SQLITE_OK) throwSqlite(raw, QString());
     sqlite3_extended_result_codes(raw, 1);
@@ -114,7 +115,29 @@ void Connection::schemaChanged(const QString& table) {
     m_catalog = table.isEmpty() || m_catalog == nullptr ? nullptr : loadCatalog(file(), m_catalog.get(), table);
     m_plans.clear();
     m_stock.clear();
+    watchesLost();
     ++m_schemaNumber;
+}
+
+void Connection::watch(const std::shared_ptr<WatchState>& state) {
+    std::erase_if(m_watches, [](const auto& weak) { return weak.expired(); });
+    m_watches.push_back(state);
+    sqlite3_update_hook(file(), &Connection::rowTouched, this);
+}
+
+void Connection::rowTouched(void* connection, int, const char*, const char* table, sqlite3_int64 row) {
+    constexpr size_t most = 10'000;
+    for (const auto& weak : static_cast<Connection*>(connection)->m_watches) {
+        const auto state = weak.lock();
+        if (state == nullptr || state->lost || state->table != table) continue;
+        state->rows.insert(row);
+        if (state->rows.size() > most) state->lost = true, state->rows.clear();
+    }
+}
+
+void Connection::watchesLost() {
+    for (const auto& weak : m_watches)
+        if (const auto state = weak.lock()) state->lost = true;
 }
 
 Command Connection::cached(
@@ -268,6 +291,13 @@ void Connection::commit() {
         throw DatabaseError(
             Kind::State,
             QStringLiteral("Die Änderungen können nicht gespeichert werden, weil ein Teil davon fehlgeschlagen ist."));
+    // The system lets a deleted file be written to; what is confirmed must be in one that can be found again.
+    if (!QFile::exists(m_path))
+        throw DatabaseError(
+            Kind::Io,
+            QStringLiteral("Die Datenbank %1 ist nicht mehr da. Die letzte Eingabe wurde nicht gespeichert. Bitte "
+                           "prüfen Sie, ob der Datenträger noch verbunden ist, und starten Sie KOBEN dann neu.")
+                .arg(m_path));
     aboutToWrite(QStringLiteral("commit"));
     koben::execute(file(), "COMMIT");
     m_depth = 0;
@@ -280,6 +310,7 @@ void Connection::rollback() {
         return;
     }
     ++m_writes;
+    watchesLost();
     if (sqlite3_get_autocommit(m_file.get()) == 0) sqlite3_exec(m_file.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     if (m_schemaTouched) schemaChanged();
 }

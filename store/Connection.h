@@ -3,6 +3,7 @@
 #include <QHash>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "store/SqliteFunctions.h"
 #include "store/sql/Plan.h"
@@ -20,6 +21,14 @@ struct Command {
 };
 
 class Connection;
+
+/// What a Watch knows: the rows of its table that were touched, unless it lost count.
+struct WatchState {
+    std::string table;
+    std::unordered_set<qint64> rows;
+    bool lost = true;
+    qint64 version = 0;  ///< of the file as other processes write it
+};
 
 /// A prepared statement on loan; goes back to the connection's stock, rewound.
 class Loan {
@@ -81,6 +90,8 @@ public:
 
     static void setFaultHook(std::function<void(const QString&)> hook);
 
+    void watch(const std::shared_ptr<WatchState>& state);
+
     /// Streaming statements, closed with the connection.
     void keep(const std::shared_ptr<StatementImpl>& statement);
 
@@ -89,6 +100,8 @@ private:
     Value slotValue(const sql::Slot& slot, const Command& command, const std::vector<Value>& parameters,
                     const QDateTime& now) const;
     void ddl(const sql::Ddl& ddl, const QString& text);
+    static void rowTouched(void* connection, int what, const char* file, const char* table, sqlite3_int64 row);
+    void watchesLost();
 
     QString m_path;
     std::function<QDateTime()> m_now;
@@ -98,6 +111,7 @@ private:
     QHash<QString, std::shared_ptr<const sql::Plan>> m_plans;
     std::unordered_map<std::string, std::vector<StatementHandle>> m_stock;
     std::vector<std::weak_ptr<StatementImpl>> m_streams;
+    std::vector<std::weak_ptr<WatchState>> m_watches;
     qint64 m_writes = 0;
     quint64 m_schemaNumber = 0;
     int m_depth = 0;

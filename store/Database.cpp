@@ -35,6 +35,13 @@ Table Database::table(const QString& sql) const {
     return Table(readTable(connection, connection.command(sql)));
 }
 
+std::optional<Table> Database::table(const QString& sql, const std::function<bool(qint64 rows)>& go) const {
+    Connection& connection = opened(m_connection);
+    auto data = readTable(connection, connection.command(sql), go);
+    if (data == nullptr) return std::nullopt;
+    return Table(std::move(data));
+}
+
 Statement Database::prepare(const QString& sql) const {
     Command command = opened(m_connection).command(sql);
     if (command.plan->kind != sql::Plan::Kind::Select && command.plan->kind != sql::Plan::Kind::Write)
@@ -75,6 +82,6 @@ void Transaction::commit() {
     m_open = false;
 }
 
-void addHelperIndexes(const Database& database) { addHelperIndexes(opened(database.m_connection)); }
+void addHelpers(const Database& database) { addHelpers(opened(database.m_connection)); }
 
 }  // namespace koben

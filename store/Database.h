@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <vector>
 
@@ -116,6 +117,8 @@ public:
     Recordset open(const QString& sql) const;
     /// Reads a whole result into memory, compact and typed.
     Table table(const QString& sql) const;
+    /// The same, telling now and then how many rows are read; nothing where `go` answers false.
+    std::optional<Table> table(const QString& sql, const std::function<bool(qint64 rows)>& go) const;
     /// Prepares a select or a writing statement with `?` parameters. Cached by text.
     Statement prepare(const QString& sql) const;
 
@@ -126,7 +129,10 @@ public:
 private:
     friend class Workspace;
     friend class Transaction;
-    friend void addHelperIndexes(const Database& database);
+    friend class ChangeLog;
+    friend class Watch;
+    friend void addHelpers(const Database& database);
+    friend std::vector<std::pair<QString, qint64>> servicesByBoar(const Database& database);
     explicit Database(std::shared_ptr<Connection> connection) : m_connection(std::move(connection)) {}
     std::shared_ptr<Connection> m_connection;
 };

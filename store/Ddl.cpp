@@ -213,11 +213,26 @@ private:
                     indexes.push_back(columnValue(s.get(), 0, Type::Text).toText());
         }
         for (const QString& name : indexes) execute(m_file, "DROP INDEX " + sql::quoted(name));
+        dropLog(c);
         if (c.keyName.empty()) return;
         const QString trigger = QStringLiteral("koben_%1_%2_").arg(t.name, c.name);
         execute(m_file,
                 "DROP TRIGGER " + sql::quoted(trigger + u'i') + "; DROP TRIGGER " + sql::quoted(trigger + u'u'));
         execute(m_file, "ALTER TABLE " + t.sqlName + " DROP COLUMN " + c.keyName);
+    }
+
+    /// Triggers of the change log that read a column about to go; the log then no longer counts as complete.
+    void dropLog(const ColumnInfo& c) const {
+        std::vector<QString> triggers;
+        {
+            const StatementHandle s = prepare(m_file,
+                                              "SELECT name, sql FROM sqlite_master WHERE type = 'trigger' AND name "
+                                              "LIKE 'koben\\_log\\_%' ESCAPE '\\'");
+            while (sqlite3_step(s.get()) == SQLITE_ROW)
+                if (columnValue(s.get(), 1, Type::Text).toText().contains(u'"' + c.name + u'"'))
+                    triggers.push_back(columnValue(s.get(), 0, Type::Text).toText());
+        }
+        for (const QString& name : triggers) execute(m_file, "DROP TRIGGER " + sql::quoted(name));
     }
 
     sqlite3* m_file;

@@ -106,7 +106,8 @@ bool validDate(int year, int month, int day) {
 }
 
 std::optional<qint32> normalizedDay(qint64 year, qint64 month, qint64 day) {
-    if (std::abs(year) > 20000 || std::abs(month) > 200000 || std::abs(day) > 5000000) return {};
+    const auto within = [](qint64 n, qint64 limit) { return n >= -limit && n <= limit; };
+    if (!within(year, 20000) || !within(month, 200000) || !within(day, 5000000)) return {};
     qint64 months = year * 12 + month - 1;
     const qint64 y = months >= 0 ? months / 12 : (months - 11) / 12;
     const qint64 julian = julianDay(static_cast<int>(y), static_cast<int>(months - y * 12) + 1, 1) + day - 1;

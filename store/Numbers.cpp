@@ -57,7 +57,9 @@ std::optional<double> wholeNumber(QStringView text) {
     QByteArray ascii;
     const qsizetype length = scanNumber(text, ascii);
     if (length == 0 || !text.mid(length).trimmed().isEmpty()) return {};
-    return ascii.toDouble();
+    bool fits = false;  // "1e999" does not
+    const double value = ascii.toDouble(&fits);
+    return fits ? std::optional(value) : std::nullopt;
 }
 
 double roundHalfEven(double value) {
@@ -96,7 +98,8 @@ std::optional<Money> moneyOfDigits(const QByteArray& ascii) {
     }
     for (int i = std::max(decimals, 0); i < 4; ++i)
         if (__builtin_mul_overflow(number, qint64{10}, &number)) return {};
-    if (fifth > '5' || (fifth == '5' && (rest || number % 2 != 0))) ++number;
+    const bool up = fifth > '5' || (fifth == '5' && (rest || number % 2 != 0));
+    if (up && __builtin_add_overflow(number, qint64{1}, &number)) return {};
     return Money{negative ? -number : number};
 }
 

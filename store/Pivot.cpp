@@ -171,7 +171,9 @@ private:
 
 }  // namespace
 
-std::shared_ptr<Table::Data> readTable(Connection& connection, const Command& command) {
+std::shared_ptr<Table::Data> readTable(Connection& connection, const Command& command,
+                                       const std::function<bool(qint64 rows)>& go) {
+    constexpr size_t rowsPerQuestion = 4096;
     const sql::Plan& plan = *command.plan;
     if (plan.kind == sql::Plan::Kind::Pivot) return readPivot(connection, command);
     if (plan.kind != sql::Plan::Kind::Select)
@@ -185,6 +187,7 @@ std::shared_ptr<Table::Data> readTable(Connection& connection, const Command& co
         for (size_t i = 0; i < plan.fields.size(); ++i)
             appendCell((*data->columns)[i], loan.get(), static_cast<int>(i), plan.fields[i].type);
         ++data->rows;
+        if (data->rows % rowsPerQuestion == 0 && go && !go(static_cast<qint64>(data->rows))) return nullptr;
     }
     return data;
 }

@@ -4,8 +4,10 @@
 
 namespace koben {
 
-/// Runs a select and reads the whole result, column by column.
-std::shared_ptr<Table::Data> readTable(Connection& connection, const Command& command);
+/// Runs a select and reads the whole result, column by column. `go` is asked every few thousand rows whether to read
+/// on; nullptr where it says no.
+std::shared_ptr<Table::Data> readTable(Connection& connection, const Command& command,
+                                       const std::function<bool(qint64 rows)>& go = {});
 /// Runs the two selects of a crosstab and lays the cells out: row columns first, then one column a pivot value.
 std::shared_ptr<Table::Data> readPivot(Connection& connection, const Command& command);
 

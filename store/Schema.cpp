@@ -1,5 +1,6 @@
 #include "store/Schema.h"
 
+#include "store/ChangeLog.h"
 #include "store/Connection.h"
 
 namespace koben {
@@ -150,6 +151,8 @@ const char* const Abgeleitet =
 const std::vector<Helper>& helpers() {
     static const std::vector<Helper> result = {
         {"koben_bestand", "Sauen", {"ID"}, R"("Abgangsdatum" IS NULL)"},
+        {"koben_bestandsart", "Sauen", {"koben_key_Art", "ID"}, R"("Abgangsdatum" IS NULL)"},
+        {"koben_selektiert", "Sauen", {"ID"}, R"((("Selektiert" IS NULL) OR ("Selektiert" <> '' COLLATE RTRIM)))"},
         {"koben_zyklus", "Sauen", {"ID"}, Abgeleitet},
         {"koben_status", "Sauen", {"ID"}, R"((("Status" IS NULL) OR ("Status" <> '' COLLATE RTRIM)))"},
         {"koben_belegung", "Belegung", {"Kennung", "Datum"}, nullptr},
@@ -161,6 +164,24 @@ const std::vector<Helper>& helpers() {
         {"koben_behandlung", "Behandlung", {"Kennung", "Datum"}, nullptr},
         {"koben_wartezeit", "Behandlung", {"Kennung", "Wartezeit_Datum"}, nullptr},
         {"koben_verkauf", "Ferkelverkauf", {"Kennung", "Datum", "Anzahl_Verkauf", "Anzahl_Einkauf"}, nullptr},
+    };
+    return result;
+}
+
+const QString keyPrefix = QStringLiteral("koben_key_");  // of an indexed text's sort keys
+
+/// Fields whose different values fill lists of choices, by table.
+const std::vector<std::pair<const char*, std::vector<const char*>>>& choices() {
+    static const std::vector<std::pair<const char*, std::vector<const char*>>> result = {
+        {"Sauen", {"Gruppe", "Rasse", "Stallnr"}},
+        {"Belegung", {"Ebernr", "Belegungsstation", "Kommentar"}},
+        {"Trächtigkeit", {"Kommentar"}},
+        {"Ferkelung", {"Kommentar"}},
+        {"Absetzung", {"Kommentar"}},
+        {"Verschiebung", {"Kommentar"}},
+        {"Verluste", {"Grund", "Kommentar", "Bemerkung"}},
+        {"Behandlung", {"Behandlungsart", "Verabreichungsart", "Tierarzt", "Kommentar"}},
+        {"Ferkelverkauf", {"Kommentar"}},
     };
     return result;
 }
@@ -179,12 +200,15 @@ std::string helperSql(const sql::Catalog& catalog, const Helper& helper) {
     if (table == nullptr) return {};
     std::string fields;
     for (const char* field : helper.fields) {
-        const int column = table->columnOf(QString::fromUtf8(field));
+        const QString name = QString::fromUtf8(field);
+        const bool key = name.startsWith(keyPrefix);
+        const int column = table->columnOf(key ? name.mid(keyPrefix.size()) : name);
         if (column < 0) return {};
-        fields += (fields.empty() ? "" : ", ") + table->columns[static_cast<size_t>(column)].sqlName;
+        const sql::ColumnInfo& info = table->columns[static_cast<size_t>(column)];
+        if (key && info.keyName.empty()) return {};
+        fields += (fields.empty() ? "" : ", ") + (key ? info.keyName : info.sqlName);
     }
-    std::string result =
-        std::string("CREATE INDEX IF NOT EXISTS ") + helper.name + " ON " + table->sqlName + " (" + fields + ")";
+    std::string result = std::string("CREATE INDEX ") + helper.name + " ON " + table->sqlName + " (" + fields + ")";
     if (helper.where == nullptr) return result;
     return hasFields(*table, helper.where) ? result + " WHERE " + helper.where : std::string();
 }
@@ -196,15 +220,29 @@ const std::vector<QString>& schemaStatements() {
     return result;
 }
 
-void addHelperIndexes(Connection& connection) {
+void addHelpers(Connection& connection) {
     const auto catalog = connection.catalog();
-    for (const Helper& helper : helpers()) {
-        const std::string sql = helperSql(*catalog, helper);
-        const std::string exists =
-            std::string("SELECT count(*) FROM sqlite_master WHERE type = 'index' AND name = '") + helper.name + "'";
-        if (!sql.empty() && number(connection.file(), exists) == 0)
-            connection.writeNative(sql, QString::fromStdString(sql));
+    bool added = false;
+    const auto add = [&](const std::string& name, const std::string& sql) {
+        const std::string exists = "SELECT count(*) FROM sqlite_master WHERE type = 'index' AND name = " + name;
+        if (sql.empty() || number(connection.file(), exists) != 0) return;
+        connection.writeNative(sql, QString::fromStdString(sql));
+        added = true;
+    };
+    for (const Helper& helper : helpers()) add(std::string("'") + helper.name + "'", helperSql(*catalog, helper));
+    for (const auto& [table, fields] : choices()) {
+        const sql::TableInfo* info = catalog->find(QString::fromUtf8(table));
+        if (info == nullptr) continue;
+        for (const char* field : fields) {
+            const int column = info->columnOf(QString::fromUtf8(field));
+            if (column < 0) continue;
+            const std::string name = "'" + sql::leapIndex(info->name, QString::fromUtf8(field)).toStdString() + "'";
+            add(name, "CREATE INDEX " + name + " ON " + info->sqlName + " (" +
+                          sql::leapExpression(info->columns[static_cast<size_t>(column)]) + ")");
+        }
     }
+    addChangeLog(connection);
+    if (added) connection.schemaChanged();  // the catalogue tells which fields have such an index
 }
 
 }  // namespace koben

@@ -12,9 +12,9 @@ class Connection;
 /// indexes, its first rows.
 const std::vector<QString>& schemaStatements();
 
-/// Adds the missing helper indexes for the tables and fields that are there. They are SQLite's own: the dialect does
-/// not see them. Run when a file is opened and after the tables were made.
-void addHelperIndexes(const Database& database);
-void addHelperIndexes(Connection& connection);
+/// Adds the missing helper indexes and the change log for the tables and fields that are there. They are SQLite's own:
+/// the dialect does not see them. Run when a file is opened and after the tables were made.
+void addHelpers(const Database& database);
+void addHelpers(Connection& connection);
 
 }  // namespace koben

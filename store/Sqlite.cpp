@@ -8,11 +8,14 @@ namespace {
 
 using Kind = DatabaseError::Kind;
 
+/// The lowest number is Null in a table in memory; it comes only from sums that leave the range.
+qint64 readable(qint64 n) { return std::max(n, -std::numeric_limits<qint64>::max()); }
+
 struct ColumnSource {
     sqlite3_stmt* statement;
     int column;
     int type() const { return sqlite3_column_type(statement, column); }
-    qint64 whole() const { return sqlite3_column_int64(statement, column); }
+    qint64 whole() const { return readable(sqlite3_column_int64(statement, column)); }
     double real() const { return sqlite3_column_double(statement, column); }
     const char* text() const { return reinterpret_cast<const char*>(sqlite3_column_text(statement, column)); }
     int bytes() const { return sqlite3_column_bytes(statement, column); }
@@ -21,7 +24,7 @@ struct ColumnSource {
 struct ArgumentSource {
     sqlite3_value* value;
     int type() const { return sqlite3_value_type(value); }
-    qint64 whole() const { return sqlite3_value_int64(value); }
+    qint64 whole() const { return readable(sqlite3_value_int64(value)); }
     double real() const { return sqlite3_value_double(value); }
     const char* text() const { return reinterpret_cast<const char*>(sqlite3_value_text(value)); }
     int bytes() const { return sqlite3_value_bytes(value); }
@@ -66,7 +69,7 @@ Value read(const Source& source, Type type) {
             return source.whole() != 0;
         case Type::Short:
         case Type::Long:
-            return source.type() == SQLITE_FLOAT ? Value(source.real()) : wholeValue(source.whole());
+            return wholeValue(source.type() == SQLITE_FLOAT ? readable(Value(source.real()).toInt()) : source.whole());
         case Type::Single:
             return static_cast<float>(source.real());
         case Type::Double:

@@ -64,6 +64,7 @@ void ColumnStore::widen() {
 }
 
 void ColumnStore::appendRaw(qint64 value) {
+    value = std::max(value, kWideNull + 1);
     if (m_layout == Layout::Narrow) {
         if (value > kNarrowNull && value <= std::numeric_limits<qint32>::max()) {
             m_narrow.push_back(static_cast<qint32>(value));
@@ -267,6 +268,17 @@ qint64 Table::integer(int row, int column) const {
 
 int Table::compare(int rowA, int rowB, int column) const {
     return (*m_data->columns)[static_cast<size_t>(column)].compare(m_data->rowAt(rowA), m_data->rowAt(rowB));
+}
+
+void Table::append(const Table& rows) {
+    if (m_data.use_count() > 1) m_data = std::make_shared<Data>(*m_data);
+    auto& columns = m_data->columns;
+    if (columns.use_count() > 1) columns = std::make_shared<std::vector<ColumnStore>>(*columns);
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        for (int c = 0; c < columnCount(); ++c) (*columns)[static_cast<size_t>(c)].append(rows.value(row, c));
+        if (m_data->reordered) m_data->order.push_back(static_cast<quint32>(m_data->rows));
+        ++m_data->rows;
+    }
 }
 
 void Table::removeRow(int row) {

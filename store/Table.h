@@ -29,6 +29,8 @@ public:
     /// Below 0, 0, above 0: the order of the type, texts in the engine's order, Null first.
     int compare(int rowA, int rowB, int column) const;
     void removeRow(int row);
+    /// Adds the rows of a table with the same fields at the end. Copies made before stay as they are.
+    void append(const Table& rows);
 
     struct Data;
     explicit Table(std::shared_ptr<Data> data) : m_data(std::move(data)) {}

@@ -110,6 +110,7 @@ Workspace::~Workspace() = default;
 
 Database Workspace::create(const QString& path) {
     requireFree(path);
+    removeDatabaseFile(path);  // the log of a file that somebody took away would be read into the new one
     const QString beside = besideName(path);
     removeDatabaseFile(beside);
     try {
@@ -137,7 +138,7 @@ Database Workspace::open(const QString& path) {
     if (connection == nullptr) {
         checkDatabaseFile(path);
         connection = std::make_shared<Connection>(canonical, m_now);
-        addHelperIndexes(*connection);
+        addHelpers(*connection);
         registry().connections.insert(canonical, connection);
     }
     std::erase_if(m_connections, [&](const auto& weak) { return weak.expired() || weak.lock() == connection; });

@@ -32,7 +32,7 @@ door 'mdbtools' store
 door 'Q(Widget|Application|Dialog|MainWindow|TableView|Printer|Painter|LineEdit|Layout|Push|Combo|Label|Menu|Gui)' ui app tools/bilder
 
 if command -v clang-format >/dev/null; then
-    files=$(git ls-files -co --exclude-standard -- '*.h' '*.cpp')
+    files=$(git ls-files -co --exclude-standard -- '*.h' '*.cpp' | while read -r f; do [ -e "$f" ] && echo "$f"; done)
     [ -z "$files" ] || clang-format --dry-run -Werror $files >/tmp/koben-format.$$ 2>&1 ||
         { grep -E 'error' /tmp/koben-format.$$ | cut -d: -f1 | sort | uniq -c; fail "formatting (clang-format -i)"; }
     rm -f /tmp/koben-format.$$

@@ -111,12 +111,6 @@ QString SystemPlatform::programFolder() {
 
 QString SystemPlatform::dataFolder() { return QDir::homePath() + QStringLiteral("/Daten/Sauenplaner_KOBEN2/"); }
 
-bool SystemPlatform::lockDataFolder(const QString& folder) {
-    const QString path = QDir(folder).filePath(QStringLiteral("koben.lock"));
-    if (m_lock && m_lock->isLocked() && m_lock->fileName() == path) return true;
-    m_lock = std::make_unique<QLockFile>(path);
-    m_lock->setStaleLockTime(0);  // no age makes it stale, only a process that is gone
-    return m_lock->tryLock(0);
-}
+bool SystemPlatform::lockDataFolder(const QString& folder) { return m_lock.nehmen(folder); }
 
 }  // namespace koben::ui

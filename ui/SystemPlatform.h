@@ -1,10 +1,10 @@
 #pragma once
 // What the machine does, on a desktop.
-#include <QLockFile>
 #include <QSettings>
 #include <functional>
 #include <memory>
 
+#include "core/Ordnersperre.h"
 #include "forms/Ports.h"
 
 namespace koben::ui {
@@ -34,7 +34,7 @@ public:
 private:
     std::function<QString(const QString&)> m_choosePdf;
     QSettings m_settings;
-    std::unique_ptr<QLockFile> m_lock;
+    Ordnersperre m_lock;
 };
 
 }  // namespace koben::ui

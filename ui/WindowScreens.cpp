@@ -7,6 +7,7 @@
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <algorithm>
@@ -22,6 +23,7 @@ namespace koben::ui {
 namespace {
 
 const QString title = QStringLiteral("KOBEN 2.0");
+constexpr int progressAppears = 600;  // milliseconds of expected work
 
 QString lines(QString text) { return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")); }
 
@@ -109,10 +111,10 @@ void WindowScreens::message(const QString& text) {
 bool WindowScreens::yesNo(const QString& text, bool noIsDefault) { return ask(text, false, noIsDefault); }
 bool WindowScreens::okCancel(const QString& text) { return ask(text, true, false); }
 
-QString WindowScreens::input(const QString& prompt, const QString& preset) {
+QString WindowScreens::input(const QString& prompt, const QString& preset, const QString& heading) {
     const OrdinaryCursor cursor;
     QInputDialog dialog(inSight());
-    dialog.setWindowTitle(title);
+    dialog.setWindowTitle(heading.isEmpty() ? title : heading);
     dialog.setLabelText(lines(prompt).toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
     for (QLabel* label : dialog.findChildren<QLabel*>()) {
         label->setWordWrap(true);
@@ -217,5 +219,22 @@ void WindowScreens::breathe() {
     OnlyCancel filter(*front());
     QCoreApplication::processEvents();
 }
+
+/// Application modal, so that nothing but the dialog's own button is heard while its events run.
+bool WindowScreens::progress(const QString& what, int percent) {
+    if (!m_progress) {
+        m_progress = std::make_unique<QProgressDialog>(what, QStringLiteral("Abbrechen"), 0, 100, inSight());
+        m_progress->setWindowTitle(title);
+        m_progress->setWindowModality(Qt::ApplicationModal);
+        m_progress->setMinimumDuration(progressAppears);
+        m_progress->setAutoClose(false);
+        m_progress->setAutoReset(false);
+    }
+    m_progress->setLabelText(what);
+    m_progress->setValue(percent);
+    return !m_progress->wasCanceled();
+}
+
+void WindowScreens::progressEnds() { m_progress.reset(); }
 
 }  // namespace koben::ui

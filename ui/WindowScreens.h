@@ -6,6 +6,7 @@
 
 #include "forms/Ports.h"
 
+class QProgressDialog;
 class QWidget;
 
 namespace koben::ui {
@@ -20,7 +21,7 @@ public:
     void message(const QString& text) override;
     bool yesNo(const QString& text, bool noIsDefault) override;
     bool okCancel(const QString& text) override;
-    QString input(const QString& prompt, const QString& preset) override;
+    QString input(const QString& prompt, const QString& preset, const QString& heading) override;
     QString openFile(const QString& filter) override;
     QString saveFile(const QString& filter, const QString& preset) override;
     QString folder(const QString& prompt) override;
@@ -33,6 +34,8 @@ public:
     void waitCursor(bool on) override;
     void tone(int hertz, int milliseconds) override;
     void breathe() override;
+    bool progress(const QString& what, int percent) override;
+    void progressEnds() override;
 
     /// The front window; nothing before the first.
     FormWindow* front() const { return m_windows.empty() ? nullptr : m_windows.back().get(); }
@@ -45,6 +48,7 @@ private:
     std::vector<std::unique_ptr<FormWindow>> m_windows;
     int m_waiting = 0;
     QElapsedTimer m_lastBreath;
+    std::unique_ptr<QProgressDialog> m_progress;
 };
 
 /// "CSV-Dateien|*.CSV|Alle Dateien|*.*" as Qt's dialogs want it, matching upper and lower case.

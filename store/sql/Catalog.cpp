@@ -18,6 +18,12 @@ constexpr std::array kTypeNames = {Named{Type::Bool, "BIT"},      Named{Type::Sh
 
 bool sameName(QStringView a, QStringView b) { return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0; }
 
+QString leapIndex(const QString& table, const QString& field) {
+    return QStringLiteral("koben_werte_%1_%2").arg(table, field);
+}
+
+std::string leapExpression(const ColumnInfo& column) { return "(" + column.sqlName + " || '')"; }
+
 std::string quoted(const QString& name) {
     std::string result = "\"";
     for (const char c : name.toUtf8()) {

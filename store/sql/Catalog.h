@@ -15,6 +15,8 @@ struct ColumnInfo {
     bool counter = false;
     bool notNull = false;
     std::string sqlName;  ///< quoted, as SQLite knows it
+    /// A helper index holds the field as it is written: its different values can be found by leaps.
+    bool leaps = false;
     std::string keyName;  ///< quoted name of the hidden column that holds the sort key; empty where there is none
 };
 
@@ -44,6 +46,10 @@ struct Catalog {
 
 /// Case never counts in names, umlauts included.
 bool sameName(QStringView a, QStringView b);
+/// The index for the different values of a field, and what it holds: an expression, so that SQLite uses the index for
+/// nothing else. A scan along it would show groups in another spelling than that of their first row.
+QString leapIndex(const QString& table, const QString& field);
+std::string leapExpression(const ColumnInfo& column);
 /// "name" with quotes for SQLite.
 std::string quoted(const QString& name);
 

@@ -63,6 +63,8 @@ private:
     std::vector<Sql> orderTerms(const Select& select);
     Sql subSelect(const Select& select, bool named, Type single = Type::Null);
     Sql rankedSubSelect(const Select& select, Type single);
+    static int leapField(const Select& select);
+    Sql leaps(const Source& source, int column);
     Sql core(const Select& select, bool named, Type single, const Sql& further = {});
     bool compound(const Select& select) const { return select.unionWith != nullptr; }
 
@@ -73,6 +75,8 @@ private:
 
     const Text& m_text;
     Plan& m_plan;
+    const Source* m_leapSource = nullptr;  ///< emitted as its different values
+    int m_leapColumn = -1;
 };
 
 /// Joins the parts with a separator.

@@ -4,6 +4,7 @@ namespace koben::sql {
 
 std::string Emitter::source(const Source& source) {
     const Sql alias = " AS t" + std::to_string(source.number);
+    if (&source == m_leapSource) return leaps(source, m_leapColumn) + alias;
     if (source.table != nullptr) return source.table->sqlName + alias;
     return "(" + subSelect(*source.select, true) + ")" + alias;
 }
@@ -25,6 +26,12 @@ std::string Emitter::from(const Select& select) {
 }
 
 namespace {
+
+/// A number, with signs or without: bare in a list of keys it would name a column.
+bool isConstant(const Expr& expr) {
+    const Expr& e = behind(expr);
+    return e.kind == ExprKind::Literal || (e.kind == ExprKind::Negate && isConstant(*e.args[0]));
+}
 
 bool holdsExtreme(const Expr& expr) {
     const Expr& e = behind(expr);
@@ -54,7 +61,7 @@ std::string Emitter::output(const Output& output) {
 std::string Emitter::sortExpression(const Expr& e) {
     if (hasKey(e)) return key(e);
     const Sql sql = raw(e);
-    if (behind(e).kind == ExprKind::Literal) return "+" + sql + "||''";  // a bare number would name a column
+    if (isConstant(e)) return "+" + sql + "||''";
     // -1 is true and sorts before 0.
     return e.type == Type::Text ? sql + kCollate : e.type == Type::Bool ? "(-" + sql + ")" : sql;
 }
@@ -99,19 +106,77 @@ std::vector<std::string> Emitter::orderTerms(const Select& select) {
     return terms;
 }
 
+namespace {
+
+/// Whether an expression speaks of no other field than this one.
+bool onlyOf(const Expr& expr, const Source* source, int column) {
+    const Expr& e = behind(expr);
+    if (e.select != nullptr) return false;
+    if (e.kind == ExprKind::Name) return e.source == source && e.column == column;
+    return std::all_of(e.args.begin(), e.args.end(), [&](const auto& a) { return onlyOf(*a, source, column); });
+}
+
+}  // namespace
+
+/// The field of a table whose different values are all that a select asks for, and that has an index for them; or -1.
+int Emitter::leapField(const Select& select) {
+    if (!select.distinct || select.grouped || select.sources.size() != 1 || select.outputs.size() != 1) return -1;
+    const Source* source = select.sources[0];
+    const Expr& e = behind(*select.outputs[0].expr);
+    if (source->table == nullptr || e.kind != ExprKind::Name || e.source != source) return -1;
+    const ColumnInfo& column = source->table->columns[static_cast<size_t>(e.column)];
+    if (!column.leaps) return -1;
+    if (select.where == nullptr) return e.column;
+    // conditions on an indexed field are emitted on its sort keys
+    return column.keyName.empty() && onlyOf(*select.where, source, e.column) ? e.column : -1;
+}
+
+/// The different spellings of a field, each found behind the one before it, in the order in which they were first
+/// entered, which decides how texts are shown that differ by case alone.
+std::string Emitter::leaps(const Source& source, int column) {
+    const ColumnInfo& info = source.table->columns[static_cast<size_t>(column)];
+    const Sql from =
+                  " FROM " + source.table->sqlName + " INDEXED BY " + quoted(leapIndex(source.table->name, info.name)),
+              value = leapExpression(info), row = source.table->rowId;
+    const auto least = [&](const Sql& which) {
+        return "(SELECT " + value + from + " WHERE " + value + which + " ORDER BY " + value + " LIMIT 1)";
+    };
+    const auto first = [&](const Sql& which) {
+        return "(SELECT min(" + row + ")" + from + " WHERE " + value + which + ")";
+    };
+    return "(WITH RECURSIVE v(x) AS (SELECT " + least(" IS NOT NULL") + " UNION ALL SELECT " + least(" > v.x") +
+           " FROM v WHERE v.x IS NOT NULL) SELECT x AS " + info.sqlName + " FROM (SELECT x, " + first(" = x") +
+           " AS n FROM v WHERE x IS NOT NULL UNION ALL SELECT NULL, n FROM (SELECT " + first(" IS NULL") +
+           " AS n) WHERE n IS NOT NULL) ORDER BY n LIMIT -1)";
+}
+
 /// "select outputs from ...", without order; `further` are more columns.
 std::string Emitter::core(const Select& select, bool named, Type single, const Sql& further) {
-    std::vector<Sql> columns;
+    m_leapColumn = leapField(select);
+    m_leapSource = m_leapColumn < 0 ? nullptr : select.sources[0];
+    // Texts that differ byte by byte are told apart first: few of them are left for the dear comparison.
+    const bool text = std::any_of(select.outputs.begin(), select.outputs.end(),
+                                  [](const Output& o) { return o.field.type == Type::Text; });
+    const bool twice = select.distinct && text && further.empty() && m_leapSource == nullptr;
+    std::vector<Sql> columns, spelled;
     for (size_t i = 0; i < select.outputs.size(); ++i) {
         const Output& o = select.outputs[i];
+        const Sql name = "c" + std::to_string(i);
         Sql sql = single == Type::Null ? output(o) : as(*o.expr, single);
         if (needsFirst(select, *o.expr)) sql = "koben_first(" + sql + ")";
+        if (twice) {
+            spelled.push_back(sql + (o.field.type == Type::Text ? " COLLATE BINARY" : "") + " AS " + name);
+            sql = name;
+        }
         if (o.field.type == Type::Text && (select.distinct || compound(select))) sql += kCollate;
-        if (named) sql += " AS c" + std::to_string(i);
+        if (named) sql += " AS " + name;
         columns.push_back(std::move(sql));
     }
     if (!further.empty()) columns.push_back(further);
-    return std::string("SELECT ") + (select.distinct ? "DISTINCT " : "") + joined(columns, ", ") + tail(select);
+    Sql rest = tail(select);
+    m_leapSource = nullptr;
+    if (twice) rest = " FROM (SELECT DISTINCT " + joined(spelled, ", ") + rest + ")";
+    return std::string("SELECT ") + (select.distinct ? "DISTINCT " : "") + joined(columns, ", ") + rest;
 }
 
 std::string Emitter::subSelect(const Select& select, bool named, Type single) {
@@ -176,7 +241,12 @@ void Emitter::select(const Select& select) {
         sql += next.top >= 0 ? "SELECT * FROM (" + subSelect(next, true) + ")" : core(next, false, Type::Null);
         if (next.top >= 0) break;
     }
-    const std::vector<Sql> order = orderTerms(select);
+    std::vector<Sql> order = orderTerms(select);
+    // Rows that a condition leaves are sorted sooner than they are looked up one by one along an index of all rows,
+    // which SQLite would prefer; the sign keeps it from that.
+    const bool plain = !select.distinct && !select.grouped && !compound(select);
+    if (select.where && select.top < 0 && plain)
+        for (size_t i = 0; i < select.orderBy.size(); ++i) order[i].insert(0, "+");
     if (!order.empty()) sql += " ORDER BY " + joined(order, ", ");
     if (select.top >= 0 && !ties) sql += " LIMIT " + std::to_string(select.top);
     m_plan.sql = std::move(sql);

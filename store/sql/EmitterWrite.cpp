@@ -32,6 +32,10 @@ std::string Emitter::assigned(const Expr& value, const ColumnInfo& column) {
         }
     }
     const Expr& e = behind(value);
+    // An amount with a sign is read digit by digit, as one without.
+    if (column.type == Type::Currency && e.kind == ExprKind::Negate && e.args[0]->kind == ExprKind::Literal &&
+        !e.args[0]->literal.digits.isEmpty())
+        return "(-" + literalAs(*e.args[0], Type::Currency) + ")";
     const bool sameField = e.kind == ExprKind::Name && e.type == column.type && !column.counter &&
                            (column.size == 0 || (e.size > 0 && e.size <= column.size));
     const bool safe =

@@ -14,6 +14,7 @@ namespace {
 using Args = std::span<const Value>;
 
 constexpr qint64 kLongestText = 1000000;  // of space() and string()
+constexpr qsizetype kMostDecimals = 15;   // of format()
 
 QString text(const Value& v) { return v.toText(); }
 
@@ -66,21 +67,27 @@ template <Type type>
 Value to(Args a) {
     return convert(a[0], type);
 }
+double down(double x) { return std::floor(x); }
+double cut(double x) { return std::trunc(x); }
 template <double (*round)(double)>
 Value rounded(Args a) {
-    if (const auto* money = std::get_if<Money>(&a[0].variant()))
-        return Money{static_cast<qint64>(round(static_cast<double>(money->tenThousandths) / 10000.0)) * 10000};
+    if (const auto* money = std::get_if<Money>(&a[0].variant())) {
+        const qint64 rest = money->tenThousandths % 10000;
+        qint64 result = money->tenThousandths - rest;
+        if (round == down && rest < 0 && __builtin_sub_overflow(result, 10000, &result)) wrongArgument("int");
+        return Money{result};
+    }
     if (std::holds_alternative<double>(a[0].variant())) return round(a[0].toDouble());
     if (std::holds_alternative<float>(a[0].variant())) return static_cast<float>(round(a[0].toDouble()));
     return whole(a[0].toInt());
 }
-double down(double x) { return std::floor(x); }
-double cut(double x) { return std::trunc(x); }
+/// The lowest whole number has no positive one: the highest stands for it.
+qint64 size(qint64 n) { return n < 0 ? -std::max(n, -std::numeric_limits<qint64>::max()) : n; }
 Value absolute(Args a) {
-    if (const auto* money = std::get_if<Money>(&a[0].variant())) return Money{std::abs(money->tenThousandths)};
+    if (const auto* money = std::get_if<Money>(&a[0].variant())) return Money{size(money->tenThousandths)};
     if (std::holds_alternative<double>(a[0].variant())) return std::abs(a[0].toDouble());
     if (const auto* single = std::get_if<float>(&a[0].variant())) return std::abs(*single);
-    return whole(std::abs(a[0].toInt()));
+    return whole(size(a[0].toInt()));
 }
 /// Half to even, as the digits are written: 2.675 at two places is 2.68.
 Value roundTo(Args a) {
@@ -89,7 +96,9 @@ Value roundTo(Args a) {
     if (const auto* money = std::get_if<Money>(&a[0].variant())) {
         qint64 unit = 1;
         for (qint64 i = places; i < 4; ++i) unit *= 10;
-        return Money{divideHalfEven(money->tenThousandths, unit) * unit};
+        qint64 result = 0;
+        if (__builtin_mul_overflow(divideHalfEven(money->tenThousandths, unit), unit, &result)) wrongArgument("round");
+        return Money{result};
     }
     const bool single = std::holds_alternative<float>(a[0].variant());
     if (!single && !std::holds_alternative<double>(a[0].variant())) return whole(a[0].toInt());
@@ -124,8 +133,8 @@ QString formatNumber(const Value& value, const QString& pattern) {
     if (first < 0) return value.toText();
     const auto point = pattern.indexOf(u'.');
     const QString decimals = point < 0 ? QString() : pattern.mid(point + 1);
-    const auto most = static_cast<int>(decimals.count(u'0') + decimals.count(u'#'));
-    const auto least = decimals.count(u'0');
+    const auto most = static_cast<int>(std::min<qsizetype>(decimals.count(u'0') + decimals.count(u'#'), kMostDecimals));
+    const auto least = std::min<qsizetype>(decimals.count(u'0'), kMostDecimals);
     const bool percent = pattern.endsWith(u'%');
     const double d = value.toDouble() * (percent ? 100 : 1);
     const double unit = std::pow(10.0, most);
@@ -155,9 +164,15 @@ Value repeated(Args a) {
 Value isNumeric(Args a) { return a[0].isText() ? wholeNumber(text(a[0])).has_value() : !a[0].isDate(); }
 Value isDate(Args a) { return a[0].isDate() || (a[0].isText() && parseDateText(text(a[0])).has_value()); }
 
-qint64 wholeOperand(const Value& v) { return static_cast<qint64>(roundHalfEven(v.toDouble())); }
-Value intDivide(Args a) { return wholeOperand(a[1]) == 0 ? Value() : whole(wholeOperand(a[0]) / wholeOperand(a[1])); }
-Value modulo(Args a) { return wholeOperand(a[1]) == 0 ? Value() : whole(wholeOperand(a[0]) % wholeOperand(a[1])); }
+Value intDivide(Args a) {
+    const qint64 n = a[0].toInt(), by = a[1].toInt();
+    if (by == -1) return whole(n < 0 ? size(n) : -n);  // the lowest number by -1 traps the machine
+    return by == 0 ? Value() : whole(n / by);
+}
+Value modulo(Args a) {
+    const qint64 by = a[1].toInt();
+    return by == 0 ? Value() : whole(by == -1 ? 0 : a[0].toInt() % by);
+}
 Value power(Args a) {
     const double result = std::pow(a[0].toDouble(), a[1].toDouble());
     return std::isfinite(result) ? Value(result) : Value();
@@ -222,7 +237,7 @@ constexpr std::array kFunctions = {
     Function{u"replace", 3, 3, "t", Type::Text, Fixed, replace},
     Function{u"format", 1, 2, "?t", Type::Text, Fixed, format},
     Function{u"chr", 1, 1, "i", Type::Text, Fixed, chr},
-    Function{u"asc", 1, 1, "t", Type::Short, Fixed, asc},
+    Function{u"asc", 1, 1, "t", Type::Long, Fixed, asc},
     Function{u"space", 1, 1, "i", Type::Text, Fixed, space},
     Function{u"string", 2, 2, "it", Type::Text, Fixed, repeated},
     Function{u"isnumeric", 1, 1, "?", Type::Bool, Fixed, isNumeric},

@@ -60,7 +60,7 @@ DateTime addSeconds(DateTime d, qint64 count) {
     return {static_cast<qint32>(day), static_cast<qint32>(sum - day * kSecondsPerDay)};
 }
 
-Value number(qint64 n) { return static_cast<int>(n); }
+Value number(qint64 n) { return n == static_cast<qint32>(n) ? Value(static_cast<qint32>(n)) : Value(n); }
 
 const char* const kDays[] = {"Sonntag", "Montag", "Dienstag", "Mittwoch", "Donnerstag", "Freitag", "Samstag"};
 const char* const kMonths[] = {"Januar", "Februar", "März",      "April",   "Mai",      "Juni",
@@ -112,7 +112,7 @@ Value dateDiff(std::span<const Value> a) {
 Value dateAdd(std::span<const Value> a) {
     const QString interval = intervalOf(a[0]);
     const qint64 count = a[1].toInt();
-    if (std::abs(count) > 4000000000) outOfRange();
+    if (count < -4000000000 || count > 4000000000) outOfRange();
     const DateTime d = date(a[2]);
     if (interval == u"d" || interval == u"y" || interval == u"w") return addSeconds(d, count * kSecondsPerDay);
     if (interval == u"ww") return addSeconds(d, count * 7 * kSecondsPerDay);

@@ -10,6 +10,7 @@ void Text::fail(DatabaseError::Kind kind, int position, const QString& what) con
     QString message = what;
     if (position >= 0) message += QStringLiteral(" (Zeichen %1)").arg(position + 1);
     message += QStringLiteral(".\r\nAnweisung: ") + m_text;
+    message.replace(QChar(0), QChar(u'\u2400'));  // what() would end there
     throw DatabaseError(kind, message, position);
 }
 
@@ -31,6 +32,9 @@ public:
     }
 
     Lexed run() {
+        if (const qsizetype at = m_text.indexOf(QChar(0)); at >= 0)
+            m_source.fail(Kind::Syntax, static_cast<int>(at),
+                          QStringLiteral("Ein Zeichen mit dem Kode 0 ist nicht erlaubt"));
         while (skipBlanks()) one();
         add(Token::End, m_at, m_at);
         return std::move(m_out);
@@ -144,7 +148,11 @@ private:
         const int whole = decimal ? 0 : text.toInt(&fits);
         if (fits) return literal(Token::Number, end, Value(whole), {}, u'n');
         const QByteArray digits = text.toLatin1();
-        literal(Token::Number, end, Value(digits.toDouble()), digits, u'd');
+        const double value = digits.toDouble(&fits);
+        if (!fits)
+            m_source.fail(Kind::Syntax, static_cast<int>(m_at),
+                          QStringLiteral("Die Zahl \"%1\" ist zu groß oder zu klein").arg(text));
+        literal(Token::Number, end, Value(value), digits, u'd');
     }
 
     void string(QChar quote) {

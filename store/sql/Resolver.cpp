@@ -239,8 +239,8 @@ void Resolver::unite(Select& select, const Scope* outer) {
         Output& b = other.outputs[i];
         const Type type = commonType(a.field.type, b.field.type);
         a.emitAs = b.emitAs = a.field.type = b.field.type = type;
-        a.field.size = std::max(a.field.size, b.field.size);
-        if (type != Type::Text) a.field.size = 0;
+        const bool sized = type == Type::Text && a.field.size > 0 && b.field.size > 0;
+        a.field.size = b.field.size = sized ? std::max(a.field.size, b.field.size) : 0;
     }
     for (Select* s = other.unionWith.get(); s != nullptr; s = s->unionWith.get())
         for (size_t i = 0; i < select.outputs.size(); ++i) s->outputs[i].emitAs = select.outputs[i].emitAs;

@@ -304,6 +304,7 @@ TEST_F(FerkelbuchungTest, dieListe) {
             form.li.choose(2);
             screens.inputs = {"  ", "31.2.", "1207"};
             for (int i = 0; i < 3; ++i) form.kopieren.click();
+            EXPECT_EQ(screens.inputTitle, "Datum-Eingabe");
             EXPECT_EQ(form.li.cell(form.li.row(), u"ID"), "2");  // not the copy
             EXPECT_EQ(form.li.cell(4, u"Datum"), "12.07.2026");
             form.li.choose(1);

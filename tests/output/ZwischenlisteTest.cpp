@@ -151,6 +151,29 @@ TEST(Zwischenliste, ReportHeadFootAndPageNumbers) {
     }
 }
 
+/// Cancelled at any time, a hand-over leaves what an earlier one wrote, shows nothing and says nothing.
+TEST(Zwischenliste, CancellingLeavesTheEarlierOutput) {
+    QStringList rows;
+    for (int i = 0; i < 500; ++i) rows += QString::number(i);
+    const QStringList files{"LISTE.TXT", "liste.xlsx", "report.htm", "report-2.htm"};
+    for (int enough = 0; enough < 95; enough += 13) {
+        Ausgabelauf run;
+        run.koben.Konfig_Zahl[49] = 60;
+        const QDir folder(run.koben.Datenordner);
+        for (const QString& name : files) run.write(name, "alt");
+        int told = 0;
+        run.screens.onProgress = [&](const QString&, int percent) { return ++told, percent < enough; };
+        run.handOver({"Nr"}, rows, [&](PA_Zwischenliste& f) {
+            for (Button* button : {&f.comtext, &f.comexcel, &f.roexplorer[0]}) button->click();
+        });
+        EXPECT_GE(told, 3);
+        EXPECT_EQ(run.screens.log, (QStringList{"+ PA_Zwischenliste", "- PA_Zwischenliste"})) << enough;
+        EXPECT_TRUE(run.platform.opened.isEmpty()) << enough;
+        for (const QString& name : files) EXPECT_EQ(run.bytes(name.toUtf8()), "alt") << enough;
+        EXPECT_EQ(folder.entryList({"*.neu"}, QDir::Files), QStringList()) << enough;
+    }
+}
+
 TEST(Zwischenliste, BestWidthsFollowTheContent) {
     Ausgabelauf run;
     run.koben.Konfig_Zahl[54] = 1;

@@ -9,12 +9,28 @@ struct Aktion {
     const Ordner& (*hof)();              ///< what it begins with; null for a machine without a data folder
     std::function<void(Sitzung&)> lauf;  ///< the run up to the action, and the action
     const char* bestaetigt = "";         ///< how the line begins with which the program confirms it, "" for none
-    const char* anrichten = "";          ///< a statement that is run on the database beforehand
+    const char* anrichten = "";          ///< statements, parted by ";", that are run on the database beforehand
     bool aendert = true;                 ///< somebody sees a difference afterwards
     bool schreibtDatenbank = true;       ///< through statements; otherwise only files
+    bool leitetAb = false;               ///< a booking from which the closing frame derives values
 };
 
 const std::vector<Aktion>& aktionen();
+/// Parts of the table by theme: bookings of animals; the farm's trade, the herd and master data.
+std::vector<Aktion> buchungen();
+std::vector<Aktion> verwaltung();
+const Aktion& finde(const std::string& name);
+
+/// How the lines begin with which the program confirms a save, and hands a list over.
+inline const char* const Ton = "~";
+inline const char* const Liste = "+ PA_Zwischenliste";
+
+/// What becomes of piglets that a loss or a sale takes, as optiverkauf has it.
+inline constexpr int Loeschen = 1, Abgang = 2;
+inline const QString Neues = QStringLiteral("neues Stichwort");
+
+/// Rows 1 to `count` of a list.
+std::vector<int> rows(int count);
 
 /// The folder with which the action begins.
 std::unique_ptr<Ordner> angerichtet(const Aktion& aktion);
@@ -27,7 +43,7 @@ struct Vergleich {
     int anweisungen = 0;  ///< writing statements, commits included
     int mikrosekunden = 0;
 };
-Vergleich ungestoert(const Aktion& aktion);
+Vergleich ungestoert(const Aktion& aktion, bool bisHauptform = false);
 
 inline void PrintTo(const Aktion& aktion, std::ostream* out) { *out << aktion.name; }
 inline std::string nameOf(const testing::TestParamInfo<Aktion>& info) { return info.param.name; }

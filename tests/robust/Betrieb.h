@@ -1,10 +1,13 @@
 #pragma once
 // A farm on disk on which the program is run, cut off and started again: the data folder, a run of the program on it
 // with the real catalogue, and what is left behind.
+#include <map>
+
 #include "app/Katalog.h"
 #include "bookings/PE_Bewegungsdaten.h"
 #include "herd/PA_Koben.h"
 #include "tests/support/Fakes.h"
+#include "ui/SystemPlatform.h"
 
 namespace koben::robust {
 
@@ -35,10 +38,10 @@ private:
 QByteArray bytesOf(const QString& path);
 void setBytes(const QString& path, const QByteArray& bytes);
 
-/// Everything that an action may change, as text; files that do not exist are said so.
+/// Everything that an action may change.
 struct Stand {
-    QString daten;             ///< all rows of all tables
-    QByteArray einstellungen;  ///< the settings file
+    QString daten;                          ///< all rows of all tables; "(fehlt)" without a database
+    std::map<QString, QByteArray> dateien;  ///< the other files of the data folder
     bool operator==(const Stand&) const = default;
 };
 /// Opens the database as a next start does, and reads it whole.
@@ -52,9 +55,19 @@ struct HierHalt {};
 /// The user's screen, which tells when the program confirms something.
 class Schirm : public FakeScreens {
 public:
-    std::function<void(const QString& line)> onLine;  ///< messages and tones, as the log writes them
+    std::function<void(const QString& line)> onLine;  ///< messages, tones and opening forms, as the log writes them
     void message(const QString& text) override;
     void tone(int hertz, int milliseconds) override;
+    void opened(Form& form) override;
+};
+
+/// The machine of the tests, with the lock on the data folder that the program has.
+class Rechner : public FakePlatform {
+public:
+    bool lockDataFolder(const QString& folder) override { return m_system.lockDataFolder(folder); }
+
+private:
+    ui::SystemPlatform m_system{[](const QString&) { return QString(); }};
 };
 
 /// A run of the program on a data folder. One user action in it is the one that is tried: aktion() tells the test when
@@ -64,6 +77,7 @@ public:
     explicit Sitzung(const Ordner& folder);
     ~Sitzung();
     std::function<void()> beginnt, fertig;
+    bool bisHauptform = false;  ///< a booking has come to its end only when its frame is closed and the herd list shown
 
     void aktion(const std::function<void()>& tat) const;
     /// Starts the program; without a script it closes at once.
@@ -79,10 +93,18 @@ public:
             frame.neu.click();
         });
     }
+    /// Starts it and opens a form from the menu.
+    template <class F>
+    void formular(const char* entry, const std::function<void(F&)>& script) {
+        start([&](PA_Koben& main) {
+            screens.workIn<F>(script);
+            menue(main, entry);
+        });
+    }
     static void menue(PA_Koben& main, const char* entry);
 
     Schirm screens;
-    FakePlatform platform;
+    Rechner platform;
     Koben koben;
 };
 
@@ -94,6 +116,9 @@ const Ordner& leereVorlage();
 /// Runs `work` in a process of its own, which ends with a failed check, a crash or a hang of the test in it.
 /// True where it came to its end without any of them; otherwise says what happened.
 bool abgeschirmt(const std::string& what, const std::function<void()>& work);
+
+/// The program starts on what is left, shows its list, and ends.
+void naechsterStart(const Ordner& folder);
 
 /// Within abgeschirmt(): the work goes on, a hang is reckoned from here.
 void lebt();

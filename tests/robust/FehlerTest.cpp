@@ -9,7 +9,7 @@ namespace {
 /// Statements tried in a short run: the first and last ones, where an action changes its kind of work, and some
 /// between. A long run tries all.
 bool gewaehlt(int nth, int count, std::mt19937& random) {
-    constexpr int Rand = 8;
+    constexpr int Rand = 2;
     return longRun() || nth <= Rand || nth > count - Rand || random() % static_cast<unsigned>(count / Rand) == 0;
 }
 

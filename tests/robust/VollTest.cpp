@@ -37,10 +37,6 @@ void pruefeMeldung(const QString& text) {
     EXPECT_TRUE(text.contains("Bitte") || text.contains("bitte")) << text.toStdString();
 }
 
-const Aktion& finde(const std::string& name) {
-    return *std::find_if(aktionen().begin(), aktionen().end(), [&](const Aktion& a) { return a.name == name; });
-}
-
 struct Fall {
     const char* aktion;
     std::vector<rlim_t> grenzen;
@@ -49,9 +45,17 @@ struct Fall {
 /// Actions on the database and its files, on a disk that takes only so much more.
 TEST(VollTest, aktionen) {
     const Fall table[] = {
-        {"ersterStart", {0, 3000, 30000, 90000}},  {"import", {40, 5000, 30000}}, {"belegungVonVierzig", {40, 5000}},
-        {"absetzungMitEinbuchen", {40, 5000}},     {"tierLoeschen", {40, 5000}},  {"komprimieren", {0, 5000, 60000}},
+        {"ersterStart", {0, 3000, 30000, 90000}},
+        {"import", {40, 30000}},
+        {"belegungVonVierzig", {40, 5000}},
+        {"absetzungMitEinbuchen", {5000}},
+        {"ferkeleinkauf", {40, 5000}},
+        {"komprimieren", {0, 5000, 60000}},
         {"einstellungenAmEnde", {0, 1, 100, 500}},
+        {"standardwerte", {0, 20}},
+        {"arbeitsplan", {0, 500}},
+        {"arbeitsplanAlsTabelle", {0, 3000}},
+        {"arbeitsplanAlsBericht", {0, 2000}},
     };
     for (const Fall& fall : table) {
         const Aktion& aktion = finde(fall.aktion);
@@ -79,9 +83,10 @@ TEST(VollTest, aktionen) {
                 pruefeMeldung(said);
                 full.reset();
             });
-            EXPECT_EQ(stand(*folder).daten, whole.vorher.daten) << what;
-            EXPECT_EQ(bytesOf(folder->settings()), whole.vorher.einstellungen) << what;
-            EXPECT_TRUE(QDir(folder->data()).entryList({"*.neu*", "*$$$*", "*.ko2.*"}, QDir::Files).isEmpty()) << what;
+            const Stand left = stand(*folder);
+            EXPECT_EQ(left.daten, whole.vorher.daten) << what;
+            EXPECT_TRUE(left.dateien == whole.vorher.dateien || !aktion.hof) << what << ": a file more, less or other";
+            EXPECT_TRUE(QDir(folder->data()).entryList({"*.neu*", "*$$$*"}, QDir::Files).isEmpty()) << what;
             Sitzung again(*folder);
             spielen(aktion, again);
             for (const char* shipped : {"Hilfe.txt", "beispiel.csv"})

@@ -35,7 +35,9 @@ public:
     std::deque<bool> answers;    ///< true for Yes and OK
     std::deque<QString> inputs;  ///< for input boxes and pickers
     int waiting = 0;             ///< depth of the wait cursor
+    QString inputTitle;          ///< of the last input box
     std::function<void()> onBreathe;
+    std::function<bool(const QString&, int)> onProgress;  ///< what and percent; false cancels
 
     /// What the user does in the next form that runs; afterwards the form closes. Forms without a script close at once.
     void work(std::function<void(Form&)> script) { m_scripts.push_back(std::move(script)); }
@@ -54,7 +56,9 @@ public:
     void message(const QString& text) override { log += "! " + text; }
     bool yesNo(const QString& text, bool) override { return ask(text, "ja", "nein"); }
     bool okCancel(const QString& text) override { return ask(text, "ok", "abbrechen"); }
-    QString input(const QString& prompt, const QString&) override { return pick(prompt); }
+    QString input(const QString& prompt, const QString&, const QString& title) override {
+        return inputTitle = title, pick(prompt);
+    }
     QString openFile(const QString& filter) override { return pick(filter); }
     QString saveFile(const QString& filter, const QString&) override { return pick(filter); }
     QString folder(const QString& prompt) override { return pick(prompt); }
@@ -76,6 +80,7 @@ public:
     void breathe() override {
         if (onBreathe) onBreathe();
     }
+    bool progress(const QString& what, int percent) override { return !onProgress || onProgress(what, percent); }
 
 private:
     bool ask(const QString& text, const char* yes, const char* no) {

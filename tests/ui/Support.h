@@ -39,7 +39,9 @@ public:
     void message(const QString& text) override { told.append(text); }
     bool yesNo(const QString& text, bool) override { return told.append(text), yes; }
     bool okCancel(const QString& text) override { return told.append(text), yes; }
-    QString input(const QString& prompt, const QString&) override { return told.append(prompt), QString(); }
+    QString input(const QString& prompt, const QString&, const QString&) override {
+        return told.append(prompt), QString();
+    }
     void tone(int, int) override { ++tones; }
     void run(Form& form) override {
         windowOf(form)->present();

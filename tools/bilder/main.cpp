@@ -88,7 +88,9 @@ public:
     void message(const QString& text) override { told(text); }
     bool yesNo(const QString& text, bool) override { return told(text), true; }
     bool okCancel(const QString& text) override { return told(text), true; }
-    QString input(const QString& prompt, const QString& preset) override { return told(prompt), preset; }
+    QString input(const QString& prompt, const QString& preset, const QString&) override {
+        return told(prompt), preset;
+    }
     QString openFile(const QString&) override { return {}; }
     QString saveFile(const QString&, const QString&) override { return {}; }
     QString folder(const QString&) override { return {}; }

@@ -110,13 +110,6 @@ void ScriptPlatform::setUserSetting(const QString& section, const QString& key, 
     m_settings[section + u'/' + key] = value;
 }
 
-bool ScriptPlatform::lockDataFolder(const QString& folder) {
-    if (m_lock) return true;
-    auto lock = std::make_unique<QLockFile>(QDir(folder).filePath(QStringLiteral("koben.lock")));
-    lock->setStaleLockTime(0);
-    if (!lock->tryLock(0)) return false;
-    m_lock = std::move(lock);
-    return true;
-}
+bool ScriptPlatform::lockDataFolder(const QString& folder) { return m_lock.nehmen(folder); }
 
 }  // namespace koben::skript

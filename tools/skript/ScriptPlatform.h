@@ -1,10 +1,10 @@
 #pragma once
 // The machine of a scripted run: its own folders, clock, printer, settings and update server.
-#include <QLockFile>
 #include <QTemporaryDir>
 #include <map>
 #include <optional>
 
+#include "core/Ordnersperre.h"
 #include "forms/Ports.h"
 #include "tools/skript/PrintedJob.h"
 #include "tools/skript/Transcript.h"
@@ -20,7 +20,7 @@ public:
     void useFolder(const QString& path);
     void answerFrom(const QString& path, const QString& file) { m_net[path] = file; }
     void disconnect() { m_net.clear(); }
-    void releaseDataFolder() { m_lock.reset(); }
+    void releaseDataFolder() { m_lock = {}; }
     const std::optional<PrintedJob>& lastJob() const { return m_lastJob; }
     /// A file that the script names: absolute, in the data folder, or, where only that exists, as seen from here.
     QString pathOf(const QString& name);
@@ -49,7 +49,7 @@ private:
     std::map<QString, QString> m_net;       ///< path -> file with the answer; empty is no connection
     std::map<QString, QString> m_settings;
     std::optional<PrintedJob> m_lastJob;
-    std::unique_ptr<QLockFile> m_lock;
+    Ordnersperre m_lock;
 };
 
 }  // namespace koben::skript

@@ -33,7 +33,7 @@ QString ScriptScreens::path(const QString& text) {
     return answer.isEmpty() || !pathOf ? answer : pathOf(answer);
 }
 
-QString ScriptScreens::input(const QString& prompt, const QString&) { return value(prompt); }
+QString ScriptScreens::input(const QString& prompt, const QString&, const QString&) { return value(prompt); }
 QString ScriptScreens::openFile(const QString& filter) { return path(filter); }
 QString ScriptScreens::saveFile(const QString& filter, const QString&) { return path(filter); }
 QString ScriptScreens::folder(const QString& prompt) { return path(prompt); }

@@ -20,7 +20,7 @@ public:
     void message(const QString& text) override;
     bool yesNo(const QString& text, bool noIsDefault) override;
     bool okCancel(const QString& text) override;
-    QString input(const QString& prompt, const QString& preset) override;
+    QString input(const QString& prompt, const QString& preset, const QString& title) override;
     QString openFile(const QString& filter) override;
     QString saveFile(const QString& filter, const QString& preset) override;
     QString folder(const QString& prompt) override;

@@ -1,0 +1,36 @@
+#pragma once
+// What the two halves of the cycle engine share: which animals a pass is about.
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "store/ChangeLog.h"
+
+namespace koben {
+
+/// Which animals a pass is about: all of them, or some by ID.
+class Umfang {
+public:
+    static constexpr size_t Groesse = 50;  ///< one text, one plan, for up to so many
+
+    Umfang() = default;
+    explicit Umfang(std::span<const qint64> ids);
+    bool alle() const { return m_ids.empty(); }
+    /// A condition on the field, behind `joint` ("where"), for the values of werte(); nothing for all.
+    QString bedingung(const QString& joint, const QString& field) const;
+    const std::vector<Value>& werte() const { return m_ids; }
+
+private:
+    std::vector<Value> m_ids;
+};
+
+/// Parts of at most Umfang::Groesse.
+std::vector<std::span<const qint64>> gruppen(const std::vector<qint64>& ids);
+
+/// The animals with changes; nothing where the whole herd is to be derived, which is quicker for very many.
+std::optional<std::vector<qint64>> geaenderte(const ChangeLog& log, const QString& basis);
+
+/// Rows of Sauen whose derived fields are not the empty ones. Worded as the index that serves it.
+extern const QString abgeleitet;
+
+}  // namespace koben

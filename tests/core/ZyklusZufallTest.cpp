@@ -1,0 +1,265 @@
+// Random herds: rounds of changes by the program and by other SQLite tools. After each the engine, which derives what
+// its change log names, is held against the naive walk over a copy of the file. KOBEN_ROBUST_RUNS makes it long.
+#include <sqlite3.h>
+
+#include <random>
+
+#include "core/Einstellungen.h"
+#include "tests/core/Hof.h"
+#include "tests/core/NaiverZyklus.h"
+
+namespace koben {
+namespace {
+
+// Statements with places to fill: T table of bookings, D day, K animal, I booking, N number of a boar, Z piglets,
+// J result of a check, A kind, S status asked or not, F a derived field. Everything happens within few days, with
+// holes and stray rows.
+const char* const Programm[] = {
+    "insert into Belegung(Datum, Ebernr, Kennung) values ({D}, {N}, {K})",
+    "insert into Belegung(Datum, Ebernr, Kennung) values ({D}, {N}, {K})",
+    "insert into Trächtigkeit(Datum, Trächtig, Kennung) values ({D}, {J}, {K})",
+    "insert into Trächtigkeit(Datum, Trächtig, Kennung) values ({D}, {J}, {K})",
+    "insert into Ferkelung(Datum, Ferkel_Gesamt, Ferkel_Lebendig, Kennung) values ({D}, {Z}, {Z}, {K})",
+    "insert into Absetzung(Datum, Kennung) values ({D}, {K})",
+    "insert into Sauen(Art, Nummer, Statusabfrage, Abgangsdatum, Status, {F}, Anz_Belegungen, Anz_Ferkelungen) values "
+    "({A}, {N}, {S}, Null, 'x', {D}, {Z}, {Z})",
+    "update Sauen set Nummer = {N} where ID = {K}",
+    "update Sauen set Art = {A} where ID = {K}",
+    "update Sauen set Abgangsdatum = {D}, Statusabfrage = {S} where ID = {K}",
+    "update Sauen set Abgangsdatum = Null where ID = {K}",
+    "update Sauen set {F} = {D}, Anz_Ferkel_Lebend = {Z}, Status = 'B' where ID = {K}",
+    "update Belegung set Ebernr = {N} where Kennung = {K}",
+    "update {T} set Kennung = {K} where ID = {I}",
+    "update {T} set Datum = {D} where ID = {I}",
+    "update Ferkelung set Ferkel_Gesamt = {Z} where ID = {I}",
+    "update Trächtigkeit set Trächtig = {J} where ID = {I}",
+    "delete from {T} where ID = {I}",
+    "delete from {T} where Kennung = {K}",
+    "delete from Sauen where ID = {K}"};
+
+// What another tool may do besides. It leaves alone the texts that have a sort key.
+const char* const Fremd[] = {"INSERT INTO {T}(Datum, Kennung) VALUES ({D}, {K})",
+                             "INSERT OR REPLACE INTO {T}(ID, Datum, Kennung) VALUES ({I}, {D}, {K})",
+                             "INSERT OR REPLACE INTO Belegung(ID, Datum, Kennung, Ebernr) VALUES ({I}, {D}, {K}, {N})",
+                             "INSERT OR REPLACE INTO Sauen(ID, Status, {F}) VALUES ({K}, 'S', {D})",
+                             "INSERT OR IGNORE INTO Sauen(ID, Anz_Belegungen) VALUES ({K}, {Z})",
+                             "INSERT OR IGNORE INTO Belegung(ID, Datum, Kennung, Ebernr) VALUES ({I}, {D}, {K}, {N})",
+                             "UPDATE OR IGNORE {T} SET ID = {I} WHERE ID = {I}",
+                             "UPDATE OR REPLACE {T} SET ID = {I} WHERE ID = {I}",
+                             "UPDATE OR REPLACE Belegung SET ID = {I}, Ebernr = {N}, Kennung = {K} WHERE ID = {I}",
+                             "UPDATE OR REPLACE Sauen SET ID = {K} WHERE ID = {K}",
+                             "UPDATE Sauen SET {F} = {D}, Status = {J}, Anz_Ferkelungen = {Z} WHERE ID = {K}",
+                             "UPDATE Belegung SET Kennung = {K}, Ebernr = {N} WHERE ID = {I}",
+                             "UPDATE OR IGNORE Trächtigkeit SET ID = {I} + 1000 WHERE ID = {I}",
+                             "DELETE FROM {T} WHERE Kennung = {K} OR ID = {I}",
+                             "DELETE FROM Sauen WHERE ID = {K}"};
+const char* const Selten[] = {"DROP TRIGGER IF EXISTS koben_log_werte_Belegung_u",
+                              "DROP TRIGGER IF EXISTS koben_log_status_Sauen_i",
+                              "DROP TRIGGER IF EXISTS koben_log_deckungen_d", "VACUUM", "REINDEX"};
+
+QStringList zeilen(const Database& db) {
+    const Table table = db.table(QStringLiteral("select * from Sauen order by ID"));
+    QStringList rows;
+    for (int row = 0; row < table.rowCount(); ++row) {
+        QString text;
+        for (int c = 0; c < table.columnCount(); ++c)
+            if (!table.isNull(row, c)) text += table.field(c).name + u'=' + table.text(row, c) + u' ';
+        rows += text;
+    }
+    return rows;
+}
+
+class Zufallsherde {
+public:
+    explicit Zufallsherde(unsigned seed) : m_random(seed) { Einstellungen_vorgeben(v, 2026); }
+
+    void programm(int count, const char* statement = nullptr) {
+        Transaction action(farm.db);
+        for (int i = 0; i < count; ++i) tue(statement != nullptr ? statement : aus(Programm));
+        action.commit();
+    }
+    /// Another tool at work while the program has the file open.
+    void fremd(int count) {
+        sqlite3* file = nullptr;
+        ASSERT_EQ(sqlite3_open(farm.pfad().toUtf8().constData(), &file), SQLITE_OK);
+        m_fremd = true;
+        if (wuerfel(3) == 0) sqlite3_exec(file, "PRAGMA recursive_triggers = ON", nullptr, nullptr, nullptr);
+        for (int i = 0; i < count; ++i) {
+            const QString sql = gefuellt(wuerfel(40) == 0 ? aus(Selten) : aus(Fremd));
+            EXPECT_EQ(sqlite3_exec(file, sql.toUtf8().constData(), nullptr, nullptr, nullptr), SQLITE_OK)
+                << sql.toStdString() << ": " << sqlite3_errmsg(file);
+            m_verlauf += sql;
+        }
+        m_fremd = false;
+        sqlite3_close(file);
+    }
+    void runde(int count) {
+        m_verlauf.clear();
+        if (wuerfel(6) == 0) v.Konfig_Zahl[static_cast<size_t>(wuerfel(2))] = static_cast<qint16>(30 + wuerfel(3));
+        if (wuerfel(4) != 0) programm(count);
+        if (wuerfel(2) == 0) fremd(count);
+        if (wuerfel(6) == 0) neuGeoeffnet([] {});
+        if (wuerfel(6) == 0) farm.workspace.copy(farm.pfad(), gemerkt());
+        if (wuerfel(9) == 0 && QFile::exists(gemerkt()))
+            neuGeoeffnet([&] { farm.workspace.replace(gemerkt(), farm.pfad()); });
+        if (wuerfel(4) == 0) programm(count / 2);
+        vergleiche();
+    }
+    void vergleiche() {
+        const QString copy = farm.ordner() + QStringLiteral("/kopie.mdb");
+        farm.workspace.copy(farm.pfad(), copy);
+        const bool values = wuerfel(8) != 0, status = wuerfel(4) != 0;
+        const auto run = [&] {
+            if (values) Werte_berechnen(farm.db, v);
+            if (status) statussetzen(farm.db);
+        };
+        if (wuerfel(5) == 0) {
+            const Fehlschlag fault(1 + wuerfel(30));
+            try {
+                run();
+            } catch (const DatabaseError&) {
+            }
+        }
+        run();
+        Workspace other;
+        const Database naive = other.open(copy);
+        if (values) naivWerteBerechnen(naive, v);
+        if (status) naivStatussetzen(naive);
+        const QStringList is = zeilen(farm.db), should = zeilen(naive);
+        ASSERT_EQ(is.size(), should.size());
+        for (qsizetype i = 0; i < is.size(); ++i) ASSERT_EQ(is[i], should[i]) << m_verlauf.join(u'\n').toStdString();
+    }
+    int wuerfel(int n) { return static_cast<int>(m_random() % static_cast<unsigned>(n)); }
+
+    Hof farm;
+    Variablen v;
+
+private:
+    template <size_t n>
+    const char* aus(const char* const (&list)[n]) {
+        return list[static_cast<size_t>(wuerfel(int{n}))];
+    }
+    QString gemerkt() const { return farm.ordner() + QStringLiteral("/gemerkt.mdb"); }
+    void neuGeoeffnet(const std::function<void()>& meanwhile) {
+        farm.db.close();
+        farm.workspace.closeAll();
+        meanwhile();
+        farm.db = farm.workspace.open(farm.pfad());
+        m_verlauf += QStringLiteral("(neu geöffnet)");
+    }
+    QString wort(QChar place) {
+        static const char* const tables[] = {"Belegung", "Ferkelung", "Absetzung", "Trächtigkeit"};
+        static const char* const numbers[] = {"'E1'", "'e1'", "'E1 '", "'E2'", "'Ä'", "'A'", "''", "Null"};
+        static const char* const kinds[] = {"'Sau'", "'Sau'", "'Sau'", "'Eber'", "'Mast'", "Null"};
+        static const char* const piglets[] = {"12", "0", "7", "Null"};
+        static const char* const results[] = {"'J'", "'N'", "''", "Null"};
+        static const char* const asked[] = {"Null", "''", "'N'", "'J'"};
+        static const char* const fields[] = {"L_Belegung",  "L_Ferkelung", "L_Trächtigkeit",
+                                             "L_Absetzung", "N_Belegung",  "N_Ferkelung"};
+        static const char* const nobody[] = {"Null", "0", "99999"};
+        static const char* const ids[] = {"1", "99999"};
+        switch (place.unicode()) {
+            case u'T':
+                return QString::fromUtf8(aus(tables));
+            case u'N':
+                return QString::fromUtf8(aus(numbers));
+            case u'A':
+                return QString::fromUtf8(aus(kinds));
+            case u'Z':
+                return QString::fromUtf8(aus(piglets));
+            case u'J':
+                return QString::fromUtf8(aus(results));
+            case u'S':
+                return QString::fromUtf8(aus(asked));
+            case u'F':
+                return QString::fromUtf8(aus(fields));
+            case u'D':
+                if (wuerfel(20) == 0) return QStringLiteral("Null");
+                return (m_fremd ? QStringLiteral("'2026-01-%1'") : QStringLiteral("#1/%1/2026#"))
+                    .arg(1 + wuerfel(28), 2, 10, QChar(u'0'));
+            case u'I':
+                return QString::number(1 + wuerfel(40));
+            default:
+                if (wuerfel(30) == 0) return QString::fromUtf8(m_fremd ? aus(ids) : aus(nobody));
+                return QString::number(1 + wuerfel(50));
+        }
+    }
+    QString gefuellt(const char* statement) {
+        QString text = QString::fromUtf8(statement);
+        for (qsizetype at = 0; (at = text.indexOf(u'{', at)) >= 0;) text.replace(at, 3, wort(text[at + 1]));
+        return text;
+    }
+    void tue(const char* statement) {
+        m_verlauf += gefuellt(statement);
+        farm.sql(m_verlauf.last());
+    }
+
+    std::mt19937 m_random;
+    bool m_fremd = false;
+    QStringList m_verlauf;  ///< of the round
+};
+
+/// KOBEN_ROBUST_RUNS, or `usual` where the environment does not name it.
+int laeufe(int usual) {
+    const int wanted = qEnvironmentVariableIntValue("KOBEN_ROBUST_RUNS");
+    return wanted > 0 ? wanted : usual;
+}
+
+TEST(ZyklusZufall, WasChangedIsDerivedAsByAWholeWalk) {
+    for (int seed = 1; seed <= laeufe(3) && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        Zufallsherde herd(static_cast<unsigned>(seed));
+        herd.programm(40, Programm[6]);
+        herd.programm(200);
+        herd.vergleiche();
+        for (int round = 0; round < laeufe(12) && !testing::Test::HasFailure(); ++round) {
+            SCOPED_TRACE(testing::Message() << "round " << round);
+            herd.runde(round % 3 == 0 ? 40 : 4);
+        }
+    }
+}
+
+/// More animals with changes than are derived one by one.
+TEST(ZyklusZufall, SoAreVeryManyChanges) {
+    Zufallsherde herd(99);
+    herd.programm(33, Programm[6]);
+    for (int i = 0; i < 6; ++i)
+        herd.farm.sql("insert into Sauen(Art, Nummer, L_Belegung) select Art, Nummer, L_Belegung from Sauen");
+    Werte_berechnen(herd.farm.db, herd.v);
+    statussetzen(herd.farm.db);
+    herd.programm(200);
+    herd.farm.sql("insert into Ferkelung(Datum, Ferkel_Gesamt, Kennung) select #1/5/2026#, 9, ID from Sauen");
+    herd.farm.sql("update Sauen set Abgangsdatum = #1/9/2026#, L_Absetzung = #1/9/2026# where ID > 700");
+    herd.vergleiche();
+    herd.farm.sql("delete from Ferkelung where Kennung < 40");
+    herd.vergleiche();
+}
+
+TEST(ZyklusZufall, ASecondRunWritesNothing) {
+    Zufallsherde herd(4);
+    herd.programm(30, Programm[6]);
+    herd.programm(150);
+    for (const char* table : {"Belegung", "Ferkelung", "Absetzung", "Trächtigkeit"})
+        herd.farm.sql(QStringLiteral("delete from %1 where Kennung = 99999 or Kennung = 0 or Kennung not in (select ID "
+                                     "from Sauen)")
+                          .arg(QString::fromUtf8(table)));
+    for (int run = 0; run < 2; ++run) {
+        std::optional<KeinSchreiben> guard;
+        if (run == 1) guard.emplace();
+        Werte_berechnen(herd.farm.db, herd.v);
+        statussetzen(herd.farm.db);
+    }
+}
+
+TEST(ZyklusZufall, AFailureLeavesAllAsItWas) {
+    Zufallsherde herd(5);
+    herd.programm(40, Programm[6]);
+    herd.programm(100);
+    const QStringList before = zeilen(herd.farm.db);
+    const Fehlschlag fault(20);
+    EXPECT_THROW(Werte_berechnen(herd.farm.db, herd.v), DatabaseError);
+    EXPECT_EQ(zeilen(herd.farm.db), before);
+}
+
+}  // namespace
+}  // namespace koben

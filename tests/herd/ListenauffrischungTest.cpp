@@ -1,0 +1,145 @@
+// The list after few changes holds what reading all of it would show: rows, order, counters, whatever has changed how.
+#include <random>
+
+#include "tests/herd/Herdenhof.h"
+
+namespace koben {
+namespace {
+
+/// Sees whether the list was read whole: only then the columns are made anew.
+class Spaltenwache final : public Control::View {
+public:
+    using View::View;
+    void changed(Aspect aspect) override { made += aspect == Aspect::Columns; }
+    int made = 0;
+};
+
+QString inhalt(const PA_Koben& main) {
+    QString text = main.bezstati.text() + u'\n';
+    for (int row = 1; row <= main.datali.rowCount(); ++row) {
+        for (int c = 1; c <= main.datali.columnCount(); ++c) text += main.datali.cell(row, c) + u'|';
+        text += u'\n';
+    }
+    return text;
+}
+
+/// The same choices and settings on a main form that has read nothing yet. Its start may derive a status anew.
+QString frisch(const Herdenhof& farm, const PA_Koben& like) {
+    Herdenhof other(farm.koben.Datenordner);
+    QString text;
+    other.start([&](PA_Koben& main) {
+        other.koben.Konfig_Zahl = farm.koben.Konfig_Zahl;
+        other.koben.Konfig_Text = farm.koben.Konfig_Text;
+        main.optianzeige.select(like.optianzeige.selected());
+        main.optiverkauft.select(like.optiverkauft.selected());
+        main.optisauen.select(like.optisauen.selected());
+        other.screens.log.clear();
+        main.datenschweinelesen();
+        text = inhalt(main);
+    });
+    return text;
+}
+
+class Zufall {
+public:
+    explicit Zufall(unsigned seed) : m_random(seed) {}
+    int below(int n) { return static_cast<int>(m_random() % static_cast<unsigned>(n)); }
+    template <size_t N>
+    QString eins(const char* const (&words)[N]) {
+        return QString::fromUtf8(words[below(static_cast<int>(N))]);
+    }
+
+private:
+    std::mt19937 m_random;
+};
+
+const char* const Arten[] = {"Sau", "Sau", "Sau", "Eber", "Mast", "Ferkel"};
+const char* const Nummern[] = {"7", "007", "a", "A", "ä", "Ä", "z", "", "12", "ß", "ss"};
+
+void aendern(Herdenhof& farm, Zufall& z, int animals) {
+    const auto id = [&] { return z.below(animals) + 1; };
+    switch (z.below(9)) {
+        case 0:
+            return farm.tier(z.eins(Nummern), z.eins(Arten));
+        case 1:
+            return farm.sql(QStringLiteral("delete from Sauen where ID = %1").arg(id()));
+        case 2:
+            return farm.sql(QStringLiteral("update Sauen set Abgangsdatum = %1 where ID = %2")
+                                .arg(z.below(2) ? "NULL" : "#01/02/2026#")
+                                .arg(id()));
+        case 3:
+            return farm.sql(
+                QStringLiteral("update Sauen set Nummer = '%1' where ID = %2").arg(z.eins(Nummern)).arg(id()));
+        case 4:
+            return farm.sql(QStringLiteral("update Sauen set Zugangsgewicht_kg = %1, Einkaufspreis = %1 where ID = %2")
+                                .arg(z.below(5) * 0.25)
+                                .arg(id()));
+        case 5:
+            return farm.sql(QStringLiteral("update Sauen set L_Belegung = #0%1/10/2026#, Anz_Ferkel_Lebend = %1 where "
+                                           "ID = %2")
+                                .arg(z.below(9) + 1)
+                                .arg(id()));
+        case 6: {
+            Transaction undone(farm.db);
+            farm.sql(QStringLiteral("update Sauen set Nummer = 'weg' where ID = %1").arg(id()));
+            farm.koben.herdList->datenschweinelesen();  // sees the change, which then goes
+            return;
+        }
+        case 7:
+            return farm.sql(QStringLiteral("update Sauen set Art = '%1' where ID <= %2").arg(z.eins(Arten)).arg(id()));
+        default:
+            return farm.sql(QStringLiteral("insert into Sauen (Nummer, Art, ID) values ('%1', 'Sau', %2)")
+                                .arg(z.eins(Nummern))
+                                .arg(10'000 + z.below(1'000'000)));
+    }
+}
+
+TEST(ListenauffrischungTest, zufaelligeAenderungen) {
+    Herdenhof farm;
+    Zufall z(20260715);
+    for (int i = 0; i < 60; ++i) farm.tier(z.eins(Nummern), z.eins(Arten));
+    int refreshed = 0;
+    farm.start([&](PA_Koben& main) {
+        Spaltenwache watch(main.datali);
+        for (int round = 0; round < 80 && !testing::Test::HasFailure(); ++round) {
+            if (z.below(6) == 0) main.optianzeige.select(z.below(2));
+            if (z.below(6) == 0) main.optiverkauft.select(2 * z.below(2));
+            if (z.below(5) == 0) main.datali.sortByUser(z.below(main.datali.columnCount()) + 1, z.below(2) + 1);
+            if (z.below(6) == 0) farm.koben.Konfig_Text[Text::Sortierung1] = z.below(2) ? "Nummer" : "";
+            if (z.below(6) == 0) farm.koben.Konfig_Text[Text::Sortierung2] = z.below(2) ? "L_Belegung" : "";
+            for (int i = z.below(3); i >= 0; --i) aendern(farm, z, 60);
+            const QString whole = frisch(farm, main);
+            farm.koben.herdList = &main;
+            main.datali.mark({1, 2});
+            watch.made = 0;
+            main.datenschweinelesen();
+            refreshed += watch.made == 0;
+            EXPECT_EQ(inhalt(main), whole) << "round " << round;
+            EXPECT_EQ(main.datali.row(), 1);
+            EXPECT_EQ(main.datali.markedRows(), std::vector<int>{1});
+        }
+    });
+    EXPECT_GT(refreshed, 25) << "the list is always read whole";
+}
+
+/// A long reading can be cancelled; list and choices then stand as before.
+TEST(ListenauffrischungTest, abbruchBeimLesen) {
+    Herdenhof farm;
+    farm.tier("1");
+    for (int i = 0; i < 13; ++i) farm.sql("insert into Sauen (Nummer, Art) select Nummer, Art from Sauen");
+    farm.sql("update Sauen set Art = 'Eber' where ID < 4");
+    farm.start([&](PA_Koben& main) {
+        main.optianzeige[2].click();
+        const QString before = nummern(main.datali);
+        farm.screens.onProgress = [](const QString&, int percent) { return percent < 50; };
+        main.optianzeige[1].click();
+        EXPECT_EQ(main.optianzeige.selected(), 2);
+        EXPECT_EQ(nummern(main.datali), before);
+        farm.screens.onProgress = {};
+        main.optianzeige[1].click();
+        EXPECT_EQ(main.datali.rowCount(), 8189);
+    });
+}
+
+}  // namespace
+}  // namespace koben
