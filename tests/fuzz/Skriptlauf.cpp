@@ -1,0 +1,56 @@
+// Scripts as runs of the whole program: a script is carried out as far as it goes or refused with line and reason; it
+// never takes the program down, and the run leaves a sound database.
+#include <unistd.h>
+
+#include <QBuffer>
+#include <QTemporaryDir>
+
+#include "app/Katalog.h"
+#include "store/Database.h"
+#include "tests/fuzz/Forderung.h"
+#include "tools/skript/Interpreter.h"
+
+namespace koben::fuzz {
+namespace {
+
+constexpr int Zeilen = 80;
+
+/// The script, cut short; empty where it names files outside of its own folder.
+QString harmlos(const QByteArray& bytes) {
+    const QStringList lines = QString::fromUtf8(bytes).split(u'\n').mid(0, Zeilen);
+    for (const QString& line : lines) {
+        const bool free = line.trimmed().startsWith(QStringLiteral("sql ")) || line.startsWith(u'#');
+        if (!free && (line.contains(u'/') || line.contains(QStringLiteral("..")))) return {};
+    }
+    return lines.join(u'\n');
+}
+
+}  // namespace
+}  // namespace koben::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    using namespace koben;
+    using namespace koben::fuzz;
+    static const QTemporaryDir folder(platz());
+    const QString text = harmlos(roh(data, size));
+    if (text.isEmpty() || chdir(qPrintable(folder.path())) != 0) return -1;
+    const QString data_ = folder.filePath(QStringLiteral("Daten"));
+    QDir(data_).removeRecursively();
+    QBuffer out;
+    out.open(QIODevice::WriteOnly);
+    {
+        skript::Transcript transcript(out);
+        skript::Interpreter run(katalog(), QStringLiteral("ordner %1/\n").arg(data_) + text, transcript);
+        const skript::Result result = run.run();
+        fordere(result.status >= 0 && result.status <= 2, "a status");
+        fordere(result.status == 0 || (!result.reason.isEmpty() && result.line >= 1), "no reason", text);
+        fordere(result.status != 2 || (result.reason.front().isUpper() && result.reason.contains(u' ')), "no sentence",
+                result.reason + u'\n' + text);
+    }
+    const QString database = data_ + QStringLiteral("/koben2.mdb");
+    if (!QFile::exists(database)) return 0;
+    Workspace workspace;
+    const Database db = workspace.open(database);
+    fordere(!db.tables().isEmpty(), "no tables", text);
+    return 0;
+}

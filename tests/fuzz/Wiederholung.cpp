@@ -1,0 +1,119 @@
+// Replays a corpus and seeded mutations of it on a fuzz target:  fuzz_NAME FOLDER|FILE [VARIANTS]
+// The work is done in a child process. Where that dies or hangs, the input is made again from its number, written to a
+// file and told, and the next child goes on behind it. KOBEN_ROBUST_RUNS multiplies the variants.
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QFileInfo>
+
+#include "tests/fuzz/Forderung.h"
+#include "tests/robust/Mutation.h"
+
+namespace koben::fuzz {
+namespace {
+
+constexpr unsigned Geduld = 60;     // seconds until an input counts as hanging
+constexpr qsizetype Laenge = 4096;  // of a mutated input, bytes
+constexpr int GenugFunde = 5;
+
+struct Saat {
+    QString name;
+    QByteArray bytes;
+};
+
+/// The words of a dictionary in libFuzzer's form: "text" a line, with \xNN, \\ and \".
+QByteArrayList woerter(const QString& path) {
+    QByteArrayList words;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return words;
+    for (const QByteArray& line : file.readAll().split('\n')) {
+        const qsizetype from = line.indexOf('"'), to = line.lastIndexOf('"');
+        if (line.startsWith('#') || to <= from) continue;
+        QByteArray word;
+        for (qsizetype i = from + 1; i < to; ++i) {
+            const bool escape = line[i] == '\\' && i + 1 < to;
+            if (escape && line[i + 1] == 'x')
+                word += static_cast<char>(line.mid(i + 2, 2).toInt(nullptr, 16)), i += 3;
+            else
+                word += line[escape ? ++i : i];
+        }
+        words += word;
+    }
+    return words;
+}
+
+class Wiederholung {
+public:
+    Wiederholung(const QString& path, int variants) : m_variants(variants) {
+        const QFileInfo info(path);
+        if (info.isFile()) m_seeds.push_back({info.fileName(), lies(path)});
+        for (const QFileInfo& file : QDir(path).entryInfoList(QDir::Files, QDir::Name))
+            m_seeds.push_back({file.fileName(), lies(file.filePath())});
+        m_words = woerter(path + QStringLiteral(".dict"));
+        m_at = static_cast<int*>(mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    }
+
+    int run(const char* target) {
+        fordere(!m_seeds.empty(), "no corpus");
+        int findings = 0;
+        for (*m_at = 0; *m_at < total() && findings < GenugFunde; ++*m_at) {
+            fflush(nullptr);
+            const pid_t child = fork();
+            if (child == 0) work();
+            int status = 0;
+            waitpid(child, &status, 0);
+            if (WIFEXITED(status) && WEXITSTATUS(status) == 0) break;
+            ++findings;
+            tell(target, WIFSIGNALED(status) ? WTERMSIG(status) : 0);
+        }
+        std::printf("%s: %d files, %d inputs, %d findings\n", target, static_cast<int>(m_seeds.size()),
+                    std::min(*m_at, total()), findings);
+        return findings == 0 ? 0 : 1;
+    }
+
+private:
+    int total() const { return static_cast<int>(m_seeds.size()) + m_variants; }
+    const Saat& seed(int number) const { return m_seeds[static_cast<size_t>(number) % m_seeds.size()]; }
+
+    QByteArray input(int number) const {
+        if (number < static_cast<int>(m_seeds.size())) return seed(number).bytes;
+        robust::Mutation mutation(static_cast<unsigned>(number));
+        const QByteArray& other = seed(static_cast<int>(mutation.below(total()))).bytes;
+        return mutation.of(seed(number).bytes, m_words, other).left(Laenge);
+    }
+
+    [[noreturn]] void work() {
+        for (; *m_at < total(); ++*m_at) {
+            alarm(Geduld);
+            const QByteArray bytes = input(*m_at);
+            LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.constData()),
+                                   static_cast<size_t>(bytes.size()));
+        }
+        std::exit(0);
+    }
+
+    void tell(const char* target, int signal) const {
+        const QString path = QDir::temp().filePath(QStringLiteral("%1-%2").arg(QString::fromUtf8(target)).arg(*m_at));
+        schreibe(path, input(*m_at));
+        std::fprintf(stderr, "%s: %s, variant %d: %s %d; the input is in %s\n", target, qPrintable(seed(*m_at).name),
+                     *m_at, signal == SIGALRM ? "hangs" : "signal", signal, qPrintable(path));
+    }
+
+    std::vector<Saat> m_seeds;
+    QByteArrayList m_words;
+    int m_variants;
+    int* m_at;  ///< number of the input at work, seen by both processes
+};
+
+}  // namespace
+}  // namespace koben::fuzz
+
+int main(int argc, char** argv) {
+    using namespace koben::fuzz;
+    fordere(argc > 1, "usage: fuzz_NAME FOLDER|FILE [VARIANTS]");
+    const int runs = std::max(qEnvironmentVariableIntValue("KOBEN_ROBUST_RUNS"), 1);
+    const int variants = argc > 2 ? QByteArray(argv[2]).toInt() * runs : 0;
+    return Wiederholung(QString::fromLocal8Bit(argv[1]), variants)
+        .run(qPrintable(QFileInfo(QString::fromLocal8Bit(argv[0])).fileName()));
+}
