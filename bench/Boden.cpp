@@ -1,11 +1,6 @@
 #include "bench/Boden.h"
 
-#include <sqlite3.h>
-
-#include <QDate>
-#include <memory>
 #include <stdexcept>
-#include <string>
 
 namespace koben {
 namespace {
@@ -17,216 +12,174 @@ const char* const listenfelder =
     "Zugangsgewicht_kg, Einkaufspreis, Zugangsgrund, Lieferant, Abgangsdatum, Abgangsgewicht_kg, Verkaufspreis, "
     "Abgangsgrund, Abnehmer, Infos, Aenderung, ID";
 
-/// All derived values of all animals that bookings or stored values name.
-const char* const neueWerte =
-    "CREATE TEMP TABLE neu AS WITH "
-    "f AS (SELECT Kennung k, count(*) n, sum(Ferkel_Gesamt) g, sum(Ferkel_Lebendig) l, max(Datum) d FROM Ferkelung "
-    "GROUP BY 1), "
-    "b AS (SELECT Belegung.Kennung k, max(Datum) d, sum(f.d IS NULL OR Datum >= f.d) n FROM Belegung LEFT JOIN f ON "
-    "f.k = "
-    "Belegung.Kennung GROUP BY 1), "
-    "t AS (SELECT Kennung k, max(Datum) d FROM Trächtigkeit WHERE Trächtig = 'J' GROUP BY 1), "
-    "a AS (SELECT Kennung k, max(Datum) d FROM Absetzung GROUP BY 1), "
-    "e AS (SELECT Ebernr nr, count(*) n FROM Belegung GROUP BY 1), "
-    "tiere AS (SELECT k FROM f UNION SELECT k FROM b UNION SELECT k FROM t UNION SELECT k FROM a UNION SELECT ID FROM "
-    "Sauen "
-    "WHERE Art = 'Eber') "
-    "SELECT s.ID id, CASE WHEN s.Art = 'Eber' THEN ifnull(e.n, 0) ELSE ifnull(b.n, 0) END ab, ifnull(f.n, 0) af, f.g "
-    "g, f.l l, "
-    "b.d lb, f.d lf, t.d lt, a.d la, "
-    "CASE WHEN b.d > f.d THEN NULL ELSE date(f.d, '+36 days') END nb, "
-    "CASE WHEN b.d <= f.d THEN NULL ELSE date(b.d, '+116 days') END nf "
-    "FROM tiere JOIN Sauen s ON s.ID = tiere.k LEFT JOIN f ON f.k = s.ID LEFT JOIN b ON b.k = s.ID LEFT JOIN t ON t.k "
-    "= s.ID "
-    "LEFT JOIN a ON a.k = s.ID LEFT JOIN e ON e.nr = s.Nummer";
+/// Beside those that the file has: for the filters, the search, the counters, the selection and the lists of choice.
+const char* const indexe[] = {
+    "boden_bestand ON Sauen(ID) WHERE Abgangsdatum IS NULL",
+    "boden_nummer ON Sauen(Nummer, ID) WHERE Abgangsdatum IS NULL",
+    "boden_gruppe ON Sauen(Art, Status) WHERE Abgangsdatum IS NULL",
+    "boden_art ON Sauen(Art)",
+    "boden_wahl1 ON Sauen(Gruppe)",
+    "boden_wahl2 ON Sauen(Rasse)",
+    "boden_wahl3 ON Sauen(Stallnr)",
+    "boden_plan1 ON Sauen(L_Absetzung) WHERE Abgangsdatum IS NULL",
+    "boden_plan2 ON Sauen(L_Belegung) WHERE Abgangsdatum IS NULL",
+    "boden_plan3 ON Sauen(L_Ferkelung) WHERE Abgangsdatum IS NULL",
+    "boden_ohrmarke ON Sauen(Ohrmarke) WHERE Ohrmarke <> ''",
+    "boden_selektiert ON Sauen(ID) WHERE Selektiert = 'X'",
+    "boden_zaehlung ON Sauen(Art, Anz_Belegungen, Anz_Ferkelungen, Anz_Ferkel_Gesamt, Anz_Ferkel_Lebend, Selektiert) "
+    "WHERE Abgangsdatum IS NULL",
+    "boden_sperre ON Behandlung(Wartezeit_Datum, Kennung)",
+    "boden_eber ON Belegung(Ebernr)",
+    "boden_station ON Belegung(Belegungsstation)",
+    "boden_grund ON Verluste(Grund)",
+    "boden_behandlung ON Behandlung(Behandlungsart)",
+    "boden_verabreichung ON Behandlung(Verabreichungsart)",
+    "boden_tierarzt ON Behandlung(Tierarzt)",
+    "boden_kommentar1 ON Belegung(Kommentar)",
+    "boden_kommentar2 ON Trächtigkeit(Kommentar)",
+    "boden_kommentar3 ON Ferkelung(Kommentar)",
+    "boden_kommentar4 ON Absetzung(Kommentar)",
+    "boden_kommentar5 ON Verschiebung(Kommentar)",
+    "boden_kommentar6 ON Verluste(Kommentar)",
+    "boden_kommentar7 ON Ferkelverkauf(Kommentar)",
+    "boden_kommentar8 ON Behandlung(Kommentar)"};
 
-const char* const geaenderteWerte =
-    "UPDATE Sauen SET Aenderung = CASE WHEN L_Belegung <> lb OR L_Ferkelung <> lf OR L_Absetzung <> la THEN 'X' ELSE "
-    "Aenderung END, "
-    "Anz_Belegungen = ab, Anz_Ferkelungen = af, Anz_Ferkel_Gesamt = g, Anz_Ferkel_Lebend = l, L_Belegung = lb, "
-    "L_Ferkelung = lf, "
-    "L_Trächtigkeit = lt, L_Absetzung = la, N_Belegung = nb, N_Ferkelung = nf FROM neu WHERE Sauen.ID = neu.id AND "
-    "(Anz_Belegungen IS NOT ab OR Anz_Ferkelungen IS NOT af OR Anz_Ferkel_Gesamt IS NOT g OR Anz_Ferkel_Lebend IS NOT "
-    "l OR "
-    "L_Belegung IS NOT lb OR L_Ferkelung IS NOT lf OR L_Trächtigkeit IS NOT lt OR L_Absetzung IS NOT la OR N_Belegung "
-    "IS NOT nb OR "
-    "N_Ferkelung IS NOT nf)";
-
-/// The status of the sows in stock; animals that left keep "".
-const char* const statusWerte =
-    "UPDATE Sauen SET Status = s.neu FROM (SELECT ID id, CASE WHEN ifnull(Statusabfrage, '') = 'N' THEN '' "
-    "WHEN ifnull(L_Ferkelung, '') > ifnull(L_Belegung, '') AND ifnull(L_Ferkelung, '') > ifnull(L_Absetzung, '') THEN "
-    "'S' "
-    "WHEN L_Absetzung > L_Belegung THEN 'G' WHEN ifnull(L_Belegung, '') > ifnull(L_Ferkelung, '') THEN "
-    "ifnull((SELECT CASE WHEN Datum <= L_Belegung THEN 'B' WHEN Trächtig = 'N' THEN 'B_NTG' ELSE 'B_T' END FROM "
-    "Trächtigkeit "
-    "WHERE Kennung = Sauen.ID ORDER BY Datum DESC LIMIT 1), 'B') ELSE '' END neu "
-    "FROM Sauen INDEXED BY boden_bestand WHERE Abgangsdatum IS NULL AND Art = 'Sau') s WHERE Sauen.ID = s.id AND "
-    "Sauen.Status IS NOT s.neu";
-
-class Datei {
-public:
-    explicit Datei(const QString& path) {
-        if (sqlite3_open(path.toUtf8().constData(), &m_file) != SQLITE_OK) scheitern("open");
-        // the same promises as the program's file: a write-ahead log, on the disk with each commit
-        ausfuehren("PRAGMA journal_mode = WAL");
-        ausfuehren("PRAGMA synchronous = FULL");
-        ausfuehren("PRAGMA cache_size = -65536");
-        ausfuehren("PRAGMA mmap_size = 1073741824");
-        ausfuehren("PRAGMA temp_store = MEMORY");
+void aufnehmen(sqlite3_stmt* statement, int column, std::string& inhalt) {
+    inhalt += static_cast<char>(sqlite3_column_type(statement, column));
+    if (inhalt.back() == SQLITE_TEXT) {
+        inhalt.append(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)),
+                      static_cast<size_t>(sqlite3_column_bytes(statement, column)));
+    } else {
+        const double number = sqlite3_column_double(statement, column);
+        inhalt.append(reinterpret_cast<const char*>(&number), sizeof number);
     }
-    ~Datei() { sqlite3_close(m_file); }
-    Datei(const Datei&) = delete;
-    Datei& operator=(const Datei&) = delete;
-
-    void ausfuehren(const std::string& sql) {
-        if (sqlite3_exec(m_file, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) scheitern(sql);
-    }
-
-    /// Reads all rows into one block of memory, each value as it lies in the file. The number of rows.
-    qint64 lesen(const std::string& sql) {
-        sqlite3_stmt* raw = nullptr;
-        if (sqlite3_prepare_v2(m_file, sql.c_str(), -1, &raw, nullptr) != SQLITE_OK) scheitern(sql);
-        const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> statement(raw, sqlite3_finalize);
-        const int columns = sqlite3_column_count(raw);
-        std::string inhalt;
-        qint64 rows = 0;
-        for (; sqlite3_step(raw) == SQLITE_ROW; ++rows)
-            for (int c = 0; c < columns; ++c) aufnehmen(raw, c, inhalt);
-        return rows;
-    }
-
-private:
-    static void aufnehmen(sqlite3_stmt* statement, int column, std::string& inhalt) {
-        inhalt += static_cast<char>(sqlite3_column_type(statement, column));
-        if (inhalt.back() == SQLITE_TEXT) {
-            inhalt.append(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)),
-                          static_cast<size_t>(sqlite3_column_bytes(statement, column)));
-        } else {
-            const double number = sqlite3_column_double(statement, column);
-            inhalt.append(reinterpret_cast<const char*>(&number), sizeof number);
-        }
-    }
-    [[noreturn]] void scheitern(const std::string& sql) const {
-        throw std::runtime_error(std::string(sqlite3_errmsg(m_file)) + ": " + sql);
-    }
-    sqlite3* m_file = nullptr;
-};
-
-std::string iso(QDate date) { return "'" + date.toString(Qt::ISODate).toStdString() + "'"; }
-
-class Boden {
-public:
-    Boden(const QString& path, QDate heute, const Vorlage& vorlage) : m_path(path), m_heute(heute), m_vorlage(vorlage) {
-        Datei datei(path);
-        datei.ausfuehren("CREATE INDEX boden_bestand ON Sauen(ID) WHERE Abgangsdatum IS NULL");
-        datei.ausfuehren("CREATE INDEX boden_nummer ON Sauen(Nummer, ID) WHERE Abgangsdatum IS NULL");
-        datei.ausfuehren("CREATE INDEX boden_eber ON Sauen(ID) WHERE Art = 'Eber'");
-        datei.ausfuehren("CREATE INDEX boden_kontrolle ON Trächtigkeit(Kennung, Datum)");
-    }
-
-    Messung messen() {
-        for (int i = 0; i <= m_vorlage.wiederholungen; ++i) starten(i > 0);
-        Datei datei(m_path);
-        for (int i = 0; i <= m_vorlage.wiederholungen; ++i) {
-            messe(i > 0, Arbeit::Liste, [&] { return liste(datei); });
-            for (int zeichen = 1; zeichen <= m_vorlage.nummer.size(); ++zeichen)
-                messe(i > 0, Arbeit::Suche, [&] { return suche(datei, m_vorlage.nummer.left(zeichen)); });
-            messe(i > 0, Arbeit::Belegung, [&] { return belegung(datei); });
-            messe(i > 0, Arbeit::Schliessen, [&] { return schliessen(datei); });
-            messe(i > 0, Arbeit::Arbeitsplan, [&] { return arbeitsplan(datei); });
-        }
-        const qint64 last = datei.lesen("SELECT ID FROM Sauen");  // as many rows as IDs: none was ever deleted
-        const std::string ferkel = " WHERE ID > " + std::to_string(last - MastFerkel);
-        for (int i = 0; i <= m_vorlage.wiederholungen; ++i) {
-            datei.ausfuehren("UPDATE Sauen SET Art = 'Ferkel', Abgangsdatum = NULL" + ferkel);
-            messe(i > 0, Arbeit::Mast, [&] {
-                datei.ausfuehren("UPDATE Sauen SET Art = 'Mast'" + ferkel);
-                datei.ausfuehren(statusWerte);
-                return liste(datei);
-            });
-        }
-        return m_messung;
-    }
-
-private:
-    template <class Work>
-    void messe(bool zaehlt, Arbeit arbeit, const Work& work) {
-        const Uhr uhr;
-        const qint64 zeilen = work();
-        if (zaehlt) m_messung.eintragen(arbeit, uhr.ms(), zeilen);
-    }
-
-    void starten(bool zaehlt) {
-        messe(zaehlt, Arbeit::Start, [&] {
-            Datei datei(m_path);
-            datei.ausfuehren(statusWerte);
-            return liste(datei);
-        });
-    }
-
-    static qint64 liste(Datei& datei) {
-        return datei.lesen(std::string("SELECT ") + listenfelder +
-                           " FROM Sauen INDEXED BY boden_bestand WHERE Abgangsdatum IS NULL");
-    }
-
-    static qint64 suche(Datei& datei, const QString& anfang) {
-        return datei.lesen(
-            "SELECT min(ID) FROM Sauen INDEXED BY boden_nummer WHERE Abgangsdatum IS NULL AND Nummer GLOB '" +
-            anfang.toStdString() + "*'");
-    }
-
-    qint64 belegung(Datei& datei) {
-        const std::string sau = std::to_string(m_vorlage.sau);
-        datei.ausfuehren("BEGIN IMMEDIATE");
-        datei.ausfuehren(
-            "INSERT INTO Belegung (Datum, Ebernr, Deckanzahl, Belegungart, Belegungsstation, Kosten, Kommentar, "
-            "Bemerkung, "
-            "Kennung) VALUES (" +
-            iso(m_heute) + ", 'Pi 4711', 1, 'K', '', 0, '', '', " + sau + ")");
-        datei.ausfuehren("COMMIT");
-        return datei.lesen("SELECT * FROM Belegung WHERE Kennung = " + sau + " ORDER BY Datum") > 0;
-    }
-
-    static qint64 schliessen(Datei& datei) {
-        datei.ausfuehren("BEGIN IMMEDIATE");
-        datei.ausfuehren(neueWerte);
-        datei.ausfuehren(geaenderteWerte);
-        datei.ausfuehren("DROP TABLE neu");
-        datei.ausfuehren(statusWerte);
-        datei.ausfuehren("COMMIT");
-        return liste(datei);
-    }
-
-    /// One arm for each of the four tasks of a new database: the window of a task touches the period where its
-    /// reference date lies between two days that are known beforehand.
-    qint64 arbeitsplan(Datei& datei) const {
-        const auto arm = [&](const char* name, const char* bezug, int von, int bis, const char* erledigt) {
-            const std::string b = bezug;
-            return "SELECT date(" + b + ", '+" + std::to_string(von) + " days') vom, date(" + b + ", '+" +
-                   std::to_string(bis) + " days') bis, '" + name +
-                   "', Nummer, Art, Stallnr, Gruppe FROM Sauen INDEXED BY boden_bestand WHERE "
-                   "Abgangsdatum IS NULL AND " +
-                   b + " BETWEEN " + iso(m_heute.addDays(-bis)) + " AND " + iso(m_heute.addDays(27 - von)) +
-                   " AND NOT ifnull(" + erledigt + ", '') > " + b;
-        };
-        return datei.lesen(arm("Belegung", "L_Absetzung", 4, 8, "L_Belegung") + " UNION ALL " +
-                           arm("Ferkelung", "L_Belegung", 113, 119, "L_Ferkelung") + " UNION ALL " +
-                           arm("Absetzung", "L_Ferkelung", 28, 32, "L_Absetzung") + " UNION ALL " +
-                           arm("Trächtigkeitskontr.", "L_Belegung", 20, 24, "L_Trächtigkeit") +
-                           " ORDER BY vom, bis, Nummer");
-    }
-
-    const QString m_path;
-    const QDate m_heute;
-    const Vorlage m_vorlage;
-    Messung m_messung;
-};
+}
 
 }  // namespace
 
-Messung Boden_messen(const QString& path, QDate heute, const Vorlage& vorlage) {
-    return Boden(path, heute, vorlage).messen();
+Datei::Datei(const QString& path) {
+    if (sqlite3_open(path.toUtf8().constData(), &m_file) != SQLITE_OK) scheitern("open");
+    // the same promises as the program's file: a write-ahead log, on the disk with each commit
+    for (const char* pragma : {"journal_mode = WAL", "synchronous = FULL", "cache_size = -65536",
+                               "mmap_size = 1073741824", "temp_store = MEMORY"})
+        ausfuehren(std::string("PRAGMA ") + pragma);
 }
 
+void Datei::ausfuehren(const std::string& sql) {
+    if (sqlite3_exec(m_file, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) scheitern(sql);
+}
+
+void Datei::buchen(const std::vector<std::string>& statements) {
+    ausfuehren("BEGIN IMMEDIATE");
+    for (const std::string& sql : statements) ausfuehren(sql);
+    ausfuehren("COMMIT");
+}
+
+Datei::Statement Datei::vorbereiten(const std::string& sql) {
+    sqlite3_stmt* raw = nullptr;
+    if (sqlite3_prepare_v2(m_file, sql.c_str(), -1, &raw, nullptr) != SQLITE_OK) scheitern(sql);
+    return {raw, sqlite3_finalize};
+}
+
+void Datei::schritt(sqlite3_stmt* statement) {
+    if (sqlite3_step(statement) != SQLITE_DONE) scheitern(sqlite3_sql(statement));
+    sqlite3_reset(statement);
+}
+
+void Datei::jede(const std::string& sql, const std::vector<qint64>& values) {
+    const Statement statement = vorbereiten(sql);
+    for (const qint64 value : values) {
+        sqlite3_bind_int64(statement.get(), 1, value);
+        schritt(statement.get());
+    }
+}
+
+void Datei::jede(const std::string& sql, const std::vector<std::vector<std::string>>& rows) {
+    const Statement statement = vorbereiten(sql);
+    for (const auto& row : rows) {
+        for (size_t i = 0; i < row.size(); ++i)
+            sqlite3_bind_text(statement.get(), static_cast<int>(i) + 1, row[i].data(), static_cast<int>(row[i].size()),
+                              SQLITE_STATIC);
+        schritt(statement.get());
+    }
+}
+
+qint64 Datei::lesen(const std::string& sql) {
+    const Statement statement = vorbereiten(sql);
+    const int columns = sqlite3_column_count(statement.get());
+    std::string inhalt;
+    qint64 rows = 0;
+    for (; sqlite3_step(statement.get()) == SQLITE_ROW; ++rows)
+        for (int c = 0; c < columns; ++c) aufnehmen(statement.get(), c, inhalt);
+    return rows;
+}
+
+std::vector<qint64> Datei::zahlen(const std::string& sql) {
+    const Statement statement = vorbereiten(sql);
+    std::vector<qint64> result;
+    while (sqlite3_step(statement.get()) == SQLITE_ROW) result.push_back(sqlite3_column_int64(statement.get(), 0));
+    return result;
+}
+
+void Datei::scheitern(const std::string& sql) const {
+    throw std::runtime_error(std::string(sqlite3_errmsg(m_file)) + ": " + sql);
+}
+
+void Boden_anlegen(const QString& path) {
+    Datei datei(path);
+    for (const char* table : {"Sauen", "Belegung", "Ferkelung", "Absetzung", "Trächtigkeit"})
+        for (const char* kind : {"werte", "status"})
+            for (const char* event : {"i", "u", "d", "r"})
+                datei.ausfuehren(std::string("DROP TRIGGER IF EXISTS \"koben_log_") + kind + "_" + table + "_" + event +
+                                 "\"");
+    for (const char* event : {"i", "u", "d", "r"})
+        datei.ausfuehren(std::string("DROP TRIGGER IF EXISTS koben_log_deckungen_") + event);
+    for (const char* index : indexe) datei.ausfuehren(std::string("CREATE INDEX ") + index);
+}
+
+namespace boden {
+
+std::string liste(const std::string& where) {
+    return std::string("SELECT ") + listenfelder + " FROM Sauen" + (where.empty() ? "" : " WHERE " + where);
+}
+
+std::string Bestandsliste() {
+    return std::string("SELECT ") + listenfelder + " FROM Sauen INDEXED BY boden_bestand WHERE " + bestand;
+}
+
+std::string ableiten(qint64 id) {
+    const std::string n = std::to_string(id);
+    const auto letzter = [&](const char* table, const char* where) {
+        return std::string("(SELECT max(Datum) FROM ") + table + " WHERE Kennung = " + n + where + ")";
+    };
+    return "UPDATE Sauen SET Anz_Belegungen = (SELECT count(*) FROM Belegung WHERE Kennung = " + n +
+           " AND Datum >= ifnull(w.lf, '')), Anz_Ferkelungen = w.n, Anz_Ferkel_Gesamt = w.g, Anz_Ferkel_Lebend = w.l, "
+           "L_Belegung = w.lb, L_Ferkelung = w.lf, L_Trächtigkeit = w.lt, L_Absetzung = w.la, N_Belegung = CASE WHEN "
+           "w.lb > w.lf THEN NULL ELSE date(w.lf, '+36 days') END, N_Ferkelung = CASE WHEN w.lb <= w.lf THEN NULL ELSE "
+           "date(w.lb, '+116 days') END FROM (SELECT count(*) n, sum(Ferkel_Gesamt) g, sum(Ferkel_Lebendig) l, "
+           "max(Datum) lf, " +
+           letzter("Belegung", "") + " lb, " + letzter("Trächtigkeit", " AND Trächtig = 'J'") + " lt, " +
+           letzter("Absetzung", "") + " la FROM Ferkelung WHERE Kennung = " + n + ") w WHERE ID = " + n;
+}
+
+std::string status(const std::string& where) {
+    return "UPDATE Sauen SET Status = s.neu FROM (SELECT ID id, CASE WHEN ifnull(Statusabfrage, '') = 'N' THEN '' "
+           "WHEN ifnull(L_Ferkelung, '') > ifnull(L_Belegung, '') AND ifnull(L_Ferkelung, '') > ifnull(L_Absetzung, "
+           "'') THEN 'S' WHEN L_Absetzung > L_Belegung THEN 'G' WHEN ifnull(L_Belegung, '') > ifnull(L_Ferkelung, '') "
+           "THEN ifnull((SELECT CASE WHEN Datum <= L_Belegung THEN 'B' WHEN Trächtig = 'N' THEN 'B_NTG' ELSE 'B_T' END "
+           "FROM Trächtigkeit WHERE Kennung = Sauen.ID ORDER BY Datum DESC LIMIT 1), 'B') ELSE '' END neu FROM Sauen "
+           "WHERE Abgangsdatum IS NULL AND Art = 'Sau' AND " +
+           where + ") s WHERE Sauen.ID = s.id AND Sauen.Status IS NOT s.neu";
+}
+
+std::string iso(QDate date) { return "'" + date.toString(Qt::ISODate).toStdString() + "'"; }
+
+std::string verschiedene(const std::string& table, const std::string& field) {
+    return "WITH RECURSIVE v(x) AS (SELECT min(" + field + ") FROM " + table + " UNION ALL SELECT (SELECT min(" +
+           field + ") FROM " + table + " WHERE " + field +
+           " > x) FROM v WHERE x IS NOT NULL) SELECT x FROM v WHERE x "
+           "IS NOT NULL";
+}
+
+}  // namespace boden
 }  // namespace koben

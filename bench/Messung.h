@@ -1,59 +1,82 @@
 #pragma once
-// Times of repeated work in milliseconds.
+// What a measurement is: one piece of work done by the program and by hand-written SQL, with its limit.
 #include <QDate>
 #include <QElapsedTimer>
 #include <QString>
-#include <algorithm>
-#include <map>
+#include <ctime>
+#include <functional>
 #include <vector>
 
 namespace koben {
 
-/// What is measured, in the order of the report.
-enum class Arbeit { Start, Liste, Suche, Belegung, Schliessen, Arbeitsplan, Mast };
+class Programm;
+class Datei;
 
+/// Limits in milliseconds: what the farmer does all day must not make her wait; the rest may take a moment.
+inline constexpr double taeglich = 100, selten = 1000;
+
+/// Adds up the times of one repetition; what lies between the timed parts prepares or tidies.
 class Uhr {
 public:
-    Uhr() { m_timer.start(); }
-    double ms() const { return static_cast<double>(m_timer.nsecsElapsed()) / 1e6; }
+    void los() {
+        m_timer.start();
+        m_begin = std::clock();
+    }
+    void halt() {
+        m_ms += static_cast<double>(m_timer.nsecsElapsed()) / 1e6;
+        m_cpu += static_cast<double>(std::clock() - m_begin) * 1e3 / CLOCKS_PER_SEC;
+    }
+    /// What another clock has counted so far.
+    void dazu(Uhr other) {
+        other.halt();
+        m_ms += other.m_ms;
+        m_cpu += other.m_cpu;
+    }
+    template <class Work>
+    void messen(const Work& work) {
+        los();
+        work();
+        halt();
+    }
+    double ms() const { return m_ms; }
+    double cpu() const { return m_cpu; }  ///< of the process: without waiting for the disk or for other programs
 
 private:
     QElapsedTimer m_timer;
+    std::clock_t m_begin = 0;
+    double m_ms = 0, m_cpu = 0;
 };
 
-/// The times of one side, and how many rows came out, so that both sides can be held against each other.
-class Messung {
-public:
-    void eintragen(Arbeit arbeit, double ms, qint64 zeilen) {
-        m_zeiten[arbeit].push_back(ms);
-        m_zeilen[arbeit] = zeilen;
-    }
-    double median(Arbeit arbeit) const {
-        const auto found = m_zeiten.find(arbeit);
-        if (found == m_zeiten.end()) return 0;
-        std::vector<double> zeiten = found->second;
-        const auto mitte = zeiten.begin() + static_cast<std::ptrdiff_t>(zeiten.size() / 2);
-        std::nth_element(zeiten.begin(), mitte, zeiten.end());
-        return *mitte;
-    }
-    qint64 zeilen(Arbeit arbeit) const {
-        const auto found = m_zeilen.find(arbeit);
-        return found == m_zeilen.end() ? 0 : found->second;
-    }
+/// When the program starts, or the floor opens its file: once for all repetitions, or anew for each.
+enum class Anlauf { Einmal, JedesMal };
 
-private:
-    std::map<Arbeit, std::vector<double>> m_zeiten;
-    std::map<Arbeit, qint64> m_zeilen;
+/// A row of the report. Both sides do the work once, time it, and say how many rows came out.
+struct Zeile {
+    QString name;
+    double grenze;  ///< ms
+    std::function<qint64(Programm&, Uhr&)> programm;
+    std::function<qint64(Datei&, Uhr&)> boden;
+    Anlauf anlauf = Anlauf::Einmal;
 };
 
-/// The animal whose number is typed, and the sow that is served.
-struct Vorlage {
-    QString nummer;
-    qint64 sau = 0;
-    int wiederholungen = 7;
+/// What the rows are tried on. Made from the farm before anything is measured.
+struct Probe {
+    QDate heute;
+    QString nummer;   ///< of an animal far down the list, to be searched for
+    qint64 sau = 0;   ///< a suckling sow: a service changes her status
+    QString partner;  ///< number of another sow in stock
+    qint64 letztesTier = 0;
 };
 
-/// Makes the last animals of the farm piglets in stock, to be led as fattening pigs together.
-inline constexpr int MastFerkel = 50000;
+/// So many sows are booked together, so many piglets sold, led as fattening pigs, and imported.
+inline constexpr int Sammelzahl = 200, Verkaufszahl = 240, Mastzahl = 50000, Importzahl = 100000;
+
+// The rows, by theme, in the order of the report; later ones change the herd more.
+std::vector<Zeile> Zeilen_Liste(const Probe& probe);
+std::vector<Zeile> Zeilen_Zyklus(const Probe& probe);
+std::vector<Zeile> Zeilen_Buchung(const Probe& probe);
+std::vector<Zeile> Zeilen_Plan(const Probe& probe);
+std::vector<Zeile> Zeilen_Ferkel(const Probe& probe);
+std::vector<Zeile> Zeilen_Masse(const Probe& probe);
 
 }  // namespace koben

@@ -12,18 +12,19 @@ class StilleScreens final : public Screens {
 public:
     /// What is done in a form, by its name. Forms without an entry close at once.
     std::map<QString, std::function<void(Form&)>> ablauf;
+    QString datei;  ///< what the dialog for a file to open answers
 
     void message(const QString&) override {}
     bool yesNo(const QString&, bool) override { return true; }
     bool okCancel(const QString&) override { return true; }
-    QString input(const QString&, const QString&) override { return {}; }
-    QString openFile(const QString&) override { return {}; }
+    QString input(const QString&, const QString&, const QString&) override { return {}; }
+    QString openFile(const QString&) override { return datei; }
     QString saveFile(const QString&, const QString&) override { return {}; }
     QString folder(const QString&) override { return {}; }
     void opened(Form&) override {}
     void run(Form& form) override {
         const auto found = ablauf.find(form.name());
-        if (found != ablauf.end()) found->second(form);
+        if (found != ablauf.end()) std::function(found->second)(form);  // a copy: the work may set itself anew
         form.close();
     }
     void closed(Form&) override {}
