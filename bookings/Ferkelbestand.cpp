@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "core/PZ_Koben_Subs.h"
+#include "core/Umfang.h"
 
 namespace koben {
 
@@ -92,19 +93,11 @@ bool Ferkelbestand::Bestand_bestaetigt(Koben& koben) const {
 
 /// The IDs of the marked piglets as first and last of unbroken runs: piglets come into the stock by the litter or the
 /// lorry, so a whole pen is one run and costs one statement.
-std::vector<std::pair<qint64, qint64>> Ferkelbestand::spannen() const {
+std::vector<qint64> Ferkelbestand::markierte() const {
     const int column = m_gridli.columnOf(u"ID");
     std::vector<qint64> ids;
     for (int row : m_gridli.markedRows()) ids.push_back(m_gridli.integer(row, column));
-    std::sort(ids.begin(), ids.end());
-    std::vector<std::pair<qint64, qint64>> runs;
-    for (qint64 id : ids) {
-        if (!runs.empty() && id == runs.back().second + 1)
-            runs.back().second = id;
-        else
-            runs.emplace_back(id, id);
-    }
-    return runs;
+    return ids;
 }
 
 bool Ferkelbestand::ausbuchen(const Database& db, const Abgang& fields) {
@@ -121,7 +114,7 @@ bool Ferkelbestand::ausbuchen(const Database& db, const Abgang& fields) {
                                              : QStringLiteral("delete from Sauen")) +
                                      QStringLiteral(" where ID >= ? and ID <= ?"));
     int touched = 0;
-    for (const auto& [first, last] : spannen()) {
+    for (const auto& [first, last] : spannen(markierte())) {
         std::vector<Value> run = values;
         run.emplace_back(first);
         run.emplace_back(last);

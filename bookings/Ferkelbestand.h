@@ -47,7 +47,7 @@ private:
     class Summe;
     void gridli_Click();
     void erste_markieren();
-    std::vector<std::pair<qint64, qint64>> spannen() const;
+    std::vector<qint64> markierte() const;
 
     Grid& m_gridli;
     OptionGroup& m_verbleib;

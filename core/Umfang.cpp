@@ -1,5 +1,7 @@
 #include "core/Umfang.h"
 
+#include <algorithm>
+
 namespace koben {
 
 const QString abgeleitet = QStringLiteral(
@@ -27,6 +29,18 @@ std::vector<std::span<const qint64>> gruppen(const std::vector<qint64>& ids) {
         left = left.subspan(size);
     }
     return result;
+}
+
+std::vector<std::pair<qint64, qint64>> spannen(std::vector<qint64> ids) {
+    std::sort(ids.begin(), ids.end());
+    std::vector<std::pair<qint64, qint64>> runs;
+    for (const qint64 id : ids) {
+        if (!runs.empty() && id <= runs.back().second + 1)
+            runs.back().second = id;
+        else
+            runs.emplace_back(id, id);
+    }
+    return runs;
 }
 
 std::optional<std::vector<qint64>> geaenderte(const ChangeLog& log, const QString& basis) {

@@ -1,7 +1,8 @@
 #pragma once
-// What the two halves of the cycle engine share: which animals a pass is about.
+// Which animals a statement is about: all, some by ID, or runs of IDs.
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "store/ChangeLog.h"
@@ -26,6 +27,9 @@ private:
 
 /// Parts of at most Umfang::Groesse.
 std::vector<std::span<const qint64>> gruppen(const std::vector<qint64>& ids);
+
+/// The runs of consecutive IDs among these, first and last: a statement for a run is far quicker than one an animal.
+std::vector<std::pair<qint64, qint64>> spannen(std::vector<qint64> ids);
 
 /// The animals with changes; nothing where the whole herd is to be derived, which is quicker for very many.
 std::optional<std::vector<qint64>> geaenderte(const ChangeLog& log, const QString& basis);

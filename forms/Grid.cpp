@@ -305,10 +305,13 @@ void Grid::sortBy(const QString& keys) {
 void Grid::sort(int column, int direction) {
     if (column < 1 || column > columnCount() || (direction != 1 && direction != 2)) return;
     const int current = m_row > 0 ? m_order[static_cast<size_t>(m_row - 1)] : -1;
-    std::stable_sort(m_order.begin(), m_order.end(), [&](int a, int b) {
-        const int order = compare(a, b, column);
-        return direction == 1 ? order < 0 : order > 0;
-    });
+    if (m_bound && m_changed.isEmpty())
+        m_table.sort(m_order, m_fieldOf[static_cast<size_t>(column - 1)], direction == 2);
+    else
+        std::stable_sort(m_order.begin(), m_order.end(), [&](int a, int b) {
+            const int order = compare(a, b, column);
+            return direction == 1 ? order < 0 : order > 0;
+        });
     m_sortColumn = column;
     m_sortDirection = direction;
     if (current >= 0)

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "core/PZ_Koben_Subs.h"
+#include "core/Umfang.h"
 #include "herd/PA_Koben.h"
 
 namespace koben {
@@ -28,8 +29,8 @@ std::vector<qint64> PA_Koben::markedAnimals(QStringView art) const {
 
 /// Sets one field of these animals, within the caller's transaction.
 void PA_Koben::setForAll(const std::vector<qint64>& animals, const QString& field, const QString& value) {
-    Statement update = m_db.prepare(QStringLiteral("update Sauen set %1 = ? where ID = ?").arg(field));
-    for (qint64 id : animals) update.run({value, id});
+    Statement update = m_db.prepare(QStringLiteral("update Sauen set %1 = ? where ID >= ? and ID <= ?").arg(field));
+    for (const auto& [first, last] : spannen(animals)) update.run({value, first, last});
 }
 
 void PA_Koben::Schweine_selektieren() {

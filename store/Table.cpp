@@ -1,5 +1,6 @@
 #include "store/Table.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -200,6 +201,38 @@ std::string_view ColumnStore::utf8(size_t row) const {
     return m_layout == Layout::Text && !isNull(row) ? entry(m_numbers[row]) : std::string_view();
 }
 
+/// Each different text is put in order once, by its sort key, of which the first eight bytes decide nearly always.
+std::vector<quint32> ColumnStore::ranks() const {
+    struct Key {
+        quint64 head;
+        quint32 number;
+        size_t from, size;
+    };
+    std::string bytes;
+    std::vector<Key> keys;
+    keys.reserve(m_ends.size());
+    for (quint32 number = 0; number < m_ends.size(); ++number) {
+        const QByteArray key = sortKey(entry(number));
+        quint64 head = 0;
+        for (qsizetype i = 0; i < 8; ++i) head = head << 8 | (i < key.size() ? static_cast<quint8>(key[i]) : 0U);
+        keys.push_back({head, number, bytes.size(), static_cast<size_t>(key.size())});
+        bytes.append(key.constData(), static_cast<size_t>(key.size()));
+    }
+    const auto whole = [&](const Key& k) { return std::string_view(bytes).substr(k.from, k.size); };
+    std::sort(keys.begin(), keys.end(),
+              [&](const Key& a, const Key& b) { return a.head != b.head ? a.head < b.head : whole(a) < whole(b); });
+    std::vector<quint32> byNumber(m_ends.size());
+    quint32 rank = 0;
+    for (size_t i = 0; i < keys.size(); ++i) {
+        if (i == 0 || whole(keys[i]) != whole(keys[i - 1])) ++rank;
+        byNumber[keys[i].number] = rank;
+    }
+    std::vector<quint32> result;
+    result.reserve(m_numbers.size());
+    for (const quint32 number : m_numbers) result.push_back(number == kTextNull ? 0 : byNumber[number]);
+    return result;
+}
+
 std::string_view ColumnStore::entry(quint32 number) const {
     const size_t from = number == 0 ? 0 : m_ends[number - 1];
     return std::string_view(m_arena).substr(from, m_ends[number] - from);
@@ -268,6 +301,16 @@ qint64 Table::integer(int row, int column) const {
 
 int Table::compare(int rowA, int rowB, int column) const {
     return (*m_data->columns)[static_cast<size_t>(column)].compare(m_data->rowAt(rowA), m_data->rowAt(rowB));
+}
+
+void Table::sort(std::vector<int>& rows, int column, bool down) const {
+    const ColumnStore& store = (*m_data->columns)[static_cast<size_t>(column)];
+    const auto by = [&](auto order) {
+        std::stable_sort(rows.begin(), rows.end(), [&](int a, int b) { return down ? order(b, a) : order(a, b); });
+    };
+    if (!store.isText()) return by([&](int a, int b) { return store.compare(m_data->rowAt(a), m_data->rowAt(b)) < 0; });
+    const std::vector<quint32> ranks = store.ranks();
+    by([&](int a, int b) { return ranks[m_data->rowAt(a)] < ranks[m_data->rowAt(b)]; });
 }
 
 void Table::append(const Table& rows) {

@@ -28,6 +28,8 @@ public:
     qint64 integer(int row, int column) const;
     /// Below 0, 0, above 0: the order of the type, texts in the engine's order, Null first.
     int compare(int rowA, int rowB, int column) const;
+    /// Sorts row numbers by a column as compare() has it; rows equal in it keep their order.
+    void sort(std::vector<int>& rows, int column, bool down) const;
     void removeRow(int row);
     /// Adds the rows of a table with the same fields at the end. Copies made before stay as they are.
     void append(const Table& rows);

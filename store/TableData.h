@@ -28,6 +28,8 @@ public:
     qint64 integer(size_t row) const;
     int compare(size_t a, size_t b) const;
     std::string_view utf8(size_t row) const;
+    /// For a column of texts: what stands higher has the higher number, equal texts the same; Null has 0.
+    std::vector<quint32> ranks() const;
     bool isText() const { return m_layout == Layout::Text; }
 
 private:

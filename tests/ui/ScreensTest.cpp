@@ -4,7 +4,10 @@
 #include <QAbstractButton>
 #include <QFile>
 #include <QMessageBox>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QTemporaryDir>
+#include <QThread>
 #include <QTimer>
 
 #include "tests/ui/Support.h"
@@ -54,6 +57,31 @@ TEST_F(ScreensTest, FormsRunAboveEachOtherUntilTheyClose) {
     EXPECT_EQ(log, (QStringList{QStringLiteral("innen"), QStringLiteral("zurück")}));
     EXPECT_EQ(outer.activations, 2) << "shown, and after the form above had closed";
     EXPECT_TRUE(inner.closed() && outer.closed());
+}
+
+/// Work that goes on gets a bar with a cancel; short work shows nothing, and the next work begins afresh.
+TEST_F(ScreensTest, LongWorkShowsABarThatCancels) {
+    const auto bar = [] {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (auto* dialog = qobject_cast<QProgressDialog*>(window); dialog && dialog->isVisible()) return dialog;
+        return static_cast<QProgressDialog*>(nullptr);
+    };
+    {
+        Progress work(koben, QStringLiteral("Die Liste wird gelesen ..."), 200);
+        EXPECT_TRUE(work.step(1));
+        EXPECT_EQ(bar(), nullptr) << "at once";
+        QThread::msleep(700);
+        EXPECT_TRUE(work.step(20));
+        ASSERT_NE(bar(), nullptr);
+        EXPECT_EQ(bar()->labelText(), QStringLiteral("Die Liste wird gelesen ..."));
+        soon([&] { bar()->findChild<QPushButton*>()->click(); });
+        EXPECT_FALSE(work.step(40));
+        EXPECT_TRUE(work.cancelled());
+        EXPECT_FALSE(work.step(60));
+    }
+    EXPECT_EQ(bar(), nullptr);
+    Progress next(koben, QStringLiteral("Die Liste wird gelesen ..."), 200);
+    EXPECT_TRUE(next.step(20));
 }
 
 TEST_F(ScreensTest, QuestionsHaveASafeAnswer) {
