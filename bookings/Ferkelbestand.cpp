@@ -91,8 +91,6 @@ bool Ferkelbestand::Bestand_bestaetigt(Koben& koben) const {
                        "werden?"));
 }
 
-/// The IDs of the marked piglets as first and last of unbroken runs: piglets come into the stock by the litter or the
-/// lorry, so a whole pen is one run and costs one statement.
 std::vector<qint64> Ferkelbestand::markierte() const {
     const int column = m_gridli.columnOf(u"ID");
     std::vector<qint64> ids;
@@ -114,6 +112,7 @@ bool Ferkelbestand::ausbuchen(const Database& db, const Abgang& fields) {
                                              : QStringLiteral("delete from Sauen")) +
                                      QStringLiteral(" where ID >= ? and ID <= ?"));
     int touched = 0;
+    // piglets come into the stock by the litter or the lorry, so a whole pen is one run and costs one statement
     for (const auto& [first, last] : spannen(markierte())) {
         std::vector<Value> run = values;
         run.emplace_back(first);

@@ -123,11 +123,15 @@ QString PA_Koben::listQuery(const std::vector<qint64>& only) const {
 /// or the user cancels, the list stays as it is and usable.
 void PA_Koben::datenschweinelesen() {
     const auto changed = m_watch.take(HoechstensEinzeln);
+    const QString sql = listQuery();
+    // Until it is read, nothing is known of the list: what was taken from the watch would be missed the next time.
+    const bool same = std::exchange(m_gelesen, QString()) == sql;
     std::optional<Table> table;
-    if (const bool same = changed && m_gelesen == listQuery(); !same || !Liste_auffrischen(*changed)) {
-        table = Liste_lesen();
+    if (!changed || !same || !Liste_auffrischen(*changed)) {
+        table = Liste_lesen(sql);
         if (!table) return Filter_zuruecknehmen();
     }
+    m_gelesen = sql;
     Menues_sperren(false);
     const bool sows = optianzeige.selected() == 1;
     Label2.setVisible(sows);
@@ -167,15 +171,11 @@ bool PA_Koben::Liste_auffrischen(const std::vector<qint64>& ids) {
 }
 
 /// Nothing where the user cancels.
-std::optional<Table> PA_Koben::Liste_lesen() {
+std::optional<Table> PA_Koben::Liste_lesen(const QString& sql) {
     const qint64 most = m_db.table(QStringLiteral("select max(ID) as hoechste from Sauen")).integer(0, 0);
     Progress progress(koben, QStringLiteral("Die Liste wird gelesen ..."), most);
-    const QString sql = listQuery();
     auto table = m_db.table(sql, [&](qint64 rows) { return progress.step(rows); });
-    if (table) {
-        m_gelesen = sql;
-        m_filter = {optianzeige.selected(), optiverkauft.selected(), optisauen.selected()};
-    }
+    if (table) m_filter = {optianzeige.selected(), optiverkauft.selected(), optisauen.selected()};
     return table;
 }
 

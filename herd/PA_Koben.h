@@ -79,7 +79,7 @@ private:
     QString listQuery(const std::vector<qint64>& only = {}) const;
     std::vector<Grid::Order> Listenordnung() const;
     bool Liste_auffrischen(const std::vector<qint64>& ids);
-    std::optional<Table> Liste_lesen();
+    std::optional<Table> Liste_lesen(const QString& sql);
     void Liste_zeigen(const Table& table);
     void Filter_zuruecknehmen();
     void zaehlen();

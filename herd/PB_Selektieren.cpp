@@ -97,7 +97,7 @@ QString PB_Selektieren::condition(int rule) const {
 void PB_Selektieren::entselekt_Click(int rule) {
     const WaitCursor wait(koben);
     Transaction action(m_db);
-    if (rule == Unselect || kon.checked())  // the others are read by nobody, and are most of a large farm
+    if (rule == Unselect || kon.checked())  // the other rows, most of a large farm, have it already
         m_db.execute(QStringLiteral("update Sauen set Selektiert = '' where Selektiert IS NULL or Selektiert <> ''"));
     if (rule != Unselect)
         m_db.execute(QStringLiteral("update Sauen set Selektiert = 'X' where Abgangsdatum IS NULL") + condition(rule));

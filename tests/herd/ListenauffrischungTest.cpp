@@ -136,6 +136,18 @@ TEST(ListenauffrischungTest, abbruchBeimLesen) {
         EXPECT_EQ(main.optianzeige.selected(), 2);
         EXPECT_EQ(nummern(main.datali), before);
         farm.screens.onProgress = {};
+        // what changed before a reading that was cancelled is seen by the next one
+        main.optianzeige[0].click();
+        farm.sql("update Sauen set Infos = 'x'");  // too many to be read one by one
+        farm.screens.onProgress = [](const QString&, int) { return false; };
+        main.datenschweinelesen();
+        EXPECT_EQ(main.datali.cell(1, u"Infos"), "");
+        farm.screens.onProgress = {};
+        farm.sql("update Sauen set Nummer = 'neu' where ID = 2");
+        main.datenschweinelesen();
+        EXPECT_EQ(main.datali.cell(1, u"Infos"), "x");
+        EXPECT_EQ(main.datali.cell(2, u"Nummer"), "neu");
+        main.optianzeige[2].click();
         main.optianzeige[1].click();
         EXPECT_EQ(main.datali.rowCount(), 8189);
     });
