@@ -212,7 +212,7 @@ void PA_Koben::Activate() {
 }
 
 void PA_Koben::Erststart_hinweisen() {
-    if (datali.rowCount() == 0)
+    if (datali.rowCount() == 0 && !m_gelesen.isEmpty())  // and not because the reading was cancelled
         koben.message(QStringList{QStringLiteral("HINWEIS!!!"), QString(),
                                   QStringLiteral("Die 'ersten Schritte' mit KOBEN sowie eine Kurzbeschreibung aller "
                                                  "Hauptmenuepunkte können Sie unter der Hilfe nachlesen."),
