@@ -139,6 +139,19 @@ void Boden_anlegen(const QString& path) {
 
 namespace boden {
 
+namespace {
+
+/// Counters and days from the row `w` of what the bookings give.
+std::string abgeleitet(int tageFerkelungBelegung) {
+    return ", Anz_Ferkelungen = w.n, Anz_Ferkel_Gesamt = w.g, Anz_Ferkel_Lebend = w.l, L_Belegung = w.lb, "
+           "L_Ferkelung = w.lf, L_Trächtigkeit = w.lt, L_Absetzung = w.la, N_Belegung = CASE WHEN w.lb > w.lf THEN "
+           "NULL ELSE date(w.lf, '+" +
+           std::to_string(tageFerkelungBelegung) +
+           " days') END, N_Ferkelung = CASE WHEN w.lb <= w.lf THEN NULL ELSE date(w.lb, '+116 days') END";
+}
+
+}  // namespace
+
 std::string liste(const std::string& where) {
     return std::string("SELECT ") + listenfelder + " FROM Sauen" + (where.empty() ? "" : " WHERE " + where);
 }
@@ -153,13 +166,24 @@ std::string ableiten(qint64 id) {
         return std::string("(SELECT max(Datum) FROM ") + table + " WHERE Kennung = " + n + where + ")";
     };
     return "UPDATE Sauen SET Anz_Belegungen = (SELECT count(*) FROM Belegung WHERE Kennung = " + n +
-           " AND Datum >= ifnull(w.lf, '')), Anz_Ferkelungen = w.n, Anz_Ferkel_Gesamt = w.g, Anz_Ferkel_Lebend = w.l, "
-           "L_Belegung = w.lb, L_Ferkelung = w.lf, L_Trächtigkeit = w.lt, L_Absetzung = w.la, N_Belegung = CASE WHEN "
-           "w.lb > w.lf THEN NULL ELSE date(w.lf, '+36 days') END, N_Ferkelung = CASE WHEN w.lb <= w.lf THEN NULL ELSE "
-           "date(w.lb, '+116 days') END FROM (SELECT count(*) n, sum(Ferkel_Gesamt) g, sum(Ferkel_Lebendig) l, "
-           "max(Datum) lf, " +
+           " AND Datum >= ifnull(w.lf, ''))" + abgeleitet(36) +
+           " FROM (SELECT count(*) n, sum(Ferkel_Gesamt) g, sum(Ferkel_Lebendig) l, max(Datum) lf, " +
            letzter("Belegung", "") + " lb, " + letzter("Trächtigkeit", " AND Trächtig = 'J'") + " lt, " +
            letzter("Absetzung", "") + " la FROM Ferkelung WHERE Kennung = " + n + ") w WHERE ID = " + n;
+}
+
+std::string alle_ableiten(int tageFerkelungBelegung) {
+    const auto letzter = [](const char* table, const char* where, const char* name) {
+        return std::string(" LEFT JOIN (SELECT Kennung, max(Datum) ") + name + " FROM " + table + where +
+               " GROUP BY Kennung) " + name + " ON " + name + ".Kennung = t.ID";
+    };
+    return "UPDATE Sauen SET Anz_Belegungen = w.b" + abgeleitet(tageFerkelungBelegung) +
+           " FROM (SELECT t.ID id, n, g, l, lf, lb, lt, la, (SELECT count(*) FROM Belegung WHERE Kennung = t.ID AND "
+           "Datum >= ifnull(lf, '')) b FROM Sauen t LEFT JOIN (SELECT Kennung, count(*) n, sum(Ferkel_Gesamt) g, "
+           "sum(Ferkel_Lebendig) l, max(Datum) lf FROM Ferkelung GROUP BY Kennung) f ON f.Kennung = t.ID" +
+           letzter("Belegung", "", "lb") + letzter("Trächtigkeit", " WHERE Trächtig = 'J'", "lt") +
+           letzter("Absetzung", "", "la") +
+           " WHERE t.Art = 'Sau') w WHERE Sauen.ID = w.id AND (lb IS NOT NULL OR lf IS NOT NULL)";
 }
 
 std::string status(const std::string& where) {

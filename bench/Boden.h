@@ -50,6 +50,8 @@ inline const std::string bestand = "Abgangsdatum IS NULL";
 std::string Bestandsliste();
 /// Counters, latest and next days of one animal.
 std::string ableiten(qint64 id);
+/// The same for all sows, with so many days from a farrowing to the next service.
+std::string alle_ableiten(int tageFerkelungBelegung);
 /// The status of the sows in stock that meet the condition; animals that left keep "".
 std::string status(const std::string& where);
 std::string iso(QDate date);

@@ -39,6 +39,10 @@ void Programm::Liste_zeigen() {
     koben().herdList->datenschweinelesen();
 }
 
+void Programm::zeigen(int verkauft) {
+    if (auto& option = steuer<Option>(haupt(), "optiverkauft", verkauft); !option.selected()) option.click();
+}
+
 void Programm::waehlen(qint64 id) {
     Grid& list = liste();
     const int column = list.columnOf(u"ID");

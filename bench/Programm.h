@@ -40,9 +40,13 @@ public:
     void wenn(const char* form, const std::function<void(Form&)>& work);
     /// The file that the next file dialogs give.
     void datei(const QString& path) { m_screens.datei = path; }
+    /// What the next input boxes give.
+    void eingabe(const QString& text) { m_screens.eingabe = text; }
 
     /// The list anew as the filters stand (at the start all animals in stock), unsorted.
     void Liste_zeigen();
+    /// Animals in stock, gone ones, or all, by the number of the choice.
+    void zeigen(int verkauft);
     /// Makes an animal of the list the current row.
     void waehlen(qint64 id);
 

@@ -12,12 +12,13 @@ class StilleScreens final : public Screens {
 public:
     /// What is done in a form, by its name. Forms without an entry close at once.
     std::map<QString, std::function<void(Form&)>> ablauf;
-    QString datei;  ///< what the dialog for a file to open answers
+    QString datei;    ///< what the dialog for a file to open answers
+    QString eingabe;  ///< what input boxes answer
 
     void message(const QString&) override {}
     bool yesNo(const QString&, bool) override { return true; }
     bool okCancel(const QString&) override { return true; }
-    QString input(const QString&, const QString&, const QString&) override { return {}; }
+    QString input(const QString&, const QString&, const QString&) override { return eingabe; }
     QString openFile(const QString&) override { return datei; }
     QString saveFile(const QString&, const QString&) override { return {}; }
     QString folder(const QString&) override { return {}; }

@@ -61,7 +61,7 @@ Zeile sortieren(const char* what, const char* field, bool alles) {
         QStringLiteral("sort %1: %2").arg(QString::fromUtf8(alles ? "everything" : "stock"), QString::fromUtf8(what)),
         alles ? selten : taeglich,
         [=](Programm& p, Uhr& uhr) {
-            if (Option& option = wahl(p, "optiverkauft", alles ? 2 : 0); !option.selected()) option.click();
+            p.zeigen(alles ? 2 : 0);
             p.Liste_zeigen();
             Grid& list = p.liste();
             const int column = list.columnOf(QString::fromUtf8(field));

@@ -1,5 +1,6 @@
-// Work on very many animals at once: piglets led as fattening pigs, and the import.
+// Work on very many animals at once, and on the whole file.
 #include <QFile>
+#include <numeric>
 
 #include "bench/Boden.h"
 #include "bench/Programm.h"
@@ -104,8 +105,82 @@ Zeile importieren() {
         Anlauf::JedesMal};
 }
 
+/// All animals ever are marked and selected, until the list stands anew.
+Zeile auswaehlen() {
+    return {QStringLiteral("selection of all animals ever"), selten,
+            [](Programm& p, Uhr& uhr) {
+                p.zeigen(2);
+                Database(p.koben().Hauptdatenbank).execute(QStringLiteral("update Sauen set Selektiert = ''"));
+                Grid& list = p.liste();
+                std::vector<int> rows(static_cast<size_t>(list.rowCount()));
+                std::iota(rows.begin(), rows.end(), 1);
+                list.mark(rows);
+                uhr.messen([&] {
+                    steuer<MenuEntry>(p.haupt(), "XB_markierteschweineselektieren").click();
+                    anschauen(list);
+                });
+                return list.rowCount();
+            },
+            [](Datei& datei, Uhr& uhr) {
+                datei.ausfuehren("UPDATE Sauen SET Selektiert = ''");
+                qint64 rows = 0;
+                uhr.messen([&] {
+                    datei.ausfuehren("UPDATE Sauen SET Selektiert = 'X'");
+                    rows = datei.lesen(boden::liste(""));
+                });
+                return rows;
+            }};
+}
+
+/// All numbers get one character more, until the list of stock stands anew.
+Zeile verlaengern() {
+    constexpr int shortest = 9;
+    return {QStringLiteral("numbers of fixed length"), selten,
+            [length = shortest](Programm& p, Uhr& uhr) mutable {
+                p.zeigen(0);
+                p.eingabe(QString::number(length++));
+                uhr.messen([&] {
+                    steuer<MenuEntry>(p.haupt(), "XB_Feste_Saunummer_zuordnen").click();
+                    anschauen(p.liste());
+                });
+                return p.liste().rowCount();
+            },
+            [length = shortest](Datei& datei, Uhr& uhr) mutable {
+                const std::string n = std::to_string(length++);
+                qint64 rows = 0;
+                uhr.messen([&] {
+                    datei.ausfuehren("UPDATE Sauen SET Nummer = substr('000000000000000' || Nummer, -" + n +
+                                     ") WHERE length(Nummer) < " + n);
+                    rows = datei.lesen(boden::Bestandsliste());
+                });
+                return rows;
+            }};
+}
+
+/// The tidied and checked copy that takes the place of the database.
+Zeile komprimieren() {
+    return {QStringLiteral("compaction"), selten,
+            [](Programm& p, Uhr& uhr) {
+                uhr.messen([&] { steuer<MenuEntry>(p.haupt(), "O_Datenbankkomprimieren").click(); });
+                return 1;
+            },
+            [](Datei& datei, Uhr& uhr) {
+                const QString path = QStringLiteral(KOBEN_BENCH_CACHE "/komprimiert.mdb");
+                QFile::remove(path);
+                uhr.messen([&] {
+                    datei.ausfuehren("VACUUM INTO '" + path.toStdString() + "'");
+                    Datei(path).zahlen("PRAGMA integrity_check(1)");
+                });
+                QFile::remove(path);
+                return 1;
+            },
+            Anlauf::JedesMal};
+}
+
 }  // namespace
 
-std::vector<Zeile> Zeilen_Masse(const Probe& probe) { return {mast(probe), importieren()}; }
+std::vector<Zeile> Zeilen_Masse(const Probe& probe) {
+    return {mast(probe), importieren(), auswaehlen(), verlaengern(), komprimieren()};
+}
 
 }  // namespace koben

@@ -67,6 +67,33 @@ Zeile schliessen(const char* name, const Probe& probe, int services) {
             }};
 }
 
+/// Shuts the frame after the days of the cycle were set anew, so that every sow gets other next days.
+Zeile Neu_ableiten(const Probe& probe) {
+    return {QStringLiteral("closing the frame, new settings"), selten,
+            [sow = probe.sau](Programm& p, Uhr& uhr) {
+                p.waehlen(sow);
+                p.koben().Buchungsart_Nr = 0;
+                qint16& days = p.koben().Konfig_Zahl[Zahl::TageFerkelungBelegung];
+                days = days == 36 ? 37 : 36;
+                p.oeffnen("PE_Bewegungsdaten", [&](Form& frame) {
+                    uhr.los();
+                    steuer<Button>(frame, "cmdschließen").click();
+                });
+                anschauen(p.liste());
+                uhr.halt();
+                return p.liste().rowCount();
+            },
+            [days = 36](Datei& datei, Uhr& uhr) mutable {
+                days = days == 36 ? 37 : 36;
+                qint64 rows = 0;
+                uhr.messen([&] {
+                    datei.buchen({boden::alle_ableiten(days)});
+                    rows = datei.lesen(boden::Bestandsliste());
+                });
+                return rows;
+            }};
+}
+
 }  // namespace
 
 std::vector<Zeile> Zeilen_Zyklus(const Probe& probe) {
@@ -75,7 +102,8 @@ std::vector<Zeile> Zeilen_Zyklus(const Probe& probe) {
             Status_setzen("status pass, one sow", taeglich, QStringLiteral("ID = %1").arg(probe.sau)),
             Status_setzen("status pass, all sows", selten, QStringLiteral("Art = 'Sau' and Abgangsdatum IS NULL")),
             schliessen("closing the frame, nothing booked", probe, 0),
-            schliessen("closing the frame, one service", probe, 1)};
+            schliessen("closing the frame, one service", probe, 1),
+            Neu_ableiten(probe)};
 }
 
 }  // namespace koben

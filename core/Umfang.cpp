@@ -31,11 +31,11 @@ std::vector<std::span<const qint64>> gruppen(const std::vector<qint64>& ids) {
     return result;
 }
 
-std::vector<std::pair<qint64, qint64>> spannen(std::vector<qint64> ids) {
+std::vector<std::pair<qint64, qint64>> spannen(std::vector<qint64> ids, qint64 most) {
     std::sort(ids.begin(), ids.end());
     std::vector<std::pair<qint64, qint64>> runs;
     for (const qint64 id : ids) {
-        if (!runs.empty() && id <= runs.back().second + 1)
+        if (!runs.empty() && id <= runs.back().second + 1 && id - runs.back().first < most)
             runs.back().second = id;
         else
             runs.emplace_back(id, id);

@@ -1,5 +1,6 @@
 #pragma once
 // Which animals a statement is about: all, some by ID, or runs of IDs.
+#include <limits>
 #include <optional>
 #include <span>
 #include <utility>
@@ -28,8 +29,10 @@ private:
 /// Parts of at most Umfang::Groesse.
 std::vector<std::span<const qint64>> gruppen(const std::vector<qint64>& ids);
 
-/// The runs of consecutive IDs among these, first and last: a statement for a run is far quicker than one an animal.
-std::vector<std::pair<qint64, qint64>> spannen(std::vector<qint64> ids);
+/// The runs of consecutive IDs among these, first and last, none longer than `most`: a statement for a run is far
+/// quicker than one an animal.
+std::vector<std::pair<qint64, qint64>> spannen(std::vector<qint64> ids,
+                                               qint64 most = std::numeric_limits<qint64>::max());
 
 /// The animals with changes; nothing where the whole herd is to be derived, which is quicker for very many.
 std::optional<std::vector<qint64>> geaenderte(const ChangeLog& log, const QString& basis);

@@ -115,7 +115,7 @@ private:
     void Eigenverkauf_buchen(qint64 count);
     void Saunummern_verlaengern();
     std::vector<qint64> markedAnimals(QStringView art = {}) const;
-    void setForAll(const std::vector<qint64>& animals, const QString& field, const QString& value);
+    bool setForAll(const std::vector<qint64>& animals, const QString& field, const QString& value);
 
     Database m_db;
     Watch m_watch;                     ///< of the animals, since the list was read

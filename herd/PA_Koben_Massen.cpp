@@ -14,6 +14,7 @@ QString counted(qint64 count) { return QStringLiteral(" %1").arg(count); }
 
 constexpr int StallWidth = 10;
 constexpr int LongestNumber = 15;
+constexpr qint64 MostAtOnce = 2000;      // animals, between two looks at the cancel button
 constexpr qint64 MostInBooking = 32767;  // that the field of a count holds
 
 }  // namespace
@@ -27,10 +28,17 @@ std::vector<qint64> PA_Koben::markedAnimals(QStringView art) const {
     return ids;
 }
 
-/// Sets one field of these animals, within the caller's transaction.
-void PA_Koben::setForAll(const std::vector<qint64>& animals, const QString& field, const QString& value) {
+/// Sets one field of these animals, within the caller's transaction. False once the user has cancelled.
+bool PA_Koben::setForAll(const std::vector<qint64>& animals, const QString& field, const QString& value) {
+    Progress progress(koben, QStringLiteral("Die Tiere werden geändert ..."), static_cast<qint64>(animals.size()));
     Statement update = m_db.prepare(QStringLiteral("update Sauen set %1 = ? where ID >= ? and ID <= ?").arg(field));
-    for (const auto& [first, last] : spannen(animals)) update.run({value, first, last});
+    qint64 done = 0;
+    for (const auto& [first, last] : spannen(animals, MostAtOnce)) {
+        if (!progress.step(done)) return false;
+        update.run({value, first, last});
+        done += last - first + 1;
+    }
+    return progress.step(done);
 }
 
 void PA_Koben::Schweine_selektieren() {
@@ -57,8 +65,9 @@ void PA_Koben::Selektierte_markieren() {
 void PA_Koben::Markierte_selektieren() {
     const WaitCursor wait(koben);
     Transaction action(m_db);
-    m_db.execute(QStringLiteral("UPDATE Sauen SET Selektiert = ''"));
-    setForAll(markedAnimals(), QStringLiteral("Selektiert"), QStringLiteral("X"));
+    // the other rows, most of a large farm, have it already
+    m_db.execute(QStringLiteral("UPDATE Sauen SET Selektiert = '' where Selektiert IS NULL or Selektiert <> ''"));
+    if (!setForAll(markedAnimals(), QStringLiteral("Selektiert"), QStringLiteral("X"))) return;
     action.commit();
     datenschweinelesen();
 }
@@ -76,7 +85,7 @@ void PA_Koben::Stallnr_neu_zuordnen() {
         return koben.message(QStringLiteral("Es wurde keine Stall-Nr eingegeben. Die Aktion wird nicht ausgeführt."));
     const WaitCursor wait(koben);
     Transaction action(m_db);
-    setForAll(animals, QStringLiteral("Stallnr"), stall);
+    if (!setForAll(animals, QStringLiteral("Stallnr"), stall)) return;
     action.commit();
     datenschweinelesen();
 }
@@ -97,7 +106,7 @@ void PA_Koben::Ferkel_in_Mast() {
                                    "richtig geführt."));
     const WaitCursor wait(koben);
     Transaction action(m_db);
-    setForAll(piglets, QStringLiteral("Art"), QStringLiteral("Mast"));
+    if (!setForAll(piglets, QStringLiteral("Art"), QStringLiteral("Mast"))) return;
     if (book) Eigenverkauf_buchen(static_cast<qint64>(piglets.size()));
     action.commit();
     koben.Status_neu_berechnen = 1;
@@ -138,7 +147,9 @@ void PA_Koben::Saunummern_verlaengern() {
     const Table animals = m_db.table(QStringLiteral("select Nummer, ID from Sauen"));
     Transaction action(m_db);
     Statement update = m_db.prepare(QStringLiteral("update Sauen set Nummer = ? where ID = ?"));
+    Progress progress(koben, QStringLiteral("Die Saunummern werden geändert ..."), animals.rowCount());
     for (int row = 0; row < animals.rowCount(); ++row) {
+        if (!progress.step(row)) return;
         const QString number = Hochkomma_ersetzen(animals.text(row, 0));
         const QString full = number.rightJustified(static_cast<int>(length), u'0');
         if (full != number) update.run({full, animals.integer(row, 1)});

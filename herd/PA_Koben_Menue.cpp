@@ -270,7 +270,12 @@ void PA_Koben::Datenbank_komprimieren() {
         m_db.close();
         koben.Hauptdatenbank.close();
         koben.workspace.closeAll();
-        koben.workspace.compact(path, tidy);
+        Progress progress(koben, QStringLiteral("Die Datenbasis wird komprimiert ..."), 100);
+        if (!koben.workspace.compact(path, tidy, [&](int percent) { return progress.step(percent); })) {
+            verbinden();
+            koben.Hauptdatenbank = koben.connect();
+            return;
+        }
         koben.workspace.replace(tidy, path);
     } catch (const DatabaseError& error) {
         QFile::remove(tidy);

@@ -13,7 +13,8 @@ struct Trigger {
     std::string body;
 };
 
-/// The fields that a result hangs on, by table; the first is the one that names the animal.
+/// The fields that a result hangs on, by table; the first is the one that names the animal. The numbers of boars are
+/// not among them: each derivation compares the counts of all boars, who are few.
 struct Watched {
     const char* log;
     const char* table;
@@ -28,8 +29,8 @@ const std::vector<Watched>& watched() {
         {"koben_log_werte", "Absetzung", {"Kennung", "Datum"}},
         {"koben_log_werte",
          "Sauen",
-         {"ID", "Art", "Nummer", "Anz_Belegungen", "Anz_Ferkelungen", "Anz_Ferkel_Gesamt", "Anz_Ferkel_Lebend",
-          "L_Belegung", "L_Ferkelung", "L_Trächtigkeit", "L_Absetzung", "N_Belegung", "N_Ferkelung"}},
+         {"ID", "Art", "Anz_Belegungen", "Anz_Ferkelungen", "Anz_Ferkel_Gesamt", "Anz_Ferkel_Lebend", "L_Belegung",
+          "L_Ferkelung", "L_Trächtigkeit", "L_Absetzung", "N_Belegung", "N_Ferkelung"}},
         {"koben_log_status", "Trächtigkeit", {"Kennung", "Datum", "Trächtig", "ID"}},
         {"koben_log_status",
          "Sauen",
@@ -128,32 +129,43 @@ bool complete(const QHash<QString, QString>& found) {
            });
 }
 
-int tablesPresent(sqlite3* file) {
-    return static_cast<int>(
-        number(file,
-               "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name IN "
-               "('koben_log_stand', 'koben_log_werte', 'koben_log_status', 'koben_log_deckungen')"));
-}
+struct LogTable {
+    const char* name;
+    const char* sql;
+};
+constexpr LogTable tables[] = {
+    {"koben_log_stand",
+     "CREATE TABLE koben_log_stand(zweck TEXT PRIMARY KEY, basis TEXT, offen INTEGER NOT NULL) WITHOUT ROWID"},
+    {"koben_log_werte", "CREATE TABLE koben_log_werte(id INTEGER PRIMARY KEY) WITHOUT ROWID"},
+    {"koben_log_status", "CREATE TABLE koben_log_status(id INTEGER PRIMARY KEY) WITHOUT ROWID"},
+    {"koben_log_deckungen",
+     "CREATE TABLE koben_log_deckungen(ebernr TEXT PRIMARY KEY, anzahl INTEGER NOT NULL) WITHOUT ROWID"}};
 
-constexpr int Tables = 4;
+/// Whether the log's tables are there, made as they are today.
+bool tablesPresent(sqlite3* file) {
+    static const std::string look = [] {
+        std::string wanted;
+        for (const LogTable& t : tables)
+            wanted += (wanted.empty() ? "('" : ", ('") + std::string(t.name) + "', '" + t.sql + "')";
+        return "SELECT count(*) FROM sqlite_master WHERE type = 'table' AND (name, sql) IN (VALUES " + wanted + ")";
+    }();
+    return number(file, look) == static_cast<qint64>(std::size(tables));
+}
 
 }  // namespace
 
 void addChangeLog(Connection& connection) {
     sqlite3* file = connection.file();
     const auto found = present(file);
-    const int tables = tablesPresent(file);
-    if ((complete(found) && tables == Tables) || !watchable(*connection.catalog())) return;
+    if ((complete(found) && tablesPresent(file)) || !watchable(*connection.catalog())) return;
     const auto write = [&](const std::string& sql) { connection.writeNative(sql, QString::fromStdString(sql)); };
     write("SAVEPOINT koben_log");
     try {
         for (const QString& name : found.keys()) write("DROP TRIGGER " + sql::quoted(name));
-        for (const char* name : {"koben_log_stand", "koben_log_werte", "koben_log_status", "koben_log_deckungen"})
-            write(std::string("DROP TABLE IF EXISTS ") + name);
-        write("CREATE TABLE koben_log_stand(zweck TEXT PRIMARY KEY, basis TEXT, offen INTEGER NOT NULL) WITHOUT ROWID");
-        write("CREATE TABLE koben_log_werte(id INTEGER PRIMARY KEY) WITHOUT ROWID");
-        write("CREATE TABLE koben_log_status(id INTEGER PRIMARY KEY) WITHOUT ROWID");
-        write("CREATE TABLE koben_log_deckungen(ebernr TEXT PRIMARY KEY, anzahl INTEGER NOT NULL) WITHOUT ROWID");
+        for (const LogTable& t : tables) {
+            write(std::string("DROP TABLE IF EXISTS ") + t.name);
+            write(t.sql);
+        }
         write("INSERT INTO koben_log_stand VALUES ('werte', NULL, 0), ('status', NULL, 0)");
         for (const Trigger& t : triggers()) write(text(t));
         write("RELEASE koben_log");
@@ -168,7 +180,7 @@ const char* ChangeLog::table() const { return m_purpose == Purpose::Values ? "ko
 
 bool ChangeLog::everything(const QString& basis) const {
     sqlite3* file = m_connection->file();
-    if (tablesPresent(file) < Tables || present(file).size() < static_cast<qsizetype>(triggers().size())) return true;
+    if (!tablesPresent(file) || present(file).size() < static_cast<qsizetype>(triggers().size())) return true;
     const StatementHandle s = prepare(file, "SELECT basis IS ?1 FROM koben_log_stand WHERE zweck = ?2");
     bindValue(s.get(), 1, basis);
     bindValue(s.get(), 2, QString::fromLatin1(row()));
@@ -185,7 +197,7 @@ std::vector<qint64> ChangeLog::animals(int most) const {
 
 void ChangeLog::settle(const QString& basis) {
     sqlite3* file = m_connection->file();
-    if (tablesPresent(file) < Tables) return;
+    if (!tablesPresent(file)) return;
     const bool anew = everything(basis);
     const auto write = [&](const std::string& sql) { m_connection->writeNative(sql, QString::fromStdString(sql)); };
     if (number(file, std::string("SELECT EXISTS (SELECT 1 FROM ") + table() + ")") != 0)
@@ -193,22 +205,21 @@ void ChangeLog::settle(const QString& basis) {
     if (anew && m_purpose == Purpose::Values)
         write(
             "DELETE FROM koben_log_deckungen; INSERT INTO koben_log_deckungen SELECT Ebernr, count(*) FROM Belegung "
-            "WHERE "
-            "Ebernr IS NOT NULL GROUP BY Ebernr COLLATE BINARY");
+            "WHERE Ebernr IS NOT NULL GROUP BY Ebernr COLLATE BINARY");
     if (anew || expected())
         write("UPDATE koben_log_stand SET offen = 0, basis = '" +
               QString(basis).replace(u'\'', QStringLiteral("''")).toStdString() + "' WHERE zweck = '" + row() + "'");
 }
 
 void ChangeLog::expect() {
-    if (tablesPresent(m_connection->file()) < Tables || expected()) return;
+    if (!tablesPresent(m_connection->file()) || expected()) return;
     const std::string sql = std::string("UPDATE koben_log_stand SET offen = 1 WHERE zweck = '") + row() + "'";
     m_connection->writeNative(sql, QString::fromStdString(sql));
 }
 
 bool ChangeLog::expected() const {
     sqlite3* file = m_connection->file();
-    return tablesPresent(file) == Tables &&
+    return tablesPresent(file) &&
            number(file,
                   std::string("SELECT ifnull(max(offen), 0) FROM koben_log_stand WHERE zweck = '") + row() + "'") > 0;
 }

@@ -152,6 +152,9 @@ private:
     bool m_open = true;
 };
 
+/// Called now and then during long work on a file, with how far it has come; false gives the work up.
+using FileProgress = std::function<bool(int percent)>;
+
 /// Opens and makes database files; the file-level operations.
 class Workspace {
 public:
@@ -166,11 +169,13 @@ public:
     /// (ForeignFormat).
     Database open(const QString& path);
     /// Copies the file at `from`, tidied, into a new file `to` (which must not exist). Consistent also while open.
-    void compact(const QString& from, const QString& to);
+    /// False, with nothing at `to`, where it was given up.
+    bool compact(const QString& from, const QString& to, const FileProgress& go = {});
     /// Puts the closed file `from` in the place of the closed file `to` in one step, logs included.
     void replace(const QString& from, const QString& to);
     /// Consistent copy of an open or closed database, for backups. Takes the place of a file at `to` once it is whole.
-    void copy(const QString& from, const QString& to);
+    /// False, with `to` as it was, where it was given up.
+    bool copy(const QString& from, const QString& to, const FileProgress& go = {});
     /// Closes all connections of this workspace; handles still held become unusable.
     void closeAll();
 

@@ -7,7 +7,6 @@
 #include <QFileInfo>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 
 #include "store/Connection.h"
 
@@ -31,9 +30,29 @@ bool oldEngine(const QByteArray& header) {
            (header.mid(4, 15) == "Standard Jet DB" || header.mid(4, 15) == "Standard ACE DB");
 }
 
+QString reason(int error) {
+    switch (error) {
+        case ENOSPC:
+        case EDQUOT:
+            return QStringLiteral("der Datenträger ist voll");
+        case EROFS:
+        case EACCES:
+        case EPERM:
+            return QStringLiteral("dort darf nicht geschrieben werden");
+        case EIO:
+        case ENXIO:
+        case ENODEV:
+            return QStringLiteral("der Datenträger ist gestört oder nicht mehr verbunden");
+        default:
+            return QStringLiteral("Fehler %1").arg(error);
+    }
+}
+
 [[noreturn]] void ioError(const QString& path, const QString& what) {
-    throw DatabaseError(Kind::Io,
-                        what.arg(path) + QStringLiteral(" (%1).").arg(QString::fromLocal8Bit(std::strerror(errno))));
+    throw DatabaseError(Kind::Io, what.arg(path) + QStringLiteral(": %1. Bitte prüfen Sie Platz, Schreibrechte und "
+                                                                  "Verbindung des Datenträgers, und versuchen Sie es "
+                                                                  "dann erneut.")
+                                                       .arg(reason(errno)));
 }
 
 }  // namespace

@@ -85,6 +85,10 @@ Value read(const Source& source, Type type) {
 }
 
 QString reason(int code) {
+    if (code == SQLITE_IOERR_FSYNC)  // it may be in the log all the same, and come back with the next start
+        return QStringLiteral(
+            "Der Datenträger hat nicht bestätigt, dass die Eingabe gespeichert ist. Bitte den Datenträger prüfen, "
+            "KOBEN neu starten und nachsehen, ob die Eingabe da ist, bevor sie wiederholt wird");
     switch (code & 0xFF) {
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
@@ -101,11 +105,12 @@ QString reason(int code) {
         case SQLITE_NOTADB:
             return QStringLiteral("Die Datenbank ist beschädigt. Bitte eine Datensicherung zurückholen");
         case SQLITE_CANTOPEN:
-            return QStringLiteral("Die Datenbank kann nicht geöffnet werden. Bitte Pfad und Rechte prüfen");
+            return QStringLiteral(
+                "Die Datenbank kann nicht geöffnet werden. Bitte Pfad, Rechte und Datenträger prüfen");
         case SQLITE_IOERR:
             return QStringLiteral(
-                "Die Datenbank kann nicht gelesen oder geschrieben werden, weil der Datenträger voll oder gestört ist. "
-                "Bitte Platz schaffen oder den Datenträger prüfen und die Eingabe wiederholen");
+                "Die Datenbank kann nicht gelesen oder geschrieben werden, weil der Datenträger voll, schreibgeschützt "
+                "oder gestört ist. Bitte Platz schaffen oder den Datenträger prüfen und die Eingabe wiederholen");
         case SQLITE_CONSTRAINT:
             return QStringLiteral("Ein Wert ist schon vorhanden oder fehlt, obwohl das Feld ihn verlangt");
         case SQLITE_TOOBIG:

@@ -2,6 +2,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QMutex>
+#include <algorithm>
 
 #include "store/Connection.h"
 #include "store/FileCheck.h"
@@ -59,47 +60,104 @@ QByteArray rowCounts(sqlite3* file) {
     return result;
 }
 
-/// A copy is worth its name only when it is whole, ours and has every row.
-void checkCopy(sqlite3* source, const QString& path) {
+/// Tells how far SQLite's work on a file has come while it lives, and gives it up where it is told to.
+class Watched {
+public:
+    /// `percent` of `instructions` done so far.
+    Watched(sqlite3* file, const FileProgress& go, std::function<int(qint64 instructions)> percent)
+        : m_file(file), m_go(go), m_percent(std::move(percent)) {
+        if (m_go) sqlite3_progress_handler(m_file, Every, &Watched::look, this);
+    }
+    ~Watched() { sqlite3_progress_handler(m_file, 0, nullptr, nullptr); }
+    Watched(const Watched&) = delete;
+    Watched& operator=(const Watched&) = delete;
+
+private:
+    static int look(void* self) { return static_cast<Watched*>(self)->goOn() ? 0 : 1; }
+    bool goOn() {
+        m_done += Every;
+        return m_go(std::min(m_percent(m_done), 100));
+    }
+
+    static constexpr int Every = 100'000;  // instructions of SQLite's machine, a few milliseconds
+    sqlite3* m_file;
+    const FileProgress& m_go;
+    std::function<int(qint64)> m_percent;
+    qint64 m_done = 0;
+};
+
+/// Steps a statement to its end; false where it was given up.
+bool finish(sqlite3* file, sqlite3_stmt* statement, const QString& text) {
+    const int code = sqlite3_step(statement);
+    if (code != SQLITE_DONE && code != SQLITE_ROW && code != SQLITE_INTERRUPT) throwSqlite(file, text, code);
+    return code != SQLITE_INTERRUPT;
+}
+
+// Of the time that a copy takes, writing is the first third and checking the rest.
+constexpr int WritingShare = 30;
+constexpr qint64 CheckPerPage = 420;  // instructions, as measured on a large herd
+
+/// A copy is worth its name only when it is whole, ours and has every row. False where the check was given up.
+bool checkCopy(sqlite3* source, const QString& path, const FileProgress& go) {
     const FileHandle copy = openRaw(path, SQLITE_OPEN_READONLY);
     bool whole = static_cast<quint32>(number(copy.get(), "PRAGMA application_id")) == kApplicationId;
-    const StatementHandle check = prepare(copy.get(), "PRAGMA integrity_check(1)");
-    whole =
-        whole && sqlite3_step(check.get()) == SQLITE_ROW && columnValue(check.get(), 0, Type::Text).toText() == u"ok";
+    const qint64 expected = std::max<qint64>(number(copy.get(), "PRAGMA page_count") * CheckPerPage, 1);
+    const QString text = QStringLiteral("PRAGMA integrity_check(1)");
+    const StatementHandle check = prepare(copy.get(), text.toStdString());
+    {
+        const Watched watched(copy.get(), go, [&](qint64 done) {
+            return WritingShare + static_cast<int>(std::min(done, expected) * (100 - WritingShare) / expected);
+        });
+        if (!finish(copy.get(), check.get(), text)) return false;
+    }
+    whole = whole && columnValue(check.get(), 0, Type::Text).toText() == u"ok";
     if (!whole || rowCounts(source) != rowCounts(copy.get()))
         throw DatabaseError(
             Kind::Io,
             QStringLiteral("Die Kopie %1 der Datenbank ist nicht vollständig. Die Datenbank selbst ist unverändert.")
                 .arg(path));
+    return true;
 }
 
-/// Makes a checked copy of `from` at `to` with `work(source, path beside)`; `to` appears whole or not at all.
+/// Makes a checked copy of `from` at `to` with `work(source, path beside)`, which answers false where it was given up;
+/// `to` appears whole or not at all.
 template <typename Work>
-void makeCopy(const QString& from, const QString& to, Work work) {
+bool makeCopy(const QString& from, const QString& to, const FileProgress& go, Work work) {
     checkSource(from);
     const QString beside = besideName(to);
     removeDatabaseFile(beside);
     try {
         const FileHandle source = openRaw(from, SQLITE_OPEN_READWRITE);
         execute(source.get(), "BEGIN; SELECT count(*) FROM sqlite_master; COMMIT");
-        work(source.get(), beside);
-        checkCopy(source.get(), beside);
-        renameDatabaseFile(beside, to);
+        const bool made = work(source.get(), beside) && checkCopy(source.get(), beside, go);
+        if (made)
+            renameDatabaseFile(beside, to);
+        else
+            removeDatabaseFile(beside);
+        return made;
     } catch (...) {
         removeDatabaseFile(beside);
         throw;
     }
 }
 
-void backup(sqlite3* source, const QString& path) {
+bool backup(sqlite3* source, const QString& path, const FileProgress& go) {
+    constexpr int pagesAtOnce = 4096;
     const FileHandle target = openRaw(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     sqlite3_backup* work = sqlite3_backup_init(target.get(), "main", source, "main");
     if (work == nullptr) throwSqlite(target.get(), QString());
-    const int code = sqlite3_backup_step(work, -1);
+    int code = SQLITE_OK;
+    bool on = true;
+    while (on && (code = sqlite3_backup_step(work, go ? pagesAtOnce : -1)) == SQLITE_OK) {
+        const int all = std::max(sqlite3_backup_pagecount(work), 1);
+        on = go(static_cast<int>(qint64{all - sqlite3_backup_remaining(work)} * WritingShare / all));
+    }
     sqlite3_backup_finish(work);
+    if (!on) return false;
     if (code != SQLITE_DONE) throwSqlite(target.get(), QString(), code);
     // The copy stands alone, without a log beside it.
     execute(target.get(), "PRAGMA journal_mode = DELETE");
+    return true;
 }
 
 }  // namespace
@@ -146,21 +204,24 @@ Database Workspace::open(const QString& path) {
     return Database(connection);
 }
 
-void Workspace::compact(const QString& from, const QString& to) {
+bool Workspace::compact(const QString& from, const QString& to, const FileProgress& go) {
     requireFree(to);
-    makeCopy(from, to, [](sqlite3* source, const QString& path) {
+    return makeCopy(from, to, go, [&](sqlite3* source, const QString& path) {
         const StatementHandle vacuum = prepare(source, "VACUUM INTO ?1");
         bindValue(vacuum.get(), 1, path);
-        if (const int code = sqlite3_step(vacuum.get()); code != SQLITE_DONE)
-            throwSqlite(source, QStringLiteral("VACUUM INTO"), code);
+        const qint64 size = std::max<qint64>(QFileInfo(from).size(), 1);
+        const Watched watched(source, go, [&](qint64) {
+            return static_cast<int>(std::min(QFileInfo(path).size(), size) * WritingShare / size);
+        });
+        return finish(source, vacuum.get(), QStringLiteral("VACUUM INTO"));
     });
 }
 
-void Workspace::copy(const QString& from, const QString& to) {
+bool Workspace::copy(const QString& from, const QString& to, const FileProgress& go) {
     if (QFileInfo(from).canonicalFilePath() == QFileInfo(to).canonicalFilePath() && QFileInfo::exists(to))
         throw DatabaseError(Kind::Io,
                             QStringLiteral("Die Datenbank %1 kann nicht auf sich selbst kopiert werden.").arg(from));
-    makeCopy(from, to, backup);
+    return makeCopy(from, to, go, [&](sqlite3* source, const QString& path) { return backup(source, path, go); });
 }
 
 void Workspace::closeAll() {

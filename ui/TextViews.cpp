@@ -264,6 +264,8 @@ void ComboView::typed(const QString& text) {
     });
     const bool completes = added && entry != items.end() && !items.contains(text);
     guarded([&] { model().edited(completes ? *entry : text); });
+    if (lineEdit()->text() != model().text())
+        m_filter->setText(model().text());  // completed to what stood there before
     if (completes && lineEdit()->text() == *entry)
         lineEdit()->setSelection(static_cast<int>(entry->size()), static_cast<int>(text.size() - entry->size()));
 }
@@ -278,7 +280,14 @@ void ComboView::fill() {
 void ComboView::refresh(Aspect) {
     const QSignalBlocker quiet(this);
     fill();
-    if (currentIndex() != model().current()) setCurrentIndex(model().current());
+    if (currentIndex() != model().current()) {
+        const int cursor = m_filter ? lineEdit()->cursorPosition() : 0;
+        setCurrentIndex(model().current());  // which empties the text where none is current
+        if (m_filter) {
+            m_filter->setText(model().text());
+            lineEdit()->setCursorPosition(cursor);
+        }
+    }
     if (m_filter && lineEdit()->text() != model().text()) m_filter->setText(model().text());
     if (m_filter) {
         lineEdit()->setReadOnly(model().readOnly);

@@ -4,65 +4,43 @@
 namespace koben {
 namespace {
 
-class FerkelbestandTest : public Ferkelhof {
-protected:
-    /// Marks the second and third piglet of the list on each of the four screens and saves with an option.
-    void buche(int screen, int option) {
-        const auto work = [&](auto& form, int price) {
-            markieren(form, {2, 3});
-            eingeben(form.tdat, "0907");
-            eingeben(form.tz[price], "25");
-            eingeben(form.kom[0], "wie's ist");
-            form.optiverkauf[option].click();
-            form.ok[0].click();
-            EXPECT_TRUE(form.closed()) << screen << option;
-        };
-        ferkelung(1, "06/01/2026", 100);
-        koben.Liste_neu_laden = 0;
-        switch (screen) {
-            case 0:
-                return neu<Sauverlust>(Verluste, {1}, [&](Sauverlust& form) { work(form, 1); });
-            case 1:
-                return neu<Sauverkauf>(Ferkelverkauf, {1}, [&](Sauverkauf& form) {
-                    eingeben(form.tz[3], "8,5");
-                    work(form, 1);
-                });
-            case 2:
-                return hofneu<Hofverlust>([&](Hofverlust& form) { work(form, 1); });
-            default:
-                return hofneu<Hofhandel>([&](Hofhandel& form) {
-                    eingeben(form.tz[5], "8,5");
-                    work(form, 2);
-                });
-        }
-    }
-};
+using FerkelbestandTest = Ferkelhof;
 
 TEST_F(FerkelbestandTest, jedeAuswahlAufJedemSchirm) {
     const QString ofLoss = "09.07.2026 - - wie`s ist -", ofSale = "09.07.2026 8,5 25 - wie`s ist";
-    for (int screen = 0; screen < 4; ++screen) {
-        const bool loss = screen == 0 || screen == 2;
+    for (int screen = 0; screen < 4; ++screen)
         for (int option = 0; option < 3; ++option) {
+            SCOPED_TRACE(std::to_string(screen) + " option " + std::to_string(option));
+            const bool loss = screen == 0 || screen == 2, asks = option == 0 && !loss;
             sql("delete from Sauen where Art = 'Ferkel'");
             for (const char* number : {"A", "B", "C", "D"}) tier(number, "Ferkel");
-            screens.answers.clear();
-            if (option == 0 && !loss) screens.answers = {true};
-            buche(screen, option);
-            EXPECT_EQ(imBestand(), option == 0 ? "A | B | C | D" : "A | D") << screen << option;
+            if (asks) screens.answers = {true};
+            /// Marks the second and third piglet of the list and saves with the option.
+            const auto work = [&](auto& form, const char* fields) {
+                markieren(form, {2, 3});
+                tun(form, "tdat=0907; %1; kom(0)=wie's ist; optiverkauf(%2); ok(0)", fields, option);
+                EXPECT_TRUE(form.closed());
+            };
+            ferkelung(1, "06/01/2026", 100);
+            koben.Liste_neu_laden = 0;
+            if (screen == 0) neu<Sauverlust>(Verluste, {1}, [&](auto& form) { work(form, "tz(1)=25"); });
+            if (screen == 1)
+                neu<Sauverkauf>(Ferkelverkauf, {1}, [&](auto& form) { work(form, "tz(3)=8,5; tz(1)=25"); });
+            if (screen == 2) hof<Hofverlust>([&](auto& form) { work(form, "tz(1)=25"); });
+            if (screen == 3) hof<Hofhandel>([&](auto& form) { work(form, "tz(5)=8,5; tz(2)=25"); });
+            EXPECT_EQ(imBestand(), option == 0 ? "A | B | C | D" : "A | D");
             const QString left = loss ? ofLoss : ofSale;
             EXPECT_EQ(zeige("select Abgangsdatum, Abgangsgewicht_kg, Verkaufspreis, Abgangsgrund, Abnehmer from Sauen "
                             "where Nummer in ('B', 'C')"),
                       option == 0   ? "- - - - - | - - - - -"
                       : option == 1 ? ""
-                                    : left + " | " + left)
-                << screen << option;
-            EXPECT_EQ(koben.Liste_neu_laden, option == 2 ? 1 : 0) << screen << option;
-            EXPECT_EQ(texte(), option == 0 && !loss ? QStringList(Bestandsfrage + "ja") : QStringList());
+                                    : left + " | " + left);
+            EXPECT_EQ(koben.Liste_neu_laden, option == 2 ? 1 : 0);
+            EXPECT_TRUE(sagt(QStringList(asks, Bestandsfrage + "ja")));
             EXPECT_EQ(zeige(loss ? "select last(Anzahl_Ferkel) from Verluste"
                                  : "select last(Anzahl_Verkauf) from Ferkelverkauf"),
                       "2");
         }
-    }
 }
 
 TEST_F(FerkelbestandTest, dieÄltestenWerdenMarkiert) {
@@ -87,7 +65,7 @@ TEST_F(FerkelbestandTest, dieÄltestenWerdenMarkiert) {
         EXPECT_EQ(count.text() + QString::number(form.optiverkauf.selected()), "31");
     };
     neu<Sauverkauf>(Ferkelverkauf, {1}, [&](Sauverkauf& form) { tryOut(form, form.tz[0]); });
-    hofneu<Hofhandel>([&](Hofhandel& form) { tryOut(form, form.tz[1]); });
+    hof<Hofhandel>([&](Hofhandel& form) { tryOut(form, form.tz[1]); });
 }
 
 TEST_F(FerkelbestandTest, einVerlustZähltNurDieMarkierten) {
@@ -100,17 +78,14 @@ TEST_F(FerkelbestandTest, einVerlustZähltNurDieMarkierten) {
         EXPECT_EQ(form.tz[0].text() + QString::number(form.optiverkauf.selected()), "31");
     };
     neu<Sauverlust>(Verluste, {1}, [&](Sauverlust& form) { tryOut(form); });
-    hofneu<Hofverlust>([&](Hofverlust& form) { tryOut(form); });
+    hof<Hofverlust>([&](Hofverlust& form) { tryOut(form); });
 }
 
 /// In a series the list shows who is still there, and nobody is marked for the next booking.
 TEST_F(FerkelbestandTest, eineSerieNimmtKeinFerkelZweimal) {
-    hofneu<Hofhandel>([&](Hofhandel& form) {
+    hof<Hofhandel>([&](Hofhandel& form) {
         for (const char* left : {"F1 | F2 | F3", "F1"}) {
-            form.tz[1].type("2");
-            form.tz[1].leave();
-            form.optiverkauf[1].click();
-            form.ok[2].click();
+            tun(form, "tz(1)=2; optiverkauf(1); ok(2)");
             EXPECT_EQ(imBestand(), left);
             EXPECT_EQ(form.gridli.markedCount(), 0);
         }
@@ -129,13 +104,11 @@ TEST_F(FerkelbestandTest, beiMehrerenSauenGehenDieFerkelEinmal) {
 }
 
 TEST_F(FerkelbestandTest, ohneKostenBleibenDieFerkel) {
-    const struct { const char *costs, *left; } cases[] = {{"0", "F1 | F2 | F3 | F4 | F5"}, {"1", "F2 | F3 | F4 | F5"}};
-    for (const auto& c : cases)
-        hofneu<Hofverlust>([&](Hofverlust& form) {
+    for (const auto& [costs, left] : {std::pair{"0", "F1 | F2 | F3 | F4 | F5"}, {"1", "F2 | F3 | F4 | F5"}})
+        hof<Hofverlust>([&](Hofverlust& form) {
             markieren(form, {1});
-            eingeben(form.tz[1], c.costs);
-            form.ok[0].click();
-            EXPECT_EQ(imBestand(), c.left);
+            tun(form, "tz(1)=%1; ok(0)", costs);
+            EXPECT_EQ(imBestand(), left);
         });
 }
 
@@ -149,11 +122,8 @@ TEST_F(FerkelbestandTest, vieleFerkelSindWenigeAnweisungen) {
             insert.run({i == 1000 ? QString("Sau") : QString("Ferkel"), QString::number(i), QDate(2026, 6, 1)});
         all.commit();
     }
-    hofneu<Hofhandel>([&](Hofhandel& form) {
-        eingeben(form.tz[1], "999");
-        form.gridli.mark({});
-        eingeben(form.tz[1], "2999");
-        form.optiverkauf[1].click();
+    hof<Hofhandel>([&](Hofhandel& form) {
+        tun(form, "tz(1)=2999; optiverkauf(1)");
         int deletes = 0;
         Workspace::setFaultHook([&](const QString& text) { deletes += text.contains("delete", Qt::CaseInsensitive); });
         form.ok[0].click();

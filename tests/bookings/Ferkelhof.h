@@ -17,8 +17,7 @@ using Hofhandel = PB_Verkauf_Ferkel_Eingabe;
 inline const QString Verlustliste = "PB_Verluste_Ferkel", Handelsliste = "PB_Verkauf_Ferkel";
 
 /// Sows 11 and 12 (ID 1, 2), and the piglets F1 to F5 (ID 3 to 7), the youngest first.
-class Ferkelhof : public testing::Test, public Buchungshof {
-protected:
+struct Ferkelhof : testing::Test, Buchungshof {
     Ferkelhof() {
         catalogue.add<Sauverlust>("PE_Bewegungsdaten_Verluste");
         catalogue.add<Sauverkauf>("PE_Bewegungsdaten_Ferkelverkauf");
@@ -29,37 +28,26 @@ protected:
         tier("11");
         tier("12");
         for (int i = 1; i <= 5; ++i)
-            sql(QStringLiteral("insert into Sauen (Art, Nummer, Stallnr, Geburtsdatum) "
-                               "values ('Ferkel', 'F%1', 'A', #06/%2/2026#)")
-                    .arg(i)
-                    .arg(30 - i));
-        sql("insert into Sauen (Art, Nummer, Abgangsdatum) values ('Ferkel', 'X', #01/01/2026#)");  // gone already
+            tier(QStringLiteral("F%1").arg(i), "Ferkel",
+                 QStringLiteral("Stallnr = 'A', Geburtsdatum = #06/%1/2026#").arg(30 - i));
+        tier("X", "Ferkel", "Abgangsdatum = #01/01/2026#");  // gone already
     }
 
     /// Opens a list of the farm.
     void aufListe(const QString& list, std::function<void(Ferkelliste&)> script) {
-        screens.workIn<Ferkelliste>(std::move(script));
-        koben.open(list);
+        in<Ferkelliste>(list, std::move(script));
     }
-    /// Its entry screen for a new row.
+    /// The entry screen of a list of the farm, for one of its rows; for a new one by default.
     template <class E>
-    void hofneu(std::function<void(E&)> script) {
+    void hof(std::function<void(E&)> script, int row = 0) {
         aufListe(std::is_same_v<E, Hofhandel> ? Handelsliste : Verlustliste, [&](Ferkelliste& list) {
+            if (row > 0) list.li.choose(row);
             screens.workIn<E>(script);
-            list.neu.click();
-        });
-    }
-    template <class E>
-    void hofändern(int row, std::function<void(E&)> script) {
-        aufListe(std::is_same_v<E, Hofhandel> ? Handelsliste : Verlustliste, [&](Ferkelliste& list) {
-            list.li.choose(row);
-            screens.workIn<E>(script);
-            list.ändern.click();
+            (row > 0 ? list.ändern : list.neu).click();
         });
     }
     /// Marks piglets with the hand.
-    template <class E>
-    void markieren(E& form, const std::vector<int>& rows) {
+    static void markieren(auto& form, const std::vector<int>& rows) {
         form.gridli.mark(rows);
         form.gridli.click();
     }
@@ -78,17 +66,12 @@ protected:
     }
 };
 
-inline QString Restfrage(const QString& sow, int rest) {
-    return QStringLiteral(
-               "? Lt. den aktuellen Dateneingaben ist die Summe der Ferkel (Lebendzugang - Verluste - Verkauf) bei der "
-               "Sau %1 auf %2 (also unter 0).\r\n\r\nSoll die Buchung trotzdem gespeichert werden? => ")
+inline QString Restfrage(const QString& sow, int rest, const char* answer) {
+    return QStringLiteral("? *(Lebendzugang - Verluste - Verkauf) bei der Sau %1 auf %2 (also *=> %3")
         .arg(sow)
-        .arg(rest);
+        .arg(rest)
+        .arg(answer);
 }
-inline const QString Bestandsfrage =
-    "? HINWEIS!!!\r\n\r\nIn der aktuellen Einstellung werden die ausgewählten Ferkel trotz des Verkaufs weiter in "
-    "Ihrem "
-    "Bestand geführt. In der Auswahl 'Aufgund des Ferkelverkaufs...' können Sie einstellen, ob bzw. wie die Ferkel aus "
-    "dem Bestand ausgebucht werden. Soll die Buchung jetzt trotzdem ausgeführt werden? => ";
+inline const QString Bestandsfrage = "? HINWEIS!!!*trotz des Verkaufs weiter in Ihrem Bestand*=> ";
 
 }  // namespace koben

@@ -6,66 +6,61 @@
 namespace koben {
 namespace {
 
-struct Fall {
-    const char* text;
-    const char* soll;
-    const char* heute = "15.07.2026";
-};
+const QString heute = QStringLiteral("15.07.2026");
 
+/// TEXT|COMPLETED|TODAY where it is another day.
 TEST(Datum, HalfTypedDatesAreCompleted) {
-    const Fall cases[] = {
-        {"", ""},
-        {"   ", ""},
-        {"3", "03.07.2026"},
-        {"0", ""},
-        {"a", ""},
-        {"31", "31.07.2026"},
-        {"31", "", "15.06.2026"},  // June has no 31st
-        {"32", "03.02.2026"},
-        {"45", "04.05.2026"},
-        {"40", ""},  // month 0
-        {"99", "09.09.2026"},
-        {"123", ""},
-        {"0302", "03.02.2026"},
-        {"3102", ""},
-        {"2902", "29.02.2028", "01.01.2028"},
-        {"01022", ""},
-        {"010299", "01.02.2099"},  // the century of today
-        {"010226", "01.02.1926", "31.12.1999"},
-        {"03022026", "03.02.2026"},
-        {"0302202", ""},
-        {"3.2", "03.02.2026"},
-        {"3.2.", "03.02.2026"},
-        {"13.12", "13.12.2026"},
-        {"3.", "03.07.2026"},
-        {".3", ""},
-        {"3.123", "03.12.2026"},  // two characters of the month count
-        {"123.2", ""},
-        {"29.02.", ""},
-        {"29.02.", "29.02.2028", "01.01.2028"},
-        {"1.2.99", "01.02.1999"},  // a date already: the window of two-digit years
-        {"1.2.30", "01.02.1930"},
-        {"1.2.29", "01.02.2029"},
-        {"1.2.99.", "01.02.2099"},  // no date before the dot is dropped: the century of today
-        {"11.2.26.", "11.02.2026"},
-        {"1.12.26.", "01.12.2026"},
-        {"1.2.2024", "01.02.2024"},
-        {"1.2.2024.", "01.02.2024"},
-        {" 01.02.2024 ", "01.02.2024"},
-        {"01.02.2024.", "01.02.2024"},
-        {"31.02.2024", ""},
-        {"3.2..", ""},
-        {"1.2.3", ""},
-        {"1.2.345", ""},
-        {"...", ""},
-        {"abc", ""},
-        {"abcdefghij", ""},
-        {"-5", ""},
+    const auto check = [](const Zeile& c) {
+        EXPECT_EQ(Datum_ergaenzen(c[0], c[2].isEmpty() ? heute : c[2]), c[1]) << c[0].toStdString();
     };
-    for (const Fall& c : cases) {
-        EXPECT_EQ(Datum_ergaenzen(QString::fromUtf8(c.text), QString::fromUtf8(c.heute)), QString::fromUtf8(c.soll))
-            << '"' << c.text << "\" on " << c.heute;
-    }
+    for (const char* row : {"",
+                            "   ",
+                            "3|03.07.2026",
+                            "0",
+                            "a",
+                            "31|31.07.2026",
+                            "32|03.02.2026",
+                            "45|04.05.2026",
+                            "99|09.09.2026",
+                            "123",
+                            "0302|03.02.2026",
+                            "3102",
+                            "2902|29.02.2028|01.01.2028",
+                            "01022",
+                            "03022026|03.02.2026",
+                            "0302202",
+                            "3.2|03.02.2026",
+                            "3.2.|03.02.2026",
+                            "13.12|13.12.2026",
+                            "3.|03.07.2026",
+                            ".3",
+                            "123.2",
+                            "29.02.",
+                            "29.02.|29.02.2028|01.01.2028",
+                            "1.2.30|01.02.1930",
+                            "1.2.29|01.02.2029",
+                            "11.2.26.|11.02.2026",
+                            "1.12.26.|01.12.2026",
+                            "1.2.2024|01.02.2024",
+                            "1.2.2024.|01.02.2024",
+                            " 01.02.2024 |01.02.2024",
+                            "01.02.2024.|01.02.2024",
+                            "31.02.2024",
+                            "3.2..",
+                            "1.2.3",
+                            "1.2.345",
+                            "...",
+                            "abc",
+                            "abcdefghij",
+                            "-5"})
+        check(row);
+    check("31||15.06.2026");                // June has no 31st
+    check("40");                            // month 0
+    check("010299|01.02.2099");             // the century of today
+    check("010226|01.02.1926|31.12.1999");  // of that day
+    check("3.123|03.12.2026");              // two characters of the month count
+    check("1.2.99|01.02.1999");             // a date already: the window of two-digit years
+    check("1.2.99.|01.02.2099");            // no date before the dot is dropped: the century of today
 }
 
 TEST(Datum, TheDateTestTakesDottedDatesWithAYear) {
@@ -82,43 +77,25 @@ TEST(Datum, TheDateTestTakesDottedDatesWithAYear) {
 }
 
 TEST(Datum, YearsAreCompleted) {
-    const Fall cases[] = {{"", "2026"},   {"7", "2007"},    {" 7 ", "2007"},   {"49", "2049"},
-                          {"50", "1950"}, {"99", "1999"},   {"5a", "195a"},    {"4z", "204z"},
-                          {"123", ""},    {"2024", "2024"}, {"20245", "20245"}};
-    for (const Fall& c : cases)
-        EXPECT_EQ(Jahr_ergaenzen(QString::fromUtf8(c.text), QString::fromUtf8(c.heute)), QString::fromUtf8(c.soll))
-            << c.text;
+    for (const Zeile c : {"|2026", "7|2007", " 7 |2007", "49|2049", "50|1950", "99|1999", "5a|195a", "4z|204z", "123|",
+                          "2024|2024", "20245|20245"})
+        EXPECT_EQ(Jahr_ergaenzen(c[0], heute), c[1]) << c[0].toStdString();
 }
 
-/// The result and what the caller's variable holds afterwards.
-struct Umformung {
-    const char* text;
-    const char* soll;
-    const char* danach;
-};
-
+/// TEXT|RESULT|what the caller's variable holds afterwards.
 TEST(Datum, SortKeysAndLiteralsCompleteTheCallersVariable) {
-    const Umformung keys[] = {{"24.12.2025", "20251224", "24.12.2025"},
-                              {"24.12.25", "20251224", "24.12.2025"},
-                              {"1.2.2024", "20240201", "01.02.2024"},
-                              {"", "", ""},
-                              {"01.02.2024 10:30:00", "20240201", "01.02.2024 10:30:00"},
-                              {"abc", "ab", "abc"},
-                              {"unbekann", "nnekun", "unbekann"}};
-    for (const Umformung& c : keys) {
-        QString text = QString::fromUtf8(c.text);
-        const QString key = Datum_als_Text(text);
-        EXPECT_EQ(key, QString::fromUtf8(c.soll)) << c.text;
-        EXPECT_EQ(text, QString::fromUtf8(c.danach)) << c.text;
+    for (const Zeile c :
+         {"24.12.2025|20251224|24.12.2025", "24.12.25|20251224|24.12.2025", "1.2.2024|20240201|01.02.2024", "||",
+          "01.02.2024 10:30:00|20240201|01.02.2024 10:30:00", "abc|ab|abc", "unbekann|nnekun|unbekann"}) {
+        QString text = c[0];
+        EXPECT_EQ(Datum_als_Text(text), c[1]) << c[0].toStdString();
+        EXPECT_EQ(text, c[2]) << c[0].toStdString();
     }
-    const Umformung literals[] = {{"24.12.2025", "#12/24/2025#", "24.12.2025"},
-                                  {"1.2.99", "#02/01/1999#", "01.02.1999"},
-                                  {"01.02.2024 10:30:00", "#02/01/2024#", "01.02.2024"},
-                                  {"", "#//#", ""}};
-    for (const Umformung& c : literals) {
-        QString text = QString::fromUtf8(c.text);
-        EXPECT_EQ(Sql_Datum(text), QString::fromUtf8(c.soll)) << c.text;
-        EXPECT_EQ(text, QString::fromUtf8(c.danach)) << c.text;
+    for (const Zeile c : {"24.12.2025|#12/24/2025#|24.12.2025", "1.2.99|#02/01/1999#|01.02.1999",
+                          "01.02.2024 10:30:00|#02/01/2024#|01.02.2024", "|#//#|"}) {
+        QString text = c[0];
+        EXPECT_EQ(Sql_Datum(text), c[1]) << c[0].toStdString();
+        EXPECT_EQ(text, c[2]) << c[0].toStdString();
     }
     EXPECT_LT(Datum_als_Text(QString()), Datum_als_Text(QStringLiteral("01.01.0100")));
 }

@@ -10,13 +10,7 @@ namespace {
 
 /// One call; `zeilen` are the lines of the hint, joined by "|".
 struct Fall {
-    const char* modus;
-    const char* belegung;
-    const char* traechtigkeit;
-    const char* ferkelung;
-    const char* absetzung;
-    const char* geburt;
-    const char* zeilen;
+    const char *modus, *belegung, *traechtigkeit, *ferkelung, *absetzung, *geburt, *zeilen;
 };
 
 Variablen einstellungen(int zyklus, int geburt) {

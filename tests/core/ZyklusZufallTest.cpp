@@ -98,7 +98,10 @@ public:
         if (wuerfel(6) == 0) v.Konfig_Zahl[static_cast<size_t>(wuerfel(2))] = static_cast<qint16>(30 + wuerfel(3));
         if (wuerfel(4) != 0) programm(count);
         if (wuerfel(2) == 0) fremd(count);
-        if (wuerfel(6) == 0) neuGeoeffnet([] {});
+        if (wuerfel(6) == 0)
+            neuGeoeffnet([&] {
+                if (wuerfel(2) == 0) anderesProtokoll();
+            });
         if (wuerfel(6) == 0) farm.workspace.copy(farm.pfad(), gemerkt());
         if (wuerfel(9) == 0 && QFile::exists(gemerkt()))
             neuGeoeffnet([&] { farm.workspace.replace(gemerkt(), farm.pfad()); });
@@ -147,41 +150,37 @@ private:
         farm.db = farm.workspace.open(farm.pfad());
         m_verlauf += QStringLiteral("(neu geöffnet)");
     }
+    /// A log whose table was made otherwise, as by another version.
+    void anderesProtokoll() {
+        sqlite3* file = nullptr;
+        ASSERT_EQ(sqlite3_open(farm.pfad().toUtf8().constData(), &file), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(file, "ALTER TABLE koben_log_status ADD COLUMN seit TEXT", nullptr, nullptr, nullptr),
+                  SQLITE_OK);
+        sqlite3_close(file);
+    }
     QString wort(QChar place) {
-        static const char* const tables[] = {"Belegung", "Ferkelung", "Absetzung", "Trächtigkeit"};
-        static const char* const numbers[] = {"'E1'", "'e1'", "'E1 '", "'E2'", "'Ä'", "'A'", "''", "Null"};
-        static const char* const kinds[] = {"'Sau'", "'Sau'", "'Sau'", "'Eber'", "'Mast'", "Null"};
-        static const char* const piglets[] = {"12", "0", "7", "Null"};
-        static const char* const results[] = {"'J'", "'N'", "''", "Null"};
-        static const char* const asked[] = {"Null", "''", "'N'", "'J'"};
-        static const char* const fields[] = {"L_Belegung",  "L_Ferkelung", "L_Trächtigkeit",
-                                             "L_Absetzung", "N_Belegung",  "N_Ferkelung"};
-        static const char* const nobody[] = {"Null", "0", "99999"};
-        static const char* const ids[] = {"1", "99999"};
+        static const QHash<QChar, QStringList> choices = {
+            {u'T', {"Belegung", "Ferkelung", "Absetzung", "Trächtigkeit"}},
+            {u'N', {"'E1'", "'e1'", "'E1 '", "'E2'", "'Ä'", "'A'", "''", "Null"}},
+            {u'A', {"'Sau'", "'Sau'", "'Sau'", "'Eber'", "'Mast'", "Null"}},
+            {u'Z', {"12", "0", "7", "Null"}},
+            {u'J', {"'J'", "'N'", "''", "Null"}},
+            {u'S', {"Null", "''", "'N'", "'J'"}},
+            {u'F', {"L_Belegung", "L_Ferkelung", "L_Trächtigkeit", "L_Absetzung", "N_Belegung", "N_Ferkelung"}},
+            {u'K', {"99999", "1", "0", "Null"}}};  // of nobody, the last two not by another tool
+        const QStringList words = choices[place];
         switch (place.unicode()) {
-            case u'T':
-                return QString::fromUtf8(aus(tables));
-            case u'N':
-                return QString::fromUtf8(aus(numbers));
-            case u'A':
-                return QString::fromUtf8(aus(kinds));
-            case u'Z':
-                return QString::fromUtf8(aus(piglets));
-            case u'J':
-                return QString::fromUtf8(aus(results));
-            case u'S':
-                return QString::fromUtf8(aus(asked));
-            case u'F':
-                return QString::fromUtf8(aus(fields));
             case u'D':
                 if (wuerfel(20) == 0) return QStringLiteral("Null");
                 return (m_fremd ? QStringLiteral("'2026-01-%1'") : QStringLiteral("#1/%1/2026#"))
                     .arg(1 + wuerfel(28), 2, 10, QChar(u'0'));
             case u'I':
                 return QString::number(1 + wuerfel(40));
-            default:
-                if (wuerfel(30) == 0) return QString::fromUtf8(m_fremd ? aus(ids) : aus(nobody));
+            case u'K':
+                if (wuerfel(30) == 0) return words[wuerfel(m_fremd ? 2 : 4)];
                 return QString::number(1 + wuerfel(50));
+            default:
+                return words[wuerfel(static_cast<int>(words.size()))];
         }
     }
     QString gefuellt(const char* statement) {
@@ -249,16 +248,6 @@ TEST(ZyklusZufall, ASecondRunWritesNothing) {
         Werte_berechnen(herd.farm.db, herd.v);
         statussetzen(herd.farm.db);
     }
-}
-
-TEST(ZyklusZufall, AFailureLeavesAllAsItWas) {
-    Zufallsherde herd(5);
-    herd.programm(40, Programm[6]);
-    herd.programm(100);
-    const QStringList before = zeilen(herd.farm.db);
-    const Fehlschlag fault(20);
-    EXPECT_THROW(Werte_berechnen(herd.farm.db, herd.v), DatabaseError);
-    EXPECT_EQ(zeilen(herd.farm.db), before);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // The grid's file: any bytes are read or refused; what was read, saved and read again is the same list, and it can be
 // used for all that lists are used for.
+#include "output/Bericht_html.h"
 #include "output/Textliste.h"
 #include "tests/fuzz/Forderung.h"
 #include "tests/support/Fakes.h"
@@ -28,7 +29,7 @@ void vergleiche(const Grid& a, const Grid& b) {
         for (int i = 1; i <= a.columnCount(); ++i) fordere(a.cell(row, i) == b.cell(row, i), "a cell", a.cell(row, i));
 }
 
-void benutze(Grid& list) {
+void benutze(Grid& list, const QString& folder) {
     for (int row = 0; row <= std::min(list.rowCount() + 1, Zeilen); ++row)
         for (int i = 0; i <= std::min(list.columnCount() + 1, Spalten); ++i) list.cell(row, i);
     for (int i = 1; i <= std::min(list.columnCount(), Spalten); ++i) {
@@ -38,6 +39,8 @@ void benutze(Grid& list) {
     }
     if (list.rowCount() > 0) list.choose(list.rowCount());
     Textliste(list, {.trenner = " | ", .datum = "15.07.2026", .kopf = "Liste"});
+    if (list.rowCount() < Zeilen && list.columnCount() < Spalten)
+        fordere(Bericht_schreiben(list, {}, folder), "no report");
     list.removeRow(1);
 }
 
@@ -60,6 +63,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     vergleiche(form.li, again.li);
     const QByteArray bytes = lies(saved);
     fordere(again.li.save(saved) && lies(saved) == bytes, "saved otherwise");
-    benutze(form.li);
+    benutze(form.li, run.koben.Datenordner);
     return 0;
 }

@@ -7,29 +7,27 @@
 namespace koben::fuzz {
 namespace {
 
-void vergleiche(const skript::Command& a, const skript::Command& b) {
-    fordere(a.text == b.text && a.word == b.word && a.arguments == b.arguments, "another command", a.text);
+/// Done, or refused with a reason.
+template <class Work>
+void versuche(const skript::Command& command, Work work) {
+    try {
+        work();
+    } catch (const skript::Failure& failure) {
+        fordere(!failure.reason.isEmpty(), "no reason", command.text);
+    }
 }
 
 void zerlege(const skript::Command& command) {
     fordere(!command.word.isEmpty() && command.line >= 1 && command.text.startsWith(command.word), "a word",
             command.text);
-    for (int count = 0; count <= 3; ++count) {
-        for (int wide = -1; wide < count; ++wide) {
-            try {
-                fordere(command.words(count, wide).size() == count, "words", command.text);
-            } catch (const skript::Failure& failure) {
-                fordere(!failure.reason.isEmpty(), "no reason", command.text);
-            }
-        }
-    }
-    try {
+    for (int count = 0; count <= 3; ++count)
+        for (int wide = -1; wide < count; ++wide)
+            versuche(command, [&] { fordere(command.words(count, wide).size() == count, "words", command.text); });
+    versuche(command, [&] {
         const skript::Address address = skript::parseAddress(command.arguments);
         fordere(address.index >= -1 && command.arguments.startsWith(address.name), "an address", command.arguments);
-    } catch (const skript::Failure& failure) {
-        fordere(!failure.reason.isEmpty(), "no reason", command.text);
-    }
-    try {
+    });
+    versuche(command, [&] {
         const skript::Assignment assignment = command.assignment();
         const QString shown = QString(assignment.value)
                                   .replace(u'\\', QStringLiteral("\\\\"))
@@ -37,9 +35,7 @@ void zerlege(const skript::Command& command) {
                                   .replace(u'\t', QStringLiteral("\\t"));
         fordere(skript::unescaped(shown) == assignment.value, "a value written and read", assignment.value);
         fordere(!skript::linesOf(assignment.value).isEmpty(), "lines", assignment.value);
-    } catch (const skript::Failure& failure) {
-        fordere(!failure.reason.isEmpty(), "no reason", command.text);
-    }
+    });
 }
 
 }  // namespace
@@ -60,8 +56,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     skript::Script alone(lines);
     for (const skript::Command& command : commands) {
         const auto same = alone.next();
-        fordere(same.has_value(), "a command lost", command.text);
-        vergleiche(command, *same);
+        fordere(
+            same && command.text == same->text && command.word == same->word && command.arguments == same->arguments,
+            "a command lost or another", command.text);
     }
     fordere(!alone.next(), "a command more", lines);
     return 0;

@@ -57,40 +57,31 @@ const char* const Arten[] = {"Sau", "Sau", "Sau", "Eber", "Mast", "Ferkel"};
 const char* const Nummern[] = {"7", "007", "a", "A", "ä", "Ä", "z", "", "12", "ß", "ss"};
 
 void aendern(Herdenhof& farm, Zufall& z, int animals) {
-    const auto id = [&] { return z.below(animals) + 1; };
+    const auto id = [&] { return QString::number(z.below(animals) + 1); };
+    const auto set = [&](const QString& what) { farm.sql("update Sauen set %1 where ID = %2", what, id()); };
     switch (z.below(9)) {
         case 0:
             return farm.tier(z.eins(Nummern), z.eins(Arten));
         case 1:
-            return farm.sql(QStringLiteral("delete from Sauen where ID = %1").arg(id()));
+            return farm.sql("delete from Sauen where ID = " + id());
         case 2:
-            return farm.sql(QStringLiteral("update Sauen set Abgangsdatum = %1 where ID = %2")
-                                .arg(z.below(2) ? "NULL" : "#01/02/2026#")
-                                .arg(id()));
+            return set(QStringLiteral("Abgangsdatum = ") + (z.below(2) ? "NULL" : "#01/02/2026#"));
         case 3:
-            return farm.sql(
-                QStringLiteral("update Sauen set Nummer = '%1' where ID = %2").arg(z.eins(Nummern)).arg(id()));
+            return set("Nummer = '" + z.eins(Nummern) + "'");
         case 4:
-            return farm.sql(QStringLiteral("update Sauen set Zugangsgewicht_kg = %1, Einkaufspreis = %1 where ID = %2")
-                                .arg(z.below(5) * 0.25)
-                                .arg(id()));
+            return set(QStringLiteral("Zugangsgewicht_kg = %1, Einkaufspreis = %1").arg(z.below(5) * 0.25));
         case 5:
-            return farm.sql(QStringLiteral("update Sauen set L_Belegung = #0%1/10/2026#, Anz_Ferkel_Lebend = %1 where "
-                                           "ID = %2")
-                                .arg(z.below(9) + 1)
-                                .arg(id()));
+            return set(QStringLiteral("L_Belegung = #0%1/10/2026#, Anz_Ferkel_Lebend = %1").arg(z.below(9) + 1));
         case 6: {
             Transaction undone(farm.db);
-            farm.sql(QStringLiteral("update Sauen set Nummer = 'weg' where ID = %1").arg(id()));
-            farm.koben.herdList->datenschweinelesen();  // sees the change, which then goes
-            return;
+            set("Nummer = 'weg'");
+            return farm.koben.herdList->datenschweinelesen();  // sees the change, which then goes
         }
         case 7:
-            return farm.sql(QStringLiteral("update Sauen set Art = '%1' where ID <= %2").arg(z.eins(Arten)).arg(id()));
+            return farm.sql("update Sauen set Art = '%1' where ID <= %2", z.eins(Arten), id());
         default:
-            return farm.sql(QStringLiteral("insert into Sauen (Nummer, Art, ID) values ('%1', 'Sau', %2)")
-                                .arg(z.eins(Nummern))
-                                .arg(10'000 + z.below(1'000'000)));
+            return farm.sql("insert into Sauen (Nummer, Art, ID) values ('%1', 'Sau', %2)", z.eins(Nummern),
+                            10'000 + z.below(1'000'000));
     }
 }
 

@@ -26,7 +26,7 @@ struct Start : testing::Test, TestRun {
 
 TEST_F(Start, derErsteLegtOrdnerDatenbankUndEinstellungenAn) {
     for (const char* file : {"Hilfe.txt", "KOBEN2.exe", "koben2.EXE", "beispiel.csv"})
-        write(QStringLiteral("Programm/%1").arg(file), file);
+        write("Programm/" + QString(file), file);
     start([&](PA_Koben& main) {
         EXPECT_EQ(main.caption(), "KOBEN 2.0.59 - Der Sauenplaner");
         EXPECT_EQ(koben.Programmordner, path("Programm/"));

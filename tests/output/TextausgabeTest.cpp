@@ -43,23 +43,20 @@ TEST(Textausgabe, AMissingFileIsSaidAndTheScreenCloses) {
 TEST(Textausgabe, TheBoxTakesAbout32000Characters) {
     const QString line(98, u'x');  // 100 with its end
     const struct {
-        const char* what;
         int lines;
         QString last;
         int shown;
         bool warned;
-    } cases[] = {
-        {"exactly full", 319, line, 32000, false},
-        {"a line more, not taken", 320, line, 32000, true},
-        {"the last one crosses the limit", 319, line + "y", 32001, true},
-        {"a long one begins below the limit", 319, QString(5000, u'y'), 31900 + 5002, true},
-        {"short", 2, line, 300, false},
-    };
+    } cases[] = {{319, line, 32000, false},                       // exactly full
+                 {320, line, 32000, true},                        // a line more, not taken
+                 {319, line + "y", 32001, true},                  // the last one crosses the limit
+                 {319, QString(5000, u'y'), 31900 + 5002, true},  // a long one begins below the limit
+                 {2, line, 300, false}};
     for (const auto& c : cases) {
         TestRun run;
         run.write("LISTE.TXT", (line + "\r\n").repeated(c.lines) + c.last + "\r\n");
-        show(run, [&](PA_Textausgabe& f) { EXPECT_EQ(f.t.text().size(), c.shown) << c.what; });
-        EXPECT_EQ(run.screens.log.contains(Warning), c.warned) << c.what;
+        show(run, [&](PA_Textausgabe& f) { EXPECT_EQ(f.t.text().size(), c.shown); });
+        EXPECT_EQ(run.screens.log.contains(Warning), c.warned) << c.shown;
     }
 }
 
@@ -80,29 +77,21 @@ TEST(Textausgabe, StoredSizeAndMarginAreKeptWithinTheirRanges) {
     }
 }
 
-TEST(Textausgabe, SteppersClampAndTheFontFollows) {
+TEST(Textausgabe, FieldsClampAndTheFontFollows) {
     TestRun run;
     run.write("LISTE.TXT", "");
     show(run, [&](PA_Textausgabe& f) {
         QStringList sizes;
-        const auto press = [&](Button& button) { button.click(), sizes += f.gr_e.text(); };
-        press(f.plus1[1]), press(f.plus1[0]), press(f.plus5[1]), press(f.plus5[0]), press(f.plus5[0]),
-            press(f.plus5[0]);
+        for (Button* button : {&f.plus1[1], &f.plus1[0], &f.plus5[1], &f.plus5[0], &f.plus5[0], &f.plus5[0]})
+            button->click(), sizes += f.gr_e.text();
         EXPECT_EQ(sizes, (QStringList{"11", "10", "15", "10", "5", "4"}));
-        f.gr_e.type("29"), press(f.plus5[1]);
+        f.gr_e.type("29"), f.plus5[1].click();
         EXPECT_EQ(f.gr_e.text(), "30");
         f.kom.choose(0);
         f.kon[0].click();
         EXPECT_EQ(f.schrift().name, "Arial");
         EXPECT_EQ(f.schrift().punkt, 30);
         EXPECT_TRUE(f.schrift().fett && !f.schrift().kursiv);
-    });
-}
-
-TEST(Textausgabe, MarginTakesDigitsUpTo30) {
-    TestRun run;
-    run.write("LISTE.TXT", "");
-    show(run, [&](PA_Textausgabe& f) {
         for (const auto& [typed, kept] : {std::pair{"2x5", "25"}, {"31", "30"}, {"-7", "7"}, {"*", ""}, {"", ""}}) {
             f.tz.type(typed);
             f.tz.leave();

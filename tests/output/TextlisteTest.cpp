@@ -23,46 +23,35 @@ TEST(Textliste, PadsByAlignmentAndTheWidestText) {
 
 TEST(Textliste, SeparatorRows) {
     const QString data = "a", dash = "-", gap = "";
-    const struct {
-        const char* what;
-        QStringList rows, expected;
-    } cases[] = {
-        {"before a sum", {"a", ".", "a"}, {data, dash, data}},
-        {"at the end", {"a", "."}, {data, gap, gap}},
-        {"two", {"a", ".", ".", "a"}, {data, gap, gap, data}},
-        {"two at the end", {"a", ".", "."}, {data, gap, gap}},
-        {"three", {"a", ".", ".", ".", "a"}, {data, gap, gap, dash, data}},
-        {"three at the end", {".", ".", "."}, {gap, gap, gap, gap}},
-        {"first row", {".", "a"}, {dash, data}},
-        {"not quite one", {". ", ".."}, {". ", ".."}},
-    };
-    for (const auto& c : cases) {
-        TestRun run;
-        const Liste list(run.koben, {"T"}, c.rows);
+    const std::pair<QStringList, QStringList> cases[] = {{{"a", ".", "a"}, {data, dash, data}},  // before a sum
+                                                         {{"a", "."}, {data, gap, gap}},         // at the end
+                                                         {{"a", ".", ".", "a"}, {data, gap, gap, data}},  // two
+                                                         {{"a", ".", "."}, {data, gap, gap}},  // two at the end
+                                                         {{"a", ".", ".", ".", "a"}, {data, gap, gap, dash, data}},
+                                                         {{".", ".", "."}, {gap, gap, gap, gap}},
+                                                         {{".", "a"}, {dash, data}},
+                                                         {{". ", ".."}, {". ", ".."}}};  // not quite ones
+    TestRun run;
+    for (const auto& [rows, expected] : cases) {
+        const Liste list(run.koben, {"T"}, rows);
         QStringList found = lines(Textliste(list.gridli, {}));
         for (QString& line : found)
             if (line == "--") line = "-";  // the last case's column is two wide
         EXPECT_EQ(found.first().trimmed(), "T");
-        EXPECT_EQ(found.mid(2), c.expected) << c.what;
+        EXPECT_EQ(found.mid(2), expected) << rows.join(u' ').toStdString();
     }
 }
 
 TEST(Textliste, HeadLinesAndSeparator) {
-    const QStringList table{"A;B", "---", "1;2"};
-    const struct {
-        Textlistenform form;
-        QStringList head;
-    } cases[] = {
+    const std::pair<Textlistenform, QStringList> cases[] = {
         {{.trenner = ";"}, {}},
         {{.trenner = ";", .datum = "15.07.2026"}, {"Datum: 15.07.2026", ""}},
         {{.trenner = ";", .kopf = "Hof Böhm"}, {"Hof Böhm", ""}},
-        {{.trenner = ";", .datum = "15.07.2026", .kopf = "Hof"}, {"Datum: 15.07.2026", "Hof", ""}},
-    };
-    for (const auto& c : cases) {
-        TestRun run;
-        const Liste list(run.koben, {"A", "B"}, {"1\t2"});
-        EXPECT_EQ(lines(Textliste(list.gridli, c.form)), c.head + table);
-    }
+        {{.trenner = ";", .datum = "15.07.2026", .kopf = "Hof"}, {"Datum: 15.07.2026", "Hof", ""}}};
+    TestRun run;
+    const Liste list(run.koben, {"A", "B"}, {"1\t2"});
+    for (const auto& [form, head] : cases)
+        EXPECT_EQ(lines(Textliste(list.gridli, form)), head + QStringList({"A;B", "---", "1;2"}));
 }
 
 TEST(Textliste, DropsColumnsBeyondThe52nd) {

@@ -122,13 +122,9 @@ void makeHerd(Planhof& farm, Zufall& z) {
                                           {"Stallnr", z.of({"", "1", "10", "2"})},
                                           {"Gruppe", z.of({"Läufer", "lAUFER", "Zuchtsau "})},
                                           {"Abgangsdatum", z.oneIn(5) ? "01.07.2026" : ""}};
-        for (const auto& [name, field] : std::map<QString, int>{{"Geburtsdatum", 60},
-                                                                {"Zugangsdatum", 60},
-                                                                {"L_Belegung", 60},
-                                                                {"L_Trächtigkeit", 60},
-                                                                {"L_Ferkelung", 60},
-                                                                {"L_Absetzung", 60}})
-            animal[name] = z.date(field);
+        for (const char* name :
+             {"Geburtsdatum", "Zugangsdatum", "L_Belegung", "L_Trächtigkeit", "L_Ferkelung", "L_Absetzung"})
+            animal[name] = z.date(60);
         farm.add("Sauen", animal);
     }
     for (int i = 0; i < 50; ++i)

@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <algorithm>
 #include <numeric>
+#include <optional>
 
 #include "exchange/S_Importtabelle.h"
 
@@ -19,13 +20,14 @@ void importieren(Sitzung& s) {
     });
 }
 
-/// Marks rows of the main form, gives answers and works a menu entry.
+/// Marks rows of the main form, all where none are named, gives answers and works a menu entry.
 std::function<void(Sitzung&)> imMenue(const char* entry, const std::vector<int>& marks, const std::deque<bool>& answers,
                                       const std::deque<QString>& inputs = {}) {
     return [=](Sitzung& s) {
         s.start([&](PA_Koben& main) {
-            main.datali.choose(marks.front());
-            main.datali.mark(marks);
+            const std::vector<int> chosen = marks.empty() ? rows(main.datali.rowCount()) : marks;
+            main.datali.choose(chosen.front());
+            main.datali.mark(chosen);
             s.screens.answers = answers;
             s.screens.inputs = inputs;
             s.aktion([&] { Sitzung::menue(main, entry); });
@@ -51,7 +53,7 @@ std::vector<Aktion> hauptform() {
             {"tierLoeschen", vorlage, imMenue("XB_schweinlöschen", {1}, {true})},
             {"stallnummern", vorlage, imMenue("XB_Stallnrneuzuordnen", rows(40), {true}, {QStringLiteral("S9")})},
             {"ferkelInMast", vorlage, imMenue("XB_Markierte_Ferkel_in_Mast", {42, 43, 44, 45}, {true, true})},
-            {"markierteSelektieren", vorlage, imMenue("XB_markierteschweineselektieren", rows(40), {})},
+            {"markierteSelektieren", vorlage, imMenue("XB_markierteschweineselektieren", {}, {})},
             {"festeSaunummer", vorlage, imMenue("XB_Feste_Saunummer_zuordnen", {1}, {true}, {QStringLiteral("6")})},
             {"komprimieren", vorlage, imMenue("O_Datenbankkomprimieren", {1}, {true}),
              "! Die Komprimierung wurde erfolgreich", "", false, false},
@@ -103,9 +105,53 @@ void spielen(const Aktion& aktion, Sitzung& run) {
     ADD_FAILURE() << aktion.name << " was not reached: " << run.screens.log.join(u'\n').toStdString();
 }
 
+QString klagen(const Aktion& aktion, Sitzung& run) {
+    QString said;
+    try {
+        aktion.lauf(run);
+    } catch (const DatabaseError& error) {
+        said = error.message();
+    } catch (const HierHalt&) {
+    }
+    const QString confirmed = QString::fromUtf8(aktion.bestaetigt);
+    for (const QString& line : run.screens.log.filter(QStringLiteral("! ")))
+        if (confirmed.isEmpty() || !line.startsWith(confirmed)) said += line.mid(2);
+    return said;
+}
+
+QString gestoert(const std::string& what, const Aktion& aktion, const Ordner& folder,
+                 const std::function<void(Sitzung&)>& an, const std::function<void(Sitzung*)>& ab) {
+    const QString file = folder.root() + QStringLiteral("/gesagt");
+    setBytes(file, {});
+    abgeschirmt(what, [&] {
+        QString said;
+        {
+            Sitzung run(folder);
+            run.beginnt = [&] {
+                run.screens.takeLog();
+                an(run);
+            };
+            said = klagen(aktion, run);
+            if (ab) ab(&run);
+        }
+        if (ab) ab(nullptr);
+        setBytes(file, said.toUtf8());
+        if (!said.isEmpty()) pruefeMeldung(said);
+        if (longRun()) printf("%s: %s\n", what.c_str(), said.toUtf8().constData());
+    });
+    return QString::fromUtf8(bytesOf(file));
+}
+
+void beiMeldung(Sitzung& run, const std::function<bool()>& weiter) {
+    run.screens.onProgress = [weiter](const QString&, int) { return weiter(); };
+    run.screens.onBreathe = [&run, weiter] {
+        if (!weiter()) run.koben.front()->closeBox();
+    };
+}
+
 Vergleich ungestoert(const Aktion& aktion, bool bisHauptform) {
-    static std::map<std::pair<std::string, bool>, Vergleich> known;
-    const auto [place, isNew] = known.try_emplace({aktion.name, bisHauptform});
+    static std::map<std::tuple<std::string, bool, const Ordner& (*)()>, Vergleich> known;
+    const auto [place, isNew] = known.try_emplace({aktion.name, bisHauptform, aktion.hof});
     Vergleich& found = place->second;
     if (!isNew) return found;
     const auto folder = angerichtet(aktion);
@@ -121,6 +167,7 @@ Vergleich ungestoert(const Aktion& aktion, bool bisHauptform) {
         QElapsedTimer clock;
         run.beginnt = [&] {
             Workspace::setFaultHook([&](const QString&) { ++found.anweisungen; });
+            beiMeldung(run, [&] { return ++found.meldungen > 0; });
             clock.start();
         };
         run.fertig = [&] { found.mikrosekunden = static_cast<int>(clock.nsecsElapsed() / 1000); };
@@ -130,6 +177,21 @@ Vergleich ungestoert(const Aktion& aktion, bool bisHauptform) {
     found.nachher = stand(*folder);
     EXPECT_EQ(found.anweisungen > 0, aktion.schreibtDatenbank) << aktion.name;
     return found;
+}
+
+void pruefeRest(const Stand& left, const Vergleich& whole, bool fertig) {
+    EXPECT_TRUE(left.daten == whole.nachher.daten || (!fertig && left.daten == whole.vorher.daten))
+        << "half an action, or a confirmed one lost:\n"
+        << left.daten.toStdString();
+    const auto in = [](const Stand& stand, const QString& name) {
+        const auto found = stand.dateien.find(name);
+        return found == stand.dateien.end() ? std::nullopt : std::optional(found->second);
+    };
+    for (const Stand* side : {&whole.vorher, &whole.nachher})
+        for (const auto& [name, bytes] : side->dateien)
+            EXPECT_TRUE(in(left, name) == in(whole.nachher, name) ||
+                        (!fertig && in(left, name) == in(whole.vorher, name)))
+                << "half a file, or a confirmed one lost: " << name.toStdString();
 }
 
 }  // namespace koben::robust

@@ -36,14 +36,25 @@ std::vector<int> rows(int count);
 std::unique_ptr<Ordner> angerichtet(const Aktion& aktion);
 /// Plays the action to its end, which is where the program would go on.
 void spielen(const Aktion& aktion, Sitzung& run);
+/// Plays an action that may fail. What the user reads that is no confirmation; "" where all went well.
+QString klagen(const Aktion& aktion, Sitzung& run);
+/// Plays the action in a process of its own, disturbed by `an` from the user's click on, and returns what she reads.
+/// Where she reads anything it must be a message. `ab` comes when the action is over, and with null when the run is.
+QString gestoert(const std::string& what, const Aktion& aktion, const Ordner& folder,
+                 const std::function<void(Sitzung&)>& an, const std::function<void(Sitzung*)>& ab = {});
+/// From now on `weiter` is asked wherever the user may cancel: at each report of progress, and at the form's button.
+void beiMeldung(Sitzung& run, const std::function<bool()>& weiter);
 
 /// The action once without disturbance: what is there before and after it, and how much it does.
 struct Vergleich {
     Stand vorher, nachher;
     int anweisungen = 0;  ///< writing statements, commits included
+    int meldungen = 0;    ///< moments at which the user may cancel
     int mikrosekunden = 0;
 };
 Vergleich ungestoert(const Aktion& aktion, bool bisHauptform = false);
+/// Each file is that of before or of after, and so is the database; with `fertig` all is as after.
+void pruefeRest(const Stand& left, const Vergleich& whole, bool fertig);
 
 inline void PrintTo(const Aktion& aktion, std::ostream* out) { *out << aktion.name; }
 inline std::string nameOf(const testing::TestParamInfo<Aktion>& info) { return info.param.name; }

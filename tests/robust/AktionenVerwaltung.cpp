@@ -119,21 +119,19 @@ std::vector<Aktion> handel() {
     const auto loeschen = in<Verluste>(verluste, {}, [](Verluste& list) { list.löschen.click(); });
     const auto kopieren =
         in<Handel>(trade, {}, [](Handel& list) { list.kopieren.click(); }, {}, {QStringLiteral("01.07.2026")});
-    return {
-        {"betriebsverlust", vorlage,
-         mitEingabe<Verluste, PB_Verluste_Ferkel_Eingabe>(verluste, &Verluste::neu, verlieren), Ton},
-        {"betriebsverlustLoeschen", vorlage, loeschen, "", einVerlust},
-        {"ferkeleinkauf", vorlage, mitEingabe<Handel, Handelseingabe>(trade, &Handel::neu, einkaufen), Ton},
-        {"betriebsverkaufMitAbgang", vorlage,
-         mitEingabe<Handel, Handelseingabe>(trade, &Handel::neu, verkaufen(Abgang)), Ton},
-        {"betriebsverkaufAendern", vorlage,
-         mitEingabe<Handel, Handelseingabe>(trade, &Handel::ändern, verkaufen(Loeschen)), Ton, einVerkauf},
-        {"betriebsverkaufKopieren", vorlage, kopieren, "", einVerkauf},
-        {"schweineVerkaufen", vorlage,
-         in<PB_Verkauf_Schweine>("XB_verkaufschweine", abgeben, [](auto& form) { form.neu.click(); }, {true}),
-         "! ACHTUNG!!!",
-         "insert into Behandlung (Datum, Wartezeit_Datum, Kennung) values (#07/10/2026#, #07/30/2026#, 2)"},
-    };
+    return {{"betriebsverlust", vorlage,
+             mitEingabe<Verluste, PB_Verluste_Ferkel_Eingabe>(verluste, &Verluste::neu, verlieren), Ton},
+            {"betriebsverlustLoeschen", vorlage, loeschen, "", einVerlust},
+            {"ferkeleinkauf", vorlage, mitEingabe<Handel, Handelseingabe>(trade, &Handel::neu, einkaufen), Ton},
+            {"betriebsverkaufMitAbgang", vorlage,
+             mitEingabe<Handel, Handelseingabe>(trade, &Handel::neu, verkaufen(Abgang)), Ton},
+            {"betriebsverkaufAendern", vorlage,
+             mitEingabe<Handel, Handelseingabe>(trade, &Handel::ändern, verkaufen(Loeschen)), Ton, einVerkauf},
+            {"betriebsverkaufKopieren", vorlage, kopieren, "", einVerkauf},
+            {"schweineVerkaufen", vorlage,
+             in<PB_Verkauf_Schweine>("XB_verkaufschweine", abgeben, [](auto& form) { form.neu.click(); }, {true}),
+             "! ACHTUNG!!!",
+             "insert into Behandlung (Datum, Wartezeit_Datum, Kennung) values (#07/10/2026#, #07/30/2026#, 2)"}};
 }
 
 std::vector<Aktion> herde() {
@@ -187,7 +185,9 @@ std::vector<Aktion> ausgaben() {
     const auto text = plan([](PA_Zwischenliste& list) { list.comtext.click(); });
     const auto tabelle = plan([](PA_Zwischenliste& list) { list.comexcel.click(); });
     const auto bericht = plan([](PA_Zwischenliste& list) { list.roexplorer[0].click(); });
-    const char* const faellig = "update Sauen set L_Ferkelung = #06/20/2026#";
+    const char* const faellig =
+        "insert into Sauen (Art, Nummer) select 'Sau', a.Nummer & '/' & b.ID from Sauen a, Sauen b where b.ID < 4;"
+        "update Sauen set L_Ferkelung = #06/20/2026#";
     return {{"arbeitsplan", vorlage, plan({}), Liste, faellig, true, false},
             {"arbeitsplanAlsText", vorlage, text, "+ PA_Textausgabe", faellig, true, false},
             {"arbeitsplanAlsTabelle", vorlage, tabelle, "", faellig, true, false},

@@ -58,6 +58,8 @@ std::unique_ptr<Ordner> neuerHof(bool animals) {
     return folder;
 }
 
+}  // namespace
+
 QString inhalt(const Database& db) {
     QString text;
     for (const QString& name : db.tables()) {
@@ -71,8 +73,6 @@ QString inhalt(const Database& db) {
     }
     return text;
 }
-
-}  // namespace
 
 /// Of the running test so far; a child inherits those of its parent.
 static int failedParts() {
@@ -135,11 +135,16 @@ static QByteArray vergleichbar(const QString& path) {
     return path.endsWith(QStringLiteral(".xlsx")) && bytes.right(22).startsWith("PK\5\6") ? "(ganz)" : bytes;
 }
 
-Stand stand(const Ordner& folder) {
-    Stand found{QStringLiteral("(fehlt)"), {}};
+std::map<QString, QByteArray> dateien(const Ordner& folder) {
+    std::map<QString, QByteArray> found;
     for (const QFileInfo& file : QDir(folder.data()).entryInfoList(QDir::Files))
         if (!file.fileName().startsWith(QStringLiteral("koben")))  // the database, its log, the lock
-            found.dateien[file.fileName()] = vergleichbar(file.filePath());
+            found[file.fileName()] = vergleichbar(file.filePath());
+    return found;
+}
+
+Stand stand(const Ordner& folder) {
+    Stand found{QStringLiteral("(fehlt)"), dateien(folder)};
     if (QFile::exists(folder.database())) folder.edit([&](Database& db) { found.daten = inhalt(db); });
     return found;
 }
@@ -159,21 +164,6 @@ QString integrity(const QString& database) {
     return answer;
 }
 
-void Schirm::message(const QString& text) {
-    FakeScreens::message(text);
-    if (onLine) onLine(log.last());
-}
-
-void Schirm::tone(int hertz, int milliseconds) {
-    FakeScreens::tone(hertz, milliseconds);
-    if (onLine) onLine(log.last());
-}
-
-void Schirm::opened(Form& form) {
-    FakeScreens::opened(form);
-    if (onLine) onLine(log.last());
-}
-
 Sitzung::Sitzung(const Ordner& folder) : koben(screens, platform, katalog()) {
     platform.data = folder.data();
     platform.program = folder.program();
@@ -184,6 +174,7 @@ Sitzung::~Sitzung() { Workspace::setFaultHook({}); }
 void Sitzung::aktion(const std::function<void()>& tat) const {
     if (beginnt) beginnt();
     tat();
+    if (nochmal && nochmal()) tat();
     if (bisHauptform) return;
     if (fertig) fertig();
     throw HierHalt{};
@@ -273,6 +264,12 @@ bool istMeldung(const QString& text) {
     for (const char* word : {"Die ", "Der ", "Das ", "Bitte ", " nicht ", " ist "})
         if (text.contains(QString::fromUtf8(word))) return true;
     return false;
+}
+
+void pruefeMeldung(const QString& text) {
+    EXPECT_TRUE(istMeldung(text) && (text.contains(QStringLiteral("nicht")) || text.contains(QStringLiteral("kein"))) &&
+                text.contains(QStringLiteral("bitte"), Qt::CaseInsensitive))
+        << text.toStdString();
 }
 
 }  // namespace koben::robust

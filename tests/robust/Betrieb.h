@@ -46,6 +46,8 @@ struct Stand {
 };
 /// Opens the database as a next start does, and reads it whole.
 Stand stand(const Ordner& folder);
+QString inhalt(const Database& db);
+std::map<QString, QByteArray> dateien(const Ordner& folder);
 /// What SQLite itself says about the file: "ok".
 QString integrity(const QString& database);
 
@@ -56,9 +58,14 @@ struct HierHalt {};
 class Schirm : public FakeScreens {
 public:
     std::function<void(const QString& line)> onLine;  ///< messages, tones and opening forms, as the log writes them
-    void message(const QString& text) override;
-    void tone(int hertz, int milliseconds) override;
-    void opened(Form& form) override;
+    void message(const QString& text) override { FakeScreens::message(text), melde(); }
+    void tone(int hertz, int milliseconds) override { FakeScreens::tone(hertz, milliseconds), melde(); }
+    void opened(Form& form) override { FakeScreens::opened(form), melde(); }
+
+private:
+    void melde() const {
+        if (onLine) onLine(log.last());
+    }
 };
 
 /// The machine of the tests, with the lock on the data folder that the program has.
@@ -77,6 +84,7 @@ public:
     explicit Sitzung(const Ordner& folder);
     ~Sitzung();
     std::function<void()> beginnt, fertig;
+    std::function<bool()> nochmal;  ///< asked when the action is done: true to do it once more
     bool bisHauptform = false;  ///< a booking has come to its end only when its frame is closed and the herd list shown
 
     void aktion(const std::function<void()>& tat) const;
@@ -125,6 +133,8 @@ void lebt();
 
 /// A message for the user: German, and not a bare text of the machine.
 bool istMeldung(const QString& text);
+/// One that says what could not be done, and what to do.
+void pruefeMeldung(const QString& text);
 
 inline void eingeben(TextBox& field, const QString& text) {
     field.enter();

@@ -1,4 +1,5 @@
-// Each writing statement of each action fails once: nothing of the action stays, and it succeeds afterwards.
+// Each writing statement of each action fails once, and the user cancels wherever she can: nothing of the action stays,
+// or all of it, and it succeeds afterwards.
 #include <random>
 
 #include "tests/robust/Aktionen.h"
@@ -6,25 +7,18 @@
 namespace koben::robust {
 namespace {
 
-/// Statements tried in a short run: the first and last ones, where an action changes its kind of work, and some
-/// between. A long run tries all.
+/// Moments tried in a short run: the first and last ones, where an action changes its kind of work, and some between.
+/// A long run tries all.
 bool gewaehlt(int nth, int count, std::mt19937& random) {
     constexpr int Rand = 2;
     return longRun() || nth <= Rand || nth > count - Rand || random() % static_cast<unsigned>(count / Rand) == 0;
-}
-
-/// The actions that write by statements.
-std::vector<Aktion> schreibende() {
-    std::vector<Aktion> chosen;
-    for (const Aktion& aktion : aktionen())
-        if (aktion.schreibtDatenbank) chosen.push_back(aktion);
-    return chosen;
 }
 
 class FehlerTest : public testing::TestWithParam<Aktion> {};
 
 TEST_P(FehlerTest, nichtsBleibtUndDanachGehtEs) {
     const Aktion& aktion = GetParam();
+    if (!aktion.schreibtDatenbank) return;
     const Vergleich whole = ungestoert(aktion);
     auto folder = angerichtet(aktion);
     std::mt19937 random(20260715);
@@ -42,19 +36,13 @@ TEST_P(FehlerTest, nichtsBleibtUndDanachGehtEs) {
                     throw DatabaseError(DatabaseError::Kind::Io, QStringLiteral("Die Platte ist weg."));
                 });
             };
-            bool said = false;
-            try {
-                aktion.lauf(run);
-            } catch (const DatabaseError&) {
-                said = true;
-            } catch (const HierHalt&) {
-            }
-            said = said || run.screens.log.join(u'\n').contains(QStringLiteral("Die Platte ist weg."));
-            EXPECT_TRUE(said) << "swallowed: " << failed.toStdString();
+            EXPECT_TRUE(klagen(aktion, run).contains(u"Die Platte ist weg.")) << "swallowed: " << failed.toStdString();
             EXPECT_LE(run.screens.waiting, 0) << "the wait cursor stays";
             if (QFile::exists(folder->database())) {
-                const Database same = run.koben.workspace.open(folder->database());
-                EXPECT_EQ(same.table(QStringLiteral("select count(*) from Sauen")).rowCount(), 1);
+                EXPECT_EQ(run.koben.workspace.open(folder->database())
+                              .table(QStringLiteral("select ID from Sauen"))
+                              .columnCount(),
+                          1);
             }
         }
         const QString left = stand(*folder).daten;
@@ -72,7 +60,74 @@ TEST_P(FehlerTest, nichtsBleibtUndDanachGehtEs) {
     if (longRun()) printf("%s: %d failing statements\n", aktion.name, failures);
 }
 
-INSTANTIATE_TEST_SUITE_P(Aktionen, FehlerTest, testing::ValuesIn(schreibende()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Aktionen, FehlerTest, testing::ValuesIn(aktionen()), nameOf);
+
+/// So many animals that reading the list and tidying the file take reports.
+const Ordner& grosserHof() {
+    static const Ordner folder;
+    if (QFile::exists(folder.database())) return folder;
+    folder.copyFrom(vorlage());
+    folder.edit([](Database& db) {
+        db.execute(
+            QStringLiteral("insert into Sauen (Art, Nummer, Selektiert) select 'Sau', a.Nummer & '/' & b.ID & '/' "
+                           "& c.ID, '' from Sauen a, Sauen b, Belegung c where c.ID < 4"));
+    });
+    Sitzung(folder).start([](PA_Koben& main) { main.closeBox(); });
+    return folder;
+}
+
+class AbbruchTest : public testing::TestWithParam<Aktion> {};
+
+/// Where nothing was done the user does it again at once, on the same form.
+TEST_P(AbbruchTest, allesOderNichtsUndDanachGehtEs) {
+    const Aktion& aktion = GetParam();
+    const Vergleich whole = ungestoert(aktion);
+    EXPECT_TRUE(whole.meldungen > 0 || aktion.hof != grosserHof) << "no report";
+    std::mt19937 random(20260715);
+    int undone = 0, done = 0;
+    for (int nth = 1; nth <= whole.meldungen && !HasFailure(); ++nth) {
+        if (!gewaehlt(nth, whole.meldungen, random)) continue;
+        SCOPED_TRACE(testing::Message() << "cancelled at " << nth << " of " << whole.meldungen);
+        const auto folder = angerichtet(aktion);
+        {
+            Sitzung run(*folder);
+            std::deque<bool> answers;
+            std::deque<QString> inputs;
+            run.beginnt = [&] {
+                answers = run.screens.answers, inputs = run.screens.inputs;
+                beiMeldung(run, [nth, count = 0]() mutable { return ++count != nth; });
+            };
+            run.nochmal = [&] {
+                EXPECT_LE(run.screens.waiting, 0) << "the wait cursor stays";
+                const Stand left{inhalt(run.koben.connect()), dateien(*folder)};
+                pruefeRest(left, whole, false);
+                const bool again = !run.koben.ended && left == whole.vorher;
+                again ? ++undone : ++done;
+                run.screens.answers = answers, run.screens.inputs = inputs;
+                return again;
+            };
+            spielen(aktion, run);
+        }
+        const Stand left = stand(*folder);
+        pruefeRest(left, whole, true);
+        EXPECT_EQ(left.dateien.size(), whole.nachher.dateien.size()) << "a draft stays";
+        EXPECT_EQ(integrity(folder->database()), QStringLiteral("ok"));
+    }
+    if (longRun() && undone + done > 0) printf("%s: %d cancelled, %d done before\n", aktion.name, undone, done);
+}
+
+INSTANTIATE_TEST_SUITE_P(Aktionen, AbbruchTest, testing::ValuesIn(aktionen()), nameOf);
+
+std::vector<Aktion> imGrossen() {
+    std::vector<Aktion> table;
+    for (const char* name : {"statusBeimStart", "markierteSelektieren", "komprimieren"}) {
+        table.push_back(finde(name));
+        table.back().hof = grosserHof;
+    }
+    return table;
+}
+
+INSTANTIATE_TEST_SUITE_P(ImGrossen, AbbruchTest, testing::ValuesIn(imGrossen()), nameOf);
 
 }  // namespace
 }  // namespace koben::robust

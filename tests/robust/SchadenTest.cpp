@@ -1,7 +1,9 @@
-// Damaged files of the data folder: the program works or says in German what is wrong, and never falls over.
+// Damaged files of the data folder, and files of others on their whole way through the program: it works or says in
+// German what is wrong, and never falls over. Their readers alone, and scripts, are tried in tests/fuzz.
 #include <algorithm>
 
 #include "core/PZ_Koben_Subs_Datenbank.h"
+#include "exchange/S_Importtabelle.h"
 #include "tests/robust/Betrieb.h"
 #include "tests/robust/Mutation.h"
 
@@ -36,6 +38,21 @@ QByteArray beschaedigt(QByteArray bytes, Mutation& mutation) {
     return bytes;
 }
 
+/// Plays so many variants, or ten times the wanted runs, in processes of their own.
+void spiele(const char* what, int usual, unsigned first, const std::function<void(Mutation&)>& variante) {
+    constexpr int Buendel = 50;
+    const int count = longRun() ? 10 * runs(0) : usual;
+    for (int from = 0; from < count; from += Buendel)
+        abgeschirmt(what + (" from " + std::to_string(from)), [&] {
+            for (int number = from; number < std::min(from + Buendel, count); ++number) {
+                SCOPED_TRACE(testing::Message() << "variant " << number);
+                lebt();
+                Mutation mutation(static_cast<unsigned>(number) + first);
+                variante(mutation);
+            }
+        });
+}
+
 /// What the program does with its database from start to end, and more: reads all, derives, writes, copies.
 void arbeite(Database& db, const Koben& koben) {
     for (const QString& name : db.tables()) {
@@ -50,32 +67,31 @@ void arbeite(Database& db, const Koben& koben) {
     Buchungen_loeschen(db, 1);
 }
 
-/// One variant. Counts how it ended: 0 refused at the door, 1 an error at work, 2 worked.
-int versuche(unsigned number, const QByteArray& whole, const Ordner& folder) {
-    SCOPED_TRACE(testing::Message() << "variant " << number);
-    lebt();
-    Mutation mutation(number);
+/// Puts a damaged database in the place of the folder's.
+QByteArray schreibe(const Ordner& folder, const QByteArray& whole, Mutation& mutation) {
     const QByteArray bytes = beschaedigt(whole, mutation);
     for (const char* log : {"-wal", "-shm"}) QFile::remove(folder.database() + QString::fromUtf8(log));
     setBytes(folder.database(), bytes);
+    return bytes;
+}
+
+/// One variant: refused at the door and left alone, an error at work, or worked.
+void versuche(const QByteArray& whole, const Ordner& folder, Mutation& mutation) {
+    const QByteArray bytes = schreibe(folder, whole, mutation);
     FakeScreens screens;
     FakePlatform platform;
     Koben koben(screens, platform, katalog());
     Einstellungen_vorgeben(koben, 2026);
-    int reached = 0;
+    bool refused = true;
     try {
         Database db = koben.workspace.open(folder.database());
-        reached = 1;
+        refused = false;
         arbeite(db, koben);
-        reached = 2;
     } catch (const DatabaseError& error) {
         EXPECT_TRUE(istMeldung(error.message())) << error.what();
     }
     koben.workspace.closeAll();
-    if (reached == 0) {
-        EXPECT_EQ(bytesOf(folder.database()), bytes) << "a file that was refused was written to";
-    }
-    return reached;
+    EXPECT_TRUE(!refused || bytesOf(folder.database()) == bytes) << "a file that was refused was written to";
 }
 
 TEST(SchadenTest, datenbank) {
@@ -91,19 +107,9 @@ TEST(SchadenTest, datenbank) {
     }
     const QByteArray whole = bytesOf(small.database());
     ASSERT_GT(whole.size(), 10 * Seite);
-    constexpr int Buendel = 50;
-    const int count = longRun() ? 10 * runs(0) : 300;
     const Ordner folder;
     folder.copyFrom(small);
-    for (int from = 0; from < count; from += Buendel) {
-        abgeschirmt("database variants from " + std::to_string(from), [&] {
-            int ends[3] = {};
-            for (int number = from; number < std::min(from + Buendel, count); ++number)
-                ++ends[versuche(static_cast<unsigned>(number), whole, folder)];
-            EXPECT_GT(ends[0] + ends[1], 0);
-            if (longRun()) printf("refused %d, error at work %d, worked %d\n", ends[0], ends[1], ends[2]);
-        });
-    }
+    spiele("database variants", 300, 0, [&](Mutation& mutation) { versuche(whole, folder, mutation); });
 }
 
 /// The main form on a damaged database: refuses with a message for the user, or comes up.
@@ -111,19 +117,13 @@ TEST(SchadenTest, startAufBeschaedigterDatenbank) {
     const QByteArray whole = bytesOf(vorlage().database());
     const Ordner folder;
     folder.copyFrom(vorlage());
-    abgeschirmt("starts on damaged databases", [&] {
-        for (int number = 0; number < runs(30); ++number) {
-            SCOPED_TRACE(testing::Message() << "variant " << number);
-            lebt();
-            Mutation mutation(static_cast<unsigned>(number) + 100000);
-            for (const char* log : {"-wal", "-shm"}) QFile::remove(folder.database() + QString::fromUtf8(log));
-            setBytes(folder.database(), beschaedigt(whole, mutation));
-            Sitzung run(folder);
-            try {
-                run.start([](PA_Koben& main) { EXPECT_TRUE(main.find(u"XB_beenden")->enabled()); });
-            } catch (const DatabaseError& error) {
-                EXPECT_TRUE(istMeldung(error.message())) << error.what();
-            }
+    spiele("starts on damaged databases", 30, 100000, [&](Mutation& mutation) {
+        schreibe(folder, whole, mutation);
+        Sitzung run(folder);
+        try {
+            run.start([](PA_Koben& main) { EXPECT_TRUE(main.find(u"XB_beenden")->enabled()); });
+        } catch (const DatabaseError& error) {
+            EXPECT_TRUE(istMeldung(error.message())) << error.what();
         }
     });
 }
@@ -169,6 +169,33 @@ TEST(SchadenTest, einstellungenByteFuerByte) {
                 if (at % step == 0) starteMit(folder, bytes);
             }
         }
+    });
+}
+
+/// The import takes a damaged table into the database, or leaves it as it was.
+TEST(SchadenTest, import) {
+    const QByteArray whole = bytesOf(QStringLiteral(KOBEN_SOURCE_DIR "/beispiel/herde.csv")).left(3000);
+    const Ordner& empty = leereVorlage();
+    spiele("imports", 25, 5000, [&](Mutation& mutation) {
+        const Ordner folder;
+        folder.copyFrom(empty);
+        const QString path = folder.root() + QStringLiteral("/herde.csv");
+        setBytes(path, mutation.of(whole, {";", "\"", "\r", "31.02.2019", "'", "x';delete from Sauen;"}));
+        bool done = false;
+        {
+            Sitzung run(folder);
+            run.formular<S_Importtabelle>("O_ImportExcelCSV", [&](S_Importtabelle& form) {
+                run.screens.inputs = {path};
+                run.screens.answers = {true};
+                form.comöffnen.click();
+                form.ok.click();
+            });
+            done = run.koben.ended;
+        }
+        folder.edit([&](Database& db) {
+            const qint64 animals = db.table(QStringLiteral("select count(*) from Sauen")).integer(0, 0);
+            EXPECT_TRUE(done || animals == 0) << animals;
+        });
     });
 }
 

@@ -56,11 +56,6 @@ TEST_F(RecordsetTest, CountsTheRecordsReached) {
     r.movePrevious();
     EXPECT_TRUE(r.bof());
     EXPECT_EQ(kindOf([&] { r.movePrevious(); }), Kind::State);
-
-    Recordset pass = db.open("select * from Sauen");
-    for (; !pass.eof(); pass.moveNext()) {
-    }
-    EXPECT_EQ(pass.recordCount(), 3);
 }
 
 TEST_F(RecordsetTest, AddingKeepsTheCurrentRecord) {
@@ -152,8 +147,7 @@ TEST_F(RecordsetTest, SeesOtherWritesAsItsRulesSay) {
 TEST_F(RecordsetTest, Removing) {
     Recordset r = db.open("select * from Sauen");
     r.moveLast();
-    r.moveFirst();
-    r.moveNext();
+    r.movePrevious();
     r.remove();
     EXPECT_EQ(r.recordCount(), 2);
     EXPECT_EQ(kindOf([&] { r.value(u"ID"); }), Kind::State);
@@ -166,13 +160,10 @@ TEST_F(RecordsetTest, Removing) {
 
 TEST_F(RecordsetTest, FindFirst) {
     Recordset r = db.open("select ID, Nummer as Nr, Anz from Sauen order by Nummer desc");
-    for (const auto& [criteria, id] :
-         std::initializer_list<std::pair<const char*, int>>{{"ID = 2", 2},
-                                                            {"Nummer = 'B'", 2},
-                                                            {"Nummer LIKE '?'", 3},
-                                                            {"Anz < 3", 2},
-                                                            {"Nr = 'a'", 1},
-                                                            {"[Nummer] > 'A' and Anz > 1", 3}}) {
+    const std::pair<const char*, int> cases[] = {{"ID = 2", 2},          {"Nummer = 'B'", 2},
+                                                 {"Nummer LIKE '?'", 3}, {"Anz < 3", 2},
+                                                 {"Nr = 'a'", 1},        {"[Nummer] > 'A' and Anz > 1", 3}};
+    for (const auto& [criteria, id] : cases) {
         r.findFirst(QString::fromUtf8(criteria));
         EXPECT_FALSE(r.noMatch()) << criteria;
         EXPECT_EQ(r.value(u"ID"), Value(id)) << criteria;

@@ -32,17 +32,15 @@ TEST(ValueNumbers, LeadingNumberAndRounding) {
     EXPECT_EQ(Value(2.5).toInt(), 2);
     EXPECT_EQ(Value(-3.5).toInt(), -4);
     EXPECT_FALSE(Value(QString("01.02.2024")).toDate().isValid());
-    const struct {
-        double number;
-        qint64 money;
-    } cases[] = {{1.00005, 10000},
-                 {1.00015, 10002},
-                 {0.00005, 0},
-                 {-0.00015, -2},
-                 {2.675, 26750},
-                 {0.1, 1000},
-                 {123456789.12345, 1234567891234}};
-    for (const auto& c : cases) EXPECT_EQ(Value(c.number).toMoney().tenThousandths, c.money) << c.number;
+    for (const auto& [number, money] :
+         std::initializer_list<std::pair<double, qint64>>{{1.00005, 10000},
+                                                          {1.00015, 10002},
+                                                          {0.00005, 0},
+                                                          {-0.00015, -2},
+                                                          {2.675, 26750},
+                                                          {0.1, 1000},
+                                                          {123456789.12345, 1234567891234}})
+        EXPECT_EQ(Value(number).toMoney().tenThousandths, money) << number;
     EXPECT_EQ(moneyOfDigits("922337203685477.5807")->tenThousandths, std::numeric_limits<qint64>::max());
     EXPECT_FALSE(moneyOfDigits("922337203685478").has_value());
     EXPECT_EQ(moneyOfDigits("0.000050001")->tenThousandths, 1);

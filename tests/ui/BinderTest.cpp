@@ -95,6 +95,43 @@ TEST_F(BinderTest, UserClicksRaiseOneEventEach) {
     });
 }
 
+TEST_F(BinderTest, ListFieldCompletesWhatIsTyped) {
+    form.kom.setItems({QStringLiteral("Abferkelstall"), QStringLiteral("Abteil 1"), QStringLiteral("Abteil 12")});
+    hand([&](FormWindow& window) {
+        auto* edit = static_cast<QComboBox*>(widget(window, form.kom))->lineEdit();
+        widget(window, form.kom)->setFocus();
+        const struct {
+            const char* key;  // "<" the backspace
+            const char *text, *marked;
+        } keys[] = {{"a", "Abferkelstall", "bferkelstall"},
+                    {"b", "Abferkelstall", "ferkelstall"},
+                    {"t", "Abteil 1", "eil 1"},
+                    {"<", "Abt", ""},  // what was completed goes first, and does not come back
+                    {"<", "Ab", ""},
+                    {"x", "Abx", ""}};
+        for (const auto& [key, text, marked] : keys) {
+            *key == '<' ? press(window.focusWidget(), Qt::Key_Backspace) : type(window, QString::fromUtf8(key));
+            EXPECT_EQ(form.kom.text(), QString::fromUtf8(text)) << key;
+            EXPECT_EQ(edit->selectedText(), QString::fromUtf8(marked)) << key;
+        }
+    });
+}
+
+TEST_F(BinderTest, WrongFieldsBearASignThatIsReadAloudToo) {
+    hand([&](FormWindow& window) {
+        for (TextBox* field : {static_cast<TextBox*>(&form.tdat), static_cast<TextBox*>(&form.kom)}) {
+            QWidget* shown = widget(window, *field);
+            auto* combo = qobject_cast<QComboBox*>(shown);
+            QLineEdit* edit = combo ? combo->lineEdit() : static_cast<QLineEdit*>(shown);
+            for (const bool wrong : {true, true, false}) {
+                field->setWrong(wrong);
+                EXPECT_EQ(edit->actions().size(), wrong ? 1 : 0);
+                EXPECT_EQ(edit->accessibleDescription().isEmpty(), !wrong);
+            }
+        }
+    });
+}
+
 TEST_F(BinderTest, EnterMovesOnAndEscapeCancels) {
     hand([&](FormWindow& window) {
         widget(window, form.tdat)->setFocus();
