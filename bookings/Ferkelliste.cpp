@@ -6,7 +6,8 @@ namespace koben {
 
 namespace {
 
-constexpr int LeastWidth = 25;  // pixels; a narrower column would be lost to the mouse
+constexpr int LeastWidth = 25;      // pixels; a narrower column would be lost to the mouse
+constexpr size_t MostSingly = 500;  // changed rows that are not worth reading the whole list anew
 
 /// "Stück_Gewicht_kg" as a reader has it.
 QString captionOf(QString field) {
@@ -32,9 +33,18 @@ Ferkelliste::Ferkelliste(Koben& context, const QString& name, const QString& cap
     cancelButton = &cmdschließen;
 }
 
-void Ferkelliste::Load() { m_db = koben.connect(); }
+void Ferkelliste::Load() {
+    m_db = koben.connect();
+    m_watch = Watch(m_db, table);
+}
 
 void Ferkelliste::Activate() {
+    const auto changed = m_watch.take(MostSingly);
+    if (!changed || !auffrischen(*changed)) lesen();
+    if (li.rowCount() > 0) li.setRow(li.rowCount());
+}
+
+void Ferkelliste::lesen() {
     li.clear();
     li.bind(m_db.table(QStringLiteral("select * from %1 order by Datum").arg(table)));
     for (int c = 1; c <= li.columnCount(); ++c) {
@@ -43,7 +53,15 @@ void Ferkelliste::Activate() {
         column.technical = column.key == u"ID" || column.key == u"Kennung";
     }
     koben.restoreWidths(li, name().toLower());
-    if (li.rowCount() > 0) li.setRow(li.rowCount());
+}
+
+/// Brings these rows of the list up to date; false where it must be read whole.
+bool Ferkelliste::auffrischen(const std::vector<qint64>& ids) {
+    if (li.sortColumn() != 0) return false;
+    QStringList wanted(QStringLiteral("0"));
+    for (const qint64 id : ids) wanted += QString::number(id);
+    const Table rows = m_db.table(QStringLiteral("select * from %1 where ID in (%2)").arg(table, wanted.join(u',')));
+    return li.refresh(rows, ids, u"ID", {{li.columnOf(u"Datum")}});
 }
 
 void Ferkelliste::Zeile_auffrischen() {

@@ -3,6 +3,7 @@
 // date, and its entry screen. The piglets in stock and the arithmetic stand in units of their own.
 #include "forms/Form.h"
 #include "forms/Koben.h"
+#include "store/Watch.h"
 
 namespace koben {
 
@@ -35,9 +36,12 @@ private:
     void kopieren_Click();
     void li_Resized(int column);
     void Kopie_anlegen(qint64 id, QDate date);
+    void lesen();
+    bool auffrischen(const std::vector<qint64>& ids);
 
     const QString m_entry;
     Database m_db;
+    Watch m_watch;  // of the table, since the list was read
 };
 
 /// The entry screen. In "Neu" it adds rows, in "Ändern" it walks those of the list.
