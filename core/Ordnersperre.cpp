@@ -1,20 +1,56 @@
 #include "core/Ordnersperre.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QDir>
+#include <QFile>
 
 namespace koben {
 
+namespace {
+
+bool liegtDort(int file, const QByteArray& path) {
+    struct stat ours {
+    }, there{};
+    return fstat(file, &ours) == 0 && stat(path.constData(), &there) == 0 && ours.st_ino == there.st_ino &&
+           ours.st_dev == there.st_dev;
+}
+
+/// The file of this path, locked; -1 where another holds it or it cannot be made.
+int gesperrt(const QByteArray& path) {
+    for (;;) {
+        const int file = open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+        if (file < 0) return -1;
+        const bool locked = flock(file, LOCK_EX | LOCK_NB) == 0;
+        if (locked && liegtDort(file, path)) return file;
+        close(file);
+        if (!locked) return -1;
+        // its last holder took it away between our opening and locking it: once more, with the one that is there now
+    }
+}
+
+}  // namespace
+
 bool Ordnersperre::nehmen(const QString& folder) {
-    const QString path = QDir(folder).filePath(QStringLiteral("koben.lock"));
-    if (m_lock && m_lock->isLocked() && m_lock->fileName() == path) return true;
-    m_lock = std::make_unique<QLockFile>(path);
-    m_lock->setStaleLockTime(0);  // no age makes it stale, only a process that is gone
-    if (m_lock->tryLock(0)) return true;
-    // A lock that names nobody was cut off while it was written; nobody would ever give it back.
-    qint64 holder = 0;
-    QString host, program;
-    return m_lock->error() == QLockFile::LockFailedError && !m_lock->getLockInfo(&holder, &host, &program) &&
-           m_lock->removeStaleLockFile() && m_lock->tryLock(0);
+    const QByteArray path = QFile::encodeName(QDir(folder).filePath(QStringLiteral("koben.lock")));
+    if (m_file >= 0 && m_path == path && liegtDort(m_file, path)) return true;
+    const int file = gesperrt(path);
+    if (file < 0) return false;
+    loslassen();
+    m_file = file;
+    m_path = path;
+    return true;
+}
+
+void Ordnersperre::loslassen() {
+    if (m_file < 0) return;
+    if (liegtDort(m_file, m_path)) unlink(m_path.constData());
+    flock(m_file, LOCK_UN);  // for copies of the descriptor in child processes too
+    close(m_file);
+    m_file = -1;
 }
 
 }  // namespace koben

@@ -1,19 +1,27 @@
 #pragma once
 // The data folder belongs to one running program at a time: two would write over each other's settings and lists.
-#include <QLockFile>
-#include <memory>
+#include <QByteArray>
+#include <QString>
 
 namespace koben {
 
+/// A lock of the system on the file koben.lock in the folder. The system lets go of it when the process ends, however
+/// it ends: what a dead one left behind holds nothing, and there is no moment at which two could both have it.
 class Ordnersperre {
 public:
+    Ordnersperre() = default;
+    ~Ordnersperre() { loslassen(); }
+    Ordnersperre(const Ordnersperre&) = delete;
+    Ordnersperre& operator=(const Ordnersperre&) = delete;
+
     /// Takes the folder until the program ends or another folder is taken; true also where this one has it already.
-    /// False where a living process holds it, and where nothing can be written there. What a dead process left behind,
-    /// were it half a file, holds nothing.
+    /// False where a living process holds it, and where nothing can be written there.
     bool nehmen(const QString& folder);
+    void loslassen();
 
 private:
-    std::unique_ptr<QLockFile> m_lock;
+    int m_file = -1;
+    QByteArray m_path;
 };
 
 }  // namespace koben

@@ -20,7 +20,7 @@ public:
     void useFolder(const QString& path);
     void answerFrom(const QString& path, const QString& file) { m_net[path] = file; }
     void disconnect() { m_net.clear(); }
-    void releaseDataFolder() { m_lock = {}; }
+    void releaseDataFolder() { m_lock.loslassen(); }
     const std::optional<PrintedJob>& lastJob() const { return m_lastJob; }
     /// A file that the script names: absolute, in the data folder, or, where only that exists, as seen from here.
     QString pathOf(const QString& name);
