@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 #include <QTemporaryDir>
+#include <algorithm>
 
 #include "app/Katalog.h"
 #include "store/Database.h"
@@ -15,14 +16,14 @@ namespace {
 
 constexpr int Zeilen = 80;
 
-/// The script, cut short; empty where it names files outside of its own folder.
+/// The script up to so many lines, and up to the first that may name a file outside of its own folder.
 QString harmlos(const QByteArray& bytes) {
     const QStringList lines = QString::fromUtf8(bytes).split(u'\n').mid(0, Zeilen);
-    for (const QString& line : lines) {
+    const auto reachesOut = [](const QString& line) {
         const bool free = line.trimmed().startsWith(QStringLiteral("sql ")) || line.startsWith(u'#');
-        if (!free && (line.contains(u'/') || line.contains(QStringLiteral("..")))) return {};
-    }
-    return lines.join(u'\n');
+        return !free && (line.contains(u'/') || line.contains(QStringLiteral("..")));
+    };
+    return lines.mid(0, std::find_if(lines.begin(), lines.end(), reachesOut) - lines.begin()).join(u'\n');
 }
 
 }  // namespace

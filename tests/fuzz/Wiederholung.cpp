@@ -1,4 +1,4 @@
-// Replays a corpus and seeded mutations of it on a fuzz target:  fuzz_NAME FOLDER|FILE [VARIANTS]
+// Replays a corpus and seeded mutations of it on a fuzz target:  fuzz_NAME FOLDER|FILE [VARIANTS [FOLDER OF SCRIPTS]]
 // The work is done in a child process. Where that dies or hangs, the input is made again from its number, written to a
 // file and told, and the next child goes on behind it. KOBEN_ROBUST_RUNS multiplies the variants.
 #include <sys/mman.h>
@@ -45,11 +45,12 @@ QByteArrayList woerter(const QString& path) {
 
 class Wiederholung {
 public:
-    Wiederholung(const QString& path, int variants) : m_variants(variants) {
+    Wiederholung(const QString& path, int variants, const QString& scripts) : m_variants(variants) {
         const QFileInfo info(path);
         if (info.isFile()) m_seeds.push_back({info.fileName(), lies(path)});
-        for (const QFileInfo& file : QDir(path).entryInfoList(QDir::Files, QDir::Name))
-            m_seeds.push_back({file.fileName(), lies(file.filePath())});
+        saeen(QDir(path).entryInfoList(QDir::Files, QDir::Name));
+        if (!scripts.isEmpty())
+            saeen(QDir(scripts).entryInfoList({QStringLiteral("*.skript")}, QDir::Files, QDir::Name));
         m_words = woerter(path + QStringLiteral(".dict"));
         m_at = static_cast<int*>(mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     }
@@ -73,6 +74,9 @@ public:
     }
 
 private:
+    void saeen(const QFileInfoList& files) {
+        for (const QFileInfo& file : files) m_seeds.push_back({file.fileName(), lies(file.filePath())});
+    }
     int total() const { return static_cast<int>(m_seeds.size()) + m_variants; }
     const Saat& seed(int number) const { return m_seeds[static_cast<size_t>(number) % m_seeds.size()]; }
 
@@ -111,9 +115,9 @@ private:
 
 int main(int argc, char** argv) {
     using namespace koben::fuzz;
-    fordere(argc > 1, "usage: fuzz_NAME FOLDER|FILE [VARIANTS]");
+    fordere(argc > 1, "usage: fuzz_NAME FOLDER|FILE [VARIANTS [FOLDER OF SCRIPTS]]");
     const int runs = std::max(qEnvironmentVariableIntValue("KOBEN_ROBUST_RUNS"), 1);
     const int variants = argc > 2 ? QByteArray(argv[2]).toInt() * runs : 0;
-    return Wiederholung(QString::fromLocal8Bit(argv[1]), variants)
+    return Wiederholung(QString::fromLocal8Bit(argv[1]), variants, QString::fromLocal8Bit(argc > 3 ? argv[3] : ""))
         .run(qPrintable(QFileInfo(QString::fromLocal8Bit(argv[0])).fileName()));
 }

@@ -1,15 +1,16 @@
-# The fuzz targets (README.md here). As a test each replays its corpus and so many mutations of it; with KOBEN_FUZZ each
-# is a libFuzzer program.
+# The fuzz targets (README.md here). As a test each replays its corpus and so many mutations of it (of
+# the test scripts too, where scripts are the input); with KOBEN_FUZZ each is a libFuzzer program.
 option(KOBEN_FUZZ "Fuzz targets as libFuzzer programs; needs clang" OFF)
 function(koben_fuzz name source variants)
-  cmake_parse_arguments(ARG "" "" "LIBS" ${ARGN})
+  cmake_parse_arguments(ARG "" "SCRIPTS" "LIBS" ${ARGN})
   add_executable(fuzz_${name} fuzz/${source}.cpp)
   target_link_libraries(fuzz_${name} PRIVATE ${ARG_LIBS})
   if(KOBEN_FUZZ)
     target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
   else()
     target_sources(fuzz_${name} PRIVATE fuzz/Wiederholung.cpp)
-    add_test(NAME fuzz_${name} COMMAND fuzz_${name} ${CMAKE_SOURCE_DIR}/tests/fuzz/korpus/${name} ${variants})
+    add_test(NAME fuzz_${name} COMMAND fuzz_${name} ${CMAKE_SOURCE_DIR}/tests/fuzz/korpus/${name} ${variants}
+                                      ${ARG_SCRIPTS})
   endif()
 endfunction()
 koben_fuzz(sql Sql 2000 LIBS koben_store PkgConfig::SQLITE)
@@ -18,5 +19,6 @@ koben_fuzz(umwandlungen Umwandlungen 6000 LIBS koben_core)
 koben_fuzz(einstellungen Einstellungen 3000 LIBS koben_core)
 koben_fuzz(csv Csv 8000 LIBS koben_exchange)
 koben_fuzz(liste Liste 4000 LIBS koben_output GTest::gtest)
-koben_fuzz(skript Skript 1500 LIBS koben_skript)
-koben_fuzz(skriptlauf Skriptlauf 40 LIBS koben_katalog koben_skript)
+set(scripts ${CMAKE_SOURCE_DIR}/tests/skripte)
+koben_fuzz(skript Skript 1500 SCRIPTS ${scripts} LIBS koben_skript)
+koben_fuzz(skriptlauf Skriptlauf 40 SCRIPTS ${scripts} LIBS koben_katalog koben_skript)
