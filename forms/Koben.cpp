@@ -11,7 +11,12 @@ std::unique_ptr<Form> Catalogue::make(const QString& name, Koben& koben) const {
 }
 
 Koben::Koben(Screens& screens_, Platform& platform_, const Catalogue& catalogue_)
-    : screens(screens_), platform(platform_), catalogue(catalogue_), workspace([this] { return platform.now(); }) {}
+    : screens(screens_), platform(platform_), catalogue(catalogue_), workspace([this] { return platform.now(); }) {
+    workspace.onAction([this](const QString& name) {
+        lastAction = name;
+        screens.done(name);
+    });
+}
 
 Koben::~Koben() = default;
 

@@ -45,6 +45,7 @@ struct Koben : Variablen {
     const Catalogue& catalogue;
     Workspace workspace;
     HerdList* herdList = nullptr;
+    QString lastAction;  ///< name of the newest action that reached the disk, "" before the first
     bool ended = false;  ///< the program is ending: every open form closes
 
     /// Opens a form modally and returns once it has closed. A name without a screen does nothing.

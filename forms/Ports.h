@@ -37,6 +37,11 @@ public:
     virtual void closing(Form&) {}
     virtual void closed(Form& form) = 0;
 
+    /// An action reached the disk; the name is what the user knows it by.
+    virtual void done(const QString&) {}
+    /// What a handler threw, after its work was rolled back; the form stays with what was typed.
+    virtual void failed(const QString& text) { message(text); }
+
     virtual void waitCursor(bool on) = 0;
     virtual void tone(int hertz, int milliseconds) = 0;
     /// Lets progress be painted during long work; takes no input but a cancel.

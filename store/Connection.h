@@ -88,6 +88,14 @@ public:
     void rollback();  ///< of the innermost transaction; the outermost one undoes all
     bool inTransaction() const { return m_depth > 0; }
 
+    /// Tells the observer of the workspace that opened the file last.
+    void actionDone(const QString& name) const {
+        if (m_observer && *m_observer) (*m_observer)(name);
+    }
+    void setObserver(std::shared_ptr<std::function<void(const QString&)>> observer) {
+        m_observer = std::move(observer);
+    }
+
     static void setFaultHook(std::function<void(const QString&)> hook);
 
     void watch(const std::shared_ptr<WatchState>& state);
@@ -105,6 +113,7 @@ private:
 
     QString m_path;
     std::function<QDateTime()> m_now;
+    std::shared_ptr<std::function<void(const QString&)>> m_observer;
     FileHandle m_file;
     std::unique_ptr<SqliteFunctions> m_functions;
     std::shared_ptr<const sql::Catalog> m_catalog;

@@ -129,6 +129,7 @@ public:
 private:
     friend class Workspace;
     friend class Transaction;
+    friend class Action;
     friend class ChangeLog;
     friend class Watch;
     friend void addHelpers(const Database& database);
@@ -179,11 +180,16 @@ public:
     /// Closes all connections of this workspace; handles still held become unusable.
     void closeAll();
 
+    /// Hears the name of each Action of this workspace's databases once it is on the disk.
+    void onAction(std::function<void(const QString& name)> observer) { *m_observer = std::move(observer); }
+
     /// For tests: called before each statement that writes, with its SQL; may throw to play a failing statement.
     static void setFaultHook(std::function<void(const QString& sql)> hook);
 
 private:
     std::function<QDateTime()> m_now;
+    std::shared_ptr<std::function<void(const QString&)>> m_observer =
+        std::make_shared<std::function<void(const QString&)>>();
     std::vector<std::weak_ptr<Connection>> m_connections;
 };
 

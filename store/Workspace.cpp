@@ -207,6 +207,7 @@ Database Workspace::open(const QString& path) {
         addHelpers(*connection);
         registry().connections.insert(canonical, connection);
     }
+    connection->setObserver(m_observer);
     std::erase_if(m_connections, [&](const auto& weak) { return weak.expired() || weak.lock() == connection; });
     m_connections.push_back(connection);
     return Database(connection);
