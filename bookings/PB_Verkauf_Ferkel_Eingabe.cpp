@@ -95,7 +95,7 @@ void PB_Verkauf_Ferkel_Eingabe::gespeichert() {
     if (Wert(tz[F::Einkauf].text()) != 0 && !kom[Box].text().isEmpty()) Ferkel_einstallen();
 }
 
-/// In "Ändern" too: a box that still stands there takes the piglets in once more. Farms know it so.
+/// In "Ändern" too: a box that still stands there takes the piglets in once more.
 void PB_Verkauf_Ferkel_Eingabe::Ferkel_einstallen() {
     koben.Liste_neu_laden = 1;
     const QString box = Hochkomma_ersetzen(kom[Box].text());

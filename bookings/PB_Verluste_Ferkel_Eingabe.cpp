@@ -40,7 +40,8 @@ void PB_Verluste_Ferkel_Eingabe::pruefen(Maengel& found) {
     if (Wert(tz[Anzahl].text()) == 0) found.add(tz[Anzahl], QStringLiteral("...die Anzahl Verluste fehlt."));
 }
 
-/// The balance takes the costs off where the count is meant; farms know it so.
+/// The balance takes the costs off where the count is meant: other questions than so far
+/// would let years of books look wrong.
 std::optional<qint64> PB_Verluste_Ferkel_Eingabe::einverstanden() {
     const qint64 sow = Muttersau_ID(m_db, kom[Muttersau].text());
     if (sow == 0) return sow;

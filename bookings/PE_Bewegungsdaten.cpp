@@ -248,7 +248,8 @@ void PE_Bewegungsdaten::cmdschließen_Click() {
     koben.Liste_neu_laden = 1;
     {
         const WaitCursor wait(koben);
-        Werte_berechnen(m_db, koben);
+        Progress progress(koben, QStringLiteral("Die Werte der Tiere werden berechnet ..."), 100);
+        if (!Werte_berechnen(m_db, koben, [&](int percent) { return progress.step(percent); })) return;
     }
     m_db.close();
     close();

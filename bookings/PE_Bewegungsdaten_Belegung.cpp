@@ -20,7 +20,7 @@ PE_Bewegungsdaten_Belegung::PE_Bewegungsdaten_Belegung(Koben& context)
 }
 
 /// The kind of service is not read back: the list of bookings has no column "Belegungsart" (the table's field has one
-/// letter less), so the second entry is shown. Kept as farms know it.
+/// letter less), so the second entry is shown.
 void PE_Bewegungsdaten_Belegung::fuellen() {
     Buchungseingabe::fuellen();
     const Grid& li = frame().li;

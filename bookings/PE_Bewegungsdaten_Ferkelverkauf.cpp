@@ -57,7 +57,7 @@ void PE_Bewegungsdaten_Ferkelverkauf::UpDown_Change(int by) {
 }
 
 /// The balance takes the price off where the count is meant, and the question names the comment where the sow is
-/// meant; farms know it so.
+/// meant: other questions than so far would let years of books look wrong.
 bool PE_Bewegungsdaten_Ferkelverkauf::balanceAccepted() const {
     const Grid& li = frame().li;
     double left = static_cast<double>(Ferkelrest(m_db, frame().currentAnimal())) - koben::Wert(tz[F::Preis].text());

@@ -5,7 +5,7 @@
 #include <QString>
 #include <optional>
 
-#include "core/Variablen.h"
+#include "store/Value.h"
 
 namespace koben {
 
@@ -24,7 +24,7 @@ Money Betrag_aus_Text(QString&& text);
 std::optional<Money> Betrag_lesen(const QString& text);
 /// The plain numeric value of a text (leading number, decimal point), as counts are read.
 double Wert(const QString& text);
-/// A number for a text box: fixed decimals, decimal comma. `wert` is changed as told in the two cases "" and point.
+/// A number for a text box: fixed decimals, decimal comma. `wert` itself turns from "" to "0", its point to a comma.
 QString Zahl_formatieren(QString& wert, int decimals);
 QString Zahl_formatieren(QString&& wert, int decimals);
 /// The amount with two decimals and a decimal point, cut and filled with blanks on the right to exactly `width`.

@@ -9,6 +9,7 @@
 #include "core/Einstellungen.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
+#include "core/Version.h"
 #include "herd/PA_Koben.h"
 
 namespace koben {
@@ -63,7 +64,7 @@ void makeDataFolder(const QString& path, const QDir& program) {
 }  // namespace
 
 void PA_Koben::Load() {
-    setCaption(QStringLiteral("KOBEN ") + QStringLiteral("2.0.59") + QStringLiteral(" - Der Sauenplaner"));
+    setCaption(QStringLiteral("KOBEN ") + Version + QStringLiteral(" - Der Sauenplaner"));
     koben.herdList = this;
     const QString folder = withSeparator(koben.platform.dataFolder());
     // two first starts at once would take each other's draft away
@@ -195,8 +196,8 @@ void PA_Koben::Sortierung_pruefen() {
 void PA_Koben::Activate() {
     koben.screens.waitCursor(false);
     if (koben.Status_neu_berechnen) {
-        statussetzen(m_db);
-        koben.Status_neu_berechnen = 0;
+        Progress progress(koben, QStringLiteral("Der Status der Sauen wird bestimmt ..."), 100);
+        if (statussetzen(m_db, [&](int percent) { return progress.step(percent); })) koben.Status_neu_berechnen = 0;
         koben.Liste_neu_laden = 1;
     }
     if (koben.Liste_neu_laden) {

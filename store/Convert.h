@@ -1,5 +1,5 @@
 #pragma once
-// Values from one type to another, as the engine converts them on assignment.
+// Values from one type to another, as an assignment to a field of that type converts them.
 #include "store/Database.h"
 
 namespace koben {

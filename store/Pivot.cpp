@@ -34,7 +34,7 @@ int order(const T& a, const T& b) {
     return a < b ? -1 : b < a ? 1 : 0;
 }
 
-/// Values of one column: Null first, texts in the engine's order.
+/// Values of one column: Null first, texts as Collation.h orders them.
 int compareValues(const Value& a, const Value& b) {
     if (a.isNull() || b.isNull()) return order(!a.isNull(), !b.isNull());
     if (a.isText() && b.isText()) return compareTexts(std::get<QString>(a.variant()), std::get<QString>(b.variant()));

@@ -104,7 +104,7 @@ Value RecordsetImpl::value(int index) {
     return m_row[static_cast<size_t>(index)];
 }
 
-/// The number is taken for good, as the engine gives it out with add-new.
+/// The number is taken for good: a row that is given up does not give it back.
 qint64 RecordsetImpl::nextCounter() {
     const sql::TableInfo& table = *command.plan->table;
     const std::string name = "'" + QString(table.name).replace(u'\'', QStringLiteral("''")).toStdString() + "'";

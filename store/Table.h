@@ -26,7 +26,7 @@ public:
     QString text(int row, int column) const;
     /// Whole number, date (Julian day) or money (ten-thousandths) without conversion; 0 for Null or text.
     qint64 integer(int row, int column) const;
-    /// Below 0, 0, above 0: the order of the type, texts in the engine's order, Null first.
+    /// Below 0, 0, above 0: the order of the type, texts as Collation.h orders them, Null first.
     int compare(int rowA, int rowB, int column) const;
     /// Sorts row numbers by a column as compare() has it; rows equal in it keep their order.
     void sort(std::vector<int>& rows, int column, bool down) const;

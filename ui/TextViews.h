@@ -29,7 +29,7 @@ private:
 class FieldHand {
 public:
     explicit FieldHand(TextBox& model) : m_model(model) {}
-    /// True where the key was the form's: Enter as told, Escape, arrows of a spin button, days of a date field.
+    /// True where the key was the form's: Enter, Escape, arrows of a spin button, days of a date field.
     bool key(QWidget& widget, QKeyEvent& event);
     /// True where the field is entered, not just come back to from a message or another program.
     bool focusIn(const QFocusEvent& event);
