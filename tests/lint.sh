@@ -31,6 +31,13 @@ door 'zip\.h' exchange
 door 'mdbtools' store
 door 'Q(Widget|Application|Dialog|MainWindow|TableView|Printer|Painter|LineEdit|Layout|Push|Combo|Label|Menu|Gui)' ui app tools/bilder
 
+# What a user does to her data has a name: outside store/ and core/ it is an Action.
+pending='bookings/Buchungseingabe.cpp|bookings/Ferkeleingabe.cpp|cycle/PV_Stichworte.cpp|forms/Stammdaten.cpp'
+pending+='|herd/PB_Neues_Schwein_Speichern.cpp'
+nameless=$(grep -rlE '\bTransaction [a-z]+[({]' forms output herd cycle bookings plans stock analytics exchange ui app \
+    2>/dev/null | grep -vxE "$pending")
+[ -z "$nameless" ] || fail "a Transaction instead of a named Action in" $nameless
+
 if command -v clang-format >/dev/null; then
     files=$(git ls-files -co --exclude-standard -- '*.h' '*.cpp' | while read -r f; do [ -e "$f" ] && echo "$f"; done)
     [ -z "$files" ] || clang-format --dry-run -Werror $files >/tmp/koben-format.$$ 2>&1 ||
