@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QStringDecoder>
 
 #include "core/Einstellungen.h"
@@ -72,6 +73,14 @@ qsizetype feldInMarken(QStringView rest, QString& feld) {
         }
     }
     return -1;
+}
+
+/// Makes each run of control characters one blank; false where there is none.
+bool replaceControls(QString& field) {
+    static const QRegularExpression controls(QStringLiteral("[\\p{Cc}\\x{2028}\\x{2029}]+"));
+    if (!field.contains(controls)) return false;
+    field.replace(controls, QStringLiteral(" "));
+    return true;
 }
 
 }  // namespace
@@ -146,19 +155,25 @@ QString Importdatei::vorschau(int limit) const {
 
 QStringList Importdatei::kopf() const {
     qsizetype at = 0;
-    return CSV_trennen(zeile(at)).first(spalten);
+    QStringList heads = CSV_trennen(zeile(at)).first(spalten);
+    for (QString& head : heads) replaceControls(head);
+    return heads;
 }
 
 void Importdatei::zurueck() {
     m_at = 0;
+    m_line = 1;
+    m_controls = false;
     zeile(m_at);
 }
 
 bool Importdatei::naechste(QStringList& felder) {
     while (m_at < m_text.size()) {
         const QStringView line = zeile(m_at);
+        ++m_line;
         if (line.trimmed().isEmpty()) continue;
         felder = CSV_trennen(line);
+        for (QString& field : felder) m_controls |= replaceControls(field);
         return true;
     }
     return false;

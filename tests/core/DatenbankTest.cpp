@@ -101,9 +101,8 @@ TEST(Datenbank, LittersAreNumberedByDate) {
 
 TEST(Datenbank, DeletingBookingsTakesOneAnimalsAndAllOrNone) {
     Hof farm;
-    const QStringList tables =
-        QStringLiteral("Belegung Ferkelung Absetzung Trächtigkeit Verluste Verschiebung Behandlung Ferkelverkauf")
-            .split(u' ');
+    QStringList tables;
+    for (const Artangaben& kind : Buchungsarten) tables += QString::fromUtf8(kind.table);
     for (const QString& table : tables)
         for (const int animal : {17, 17, 170})
             farm.sql(QStringLiteral("insert into %1(Kennung) values (%2)").arg(table).arg(animal));
@@ -117,7 +116,10 @@ TEST(Datenbank, DeletingBookingsTakesOneAnimalsAndAllOrNone) {
         EXPECT_THROW(Buchungen_loeschen(farm.db, 17), DatabaseError);
     }
     EXPECT_EQ(left(), QStringLiteral("3 3 3 3 3 3 3 3"));
-    Buchungen_loeschen(farm.db, 17);
+    EXPECT_EQ(Buchungen_zaehlen(farm.db, 17), 16);
+    Action action(farm.db, {});
+    EXPECT_EQ(Buchungen_loeschen(action, 17), 16);
+    action.commit();
     EXPECT_EQ(left(), QStringLiteral("1 1 1 1 1 1 1 1"));
 }
 
