@@ -5,7 +5,6 @@
 
 #include "store/Collation.h"
 #include "store/IsoDate.h"
-#include "store/StatementImpl.h"
 
 namespace koben {
 namespace {
@@ -101,7 +100,7 @@ void Connection::close() {
     m_file.reset();
 }
 
-void Connection::keep(const std::shared_ptr<StatementImpl>& statement) {
+void Connection::keep(const std::shared_ptr<Stream>& statement) {
     std::erase_if(m_streams, [](const auto& weak) { return weak.expired(); });
     m_streams.push_back(statement);
 }
@@ -192,11 +191,11 @@ Value Connection::slotValue(const sql::Slot& slot, const Command& command, const
 void Connection::bind(sqlite3_stmt* statement, const Command& command, const std::vector<Value>& parameters) {
     const sql::Plan& plan = *command.plan;
     if (static_cast<int>(parameters.size()) != plan.parameters)
-        throw DatabaseError(Kind::State,
-                            QStringLiteral("Die Anweisung braucht %1 Werte, übergeben wurden %2.\r\nAnweisung: %3")
-                                .arg(plan.parameters)
-                                .arg(parameters.size())
-                                .arg(command.text));
+        throw DatabaseError::ofStatement(Kind::State,
+                                         QStringLiteral("Die Anweisung braucht %1 Werte, übergeben wurden %2")
+                                             .arg(plan.parameters)
+                                             .arg(parameters.size()),
+                                         command.text);
     const int count = sqlite3_bind_parameter_count(statement);
     QDateTime now;
     for (size_t i = 0; i < plan.slots.size() && static_cast<int>(i) < count; ++i) {

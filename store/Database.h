@@ -4,9 +4,9 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <vector>
 
+#include "store/DatabaseError.h"
 #include "store/Table.h"
 #include "store/Value.h"
 
@@ -15,36 +15,6 @@ namespace koben {
 class Connection;  // one SQLite connection per file and process, shared by all Databases on it
 class RecordsetImpl;
 class StatementImpl;
-
-/// A statement that could not be understood or carried out, or a file that could not be opened.
-/// what() is a complete German sentence for the user, naming the statement, the place and the word where it can.
-class DatabaseError : public std::runtime_error {
-public:
-    enum class Kind {
-        Syntax,
-        UnknownName,
-        Type,
-        TooLong,
-        Constraint,
-        NotADatabase,
-        NewerVersion,
-        ForeignFormat,
-        Io,
-        State
-    };
-    DatabaseError(Kind kind, const QString& message, int position = -1)
-        : std::runtime_error(message.toStdString()), kind(kind), position(position) {}
-    QString message() const { return QString::fromUtf8(what()); }
-    const Kind kind;
-    const int position;  ///< offset in the statement's text, -1 where there is none
-};
-
-/// Name, type and width of a result column.
-struct Field {
-    QString name;
-    Type type = Type::Null;
-    int size = 0;  ///< characters, for Text; 0 otherwise
-};
 
 /// A cursor over a select. Over one plain table it is live and updatable (rows keyed, values read fresh);
 /// a join, distinct, group by, aggregate or pivot gives a read-only snapshot.
