@@ -66,6 +66,9 @@ public:
     /// Throws State once closed.
     sqlite3* file() const;
     void close();
+    /// Closes a file that is to stand alone: all that was written is in it, and no log is beside it. Throws where that
+    /// cannot be said.
+    void closeWithoutLog();
     bool isClosed() const { return m_file == nullptr; }
 
     Command command(const QString& text);
@@ -114,6 +117,7 @@ public:
 
 private:
     friend class Loan;
+    void releaseStatements();
     Value slotValue(const sql::Slot& slot, const Command& command, const std::vector<Value>& parameters,
                     const QDateTime& now) const;
     void ddl(const sql::Ddl& ddl, const QString& text);
