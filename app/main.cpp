@@ -1,5 +1,6 @@
 // The program: the look, the two ports, the main form.
 #include "app/Katalog.h"
+#include "core/ErrorLog.h"
 #include "forms/Form.h"
 #include "ui/Application.h"
 #include "ui/Look.h"
@@ -18,9 +19,15 @@ ui::Shade wantedShade(Platform& platform) {
     return ui::desktopShade();
 }
 
-QString farewell(const QString& reason) {
+/// The technical side goes to the log, of which the message says where it lies.
+QString farewell(Platform& platform, const QString& reason, const QString& detail) {
+    const ErrorLog log(platform.userFolder());
+    log.write(platform.now(), detail);
     return QStringLiteral("KOBEN muss beendet werden, weil ein Fehler aufgetreten ist:") + Crlf + Crlf + reason + Crlf +
-           Crlf + QStringLiteral("Was bis hierher gespeichert wurde, ist erhalten. Bitte starten Sie KOBEN neu.");
+           Crlf + QStringLiteral("Was bis hierher gespeichert wurde, ist erhalten. Bitte starten Sie KOBEN neu.") +
+           Crlf + Crlf +
+           QStringLiteral("Wenn Sie die Hilfe am Telefon brauchen: Einzelheiten stehen in der Datei %1.")
+               .arg(log.path());
 }
 
 int run(ui::Application& application, ui::WindowScreens& screens, Platform& platform) {
@@ -29,7 +36,7 @@ int run(ui::Application& application, ui::WindowScreens& screens, Platform& plat
         Koben koben(screens, platform, katalog());
         application.onFailure = [&](const QString& reason) {
             told = true;
-            screens.message(farewell(reason));
+            screens.message(farewell(platform, reason, reason));
             koben.end();
         };
         const auto form = katalog().make(QStringLiteral("PA_Koben"), koben);
@@ -37,9 +44,9 @@ int run(ui::Application& application, ui::WindowScreens& screens, Platform& plat
         application.onFailure = nullptr;
         return 0;
     } catch (const DatabaseError& error) {
-        if (!told) screens.message(farewell(error.message()));
+        if (!told) screens.message(farewell(platform, error.message(), error.detail()));
     } catch (const std::exception& error) {
-        if (!told) screens.message(farewell(QString::fromUtf8(error.what())));
+        if (!told) screens.message(farewell(platform, programFault(), QString::fromUtf8(error.what())));
     }
     return 1;
 }

@@ -1,7 +1,6 @@
 // Creating and upgrading the database, keywords, litter numbers. (The cycle engine is in units of its own.)
 #include "core/PZ_Koben_Subs_Datenbank.h"
 
-#include <QFile>
 
 #include "core/PZ_Koben_Subs.h"
 #include "core/Wurfnummern.h"
@@ -9,18 +8,6 @@
 
 namespace koben {
 namespace {
-
-void entferneDatei(const QString& path) {
-    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) QFile::remove(path + QLatin1String(suffix));
-}
-
-/// The new database under a working name, closed.
-void fuelle(Workspace& workspace, const QString& path) {
-    Database db = workspace.create(path);
-    Transaction action(db);
-    for (const QString& sql : schemaStatements()) db.execute(sql);
-    action.commit();
-}
 
 bool hatFeld(const Database& db, const QString& name) {
     const Recordset row = db.open(QStringLiteral("select top 1 * from Sauen"));
@@ -38,19 +25,9 @@ void ergaenzeFeld(Database& db, const QString& name, int size) {
 }  // namespace
 
 void Datenbank_anlegen(Workspace& workspace, const QString& path) {
-    const QString draft = path + QStringLiteral(".neu");
-    entferneDatei(draft);  // left by a crash
-    try {
-        fuelle(workspace, draft);
-    } catch (...) {
-        entferneDatei(draft);
-        throw;
-    }
-    if (!QFile::rename(draft, path)) {
-        entferneDatei(draft);
-        throw DatabaseError(DatabaseError::Kind::Io,
-                            QStringLiteral("Die Datenbank %1 konnte nicht angelegt werden.").arg(path));
-    }
+    workspace.make(path, [](Database& db) {
+        for (const QString& sql : schemaStatements()) db.execute(sql);
+    });
 }
 
 void Spalten_nachruesten(const Database& database) {

@@ -89,6 +89,9 @@ public:
     /// The user's own settings (column widths, window places): application "KOBEN", a section, a key.
     virtual QString userSetting(const QString& section, const QString& key) = 0;
     virtual void setUserSetting(const QString& section, const QString& key, const QString& value) = 0;
+    /// The folder for files of the user's own, with a separator at the end; it may have to be made. Not the data
+    /// folder, whose files go into backups and to other machines.
+    virtual QString userFolder() = 0;
     virtual QString programFolder() = 0;  ///< folder of the program's shipped files
     virtual QString dataFolder() = 0;     ///< where the data belong on this machine
     /// Takes the data folder for this process; false where another instance holds it.

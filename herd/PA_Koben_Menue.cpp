@@ -3,6 +3,7 @@
 #include <QFileInfo>
 
 #include "core/Aktionsnamen.h"
+#include "core/ErrorLog.h"
 #include "herd/PA_Koben.h"
 
 namespace koben {
@@ -253,6 +254,11 @@ void PA_Koben::Tier_loeschen() {
     Menue_Zustand_setzen();
 }
 
+/// Where a compaction makes its copy.
+QString PA_Koben::Komprimierte_Datei() const {
+    return koben.Datenbankpfad.left(koben.Datenbankpfad.size() - 3) + QStringLiteral("$$$");
+}
+
 /// Tidies the database into a second file, which then takes the first one's place in one step.
 void PA_Koben::Datenbank_komprimieren() {
     if (!koben.yesNo(QStringLiteral("Soll die Datenbasis wirklich komprimiert werden?") + Crlf + Crlf +
@@ -261,7 +267,7 @@ void PA_Koben::Datenbank_komprimieren() {
                                     "einige (oder eher viele) Daten gelöscht haben!")))
         return;
     const QString path = koben.Datenbankpfad;
-    const QString tidy = path.left(path.size() - 3) + QStringLiteral("$$$");
+    const QString tidy = Komprimierte_Datei();
     try {
         const WaitCursor wait(koben);
         QFile::remove(tidy);  // left by a run that was cut off
@@ -277,6 +283,7 @@ void PA_Koben::Datenbank_komprimieren() {
         koben.workspace.replace(tidy, path);
     } catch (const DatabaseError& error) {
         QFile::remove(tidy);
+        ErrorLog(koben.platform.userFolder()).write(koben.platform.now(), error.detail());
         // said first: on a full disk the database may not open again either, which ends the program
         koben.message(QStringLiteral("Die Datenbasis konnte nicht komprimiert werden. Ihre Daten sind unverändert.") +
                       Crlf + Crlf + error.message());

@@ -8,7 +8,7 @@
 
 namespace koben {
 
-struct Field;
+struct TableData;
 
 /// Rows are numbered from 0. Copies share the data; removeRow() detaches.
 class Table {
@@ -34,11 +34,10 @@ public:
     /// Adds the rows of a table with the same fields at the end. Copies made before stay as they are.
     void append(const Table& rows);
 
-    struct Data;
-    explicit Table(std::shared_ptr<Data> data) : m_data(std::move(data)) {}
+    explicit Table(std::shared_ptr<TableData> data) : m_data(std::move(data)) {}
 
 private:
-    std::shared_ptr<Data> m_data;
+    std::shared_ptr<TableData> m_data;
 };
 
 }  // namespace koben

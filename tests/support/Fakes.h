@@ -149,7 +149,7 @@ public:
     std::vector<std::shared_ptr<PrintedJob>> jobs;
     std::map<QString, QByteArray> web;    ///< answers by path; others have no connection
     std::map<QString, QString> settings;  ///< "SECTION/KEY"
-    QString data, program;
+    QString data, program, user;
 
     QDateTime now() override { return clock; }
     QStringList printers() override { return printerNames; }
@@ -178,6 +178,7 @@ public:
     void setUserSetting(const QString& section, const QString& key, const QString& value) override {
         settings[section + "/" + key] = value;
     }
+    QString userFolder() override { return user.isEmpty() ? QDir::tempPath() + "/koben-benutzer/" : user; }
     QString programFolder() override { return program; }
     QString dataFolder() override { return data; }
     bool lockDataFolder(const QString&) override { return true; }
@@ -188,6 +189,7 @@ class TestRun {
 public:
     TestRun() : koben(screens, platform, catalogue) {
         koben.Datenordner = platform.data = m_folder.path() + "/";
+        platform.user = m_folder.path() + "/.benutzer/";
         koben.Programmordner = platform.program = koben.Datenordner;
         koben.Datenbankpfad = koben.Datenordner + "koben2.mdb";
         koben.Heute = koben.clockToday();
