@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "core/PZ_Koben_Subs.h"
+#include "core/Variablen.h"
 #include "store/Collation.h"
 
 namespace koben {
