@@ -23,24 +23,28 @@ QString farewell(const QString& reason) {
            Crlf + QStringLiteral("Was bis hierher gespeichert wurde, ist erhalten. Bitte starten Sie KOBEN neu.");
 }
 
+QString mishap(const QString& reason) {
+    return QStringLiteral("Die Aktion konnte nicht zu Ende geführt werden.") + Crlf + Crlf + reason + Crlf + Crlf +
+           QStringLiteral("Bitte beheben Sie die Ursache und wiederholen Sie die Aktion dann.");
+}
+
+/// What fails while the program starts ends it; later failures are told and the program runs on.
 int run(ui::Application& application, ui::WindowScreens& screens, Platform& platform) {
-    bool told = false;
+    QString reason;
     try {
         Koben koben(screens, platform, katalog());
-        application.onFailure = [&](const QString& reason) {
-            told = true;
-            screens.message(farewell(reason));
-            koben.end();
-        };
+        application.onFailure = [&](const QString& cause) { screens.failed(mishap(cause)); };
         const auto form = katalog().make(QStringLiteral("PA_Koben"), koben);
         koben.run(*form);
         application.onFailure = nullptr;
         return 0;
     } catch (const DatabaseError& error) {
-        if (!told) screens.message(farewell(error.message()));
-    } catch (const std::exception& error) {
-        if (!told) screens.message(farewell(QString::fromUtf8(error.what())));
+        reason = error.message();
+    } catch (const std::exception&) {
+        reason = QStringLiteral("Im Programm ist ein unerwarteter Fehler aufgetreten.");
     }
+    application.onFailure = nullptr;
+    screens.message(farewell(reason));
     return 1;
 }
 
