@@ -1,6 +1,7 @@
 #pragma once
 // Losses and trade of piglets of the whole farm: a list of all rows of a table with new, change, delete and copy to a
 // date, and its entry screen. The piglets in stock and the arithmetic stand in units of their own.
+#include "core/Buchungen.h"
 #include "forms/Form.h"
 #include "forms/Koben.h"
 #include "store/Watch.h"
@@ -17,6 +18,7 @@ public:
     Button kopieren{*this, "kopieren", "&Kopieren"};
     Button cmdschließen{*this, "cmdschließen", "&Schließen"};
 
+    const Buchungsart art;
     const QString table;
     qint64 currentRow() const { return li.value(li.row(), u"ID").toInt(); }
     /// Reads the current row again, in its place.
@@ -25,7 +27,7 @@ public:
     void blaettern(int index);
 
 protected:
-    Ferkelliste(Koben& koben, const QString& name, const QString& caption, const QString& table, const QString& entry);
+    Ferkelliste(Koben& koben, const QString& name, const QString& caption, Buchungsart kind, const QString& entry);
     void Load() override;
     void Activate() override;
 
@@ -35,7 +37,7 @@ private:
     void löschen_Click();
     void kopieren_Click();
     void li_Resized(int column);
-    void Kopie_anlegen(qint64 id, QDate date);
+    QString bookingName(const QString& done) const;
     void lesen();
     bool auffrischen(const std::vector<qint64>& ids);
 

@@ -1,5 +1,6 @@
 #include "bookings/PB_Verkauf_Schweine.h"
 
+#include "core/Aktionsnamen.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 #include "core/Wartezeit.h"
@@ -118,7 +119,8 @@ QStringList PB_Verkauf_Schweine::book(const std::vector<qint64>& animals) {
     const QString reason = Hochkomma_ersetzen(kom[Grund].text().left(TextWidth));
     const QString buyer = Hochkomma_ersetzen(kom[Abnehmer].text().left(TextWidth));
     QStringList warnings;
-    Transaction action(m_db);
+    Action action(m_db, QStringLiteral("Verkauf von %1, %2")
+                            .arg(counted(static_cast<qint64>(animals.size()), "Tier", "Tieren"), tdat.text()));
     Statement animal = m_db.prepare(QStringLiteral("select Nummer from Sauen where ID = ?"));
     Statement sale =
         m_db.prepare(QStringLiteral("update Sauen set Abgangsdatum = ?, Abgangsgewicht_kg = ?, Verkaufspreis = ?, "

@@ -17,8 +17,6 @@ bool Stichwort_eintragen(const Database& db, const QString& value, const QString
 
 /// Numbers the litters of an animal anew, over her life and within the calendar year.
 void Wurfnummern_berechnen(const Database& db, qint64 kennung);
-/// Deletes all bookings of an animal.
-void Buchungen_loeschen(const Database& db, qint64 kennung);
 
 /// Derives counters, latest and next dates of every animal from the bookings. One transaction. The result is that of a
 /// walk over all animals; the work grows with what has changed since the last one.

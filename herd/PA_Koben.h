@@ -112,9 +112,9 @@ private:
     void Markierte_selektieren();
     void Stallnr_neu_zuordnen();
     void Ferkel_in_Mast();
-    void Eigenverkauf_buchen(qint64 count);
     void Saunummern_verlaengern();
     std::vector<qint64> markedAnimals(QStringView art = {}) const;
+    QString countedMarks() const;
     bool setForAll(const std::vector<qint64>& animals, const QString& field, const QString& value);
 
     Database m_db;
