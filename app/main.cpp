@@ -30,24 +30,30 @@ QString farewell(Platform& platform, const QString& reason, const QString& detai
                .arg(log.path());
 }
 
+QString mishap(const QString& reason) {
+    return QStringLiteral("Die Aktion konnte nicht zu Ende geführt werden.") + Crlf + Crlf + reason + Crlf + Crlf +
+           QStringLiteral("Bitte beheben Sie die Ursache und wiederholen Sie die Aktion dann.");
+}
+
+/// What fails while the program starts ends it; later failures are told and the program runs on.
 int run(ui::Application& application, ui::WindowScreens& screens, Platform& platform) {
-    bool told = false;
+    QString reason, detail;
     try {
         Koben koben(screens, platform, katalog());
-        application.onFailure = [&](const QString& reason) {
-            told = true;
-            screens.message(farewell(platform, reason, reason));
-            koben.end();
-        };
+        application.onFailure = [&](const QString& cause) { screens.failed(mishap(cause)); };
         const auto form = katalog().make(QStringLiteral("PA_Koben"), koben);
         koben.run(*form);
         application.onFailure = nullptr;
         return 0;
     } catch (const DatabaseError& error) {
-        if (!told) screens.message(farewell(platform, error.message(), error.detail()));
+        reason = error.message();
+        detail = error.detail();
     } catch (const std::exception& error) {
-        if (!told) screens.message(farewell(platform, programFault(), QString::fromUtf8(error.what())));
+        reason = programFault();
+        detail = QString::fromUtf8(error.what());
     }
+    application.onFailure = nullptr;
+    screens.message(farewell(platform, reason, detail));
     return 1;
 }
 

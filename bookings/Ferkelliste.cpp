@@ -71,11 +71,6 @@ void Ferkelliste::Zeile_auffrischen() {
     for (int c = 1; c <= li.columnCount(); ++c) li.setCell(li.row(), c, row.text(0, row.columnOf(li.column(c).key)));
 }
 
-void Ferkelliste::blaettern(int index) {
-    if (index == 2) li.setRow(li.row() < li.rowCount() ? li.row() + 1 : 1);
-    if (index == 1) li.setRow(li.row() > 1 ? li.row() - 1 : li.rowCount());
-}
-
 void Ferkelliste::neu_Click() {
     koben.Buchungsmodus = QStringLiteral("Neu");
     koben.open(m_entry);

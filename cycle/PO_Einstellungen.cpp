@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "core/PZ_Koben_Subs.h"
+#include "forms/Eingabe.h"
 #include "forms/SettingsGuard.h"
 
 namespace koben {
@@ -58,10 +59,10 @@ const Usual Distances[] = {
     {Zahl::TageBelegungFerkelung, 102, 130, "...der Abstand Belegung-Ferkelung = 116 Tage"},
     {Zahl::TageBelegungKontrolle, 10, 34, "...der Abstand Belegung-Trächtigkeitskontrolle = 22 Tage"}};
 
+constexpr double MostInSlot = std::numeric_limits<qint16>::max();
+
 /// As a slot holds it.
-qint16 wholeNumber(const QString& text) {
-    return static_cast<qint16>(std::min<double>(Wert(text), std::numeric_limits<qint16>::max()));
-}
+qint16 wholeNumber(const QString& text) { return static_cast<qint16>(std::min(Wert(text), MostInSlot)); }
 
 }  // namespace
 
@@ -142,7 +143,24 @@ QString PO_Einstellungen::Hinweis_auf_Abstaende() const {
            "werden. Trotzdem wird Ihre Eingabe jetzt akzeptiert.";
 }
 
+/// A number that no slot holds stays to be corrected; it is not cut to the largest one.
+bool PO_Einstellungen::fits() {
+    Findings found;
+    for (auto& field : tzahl) {
+        field->setWrong(false);
+        if (Wert(field->text()) > MostInSlot)
+            found.add(*field, QStringLiteral("...die Angabe bei \"%1\" zu groß ist. Möglich ist höchstens %2.")
+                                  .arg(label(*field).chopped(1))
+                                  .arg(MostInSlot));
+    }
+    if (found.empty()) return true;
+    koben.message("Die Einstellungen können nicht übernommen werden, weil..." + Crlf + Crlf + found.lines().join(Crlf));
+    found.first()->setFocus();
+    return false;
+}
+
 void PO_Einstellungen::ok_Click() {
+    if (!fits()) return;
     store();
     if (const QString hint = Hinweis_auf_Abstaende(); !hint.isEmpty()) koben.message(hint);
     if (const QString reason = SettingsGuard(koben).save(true); !reason.isEmpty()) koben.message(reason);

@@ -48,6 +48,7 @@ public:
 private:
     void Load() override;
     void tzahl_LostFocus();
+    bool fits();
     void ok_Click();
     void standard_Click();
     void zurueckholen_Click();

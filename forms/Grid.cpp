@@ -5,7 +5,6 @@
 #include <numeric>
 
 #include "core/PZ_Koben_Subs.h"
-#include "forms/Form.h"
 #include "store/Collation.h"
 
 namespace koben {

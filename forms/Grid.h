@@ -24,7 +24,7 @@ struct Column {
 
 class Grid : public Control {
 public:
-    Grid(Form& form, const QString& name, bool multi = false) : Control(form, name), multi(multi) {}
+    Grid(ControlHost& form, const QString& name, bool multi = false) : Control(form, name), multi(multi) {}
     const bool multi;  ///< several rows can be marked; otherwise only the current row counts
 
     // columns

@@ -1,9 +1,27 @@
 #include "forms/Koben.h"
 
+#include "core/ErrorLog.h"
 #include "core/PZ_Koben_Subs.h"
-#include "forms/Form.h"
 
 namespace koben {
+
+namespace {
+
+/// What went wrong, what became of the data, and what to do.
+QString failureText(const QString& cause, const std::optional<QString>& saved) {
+    const QString state =
+        !saved ? QStringLiteral(
+                     "Es wurde nichts davon gespeichert. Was Sie eingegeben haben, steht noch im Fenster: Bitte "
+                     "beheben Sie die Ursache und wiederholen Sie die Aktion dann.")
+               : QStringLiteral(
+                     "Gespeichert ist bereits: %1. Was danach kam, wurde nicht ausgeführt. Bitte sehen Sie in "
+                     "der Liste nach, bevor Sie die Aktion wiederholen.")
+                     .arg(*saved);
+    return QStringLiteral("Die Aktion konnte nicht zu Ende geführt werden.") + Crlf + Crlf + cause + Crlf + Crlf +
+           state;
+}
+
+}  // namespace
 
 std::unique_ptr<Form> Catalogue::make(const QString& name, Koben& koben) const {
     const auto maker = m_makers.find(name);
@@ -14,6 +32,7 @@ Koben::Koben(Screens& screens_, Platform& platform_, const Catalogue& catalogue_
     : screens(screens_), platform(platform_), catalogue(catalogue_), workspace([this] { return platform.now(); }) {
     workspace.onAction([this](const QString& name) {
         lastAction = name;
+        ++m_actions;
         screens.done(name);
     });
 }
@@ -39,17 +58,41 @@ void Koben::run(Form& form) {
     };
     {
         const Level level(*this, form);
-        {
-            const WaitCursor wait(*this);
-            form.Load();
-        }
-        if (!form.closed()) {
-            screens.shown(form);
-            form.activate();
-        }
+        if (m_stack.size() == 1)
+            begin(form);
+        else if (!attempt([&] { begin(form); }))
+            form.close();
         if (!form.closed()) screens.run(form);
     }
     if (Form* behind = front()) behind->activateLater();
+}
+
+void Koben::begin(Form& form) {
+    form.runBy(*this);
+    {
+        const WaitCursor wait(*this);
+        form.Load();
+    }
+    if (form.closed()) return;
+    screens.shown(form);
+    form.activate();
+}
+
+bool Koben::attempt(const std::function<void()>& work) {
+    const int before = m_actions;
+    const auto failed = [&](const QString& cause, const QString& detail) {
+        ErrorLog(platform.userFolder()).write(platform.now(), detail);
+        screens.failed(failureText(cause, m_actions == before ? std::nullopt : std::optional(lastAction)));
+        return false;
+    };
+    try {
+        work();
+        return true;
+    } catch (const DatabaseError& error) {
+        return failed(error.message(), error.detail());
+    } catch (const std::exception& error) {
+        return failed(programFault(), QString::fromUtf8(error.what()));
+    }
 }
 
 void Koben::end() {

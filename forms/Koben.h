@@ -5,13 +5,10 @@
 #include <memory>
 
 #include "core/Variablen.h"
+#include "forms/Form.h"
 #include "forms/Ports.h"
 
 namespace koben {
-
-struct Koben;
-class Form;
-class Grid;
 
 /// How forms are made, by name. Forms open each other through it, so none includes another's folder.
 class Catalogue {
@@ -36,9 +33,9 @@ public:
     virtual void datenschweinelesen() = 0;  ///< loads the list anew
 };
 
-struct Koben : Variablen {
+struct Koben : Variablen, FormHost {
     Koben(Screens& screens, Platform& platform, const Catalogue& catalogue);
-    ~Koben();
+    ~Koben() override;
 
     Screens& screens;
     Platform& platform;
@@ -48,10 +45,15 @@ struct Koben : Variablen {
     QString lastAction;  ///< name of the newest action that reached the disk, "" before the first
     bool ended = false;  ///< the program is ending: every open form closes
 
-    /// Opens a form modally and returns once it has closed. A name without a screen does nothing.
+    /// Opens a form modally and returns once it has closed. A name without a screen does nothing. A form that fails
+    /// while it loads is told and closed; of the main form, the first one, the failure ends the program.
     void open(const QString& name);
     /// Runs a form already made.
     void run(Form& form);
+    bool inFront(const Form& form) const override { return front() == &form; }
+    void closing(Form& form) override { screens.closing(form); }
+    /// What fails is told by screens.failed(): what could not be done, why, and what to do. True where all went well.
+    bool attempt(const std::function<void()>& work) override;
     Form* front() const { return m_stack.empty() ? nullptr : m_stack.back(); }
     const std::vector<Form*>& stack() const { return m_stack; }
     /// Ends the program at once: all forms close without their closing steps.
@@ -74,7 +76,10 @@ struct Koben : Variablen {
     QString clockToday() const;  ///< dd.mm.yyyy of the machine's clock
 
 private:
+    void begin(Form& form);
+
     std::vector<Form*> m_stack;
+    int m_actions = 0;  // that reached the disk
 };
 
 /// Shows the wait cursor while it lives.

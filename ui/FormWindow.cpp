@@ -233,7 +233,7 @@ void FormWindow::firstFocus() {
 }
 
 void FormWindow::closeEvent(QCloseEvent* event) {
-    if (!m_form.closed()) guarded([this] { m_form.closeBox(); });
+    if (!m_form.closed()) m_form.act([this] { m_form.closeBox(); });
     event->setAccepted(m_form.closed());
 }
 
@@ -252,8 +252,7 @@ bool FormWindow::formKey(int key) {
     switch (key) {
         case Qt::Key_Escape:
             if (control && control->key(Key::Escape)) return true;
-            m_form.closeBox();
-            m_form.settle();
+            m_form.act([this] { m_form.closeBox(); });
             return true;
         case Qt::Key_F1:
             if (!control || !control->onKey || !control->key(Key::F1)) help();
@@ -283,8 +282,7 @@ void FormWindow::keyPressEvent(QKeyEvent* event) {
 
 void FormWindow::help() {
     if (!m_form.koben.catalogue.has(QStringLiteral("PH_Hilfe")) || m_form.name() == u"PH_Hilfe") return;
-    m_form.koben.open(QStringLiteral("PH_Hilfe"));
-    m_form.settle();
+    m_form.act([this] { m_form.koben.open(QStringLiteral("PH_Hilfe")); });
 }
 
 QRect placeOnScreen(const QRect& wanted, const QList<QRect>& screens) {

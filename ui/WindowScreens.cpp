@@ -12,9 +12,9 @@
 #include <QRegularExpression>
 #include <algorithm>
 
+#include "core/PZ_Koben_Subs.h"
 #include "forms/Form.h"
 #include "forms/Koben.h"
-#include "ui/Application.h"
 #include "ui/Bound.h"
 #include "ui/FormWindow.h"
 
@@ -123,7 +123,7 @@ QString WindowScreens::input(const QString& prompt, const QString& preset, const
     dialog.setTextValue(preset);
     dialog.setOkButtonText(QStringLiteral("OK"));
     dialog.setCancelButtonText(QStringLiteral("Abbrechen"));
-    return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
+    return dialog.exec() == QDialog::Accepted ? withoutControls(dialog.textValue()) : QString();
 }
 
 QString fileFilter(const QString& filter) {
@@ -193,7 +193,6 @@ void WindowScreens::run(Form& form) {
     if (!form.closed()) loop.exec();
     window->keepPlace();
     window->hide();
-    if (auto* application = dynamic_cast<Application*>(qApp)) application->rethrow();
 }
 
 void WindowScreens::closed(Form& form) {
