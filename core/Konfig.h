@@ -11,7 +11,11 @@ enum Slot : int {
     TierberichtTiere = 2,
     TierberichtBetrieb = 3,  ///< 0 in the herd on the day, 1 not
     TierberichtSortierung = 4,
-    PlanFeldNummer = 14,  ///< 14 to 17: the columns Nummer, Art, Stallnr, Gruppe of the work plan
+    BuchungsberichtTiere = 5,
+    BuchungsberichtAuswahl = 6,
+    BuchungsberichtTierfelder = 7,  ///< a bit each: Art, Nummer, Gruppe, Stallnr
+    BuchungsberichtForm = 8,        ///< a bit each: empty rows, events, events by animal
+    PlanFeldNummer = 14,            ///< 14 to 17: the columns Nummer, Art, Stallnr, Gruppe of the work plan
     PlanFeldGruppe = 17,
     Druckformat = 18,  ///< 0 portrait, 1 landscape
     DruckFett = 19,

@@ -12,21 +12,18 @@ const QString CardFont = QStringLiteral("Courier New");
 
 }  // namespace
 
-PB_Sauenkarte::PB_Sauenkarte(Koben& koben_) : Form(koben_, "PB_Sauenkarte", "Sauenkarten drucken") {
+PB_Sauenkarte::PB_Sauenkarte(Koben& koben_) : Bericht(koben_, "PB_Sauenkarte", "Sauenkarten drucken") {
     datali.setHint(QStringLiteral("Sauen"));
     komdrucker.fixed = true;
     komdrucker.setHint(Label2.text());
     for (int i = 0; i < alletier.count(); ++i) alletier[i].onClick = [this, i] { alletier_Click(i); };
     ok.onClick = [this] { ok_Click(); };
-    hilfe.onClick = [this] { koben.open("PH_Hilfe"); };
-    beenden.onClick = [this] { close(); };
-    helpTopic = name();
-    acceptButton = &ok;
-    cancelButton = &beenden;
+    bindButtons(ok, beenden, &hilfe);
+    bindWidths(datali, "pb_sauenkarte");
 }
 
 void PB_Sauenkarte::Load() {
-    m_db = koben.connect();
+    Bericht::Load();
     datali.bind(
         m_db.table("select Nummer, Stallnr, Gruppe, Status, L_Belegung, Selektiert, Aenderung, Geburtsdatum, "
                    "Ohrmarke, Tätowierung, Rasse, ID from Sauen where Art = 'Sau'  and Abgangsdatum IS NULL "
@@ -62,7 +59,6 @@ void PB_Sauenkarte::ok_Click() {
 
 /// All cards as one document, whole or not at all. False where nothing was printed.
 bool PB_Sauenkarte::print(const std::vector<int>& rows) {
-    const WaitCursor wait(koben);
     const auto job = koben.platform.print(komdrucker.text(), false);
     if (!job) {
         koben.message(
@@ -74,13 +70,17 @@ bool PB_Sauenkarte::print(const std::vector<int>& rows) {
     for (const int row : rows) sows.push_back(datali.value(row, u"ID").toInt());
     const Kartenbuchungen bookings(m_db, sows);
     const Kartentage days(koben);
-    Progress progress(koben, QStringLiteral("Die Sauenkarten werden gedruckt ..."), static_cast<qint64>(rows.size()));
     job->setFont(CardFont);
-    for (size_t i = 0; i < rows.size(); ++i) {
-        if (i > 0) job->newPage();
-        Sauenkarte_drucken(*job, sow(rows[i]), bookings.of(sows[i]), days);
-        if (!progress.step(static_cast<qint64>(i) + 1)) return false;
-    }
+    const auto count = static_cast<qint64>(rows.size());
+    const bool whole = run("Die Sauenkarten werden gedruckt ...", count, nullptr, [&](Progress& progress) {
+        for (size_t i = 0; i < rows.size(); ++i) {
+            if (i > 0) job->newPage();
+            Sauenkarte_drucken(*job, sow(rows[i]), bookings.of(sows[i]), days);
+            if (!progress.advance()) return;
+        }
+    });
+    if (!whole) return false;
+    const WaitCursor wait(koben);
     job->end();
     return true;
 }
@@ -108,7 +108,8 @@ Kartensau PB_Sauenkarte::sow(int row) const {
 /// Their cards are up to date now.
 void PB_Sauenkarte::notePrinted(const std::vector<int>& rows) {
     Transaction action(m_db);
-    Statement clear = m_db.prepare("update Sauen set Aenderung = '' where ID = ? and (Aenderung <> '' or Aenderung IS NULL)");
+    Statement clear =
+        m_db.prepare("update Sauen set Aenderung = '' where ID = ? and (Aenderung <> '' or Aenderung IS NULL)");
     const int field = datali.columnOf(u"Aenderung");
     for (const int row : rows) clear.run({datali.value(row, u"ID")});
     action.commit();

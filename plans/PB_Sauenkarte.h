@@ -1,12 +1,11 @@
 #pragma once
 // Prints sow cards, one a page, straight to the printer.
-#include "forms/Form.h"
-#include "forms/Koben.h"
+#include "output/Bericht.h"
 #include "plans/Sauenkarte.h"
 
 namespace koben {
 
-class PB_Sauenkarte final : public Form {
+class PB_Sauenkarte final : public Bericht {
 public:
     explicit PB_Sauenkarte(Koben& koben);
 
@@ -32,8 +31,6 @@ private:
     bool print(const std::vector<int>& rows);
     Kartensau sow(int row) const;
     void notePrinted(const std::vector<int>& rows);
-
-    Database m_db;
 };
 
 }  // namespace koben

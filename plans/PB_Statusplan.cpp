@@ -1,7 +1,6 @@
 #include "plans/PB_Statusplan.h"
 
 #include "core/PZ_Koben_Subs.h"
-#include "forms/Stammdaten.h"
 
 namespace koben {
 
@@ -37,7 +36,6 @@ enum SowField {
     Eber
 };
 
-/// A column by its title; the key is the title in small letters without underscores between `L` and the event.
 Column column(const char* key, const char* title, Sort sort = Sort::Text) {
     return {.key = QString::fromUtf8(key),
             .title = QString::fromUtf8(title),
@@ -60,35 +58,37 @@ public:
 
     QString text(SowField field) const { return Hochkomma_ersetzen(m_sows.text(m_row, field)); }
 
-    QString servedRow() const {
+    Grid::Row servedRow() const {
         const bool tested = m_sows.integer(m_row, LKontrolle) > m_sows.integer(m_row, LBelegung);
         const QDate due = after(LBelegung, m_v.Konfig_Zahl[Zahl::TageBelegungFerkelung]);
-        return line({QString::number(m_sows.integer(m_row, Ferkelungen) + 1), tested ? "J" : "N", text(LBelegung),
-                     text(Eber), text(Belegungen), since(LBelegung), Datum_als_Anzeige(due), until(due)});
+        return line({m_sows.integer(m_row, Ferkelungen) + 1, QString(tested ? u'J' : u'N'), value(LBelegung),
+                     text(Eber), value(Belegungen), since(LBelegung), day(due), until(due)});
     }
-    QString sucklingRow() const {
+    Grid::Row sucklingRow() const {
         const QDate due = after(LFerkelung, m_v.Konfig_Zahl[Zahl::TageFerkelungAbsetzung]);
-        return line({text(Ferkelungen), text(LFerkelung), since(LFerkelung), Datum_als_Anzeige(due), until(due)});
+        return line({value(Ferkelungen), value(LFerkelung), since(LFerkelung), day(due), until(due)});
     }
-    QString openRow() const {
+    Grid::Row openRow() const {
         const int days = m_v.Konfig_Zahl[Zahl::TageFerkelungBelegung] - m_v.Konfig_Zahl[Zahl::TageFerkelungAbsetzung];
         const QDate due = after(LFerkelung, days);
-        return line({text(Ferkelungen), text(LAbsetzung), since(LAbsetzung), Datum_als_Anzeige(due), until(due)});
+        return line({value(Ferkelungen), value(LAbsetzung), since(LAbsetzung), day(due), until(due)});
     }
 
 private:
-    QDate date(SowField field) const { return m_sows.value(m_row, field).toDate(); }
+    Value value(SowField field) const { return m_sows.value(m_row, field); }
+    static Value day(QDate date) { return date.isValid() ? Value(date) : Value(); }
+    QDate date(SowField field) const { return value(field).toDate(); }
     QDate after(SowField field, int days) const {
         const QDate from = date(field);
         return from.isValid() ? from.addDays(days) : from;
     }
-    QString since(SowField field) const {
+    Value since(SowField field) const {
         const QDate from = date(field);
-        return from.isValid() ? QString::number(from.daysTo(m_today)) : QString();
+        return from.isValid() ? Value(qint64(from.daysTo(m_today))) : Value();
     }
-    QString until(QDate due) const { return due.isValid() ? QString::number(m_today.daysTo(due)) : QString(); }
-    QString line(QStringList cells) const {
-        return (QStringList{text(Nummer), text(Gruppe), text(Stallnr)} + cells).join(u'\t');
+    Value until(QDate due) const { return due.isValid() ? Value(qint64(m_today.daysTo(due))) : Value(); }
+    Grid::Row line(const Grid::Row& cells) const {
+        return Grid::Row{text(Nummer), text(Gruppe), text(Stallnr)} + cells;
     }
 
     const Table& m_sows;
@@ -99,25 +99,22 @@ private:
 
 }  // namespace
 
-PB_Statusplan::PB_Statusplan(Koben& koben_) : Form(koben_, "PB_Statusplan", "Statusplan (Sauen)") {
+PB_Statusplan::PB_Statusplan(Koben& koben_) : Bericht(koben_, "PB_Statusplan", "Statusplan (Sauen)") {
     for (size_t page = 0; page < listen.size(); ++page) {
         listen[page]->setPage(sstab, static_cast<int>(page));
         listen[page]->setHint(sstab.captions().at(static_cast<qsizetype>(page)));
     }
     sstab.onClick = [this](int page) { showPage(page); };
-    ok.onClick = [this] { ok_Click(); };
-    hilfe.onClick = [this] { koben.open("PH_Hilfe"); };
-    beenden.onClick = [this] { close(); };
-    helpTopic = name();
-    acceptButton = &ok;
-    cancelButton = &beenden;
+    ok.onClick = [this] { Liste_ausgeben(koben, *listen[static_cast<size_t>(sstab.front())]); };
+    bindButtons(ok, beenden, &hilfe);
 }
 
 void PB_Statusplan::showPage(int page) { Label1.setText(QString::fromUtf8(Explanations[static_cast<size_t>(page)])); }
 
 void PB_Statusplan::Load() {
+    Bericht::Load();
     defineColumns();
-    const Table sows = koben.connect().table(SowQuery);
+    const Table sows = m_db.table(SowQuery);
     for (int row = 0; row < sows.rowCount(); ++row) addSow(sows, row);
     sstab.setFront(Belegt);
     showPage(Belegt);
@@ -146,13 +143,13 @@ void PB_Statusplan::addSow(const Table& sows, int row) {
     const Sow sow(sows, row, koben);
     const QString status = sow.text(Status);
     if (status.startsWith(u'B')) {
-        const QString cells = sow.servedRow();
-        libelegt.addRow(cells);
-        if (status.startsWith(u"B_T")) litragend.addRow(cells);
-        if (status.startsWith(u"B_NT")) linichttragend.addRow(cells);
+        const Grid::Row cells = sow.servedRow();
+        libelegt.addValues(cells);
+        if (status.startsWith(u"B_T")) litragend.addValues(cells);
+        if (status.startsWith(u"B_NT")) linichttragend.addValues(cells);
     }
-    if (status == u"S") lisäugend.addRow(sow.sucklingRow());
-    if (status.contains(u'G')) ligüst.addRow(sow.openRow());
+    if (status == u"S") lisäugend.addValues(sow.sucklingRow());
+    if (status.contains(u'G')) ligüst.addValues(sow.openRow());
 }
 
 void PB_Statusplan::FirstShown() {
@@ -163,11 +160,5 @@ void PB_Statusplan::FirstShown() {
 }
 
 bool PB_Statusplan::isOverdue(const Grid& list, int row) { return list.cell(row, list.columnCount()).startsWith(u'-'); }
-
-void PB_Statusplan::ok_Click() {
-    const Grid& list = *listen[static_cast<size_t>(sstab.front())];
-    if (list.rowCount() == 0) return koben.message("Keine zu listenden Daten gefunden");
-    Liste_uebergeben(koben, list);
-}
 
 }  // namespace koben

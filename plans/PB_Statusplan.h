@@ -2,12 +2,11 @@
 // Where every sow in stock stands in her cycle: five lists with day counters and the next day due.
 #include <array>
 
-#include "forms/Form.h"
-#include "forms/Koben.h"
+#include "output/Bericht.h"
 
 namespace koben {
 
-class PB_Statusplan final : public Form {
+class PB_Statusplan final : public Bericht {
 public:
     explicit PB_Statusplan(Koben& koben);
 
@@ -30,7 +29,6 @@ public:
 private:
     void Load() override;
     void FirstShown() override;
-    void ok_Click();
     void showPage(int page);
     void defineColumns();
     void addSow(const Table& sows, int row);

@@ -9,6 +9,7 @@ namespace koben {
 namespace {
 
 constexpr size_t RowsPerPage = 50;
+constexpr int Share = Registerschritte / 5;  // of one reading
 
 QString sqlDay(const QString& day) { return Sql_Datum(QString(day)); }
 
@@ -26,17 +27,19 @@ qint64 pigletsUpTo(const Database& db, const QString& day) {
 /// Reads movements and puts them in the order of their days.
 class Gatherer {
 public:
-    Gatherer(const Database& db, const Registerzeit& period) : m_db(db), m_period(period) {}
+    Gatherer(const Database& db, const Registerzeit& period, Progress& progress)
+        : m_db(db), m_period(period), m_progress(progress) {}
 
     /// Animals that came or went: `day` and `partner` name the fields.
     void animals(const QString& day, const QString& partner, bool arrival, bool added) {
         const QString from = QStringLiteral(" from Sauen where Art <> 'Ferkel' and ") + within(day);
+        begin();
         const Table rows =
             added ? m_db.table(QStringLiteral("select %1, count(*) as Summe, Art, %2").arg(day, partner) + from +
                                QStringLiteral(" group by %1, Art, %2").arg(day, partner))
                   : m_db.table(QStringLiteral("select %1, 1 as Summe, Art, %2, Nummer, Ohrmarke").arg(day, partner) +
                                from + QStringLiteral(" order by ") + day);
-        for (int row = 0; row < rows.rowCount(); ++row) {
+        for (int row = 0; goesOn(row, rows); ++row) {
             const QString count = text(rows, row, 1);
             add(rows, row,
                 {.in = arrival ? count : QString(),
@@ -50,11 +53,12 @@ public:
 
     /// Piglets of one table of bookings; an empty field name leaves its column empty.
     void piglets(const QString& table, const QStringList& inOutPartner, const QString& remark) {
+        begin();
         QStringList fields{QStringLiteral("Datum")};
         for (const QString& field : inOutPartner) fields += field.isEmpty() ? QStringLiteral("''") : field;
         const Table rows = m_db.table(QStringLiteral("select %1 from %2 where %3 order by Datum")
                                           .arg(fields.join(QStringLiteral(", ")), table, within("Datum")));
-        for (int row = 0; row < rows.rowCount(); ++row)
+        for (int row = 0; goesOn(row, rows); ++row)
             add(rows, row,
                 {.in = text(rows, row, 1),
                  .out = text(rows, row, 2),
@@ -77,6 +81,11 @@ private:
         return QStringLiteral("%1 IS NOT NULL and %1 >= %2 and %1 <= %3")
             .arg(day, sqlDay(m_period.from), sqlDay(m_period.to));
     }
+    void begin() { m_progress.step(Share * m_reads++); }
+    bool goesOn(int row, const Table& rows) {
+        if (row >= rows.rowCount()) return false;
+        return m_progress.step(Share * (m_reads - 1) + static_cast<qint64>(row) * Share / rows.rowCount());
+    }
     static QString text(const Table& rows, int row, int column) { return Hochkomma_ersetzen(rows.text(row, column)); }
     void add(const Table& rows, int row, Bestandsbewegung movement) {
         movement.day = text(rows, row, 0);
@@ -85,6 +94,8 @@ private:
 
     const Database& m_db;
     const Registerzeit& m_period;
+    Progress& m_progress;
+    int m_reads = 0;
     std::vector<std::pair<qint64, Bestandsbewegung>> m_movements;  // with the Julian day
 };
 
@@ -134,8 +145,8 @@ Registerbestand Registerbestand_zaehlen(const Database& db, const QString& day, 
 }
 
 std::vector<Bestandsbewegung> Bestandsbewegungen_lesen(const Database& db, const Registerzeit& period, bool piglets,
-                                                       bool added) {
-    Gatherer gatherer(db, period);
+                                                       bool added, Progress& progress) {
+    Gatherer gatherer(db, period, progress);
     gatherer.animals("Zugangsdatum", "Lieferant", true, added);
     gatherer.animals("Abgangsdatum", "Abnehmer", false, added);
     if (piglets) {

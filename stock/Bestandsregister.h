@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "store/Database.h"
+#include "forms/Koben.h"
 
 namespace koben {
 
@@ -32,9 +32,11 @@ struct Bestandsbewegung {
 };
 
 /// All movements of the period: by day; within a day arrivals, departures, then the piglets' ones. `added` counts the
-/// animals of one day, kind and partner together.
+/// animals of one day, kind and partner together. Not all of them where the user has cancelled.
 std::vector<Bestandsbewegung> Bestandsbewegungen_lesen(const Database& db, const Registerzeit& period, bool piglets,
-                                                       bool added);
+                                                       bool added, Progress& progress);
+/// The reading in steps of its progress.
+inline constexpr int Registerschritte = 500;
 
 /// What stands at the top of every page.
 struct Registerkopf {

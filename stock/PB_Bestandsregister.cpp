@@ -17,49 +17,28 @@ const char* const Notice =
 
 }  // namespace
 
-PB_Bestandsregister::PB_Bestandsregister(Koben& koben_) : Form(koben_, "PB_Bestandsregister", "Bestandsregister nach") {
+PB_Bestandsregister::PB_Bestandsregister(Koben& koben_)
+    : Bericht(koben_, "PB_Bestandsregister", "Bestandsregister nach") {
     Label1.setText(QString::fromUtf8(Notice));
     for (int i = 0; i < tdat.count(); ++i) {
         tdat[i].setHint(bez[i].text());
-        tdat[i].onLostFocus = [this, i] { tdat[i].setText(Datum_ergaenzen(tdat[i].text(), koben.Heute)); };
-        calender[i].icon = QStringLiteral("kalender");
-        calender[i].setHint(QStringLiteral("Kalender"));
-        calender[i].onClick = [this, i] {
-            calend.setVisible(!calend.visible() || m_calendarFor != i);
-            m_calendarFor = i;
-        };
+        bindDate(tdat[i], calender[i], calend);
     }
-    calend.onPick = [this](QDate date) {
-        tdat[m_calendarFor].setText(Datum_als_Anzeige(date));
-        calend.setVisible(false);
-    };
-    for (int i = 0; i < t.count(); ++i) t[i].setHint(bez[tdat.count() + i].text());
+    bindText(tdat[0], Text::RegisterVon);
+    for (int i = 0; i < t.count(); ++i) {
+        t[i].setHint(bez[tdat.count() + i].text());
+        bindText(t[i], Text::RegisterBetrieb + i);
+    }
+    bind(kon, Zahl::RegisterFerkel);
+    bind(konadd, Zahl::RegisterAddieren);
     gridli.setVisible(false);
     ok.onClick = [this] { ok_Click(); };
-    hilfe.onClick = [this] { koben.open("PH_Hilfe"); };
-    beenden.onClick = [this] { beenden_Click(); };
-    helpTopic = name();
-    acceptButton = &ok;
-    cancelButton = &beenden;
+    bindButtons(ok, beenden, &hilfe);
 }
 
 void PB_Bestandsregister::Load() {
-    m_db = koben.connect();
-    tdat[0].setText(koben.Konfig_Text[Text::RegisterVon]);
+    Bericht::Load();
     tdat[1].setText(koben.Heute);
-    calend.setDate(Datum_aus_Text(koben.Heute));
-    for (int i = 0; i < t.count(); ++i) t[i].setText(koben.Konfig_Text[static_cast<size_t>(Text::RegisterBetrieb + i)]);
-    kon.setChecked(koben.Konfig_Zahl[Zahl::RegisterFerkel] == 1);
-    konadd.setChecked(koben.Konfig_Zahl[Zahl::RegisterAddieren] == 1);
-}
-
-void PB_Bestandsregister::beenden_Click() {
-    koben.Konfig_Text[Text::RegisterVon] = tdat[0].text();
-    for (int i = 0; i < t.count(); ++i) koben.Konfig_Text[static_cast<size_t>(Text::RegisterBetrieb + i)] = t[i].text();
-    koben.Konfig_Zahl[Zahl::RegisterFerkel] = kon.checked() ? 1 : 0;
-    koben.Konfig_Zahl[Zahl::RegisterAddieren] = konadd.checked() ? 1 : 0;
-    m_db.close();
-    close();
 }
 
 /// Otherwise the user is told what is wrong with it.
@@ -87,12 +66,15 @@ void PB_Bestandsregister::ok_Click() {
                                   "innerhalb der angegebenen Zeiträume."}
                           .join(Crlf));
     QString text;
-    {
-        const WaitCursor wait(koben);
-        const auto movements = Bestandsbewegungen_lesen(m_db, head.period, kon.checked(), konadd.checked());
-        show(movements);
-        text = Bestandsregister_schreiben(head, movements);
-    }
+    const bool whole =
+        run("Das Bestandsregister wird erstellt ...", Registerschritte, nullptr, [&](Progress& progress) {
+            const auto movements =
+                Bestandsbewegungen_lesen(m_db, head.period, kon.checked(), konadd.checked(), progress);
+            if (progress.cancelled()) return;
+            show(movements);
+            text = Bestandsregister_schreiben(head, movements);
+        });
+    if (!whole) return;
     Text_uebergeben(koben, text);
 }
 
@@ -102,7 +84,7 @@ void PB_Bestandsregister::show(const std::vector<Bestandsbewegung>& movements) {
     for (const char* title : {"dazu", "weg", "art", "Saunr", "Ohrmarke", "Name", "Bemerkung"})
         gridli.addColumn({.key = QString::fromUtf8(title).toLower(), .title = QString::fromUtf8(title)});
     for (const Bestandsbewegung& m : movements)
-        gridli.addRow(QStringList{m.day, m.in, m.out, m.kind, m.number, m.earTag, m.partner, m.remark}.join(u'\t'));
+        gridli.addRow({m.day, m.in, m.out, m.kind, m.number, m.earTag, m.partner, m.remark});
 }
 
 }  // namespace koben

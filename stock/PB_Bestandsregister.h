@@ -1,13 +1,12 @@
 #pragma once
 // The herd register that keepers of pigs must show: the stock at both ends of a period, and every arrival and departure
 // between them in the order of the days.
-#include "forms/Form.h"
-#include "forms/Koben.h"
+#include "output/Bericht.h"
 #include "stock/Bestandsregister.h"
 
 namespace koben {
 
-class PB_Bestandsregister final : public Form {
+class PB_Bestandsregister final : public Bericht {
 public:
     explicit PB_Bestandsregister(Koben& koben);
 
@@ -32,12 +31,8 @@ public:
 private:
     void Load() override;
     void ok_Click();
-    void beenden_Click();
     bool periodStands();
     void show(const std::vector<Bestandsbewegung>& movements);
-
-    Database m_db;
-    int m_calendarFor = 0;
 };
 
 }  // namespace koben

@@ -10,11 +10,14 @@
     X(PA_Textausgabe) \
     X(PA_Zwischenliste) \
     X(PB_Arbeitsplan) \
+    X(PB_Bestand) \
     X(PB_Bestandsregister) \
     X(PB_Neues_Schwein) \
     X(PB_Sauenkarte) \
     X(PB_Selektieren) \
     X(PB_Statusplan) \
+    X(PB_Tierinformation_Buchungen) \
+    X(PB_Tierinformation_Schweine) \
     X(PB_Verkauf_Ferkel) \
     X(PB_Verkauf_Ferkel_Eingabe) \
     X(PB_Verkauf_Schweine) \
