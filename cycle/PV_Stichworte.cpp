@@ -73,8 +73,7 @@ void PV_Stichworte::read() {
     li.clearRows();
     const Table rows = m_db.table(QStringLiteral("select * from %1 order by Inhalt").arg(table()));
     for (int row = 0; row < rows.rowCount(); ++row) {
-        li.addRow(QString());
-        li.setCell(row + 1, 1, rows.text(row, 0));
+        li.addRow({rows.text(row, 0)});
     }
     remember();
     enableButtons(true);
@@ -89,7 +88,7 @@ void PV_Stichworte::openEditor(int row) {
 
 void PV_Stichworte::neu_Click() {
     dropDraft();
-    li.addRow(QString());
+    li.addRow({QString()});
     m_draft = Draft{};
     remember();
     openEditor(li.rowCount());
@@ -123,9 +122,8 @@ void PV_Stichworte::comlisten_Click() {
     gridli.clear();
     gridli.addColumn(li.column(1));
     for (int row = 1; row <= li.rowCount(); ++row)
-        if (const auto text = storedFor(li.cell(row, 1))) gridli.addRow(*text);
-    if (gridli.rowCount() == 0) return koben.message("Keine zu listenden Daten gefunden");
-    Liste_uebergeben(koben, gridli);
+        if (const auto text = storedFor(li.cell(row, 1))) gridli.addRow({*text});
+    Liste_ausgeben(koben, gridli);
 }
 
 // --------------------------------------------------------------------------------------------------- typing in place

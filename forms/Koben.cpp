@@ -95,16 +95,33 @@ void Koben::saveWidths(const Grid& grid, const QString& section) {
 
 QString Koben::clockToday() const { return Datum_als_Anzeige(platform.now().date()); }
 
-Progress::Progress(Koben& koben, QString what, qint64 total)
-    : m_screens(koben.screens), m_what(std::move(what)), m_total(std::max<qint64>(total, 1)) {}
+Progress::Progress(Koben& koben, QString what, qint64 total, ProgressBar* meter)
+    : m_screens(koben.screens),
+      m_what(std::move(what)),
+      m_total(std::max<qint64>(total, 1)),
+      m_meter(meter),
+      m_interval(std::chrono::milliseconds(koben.screens.progressInterval())),
+      m_asked(Clock::now()) {
+    if (!m_meter) return;
+    m_meter->setRange(static_cast<int>(total));
+    m_meter->setVisible(true);
+}
 
-Progress::~Progress() { m_screens.progressEnds(); }
+Progress::~Progress() {
+    if (m_meter) {
+        m_meter->setValue(static_cast<int>(m_done));
+        m_meter->setVisible(false);
+    }
+    m_screens.progressEnds();
+}
 
 bool Progress::step(qint64 done) {
-    const int percent = static_cast<int>(std::clamp<qint64>(done * 100 / m_total, 0, 100));
-    if (m_cancelled || percent == m_percent) return !m_cancelled;
-    m_percent = percent;
-    m_cancelled = !m_screens.progress(m_what, percent);
+    m_done = done;
+    const auto now = Clock::now();
+    if (m_cancelled || now - m_asked < m_interval) return !m_cancelled;
+    if (m_meter) m_meter->setValue(static_cast<int>(done));
+    m_cancelled = !m_screens.progress(m_what, static_cast<int>(std::clamp<qint64>(done * 100 / m_total, 0, 100)));
+    m_asked = Clock::now();
     return !m_cancelled;
 }
 

@@ -8,6 +8,8 @@
 #include <memory>
 #include <optional>
 
+#include "forms/Zeichnung.h"
+
 namespace koben {
 
 class Form;
@@ -54,22 +56,8 @@ public:
         return true;
     }
     virtual void progressEnds() {}
-};
-
-/// A document on its way to a printer.
-class PrintJob {
-public:
-    virtual ~PrintJob() = default;
-    virtual void setFont(const QString& name) = 0;
-    virtual void setSize(double points) = 0;
-    virtual void setBold(bool on) = 0;
-    virtual void setItalic(bool on) = 0;
-    /// A piece of a line, which the next line() ends; the font may change from piece to piece. A printer that only
-    /// knows whole lines prints each piece as one.
-    virtual void text(const QString& piece) { line(piece); }
-    virtual void line(const QString& text) = 0;
-    virtual void newPage() = 0;
-    virtual void end() = 0;  ///< without it nothing is printed
+    /// Milliseconds between two questions of a Progress.
+    virtual int progressInterval() const { return 50; }
 };
 
 /// What the machine does.

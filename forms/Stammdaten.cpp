@@ -12,18 +12,6 @@ constexpr int LeastWidth = 25;  // pixels; a narrower column would be lost to th
 
 }  // namespace
 
-void Liste_uebergeben(Koben& koben, const Grid& gridli) {
-    const QString path = koben.Datenordner + QStringLiteral("gridli.txt");
-    if (gridli.save(path))
-        koben.open(QStringLiteral("PA_Zwischenliste"));
-    else
-        koben.message(
-            QStringLiteral("Die Liste kann nicht ausgegeben werden, weil die Datei %1 nicht geschrieben werden "
-                           "kann. Bitte prüfen Sie, ob im Datenordner genügend Platz und das Schreiben "
-                           "erlaubt ist.")
-                .arg(path));
-}
-
 // ---------------------------------------------------------------------------------------------------- the list
 
 Stammdatenliste::Stammdatenliste(Koben& koben_, const QString& name, const QString& caption, const Stammdatenart& kind,
@@ -104,20 +92,9 @@ void Stammdatenliste::löschen_Click() {
 }
 
 void Stammdatenliste::listen_Click() {
-    const auto ticked = [](const auto& box) { return box->checked(); };
-    if (std::none_of(konlist.begin(), konlist.end(), ticked))
-        for (auto& box : konlist) box->setChecked(true);
-    if (li.rowCount() == 0) return koben.message(QStringLiteral("Keine zu listenden Daten gefunden"));
-    gridli.clear();
-    for (int c = 1; c <= konlist.count(); ++c)
-        if (konlist[c - 1].checked()) gridli.addColumn(li.column(c));
-    for (int row = 1; row <= li.rowCount(); ++row) {
-        QStringList cells;
-        for (int c = 1; c <= konlist.count(); ++c)
-            if (konlist[c - 1].checked()) cells.append(li.cell(row, c));
-        gridli.addRow(cells.join(u'\t'));
-    }
-    Liste_uebergeben(koben, gridli);
+    tickAllIfNone(konlist);
+    takeTicked(gridli, li, konlist);
+    Liste_ausgeben(koben, gridli);
 }
 
 void Stammdatenliste::li_Resized(int column) {

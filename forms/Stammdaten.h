@@ -5,12 +5,9 @@
 
 #include "forms/Form.h"
 #include "forms/Koben.h"
+#include "forms/Liste.h"
 
 namespace koben {
-
-/// Hands a filled grid to the list screen through "gridli.txt" in the data folder.
-/// Where that file cannot be written the user is told and the list screen stays closed.
-void Liste_uebergeben(Koben& koben, const Grid& gridli);
 
 /// What a pair says about its table.
 struct Stammdatenart {

@@ -123,7 +123,7 @@ TEST_F(FormTest, NextAnimalWrapsAround) {
     run.koben.herdList = &list;
     run.koben.Tier_weiterschalten(1);  // an empty list stays as it is
     grid.addColumn({.key = "nr", .title = "Nr"});
-    for (const char* row : {"1", "2", "3"}) grid.addRow(row);
+    for (const char* row : {"1", "2", "3"}) grid.addRow({row});
     for (const auto& [from, direction, to] :
          std::initializer_list<std::array<int, 3>>{{1, 1, 2}, {3, 1, 1}, {3, 0, 2}, {1, 0, 3}, {0, 1, 1}, {0, 0, 3}}) {
         grid.setRow(from);
