@@ -31,7 +31,8 @@ QString Sammelbuchungsname(Buchungsart art, qint64 animals, const QString& date)
 }
 
 QString Buchungsname(Buchungsart art, const QString& number, const QString& date, const QString& done) {
-    return subject(art, number) + QStringLiteral(" vom ") + date + u' ' + done;
+    const QString day = date.isEmpty() ? QString() : QStringLiteral(" vom ") + date;
+    return subject(art, number) + day + u' ' + done;
 }
 
 }  // namespace koben
