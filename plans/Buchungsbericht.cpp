@@ -14,6 +14,7 @@ namespace {
 constexpr std::array AnimalFields{"Art", "Nummer", "Gruppe", "Stallnr"};
 constexpr std::array EventOrder{1, 0, 2, 3};  // of the animal's fields in the list of events
 
+constexpr int Beside = 2;  // columns that are read and not listed
 constexpr int Share = Buchungsschritte / static_cast<int>(Buchungstabellen.size() * 2);  // reading or listing a table
 
 QString utf8(const char* text) { return QString::fromUtf8(text); }
@@ -24,7 +25,7 @@ bool listed(Progress& progress, size_t table, int row, const Table& rows) {
     return progress.step(begun + static_cast<qint64>(row) * Share / rows.rowCount());
 }
 
-/// The bookings of one table; nothing where the user has cancelled. The animal's number comes last, whether it is shown
+/// The bookings of one table; nothing where the user has cancelled. The animal's number and ID come last, shown
 /// or not.
 std::optional<Table> read(const Database& db, const Buchungswahl& choice, size_t table, const QStringList& fields,
                           Progress& progress) {
@@ -33,7 +34,7 @@ std::optional<Table> read(const Database& db, const Buchungswahl& choice, size_t
     for (size_t i = 0; i < AnimalFields.size(); ++i)
         if (choice.columns[i]) columns += QStringLiteral("Sauen.%1 as %1").arg(utf8(AnimalFields[i]));
     for (const QString& field : fields) columns += QStringLiteral("%1.%2 as %2").arg(name, field);
-    columns += QStringLiteral("Sauen.Nummer as tiernr");
+    columns += {QStringLiteral("Sauen.Nummer as tiernr"), QStringLiteral("Sauen.ID as tier")};
     QString select = "select " + columns.join(QStringLiteral(", ")) + " from Sauen, " + name + " where " +
                      choice.animals + (choice.animals.isEmpty() ? "" : " and ") + "Sauen.ID = " + name + ".Kennung";
     if (!choice.from.isEmpty())
@@ -60,7 +61,7 @@ public:
     bool add(const Table& rows, size_t table) {
         if (rows.rowCount() == 0) return true;
         const QString name = utf8(Buchungstabellen[table]);
-        const int number = rows.columnCount() - 1;
+        const int number = rows.columnCount() - Beside;
         Grid::Row titles;
         for (int column = 0; column < number; ++column) titles.append(rows.field(column).name.toUpper());
         m_grid.addRow({name.toUpper()});
@@ -81,7 +82,7 @@ private:
     void addRow(const Table& rows, int row, int columns) {
         Grid::Row cells;
         for (int column = 0; column < columns; ++column) cells.append(cellOf(rows, row, column));
-        m_grid.addValues(std::move(cells));
+        m_grid.addValues(std::move(cells), rows.integer(row, columns + 1));
     }
 
     Grid& m_grid;
@@ -119,6 +120,7 @@ struct Event {
     qint64 day;
     QByteArray animal;  ///< sort key of the number
     QString number;
+    qint64 id;
     Grid::Row cells;
 };
 
@@ -140,10 +142,11 @@ public:
     bool take(const Table& rows, size_t table) {
         for (int row = 0; row < rows.rowCount(); ++row) {
             if (!listed(m_progress, table, row, rows)) return false;
-            const QString number = rows.text(row, rows.columnCount() - 1);
+            const QString number = rows.text(row, rows.columnCount() - Beside);
             // Rows of one animal stand together.
             if (m_events.empty() || m_events.back().number != number) m_key = sortKey(Hochkomma_ersetzen(number));
-            m_events.push_back({rows.integer(row, rows.columnOf(u"Datum")), m_key, number, cells(rows, row, table)});
+            m_events.push_back({rows.integer(row, rows.columnOf(u"Datum")), m_key, number,
+                                rows.integer(row, rows.columnCount() - 1), cells(rows, row, table)});
         }
         return true;
     }
@@ -157,7 +160,7 @@ public:
         });
         for (size_t i = 0; i < m_events.size(); ++i) {
             if (m_choice.emptyRows && i > 0 && m_events[i - 1].number != m_events[i].number) m_grid.addRow({});
-            m_grid.addValues(std::move(m_events[i].cells));
+            m_grid.addValues(std::move(m_events[i].cells), m_events[i].id);
         }
     }
 
@@ -200,7 +203,7 @@ bool Buchungen_auflisten(Grid& grid, const Database& db, const Buchungswahl& cho
         if (choice.fields[table].isEmpty()) continue;
         const auto rows = read(db, choice, table, choice.fields[table], progress);
         if (!rows) return false;
-        if (rows->rowCount() > 0) widest = std::max(widest, rows->columnCount() - 1);
+        if (rows->rowCount() > 0) widest = std::max(widest, rows->columnCount() - Beside);
         tables.emplace_back(table, *rows);
     }
     for (int column = 1; column <= widest; ++column)

@@ -8,8 +8,6 @@ namespace {
 
 enum Choice { All, None, Changed, Selected };
 
-const QString CardFont = QStringLiteral("Courier New");
-
 }  // namespace
 
 PB_Sauenkarte::PB_Sauenkarte(Koben& koben_) : Bericht(koben_, "PB_Sauenkarte", "Sauenkarten drucken") {
@@ -22,8 +20,7 @@ PB_Sauenkarte::PB_Sauenkarte(Koben& koben_) : Bericht(koben_, "PB_Sauenkarte", "
     bindWidths(datali, "pb_sauenkarte");
 }
 
-void PB_Sauenkarte::Load() {
-    Bericht::Load();
+void PB_Sauenkarte::fillChoices() {
     datali.bind(
         m_db.table("select Nummer, Stallnr, Gruppe, Status, L_Belegung, Selektiert, Aenderung, Geburtsdatum, "
                    "Ohrmarke, Tätowierung, Rasse, ID from Sauen where Art = 'Sau'  and Abgangsdatum IS NULL "
@@ -70,7 +67,7 @@ bool PB_Sauenkarte::print(const std::vector<int>& rows) {
     for (const int row : rows) sows.push_back(datali.value(row, u"ID").toInt());
     const Kartenbuchungen bookings(m_db, sows);
     const Kartentage days(koben);
-    job->setFont(CardFont);
+    Sauenkarten_beginnen(*job);
     const auto count = static_cast<qint64>(rows.size());
     const bool whole = run("Die Sauenkarten werden gedruckt ...", count, nullptr, [&](Progress& progress) {
         for (size_t i = 0; i < rows.size(); ++i) {
@@ -87,7 +84,7 @@ bool PB_Sauenkarte::print(const std::vector<int>& rows) {
 
 void PB_Sauenkarte::draw(PrintJob& job, int row) const {
     const Kartensau drawn = sow(row);
-    job.setFont(CardFont);
+    Sauenkarten_beginnen(job);
     Sauenkarte_drucken(job, drawn, Kartenbuchungen(m_db, {drawn.id}).of(drawn.id), Kartentage(koben));
     job.end();
 }

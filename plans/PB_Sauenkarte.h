@@ -25,7 +25,7 @@ public:
     void draw(PrintJob& job, int row) const;
 
 private:
-    void Load() override;
+    void fillChoices() override;
     void alletier_Click(int index);
     void ok_Click();
     bool print(const std::vector<int>& rows);

@@ -21,7 +21,7 @@ constexpr std::array Explanations{
 const QString SowQuery = QStringLiteral(
     "select Status, Nummer, Gruppe, Stallnr, Anz_Ferkelungen, Anz_Belegungen, L_Trächtigkeit, L_Belegung, "
     "L_Ferkelung, L_Absetzung, iif(Status like 'B*', (select Ebernr from Belegung where Kennung = Sauen.ID order by "
-    "Datum DESC), '') as Eber from Sauen where Art = 'Sau' and Abgangsdatum is null order by Nummer");
+    "Datum DESC), '') as Eber, ID from Sauen where Art = 'Sau' and Abgangsdatum is null order by Nummer");
 enum SowField {
     Status,
     Nummer,
@@ -33,7 +33,8 @@ enum SowField {
     LBelegung,
     LFerkelung,
     LAbsetzung,
-    Eber
+    Eber,
+    Id
 };
 
 Column column(const char* key, const char* title, Sort sort = Sort::Text) {
@@ -107,13 +108,15 @@ PB_Statusplan::PB_Statusplan(Koben& koben_) : Bericht(koben_, "PB_Statusplan", "
     sstab.onClick = [this](int page) { showPage(page); };
     ok.onClick = [this] { Liste_ausgeben(koben, *listen[static_cast<size_t>(sstab.front())]); };
     bindButtons(ok, beenden, &hilfe);
+    defineColumns();
+    for (size_t page = 0; page < listen.size(); ++page)
+        bindWidths(*listen[page], QStringLiteral("pb_statusplan_%1").arg(page));
 }
 
 void PB_Statusplan::showPage(int page) { Label1.setText(QString::fromUtf8(Explanations[static_cast<size_t>(page)])); }
 
 void PB_Statusplan::Load() {
     Bericht::Load();
-    defineColumns();
     const Table sows = m_db.table(SowQuery);
     for (int row = 0; row < sows.rowCount(); ++row) addSow(sows, row);
     sstab.setFront(Belegt);
@@ -142,14 +145,15 @@ void PB_Statusplan::defineColumns() {
 void PB_Statusplan::addSow(const Table& sows, int row) {
     const Sow sow(sows, row, koben);
     const QString status = sow.text(Status);
+    const qint64 id = sows.integer(row, Id);
     if (status.startsWith(u'B')) {
         const Grid::Row cells = sow.servedRow();
-        libelegt.addValues(cells);
-        if (status.startsWith(u"B_T")) litragend.addValues(cells);
-        if (status.startsWith(u"B_NT")) linichttragend.addValues(cells);
+        libelegt.addValues(cells, id);
+        if (status.startsWith(u"B_T")) litragend.addValues(cells, id);
+        if (status.startsWith(u"B_NT")) linichttragend.addValues(cells, id);
     }
-    if (status == u"S") lisäugend.addValues(sow.sucklingRow());
-    if (status.contains(u'G')) ligüst.addValues(sow.openRow());
+    if (status == u"S") lisäugend.addValues(sow.sucklingRow(), id);
+    if (status.contains(u'G')) ligüst.addValues(sow.openRow(), id);
 }
 
 void PB_Statusplan::FirstShown() {

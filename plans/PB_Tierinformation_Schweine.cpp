@@ -51,7 +51,7 @@ void PB_Tierinformation_Schweine::ok_Click() {
 QString PB_Tierinformation_Schweine::query(const QStringList& fields) {
     QStringList conditions{condition(optitieraus[optitieraus.selected()].caption()), presence()};
     conditions.removeAll(QString());
-    QString select = "select " + fields.join(QStringLiteral(", ")) + " from Sauen";
+    QString select = "select " + fields.join(QStringLiteral(", ")) + ", ID as tier from Sauen";
     if (!conditions.isEmpty()) select += " where " + conditions.join(QStringLiteral(" and "));
     return select + " order by " + komsort.text();
 }
@@ -75,7 +75,7 @@ bool PB_Tierinformation_Schweine::fill(const Table& animals, const QStringList& 
         for (int row = 0; row < animals.rowCount(); ++row) {
             Grid::Row cells;
             columns.append(cells, row);
-            gridli.addValues(std::move(cells));
+            gridli.addValues(std::move(cells), animals.integer(row, animals.columnCount() - 1));
             if (!progress.advance()) return;
         }
     });

@@ -255,6 +255,13 @@ Kartentage::Kartentage(const Variablen& v)
       suckling(v.Konfig_Zahl[Zahl::TageFerkelungAbsetzung]),
       untilService(v.Konfig_Zahl[Zahl::TageAbsetzungBelegung]) {}
 
+void Sauenkarten_beginnen(PrintJob& job) {
+    Sheet sheet;
+    sheet.cardColumns = TableWidth;
+    job.setSheet(sheet);
+    job.setFont(QStringLiteral("Courier New"));
+}
+
 void Sauenkarte_drucken(PrintJob& job, const Kartensau& sow, const Kartenbuchungen::Bookings& bookings,
                         const Kartentage& days) {
     Card(job, sow, bookings, days).print();

@@ -57,6 +57,8 @@ struct Kartentage {
     explicit Kartentage(const Variablen& v);
 };
 
+/// What a document of cards is begun with: its font, and that each card stays on its page.
+void Sauenkarten_beginnen(PrintJob& job);
 /// Prints one card on the current page.
 void Sauenkarte_drucken(PrintJob& job, const Kartensau& sow, const Kartenbuchungen::Bookings& bookings,
                         const Kartentage& days);

@@ -95,7 +95,7 @@ void PB_Bestand::ok_Click(int index) {
 Table PB_Bestand::animals(const QStringList& conditions) {
     const WaitCursor wait(koben);
     QStringList columns = m_fields;
-    columns += QStringLiteral("Geburtsdatum as geboren");
+    columns += {QStringLiteral("Geburtsdatum as geboren"), QStringLiteral("ID as tier")};
     for (qsizetype i = 0; i < conditions.size(); ++i)
         columns += conditions[i].isEmpty() ? QStringLiteral("1 as m%1").arg(i)
                                            : QStringLiteral("iif(%1, 1, 0) as m%2").arg(conditions[i]).arg(i);
@@ -119,7 +119,7 @@ bool PB_Bestand::listSpecial() {
     if (found.rowCount() == 0) return koben.message(NoAnimals), false;
     const Tabellenfelder fields(found, m_fields, Tabellenfelder::Betraege::ZweiStellen);
     addColumns(fields, "Alter_Jahre");
-    const int born = found.columnOf(u"geboren");
+    const int born = found.columnOf(u"geboren"), id = found.columnOf(u"tier");
     const bool whole = run("Die Bestandsliste wird erstellt ...", found.rowCount(), &meter, [&](Progress& progress) {
         for (int row = 0; row < found.rowCount(); ++row) {
             Grid::Row cells;
@@ -127,7 +127,7 @@ bool PB_Bestand::listSpecial() {
             const QDate birth = found.value(row, born).toDate();
             if (konalter.checked() && birth.isValid())
                 cells.append(static_cast<double>(std::max<qint64>(birth.daysTo(day()), 0)) / DaysPerYear);
-            gridli.addValues(std::move(cells));
+            gridli.addValues(std::move(cells), found.integer(row, id));
             if (!progress.advance()) return;
         }
     });
@@ -158,7 +158,7 @@ bool PB_Bestand::addGroup(const Bestandsgruppe& group, const Tabellenfelder& fie
                           Progress& progress) {
     gridli.addRow({group.name});
     gridli.addRow({group.ages()});
-    const int born = animals.columnOf(u"geboren");
+    const int born = animals.columnOf(u"geboren"), id = animals.columnOf(u"tier");
     qint64 count = 0;
     for (int row = 0; row < animals.rowCount(); ++row) {
         if (!progress.advance()) return false;
@@ -167,7 +167,7 @@ bool PB_Bestand::addGroup(const Bestandsgruppe& group, const Tabellenfelder& fie
         Grid::Row cells;
         fields.append(cells, row);
         if (konalter.checked()) cells.append(group.age(animals.value(row, born).toDate(), day()));
-        gridli.addValues(std::move(cells));
+        gridli.addValues(std::move(cells), animals.integer(row, id));
     }
     if (count == 0) {
         gridli.addRow({"Kein Bestand"});

@@ -32,9 +32,9 @@ LAYOUT(PB_Sauenkarte) {
     look->setObjectName(QStringLiteral("vorschau"));
     look->setAutoDefault(false);
     QObject::connect(look, &QPushButton::clicked, look, [look, &form] { previewCard(*look->window(), form); });
-    return column({grid(form.datali, QStringLiteral("Keine Sau im Bestand.")) * 1, label(form.Label1),
-                   flow({button(form.alletier[0]), button(form.alletier[1]), button(form.alletier[2]),
-                         button(form.alletier[3])}),
-                   row({plain(form.Label2), combo(form.komdrucker, 30), spring()}),
-                   buttons({button(form.hilfe), own(look)}, {button(form.ok), button(form.beenden)})});
+    return column(
+        {grid(form.datali, QStringLiteral("Keine Sau im Bestand.")) * 1, label(form.Label1),
+         flow({button(form.alletier[0]), button(form.alletier[1]), button(form.alletier[2]), button(form.alletier[3])}),
+         row({plain(form.Label2), combo(form.komdrucker, 30), spring()}),
+         buttons({button(form.hilfe), own(look)}, {button(form.ok), button(form.beenden)})});
 }
