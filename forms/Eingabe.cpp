@@ -32,10 +32,11 @@ void Eingabe::freeText(const QString& label, TextBox& control, const QString& co
     bind(Kind::Text, label, control, column).source = source;
 }
 
-void Eingabe::choice(const QString& label, ComboBox& control, const QString& column, const QStringList& items) {
+void Eingabe::choice(const QString& label, ComboBox& control, const QString& column, const QStringList& items,
+                     Stored how) {
     control.fixed = true;
     control.setItems(items);
-    bind(Kind::Choice, label, control, column);
+    bind(how == Stored::Letter ? Kind::Letter : Kind::Choice, label, control, column);
 }
 
 void Eingabe::tick(CheckBox& control, const QString& column, const QString& on, const QString& off) {
@@ -120,11 +121,24 @@ void Eingabe::readLists() {
 }
 
 /// A combo box keeps its list in step with its text.
+namespace {
+
+/// The entry that begins with the stored letter; -1 for none.
+int entryOfLetter(const QStringList& items, const QString& stored) {
+    for (qsizetype i = 0; i < items.size() && !stored.isEmpty(); ++i)
+        if (items[i].startsWith(stored.front())) return static_cast<int>(i);
+    return -1;
+}
+
+}  // namespace
+
 void Eingabe::show(const Bound& field, const QString& text) {
     if (field.kind == Kind::Check)
         static_cast<CheckBox*>(field.control)->setChecked(text == field.preset);
     else if (field.kind == Kind::Choice)
         field.list().setCurrent(static_cast<int>(field.list().items().indexOf(text)));
+    else if (field.kind == Kind::Letter)
+        field.list().setCurrent(entryOfLetter(field.list().items(), text));
     else if (auto* list = dynamic_cast<ComboBox*>(field.control))
         list->setText(text);
     else
@@ -134,9 +148,9 @@ void Eingabe::show(const Bound& field, const QString& text) {
 void Eingabe::showPresets() {
     for (const Bound& field : m_fields) {
         if (field.column.isEmpty()) continue;
-        show(field, field.kind == Kind::Check    ? field.off
-                    : field.kind == Kind::Choice ? field.list().items().value(0)
-                                                 : field.preset);
+        show(field, field.kind == Kind::Check                                  ? field.off
+                    : field.kind == Kind::Choice || field.kind == Kind::Letter ? field.list().items().value(0)
+                                                                               : field.preset);
     }
 }
 
@@ -165,6 +179,8 @@ Value Eingabe::valueOf(const Bound& field) {
             return Zahl_aus_Text(QString(entered));
         case Kind::Date:
             return Ist_Datum(entered) ? Value(Datum_aus_Text(entered)) : Value();
+        case Kind::Letter:
+            return entered.left(1);
         default:
             return Hochkomma_ersetzen(entered);
     }

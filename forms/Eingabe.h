@@ -55,8 +55,10 @@ protected:
     void text(const QString& label, ComboBox& control, const QString& column, int width, const Source& source);
     /// Limited as it is typed.
     void freeText(const QString& label, TextBox& control, const QString& column, int width, const Source& source = {});
-    /// One of fixed entries; the first one is the preset.
-    void choice(const QString& label, ComboBox& control, const QString& column, const QStringList& items);
+    /// One of fixed entries; the first one is the preset. `Letter`: the column holds the first letter alone.
+    enum class Stored { Whole, Letter };
+    void choice(const QString& label, ComboBox& control, const QString& column, const QStringList& items,
+                Stored how = Stored::Whole);
     void tick(CheckBox& control, const QString& column, const QString& on, const QString& off);
     /// A whole number; its arrows hold it within `least` and `most`, then run its leave rule.
     void count(const QString& label, TextBox& control, const QString& column, const QString& preset, SpinButton& spin,
@@ -105,7 +107,7 @@ protected:
     Database m_db;
 
 private:
-    enum class Kind { Text, Choice, Check, Count, Amount, Weight, Date };
+    enum class Kind { Text, Choice, Letter, Check, Count, Amount, Weight, Date };
     struct Bound {
         Kind kind;
         Control* control;

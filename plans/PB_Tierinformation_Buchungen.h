@@ -13,7 +13,7 @@ public:
 
     /// A list whose entries are marked for a report.
     struct Feldliste : ListBox {
-        Feldliste(Form& form, const QString& name, int index) : ListBox(form, name, true, index) {}
+        Feldliste(ControlHost& form, const QString& name, int index) : ListBox(form, name, true, index) {}
     };
 
     OptionGroup optitieraus{*this,

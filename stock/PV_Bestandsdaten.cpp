@@ -4,7 +4,8 @@ namespace koben {
 
 PV_Bestandsdaten::PV_Bestandsdaten(Koben& koben_)
     : Stammdatenliste(koben_, "PV_Bestandsdaten", "Bestandsdaten",
-                      {.table = "Bestandsoptionen",
+                      {.noun = "Tiergruppe",
+                       .table = "Bestandsoptionen",
                        .order = "Tiergruppe",
                        .entry = "PV_Bestandsdaten_Eingabe",
                        .fields = {"Tiergruppe", "Alter_von", "Alter_bis", "Zeit", "Geschlecht", "Wert",

@@ -18,11 +18,7 @@ public:
     ControlArray<ComboBox> kom{*this, "kom", 4};          ///< unit of the ages, sex, served, kind
 
 private:
-    void prepare() override;
-    void showDefaults() override;
-    void showRow() override;
-    void check(Findings& findings) override;
-    void write(Recordset& row) override;
+    void check(Findings& found) override;
 };
 
 }  // namespace koben
