@@ -87,8 +87,12 @@ TEST(HinweisTest, einstellungen) {
         for (const QString& words : c.said) EXPECT_TRUE(said.contains(words)) << said.toStdString();
         EXPECT_EQ(said.isEmpty(), c.said.isEmpty()) << said.toStdString();
         EXPECT_EQ(user.kept().size(), c.kept);
-        if (c.kept) EXPECT_EQ(bytesOf(user.folder.user() + user.kept().first()), damaged);
-        if (c.open) EXPECT_EQ(bytesOf(user.folder.settings()).left(150), good.left(150));
+        if (c.kept) {
+            EXPECT_EQ(bytesOf(user.folder.user() + user.kept().first()), damaged);
+        }
+        if (c.open) {
+            EXPECT_EQ(bytesOf(user.folder.settings()).left(150), good.left(150));
+        }
         EXPECT_EQ(user.start(), QString()) << "settled";
         EXPECT_EQ(user.log, usual) << "messages as ever";
     }
