@@ -164,7 +164,8 @@ TEST(HinweisTest, pruefungNachAbbruch) {
             if (key.endsWith(QStringLiteral("/Laeuft"))) value = QStringLiteral("1");
         if (damaged) {
             QByteArray bytes = bytesOf(user.folder.database());
-            bytes.replace(bytes.size() - 3 * 4096, 3 * 4096, QByteArray(3 * 4096, '\x55'));
+            const qsizetype page = bytes.size() / 2 / 4096 * 4096;  // not one that the list of tables lies on
+            bytes.replace(page, 4096, QByteArray(4096, '\x55'));
             setBytes(user.folder.database(), bytes);
         }
         EXPECT_EQ(user.start().contains(QStringLiteral("beschädigt")), damaged);
