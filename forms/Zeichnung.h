@@ -58,8 +58,8 @@ struct DrawPage {
 
 /// What stands on every sheet besides the job's own lines.
 struct Sheet {
-    QString title = {}, date = {};   ///< in the upper margin; with a title, "Seite x von y" in the lower one
-    std::vector<TextLine> head = {}; ///< stands again above lines that a full sheet has pushed to the next
+    QString title = {}, date = {};    ///< in the upper margin; with a title, "Seite x von y" in the lower one
+    std::vector<TextLine> head = {};  ///< stands again above lines that a full sheet has pushed to the next
 };
 
 struct Drawing {

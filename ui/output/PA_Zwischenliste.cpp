@@ -13,9 +13,8 @@ LAYOUT(PA_Zwischenliste) {
         if (form.gridli.rowCount() == 0) return form.koben.message(QStringLiteral("Es sind keine Daten in der Liste."));
         previewTable(*print->window(), form.koben, form.gridli, Berichtstitel(form.koben));
     });
-    return column(
-        {grid(form.gridli, QStringLiteral("Die Liste ist leer.")),
-         buttons({button(form.comtext), button(form.comexcel), button(form.roexplorer[0]), button(form.roexplorer[1]),
-                  own(print)},
-                 {button(form.hilfe), button(form.cmdschließen)})});
+    return column({grid(form.gridli, QStringLiteral("Die Liste ist leer.")),
+                   buttons({button(form.comtext), button(form.comexcel), button(form.roexplorer[0]),
+                            button(form.roexplorer[1]), own(print)},
+                           {button(form.hilfe), button(form.cmdschließen)})});
 }
