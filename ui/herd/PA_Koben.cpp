@@ -2,7 +2,9 @@
 
 #include <QSplitter>
 
+#include "ui/AnimalPanel.h"
 #include "ui/Layout.h"
+#include "ui/SearchMarks.h"
 
 LAYOUT(PA_Koben) {
     const Piece list =
@@ -10,7 +12,7 @@ LAYOUT(PA_Koben) {
                                          "lesen Sie über „Optionen / Import Excel“ eine Liste ein."));
     const Piece panel = column({flow({button(form.cmdok), button(form.abwaerts[1]), button(form.abwaerts[0]),
                                       button(form.comdrucken), button(form.linksrechts)}),
-                                text(form.Text1)});
+                                animalPanel(form)});
     const Piece both = split(list, panel, 2, 1);
     auto* splitter = static_cast<QSplitter*>(both.widget);
     form.layoutChanged = [splitter, &form] {
@@ -19,9 +21,10 @@ LAYOUT(PA_Koben) {
         splitter->setSizes({wide ? third : 2 * third, wide ? 2 * third : third});
     };
     form.layoutChanged();
+    const Piece number = search(form.t, QStringLiteral("Saunummer"));
+    markFromSearch(*number.widget, form.t, form.datali);
     return column({menus(form.menuBar()), toolBar(form.toolBar()),
-                   flow({segments(form.optianzeige), segments(form.optiverkauft),
-                         row({plain(form.Label1), search(form.t, QStringLiteral("Saunummer"))}),
+                   flow({segments(form.optianzeige), segments(form.optiverkauft), row({plain(form.Label1), number}),
                          row({plain(form.Label2), segments(form.optisauen)})}),
                    both, label(form.loeschhinweis), label(form.bezstati)});
 }
