@@ -1,5 +1,6 @@
 // The program: the look, the two ports, the main form.
 #include "app/Katalog.h"
+#include "core/ErrorLog.h"
 #include "forms/Form.h"
 #include "ui/Application.h"
 #include "ui/Look.h"
@@ -18,29 +19,41 @@ ui::Shade wantedShade(Platform& platform) {
     return ui::desktopShade();
 }
 
-QString farewell(const QString& reason) {
+/// The technical side goes to the log, of which the message says where it lies.
+QString farewell(Platform& platform, const QString& reason, const QString& detail) {
+    const ErrorLog log(platform.userFolder());
+    log.write(platform.now(), detail);
     return QStringLiteral("KOBEN muss beendet werden, weil ein Fehler aufgetreten ist:") + Crlf + Crlf + reason + Crlf +
-           Crlf + QStringLiteral("Was bis hierher gespeichert wurde, ist erhalten. Bitte starten Sie KOBEN neu.");
+           Crlf + QStringLiteral("Was bis hierher gespeichert wurde, ist erhalten. Bitte starten Sie KOBEN neu.") +
+           Crlf + Crlf +
+           QStringLiteral("Wenn Sie die Hilfe am Telefon brauchen: Einzelheiten stehen in der Datei %1.")
+               .arg(log.path());
 }
 
+QString mishap(const QString& reason) {
+    return QStringLiteral("Die Aktion konnte nicht zu Ende geführt werden.") + Crlf + Crlf + reason + Crlf + Crlf +
+           QStringLiteral("Bitte beheben Sie die Ursache und wiederholen Sie die Aktion dann.");
+}
+
+/// What fails while the program starts ends it; later failures are told and the program runs on.
 int run(ui::Application& application, ui::WindowScreens& screens, Platform& platform) {
-    bool told = false;
+    QString reason, detail;
     try {
         Koben koben(screens, platform, katalog());
-        application.onFailure = [&](const QString& reason) {
-            told = true;
-            screens.message(farewell(reason));
-            koben.end();
-        };
+        application.onFailure = [&](const QString& cause) { screens.failed(mishap(cause)); };
         const auto form = katalog().make(QStringLiteral("PA_Koben"), koben);
         koben.run(*form);
         application.onFailure = nullptr;
         return 0;
     } catch (const DatabaseError& error) {
-        if (!told) screens.message(farewell(error.message()));
+        reason = error.message();
+        detail = error.detail();
     } catch (const std::exception& error) {
-        if (!told) screens.message(farewell(QString::fromUtf8(error.what())));
+        reason = programFault();
+        detail = QString::fromUtf8(error.what());
     }
+    application.onFailure = nullptr;
+    screens.message(farewell(platform, reason, detail));
     return 1;
 }
 

@@ -1,5 +1,6 @@
 #include "bookings/Ferkelbilanz.h"
 
+#include "core/Buchungen.h"
 #include "core/PZ_Koben_Subs.h"
 
 namespace koben {
@@ -12,15 +13,17 @@ qint64 Muttersau_ID(const Database& db, const QString& number) {
 }
 
 qint64 Ferkelrest(const Database& db, qint64 sow) {
-    const auto sum = [&](const char* field, const char* table) {
+    const auto sum = [&](const char* field, Buchungsart art) {
         return db
             .table(QStringLiteral("select sum(%1) as summeferkel from %2 where Kennung = %3")
-                       .arg(QString::fromUtf8(field), QString::fromUtf8(table))
+                       .arg(QString::fromUtf8(field), QString::fromUtf8(angaben(art).table))
                        .arg(sow))
             .integer(0, 0);
     };
-    return sum("Ferkel_Lebendig", "Ferkelung") - sum("Anzahl_Ferkel", "Verluste") -
-           sum("Anzahl_Verkauf", "Ferkelverkauf");
+    qint64 rest = sum("Ferkel_Lebendig", Buchungsart::Ferkelung);
+    for (const Buchungsart art : {Buchungsart::Verluste, Buchungsart::Ferkelverkauf})
+        rest -= sum(angaben(art).taken, art);
+    return rest;
 }
 
 bool Ferkelrest_bestaetigt(Koben& koben, double rest, const QString& sow) {

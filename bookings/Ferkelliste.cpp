@@ -1,5 +1,6 @@
 #include "bookings/Ferkelliste.h"
 
+#include "core/Aktionsnamen.h"
 #include "core/PZ_Koben_Subs.h"
 
 namespace koben {
@@ -17,9 +18,9 @@ QString captionOf(QString field) {
 
 }  // namespace
 
-Ferkelliste::Ferkelliste(Koben& context, const QString& name, const QString& caption, const QString& rows,
+Ferkelliste::Ferkelliste(Koben& context, const QString& name, const QString& caption, Buchungsart kind,
                          const QString& entry)
-    : Form(context, name, caption), table(rows), m_entry(entry) {
+    : Form(context, name, caption), art(kind), table(QString::fromUtf8(angaben(kind).table)), m_entry(entry) {
     neu.onClick = [this] { neu_Click(); };
     ändern.onClick = li.onDoubleClick = [this] { ändern_Click(); };
     löschen.onClick = li.onDelete = [this] { löschen_Click(); };
@@ -70,11 +71,6 @@ void Ferkelliste::Zeile_auffrischen() {
     for (int c = 1; c <= li.columnCount(); ++c) li.setCell(li.row(), c, row.text(0, row.columnOf(li.column(c).key)));
 }
 
-void Ferkelliste::blaettern(int index) {
-    if (index == 2) li.setRow(li.row() < li.rowCount() ? li.row() + 1 : 1);
-    if (index == 1) li.setRow(li.row() > 1 ? li.row() - 1 : li.rowCount());
-}
-
 void Ferkelliste::neu_Click() {
     koben.Buchungsmodus = QStringLiteral("Neu");
     koben.open(m_entry);
@@ -91,8 +87,8 @@ void Ferkelliste::löschen_Click() {
     if (li.row() == 0)
         return koben.message(QStringLiteral("Bitte markieren Sie zuerst den Datensatz, den Sie löschen möchten."));
     if (!koben.Loeschen_bestaetigen()) return;
-    Transaction action(m_db);
-    m_db.execute(QStringLiteral("delete from %1 where ID = %2").arg(table).arg(currentRow()));
+    Action action(m_db, bookingName(QStringLiteral("gelöscht")));
+    Buchung_loeschen(action, art, currentRow(), 0);
     action.commit();
     li.removeRow(li.row());
 }
@@ -114,24 +110,18 @@ void Ferkelliste::kopieren_Click() {
             QStringLiteral("Es wird keine Kopie erstellt, weil das Datum nicht korrekt "
                            "ist!"));
     const qint64 id = currentRow();
-    Kopie_anlegen(id, Datum_aus_Text(date));
+    Action action(m_db, bookingName(QStringLiteral("auf %1 kopiert").arg(date)));
+    Buchung_kopieren(action, art, id, Datum_aus_Text(date), 0);
+    action.commit();
     Activate();
     const int column = li.columnOf(u"ID");
     for (int row = 1; row <= li.rowCount(); ++row)
         if (li.integer(row, column) == id) return li.setRow(row);
 }
 
-void Ferkelliste::Kopie_anlegen(qint64 id, QDate date) {
-    const QString sql = QStringLiteral("select * from %1 where ID = %2").arg(table).arg(id);
-    Transaction action(m_db);
-    Recordset from = m_db.open(sql), to = m_db.open(sql);
-    to.addNew();
-    for (int i = 0; i < from.fieldCount(); ++i) {
-        const QString& field = from.field(i).name;
-        if (field != u"ID") to.set(i, field == u"Datum" ? Value(date) : from.value(i));
-    }
-    to.update();
-    action.commit();
+/// The booking by its sow's number, where it has one.
+QString Ferkelliste::bookingName(const QString& done) const {
+    return Buchungsname(art, li.cell(li.row(), u"Muttersau"), li.cell(li.row(), u"Datum"), done);
 }
 
 void Ferkelliste::li_Resized(int column) {

@@ -8,7 +8,7 @@ class PB_Verkauf_Ferkel final : public Ferkelliste {
 public:
     explicit PB_Verkauf_Ferkel(Koben& context)
         : Ferkelliste(context, QStringLiteral("PB_Verkauf_Ferkel"), QStringLiteral("Einkauf und Verkauf von Ferkel"),
-                      QStringLiteral("Ferkelverkauf"), QStringLiteral("PB_Verkauf_Ferkel_Eingabe")) {}
+                      Buchungsart::Ferkelverkauf, QStringLiteral("PB_Verkauf_Ferkel_Eingabe")) {}
 };
 
 }  // namespace koben

@@ -1,7 +1,7 @@
 #pragma once
 // Entry of a purchase or a sale of the farm: figures kept in step, piglets that go, and bought ones taken into stock.
 #include "bookings/Ferkelbestand.h"
-#include "bookings/Ferkelliste.h"
+#include "bookings/Ferkeleingabe.h"
 
 namespace koben {
 
@@ -20,10 +20,11 @@ private:
     void Load() override;
     void Activate() override;
     void tz_LostFocus(int index);
-    void pruefen(Maengel& found) override;
-    std::optional<qint64> einverstanden() override;
-    void gespeichert() override;
-    void Ferkel_einstallen();
+    void check(Findings& found) override;
+    std::optional<qint64> sow() override;
+    void finish(const Action& action) override;
+    QString mother() const override;
+    void Ferkel_einstallen(const Action& action);
 
     Ferkelbestand m_ferkel{gridli, optiverkauf, gridlisumme, tz[1], "Aufgrund des Ferkelverkaufs..."};
 };

@@ -1,12 +1,11 @@
 #pragma once
 // Sale of many animals in one step: those marked in the list of the stock leave it with the same facts, in one
-// transaction. Whoever is still within a waiting time is named in a warning.
-#include "forms/Form.h"
-#include "forms/Koben.h"
+// action. Whoever is still within a waiting time is named in a warning.
+#include "forms/Eingabe.h"
 
 namespace koben {
 
-class PB_Verkauf_Schweine final : public Form {
+class PB_Verkauf_Schweine final : public Eingabe {
 public:
     explicit PB_Verkauf_Schweine(Koben& koben);
 
@@ -29,14 +28,20 @@ public:
 
 private:
     void Load() override;
-    void neu_Click();
-    void connectInputs();
     void fillAnimals();
     std::vector<qint64> markedAnimals() const;
-    QStringList book(const std::vector<qint64>& animals);
-    void enterKeywords();
+    QString table() const override { return QStringLiteral("Sauen"); }
+    QString stored(const QString&) const override { return {}; }  // nothing is changed here
+    QString refusal() const override { return QStringLiteral("Die Verkäufe können nicht gebucht werden"); }
+    void check(Findings& found) override;
+    bool agreed() override;
+    QString actionName() const override;
+    void write(const Action& action) override;
+    void refresh() override;
+    QStringList hints() const override { return m_warnings; }
+    void goOn(int) override {}
 
-    Database m_db;
+    QStringList m_warnings;  // of the last save
 };
 
 }  // namespace koben

@@ -8,7 +8,7 @@ class PB_Verluste_Ferkel final : public Ferkelliste {
 public:
     explicit PB_Verluste_Ferkel(Koben& context)
         : Ferkelliste(context, QStringLiteral("PB_Verluste_Ferkel"), QStringLiteral("Verluste Ferkel"),
-                      QStringLiteral("Verluste"), QStringLiteral("PB_Verluste_Ferkel_Eingabe")) {}
+                      Buchungsart::Verluste, QStringLiteral("PB_Verluste_Ferkel_Eingabe")) {}
 };
 
 }  // namespace koben

@@ -9,20 +9,24 @@ namespace {
 
 enum Input { Anzahl, Kosten };
 enum List { Grund, Muttersau, Kommentar, Bemerkung };
+constexpr int Most = 999;  // of a count by its arrows
 
 }  // namespace
 
 PB_Verluste_Ferkel_Eingabe::PB_Verluste_Ferkel_Eingabe(Koben& context)
-    : Ferkeleingabe(context, QStringLiteral("PB_Verluste_Ferkel_Eingabe"),
-                    QStringLiteral("Verluste von Ferkel eingeben/ändern")) {
-    anzahl("Anzahl Verluste:", tz[Anzahl], "Anzahl_Ferkel", UpDown);
-    betrag("Kosten (Wert der Ferkel):", tz[Kosten], "Kosten");
+    : Ferkeleingabe(context, "PB_Verluste_Ferkel_Eingabe", "Verluste von Ferkel eingeben/ändern",
+                    Buchungsart::Verluste) {
+    count("Anzahl Verluste:", tz[Anzahl], "Anzahl_Ferkel", "0", UpDown, 0, Most);
+    amount("Kosten (Wert der Ferkel):", tz[Kosten], "Kosten");
     tz[Kosten].onKeyPress = Nur_Ziffern;  // whole amounts only on this screen
-    text("Grund des Verlustes:", kom[Grund], "Grund", 20, "select DISTINCT Grund from Verluste");
+    text("Grund des Verlustes:", kom[Grund], "Grund", 20,
+         {.sql = "select DISTINCT Grund from Verluste", .grows = true});
     text("Muttersau (Nummer):", kom[Muttersau], "Muttersau", 15,
-         "select Nummer from Sauen where Art = 'Sau' order by Nummer");
-    text("Kommentar:", kom[Kommentar], "Kommentar", 20, "select DISTINCT Kommentar from Verluste");
-    text("Bemerkung:", kom[Bemerkung], "Bemerkung", 20, "select DISTINCT Bemerkung from Verluste");
+         {.sql = "select Nummer from Sauen where Art = 'Sau' order by Nummer", .grows = true});
+    text("Kommentar:", kom[Kommentar], "Kommentar", 20,
+         {.sql = "select DISTINCT Kommentar from Verluste", .grows = true});
+    text("Bemerkung:", kom[Bemerkung], "Bemerkung", 20,
+         {.sql = "select DISTINCT Bemerkung from Verluste", .grows = true});
 }
 
 void PB_Verluste_Ferkel_Eingabe::Load() {
@@ -35,25 +39,29 @@ void PB_Verluste_Ferkel_Eingabe::Activate() {
     m_ferkel.auffrischen(m_db);
 }
 
-void PB_Verluste_Ferkel_Eingabe::pruefen(Maengel& found) {
+void PB_Verluste_Ferkel_Eingabe::check(Findings& found) {
     if (!Ist_Datum(tdat.text())) found.add(tdat, QStringLiteral("...das Buchungsdatum nicht korrekt ist."));
     if (Wert(tz[Anzahl].text()) == 0) found.add(tz[Anzahl], QStringLiteral("...die Anzahl Verluste fehlt."));
 }
 
-/// The balance takes the costs off where the count is meant; farms know it so.
-std::optional<qint64> PB_Verluste_Ferkel_Eingabe::einverstanden() {
-    const qint64 sow = Muttersau_ID(m_db, kom[Muttersau].text());
-    if (sow == 0) return sow;
-    const double left = static_cast<double>(Ferkelrest(m_db, sow)) - Wert(tz[Kosten].text()) + bisher(u"Anzahl_Ferkel");
-    if (!Ferkelrest_bestaetigt(koben, left, kom[Muttersau].text())) return std::nullopt;
-    return sow;
+QString PB_Verluste_Ferkel_Eingabe::mother() const { return kom[Muttersau].text(); }
+
+/// The balance takes the costs off where the count is meant: other questions than so far would let years of books look
+/// wrong.
+std::optional<qint64> PB_Verluste_Ferkel_Eingabe::sow() {
+    const qint64 id = Muttersau_ID(m_db, mother());
+    if (id == 0) return id;
+    const double left = static_cast<double>(Ferkelrest(m_db, id)) - Wert(tz[Kosten].text()) +
+                        storedNumber(QStringLiteral("Anzahl_Ferkel"));
+    if (!Ferkelrest_bestaetigt(koben, left, mother())) return std::nullopt;
+    return id;
 }
 
 /// Without costs the piglets stay in stock, whatever the options say.
-void PB_Verluste_Ferkel_Eingabe::gespeichert() {
+void PB_Verluste_Ferkel_Eingabe::finish(const Action& action) {
     if (Betrag_aus_Text(QString(tz[Kosten].text())) == Money()) return;
-    if (m_ferkel.ausbuchen(m_db, {{"Abgangsdatum", Datum_aus_Text(tdat.text())},
-                                  {"Abgangsgrund", Hochkomma_ersetzen(kom[Grund].text())}}))
+    if (m_ferkel.ausbuchen(action.database(), {{"Abgangsdatum", Datum_aus_Text(tdat.text())},
+                                               {"Abgangsgrund", Hochkomma_ersetzen(kom[Grund].text())}}))
         koben.Liste_neu_laden = 1;
 }
 

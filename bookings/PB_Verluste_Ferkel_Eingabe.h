@@ -1,7 +1,7 @@
 #pragma once
 // Entry of a loss of the farm, with or without a sow.
 #include "bookings/Ferkelbestand.h"
-#include "bookings/Ferkelliste.h"
+#include "bookings/Ferkeleingabe.h"
 
 namespace koben {
 
@@ -19,9 +19,10 @@ public:
 private:
     void Load() override;
     void Activate() override;
-    void pruefen(Maengel& found) override;
-    std::optional<qint64> einverstanden() override;
-    void gespeichert() override;
+    void check(Findings& found) override;
+    std::optional<qint64> sow() override;
+    void finish(const Action& action) override;
+    QString mother() const override;
 
     Ferkelbestand m_ferkel{gridli, optiverkauf, gridlisumme, tz[0], "Aufgrund des Ferkelverlustes..."};
 };

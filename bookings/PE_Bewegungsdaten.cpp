@@ -1,23 +1,13 @@
 #include "bookings/PE_Bewegungsdaten.h"
 
+#include "core/Aktionsnamen.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 
 namespace koben {
 
-const Buchungsart Buchungsarten[8] = {{"Belegung", "Belegung", "PE_Bewegungsdaten_Belegung"},
-                                      {"Trächtigkeit", "Trächtigkeit", "PE_Bewegungsdaten_Trächtigkeit"},
-                                      {"Ferkelung", "Ferkelung", "PE_Bewegungsdaten_Ferkelung"},
-                                      {"Absetzung", "Absetzung", "PE_Bewegungsdaten_Absetzung"},
-                                      {"Verschiebung", "Verschiebung", "PE_Bewegungsdaten_Verschiebung"},
-                                      {"Verluste", "Verluste", "PE_Bewegungsdaten_Verluste"},
-                                      {"Ferkelverkauf", "Ferkelverkauf", "PE_Bewegungsdaten_Ferkelverkauf"},
-                                      {"Behandlung", "Behandlung", "PE_Bewegungsdaten_Behandlung"}};
-
 namespace {
 
-constexpr int Verschiebung = 4;
-constexpr int Behandlung = 7;
 constexpr int LeastWidth = 25;
 
 QString widthsKey(int kind) { return QString::number(kind) + QStringLiteral("bewegungsdaten"); }
@@ -59,9 +49,9 @@ PE_Bewegungsdaten& PE_Bewegungsdaten::behind(const Koben& koben) {
     throw std::logic_error("entry screen without its frame");
 }
 
-QString PE_Bewegungsdaten::currentTable() const { return QString::fromUtf8(Buchungsarten[koben.Buchungsart_Nr].table); }
+QString PE_Bewegungsdaten::currentTable() const { return QString::fromUtf8(angaben(currentKind()).table); }
 
-QString PE_Bewegungsdaten::screen() const { return QString::fromUtf8(Buchungsarten[koben.Buchungsart_Nr].screen); }
+QString PE_Bewegungsdaten::screen() const { return QString::fromUtf8(angaben(currentKind()).screen); }
 
 qint64 PE_Bewegungsdaten::currentAnimal() const { return schweinli.value(schweinli.row(), u"ID").toInt(); }
 
@@ -153,12 +143,12 @@ void PE_Bewegungsdaten::neu_Click() {
             "entsprechend ab!"));
         return;
     }
-    if (schweinli.cell(schweinli.row(), u"Art") != u"Sau" && koben.Buchungsart_Nr != Behandlung)
+    if (schweinli.cell(schweinli.row(), u"Art") != u"Sau" && currentKind() != Buchungsart::Behandlung)
         koben.message(QStringLiteral(
             "Sie haben zur Zeit kein Schwein der Art 'Sau' ausgewählt. Die gewünschte Aktion macht eigentlich nur bei "
             "Sauen Sinn. Das Modul für die Eingabe wird jetzt trotzdem geöffnet!"));
     koben.Buchungsmodus = QStringLiteral("Neu");
-    if (koben.Buchungsart_Nr == Verschiebung && marked > 1) {
+    if (currentKind() == Buchungsart::Verschiebung && marked > 1) {
         koben.message(QStringLiteral("Bei Verschiebungen darf nur ein Schwein markiert sein!"));
         return;
     }
@@ -178,17 +168,19 @@ void PE_Bewegungsdaten::ändern_Click() {
     koben.open(screen());
 }
 
+QString PE_Bewegungsdaten::bookingName(const QString& done) const {
+    return Buchungsname(currentKind(), schweinli.cell(schweinli.row(), u"Nummer"), li.cell(li.row(), u"Datum"), done);
+}
+
 void PE_Bewegungsdaten::löschen_Click() {
     if (li.row() == 0) {
         koben.message(QStringLiteral("Bitte markieren Sie zuerst den Datensatz, den Sie löschen möchten."));
         return;
     }
     if (!koben.Loeschen_bestaetigen()) return;
-    Transaction transaction(m_db);
-    m_db.execute(QStringLiteral("delete from %1 where ID = %2").arg(currentTable()).arg(currentBooking()));
-    Wurfnummern_berechnen(koben.Hauptdatenbank, currentAnimal());
-    Werte_vormerken(m_db);
-    transaction.commit();
+    Action action(m_db, bookingName(QStringLiteral("gelöscht")));
+    Buchung_loeschen(action, currentKind(), currentBooking(), currentAnimal());
+    action.commit();
     li.removeRow(li.row());
 }
 
@@ -210,19 +202,9 @@ void PE_Bewegungsdaten::kopieren_Click() {
         koben.message(QStringLiteral("Die markierte Buchung wurde nicht kopiert."));
         return;
     }
-    const QString sql = QStringLiteral("select * from %1 where ID = %2").arg(currentTable()).arg(currentBooking());
-    Transaction transaction(m_db);
-    Recordset from = m_db.open(sql), to = m_db.open(sql);
-    to.addNew();
-    for (int i = 0; i < from.fieldCount(); ++i) {
-        const QString& name = from.field(i).name;
-        if (name == u"ID") continue;
-        to.set(i, name == u"Datum" ? Value(Datum_aus_Text(date)) : from.value(i));
-    }
-    to.update();
-    Wurfnummern_berechnen(koben.Hauptdatenbank, currentAnimal());
-    Werte_vormerken(m_db);
-    transaction.commit();
+    Action action(m_db, bookingName(QStringLiteral("auf %1 kopiert").arg(date)));
+    Buchung_kopieren(action, currentKind(), currentBooking(), Datum_aus_Text(date), currentAnimal());
+    action.commit();
     Liste_aufbauen();
     koben.message(QStringLiteral("Die markierte Buchung wurde auf das Datum ") + date + QStringLiteral(" kopiert."));
 }
@@ -248,7 +230,8 @@ void PE_Bewegungsdaten::cmdschließen_Click() {
     koben.Liste_neu_laden = 1;
     {
         const WaitCursor wait(koben);
-        Werte_berechnen(m_db, koben);
+        Progress progress(koben, QStringLiteral("Die Werte der Tiere werden berechnet ..."), 100);
+        if (!Werte_berechnen(m_db, koben, [&](int percent) { return progress.step(percent); })) return;
     }
     m_db.close();
     close();

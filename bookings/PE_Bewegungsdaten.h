@@ -1,17 +1,10 @@
 #pragma once
 // The booking frame: the animals on the left, the bookings of one of them on the right, in one of eight kinds.
+#include "core/Buchungen.h"
 #include "forms/Form.h"
 #include "forms/Koben.h"
 
 namespace koben {
-
-/// A kind of booking: its option, its table, its entry screen and its name in the check of cycle dates.
-struct Buchungsart {
-    const char* caption;
-    const char* table;
-    const char* screen;
-};
-extern const Buchungsart Buchungsarten[8];
 
 class PE_Bewegungsdaten final : public Form {
 public:
@@ -42,6 +35,7 @@ public:
     /// The frame that an entry screen works for: the one behind it.
     static PE_Bewegungsdaten& behind(const Koben& koben);
 
+    Buchungsart currentKind() const { return static_cast<Buchungsart>(koben.Buchungsart_Nr); }
     QString currentTable() const;
     qint64 currentAnimal() const;  ///< ID of the current row of schweinli, 0 for none
     qint64 currentBooking() const;
@@ -63,6 +57,8 @@ private:
     void cmdschließen_Click();
     void popzeile_Click(int index);
     bool mixedKinds() const;
+    /// Number of the current animal and day of the current booking, for the names of actions.
+    QString bookingName(const QString& done) const;
     QString screen() const;
 
     Database m_db;

@@ -7,12 +7,9 @@
 
 namespace koben {
 
-class FreieNummern;
-
 class PE_Bewegungsdaten_Absetzung final : public Buchungseingabe {
 public:
     explicit PE_Bewegungsdaten_Absetzung(Koben& koben);
-    ~PE_Bewegungsdaten_Absetzung() override;
 
     ControlArray<TextBox> tz{*this, "tz", 3};
     SpinButton UpDown{*this, "UpDown", 0};
@@ -38,11 +35,11 @@ private:
     };
 
     void Activate() override;
-    void vorgeben() override;
-    std::optional<std::vector<int>> tiere() override;
-    QString Sammelhinweis() const override;
-    void vorbereiten(const std::vector<int>& rows) override;
-    void gespeichert(Recordset& bookings, int row) override;
+    void preset() override;
+    std::optional<std::vector<int>> animals() override;
+    QString hintOnSeveral() const override;
+    void prepare(const std::vector<int>& rows) override;
+    void finish(const Action& action) override;
     void tz_LostFocus(int index);
 
     Wurf letzterWurf(qint64 sow) const;
@@ -50,12 +47,11 @@ private:
     qint64 rest(qint64 sow, std::initializer_list<const char*> tables) const;
     bool balanceAccepted() const;
     QString box() const;
-    void Verlust_buchen(int row);
-    void Ferkel_einbuchen(int row, QDate birth);
+    void Verluste_buchen(const Action& action);
+    void Ferkel_einbuchen(const Action& action);
 
     qint64 Restferkel = 0;
-    std::map<int, Vorhaben> m_plan;           // by row of the animal list
-    std::unique_ptr<FreieNummern> m_numbers;  // for the piglets of one save
+    std::map<int, Vorhaben> m_plan;  // by row of the animal list
 };
 
 }  // namespace koben

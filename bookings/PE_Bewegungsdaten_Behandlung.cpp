@@ -22,22 +22,22 @@ QString share(const QString& cost, const QString& part, const QString& whole) {
 }  // namespace
 
 PE_Bewegungsdaten_Behandlung::PE_Bewegungsdaten_Behandlung(Koben& context)
-    : Buchungseingabe(context, QStringLiteral("PE_Bewegungsdaten_Behandlung"), QStringLiteral("Behandlung eingeben"), 7,
-                      QStringLiteral("Dateneingabe Behandlungen")) {
-    text("Art der Behandlung:", kom[Behandlungsart], "Behandlungsart", 20, Werte("Behandlungsart"));
+    : Buchungseingabe(context, QStringLiteral("PE_Bewegungsdaten_Behandlung"), QStringLiteral("Behandlung eingeben"),
+                      Buchungsart::Behandlung, QStringLiteral("Dateneingabe Behandlungen")) {
+    text("Art der Behandlung:", kom[Behandlungsart], "Behandlungsart", 20, valuesOf("Behandlungsart"));
     text("Medikament:", kom[Medikament], "Medikament", 20,
          {.sql = QStringLiteral("select Medikament from Medikamente"), .grows = true});
-    gewicht("Menge und Einheit:", tz[Menge], "Menge");
-    auswahl("Einheit (ml, mg, g, St):", kom[Einheit], "Einheit", {"", "l", "ml", "kg", "g", "mg", "St"});
+    weight("Menge und Einheit:", tz[Menge], "Menge");
+    choice("Einheit (ml, mg, g, St):", kom[Einheit], "Einheit", {"", "l", "ml", "kg", "g", "mg", "St"});
     text("Verabreichungsart:", kom[Verabreichungsart], "Verabreichungsart", 20,
          {.sql = QStringLiteral("select DISTINCT Verabreichungsart from Behandlung")});
-    anzahl("Wartezeit (Tage):", tz[Tage], "Wartezeit_Tage", QStringLiteral("0"), UpDown, 1, MostDays);
-    datum("Wartezeit (Datum):", tdat1, calender1, "Wartezeit_Datum");
-    text("Tierarzt:", kom[Tierarzt], "Tierarzt", 20, Werte("Tierarzt"));
-    freitext("Beleg-Nummer:", t, "Beleg_Nr", 20);
-    betrag("Kosten:", tz[Kosten], "Kosten");
-    text("Kommentar:", kom[Kommentar], "Kommentar", 20, Werte("Kommentar"));
-    text("Bemerkung:", kom[Bemerkung], "Bemerkung", 20, Bemerkungen());
+    count("Wartezeit (Tage):", tz[Tage], "Wartezeit_Tage", QStringLiteral("0"), UpDown, 1, MostDays);
+    bookingDate("Wartezeit (Datum):", tdat1, calender1, "Wartezeit_Datum");
+    text("Tierarzt:", kom[Tierarzt], "Tierarzt", 20, valuesOf("Tierarzt"));
+    freeText("Beleg-Nummer:", t, "Beleg_Nr", 20);
+    amount("Kosten:", tz[Kosten], "Kosten");
+    text("Kommentar:", kom[Kommentar], "Kommentar", 20, valuesOf("Kommentar"));
+    text("Bemerkung:", kom[Bemerkung], "Bemerkung", 20, remarks());
 
     const auto then = [](TextBox& field, const std::function<void()>& rule) {
         field.onLostFocus = [first = field.onLostFocus, rule] {
@@ -78,9 +78,8 @@ void PE_Bewegungsdaten_Behandlung::Load() {
 
 /// A booking that came from elsewhere may hold the date alone, or other days than its date says. The date is what
 /// counts; without its days the next leaving of a field would shorten it.
-void PE_Bewegungsdaten_Behandlung::fuellen() {
-    kom[Einheit].setCurrent(0);  // a unit that is none of the entries is not shown as the one before
-    Buchungseingabe::fuellen();
+void PE_Bewegungsdaten_Behandlung::showBooking() {
+    Buchungseingabe::showBooking();
     const QDate from = Datum_aus_Text(tdat.text()), until = Datum_aus_Text(tdat1.text());
     if (from.isValid() && until > from) tz[Tage].setText(QString::number(from.daysTo(until)));
 }
@@ -90,7 +89,7 @@ void PE_Bewegungsdaten_Behandlung::fuellen() {
 /// The days give the date; a date of treatment that is none counts as today.
 void PE_Bewegungsdaten_Behandlung::tz1_LostFocus() {
     const QDate from = Datum_aus_Text(dateEntered() ? tdat.text() : koben.Heute);
-    const double days = std::min(koben::Wert(tz[Tage].text()), double(from.daysTo(QDate(9999, 12, 31))));
+    const double days = std::min(Wert(tz[Tage].text()), double(from.daysTo(QDate(9999, 12, 31))));
     tdat1.setText(days < 1 ? QString() : Datum_als_Anzeige(from.addDays(static_cast<qint64>(days))));
 }
 
@@ -147,23 +146,23 @@ void PE_Bewegungsdaten_Behandlung::tz0_LostFocus() {
 
 bool PE_Bewegungsdaten_Behandlung::nothingToChange() const { return !adding() && frame().li.rowCount() == 0; }
 
-QStringList PE_Bewegungsdaten_Behandlung::pruefen() const {
-    if (nothingToChange()) return {QStringLiteral("Änderungen sind nur möglich, wenn ein Datensatz ausgewählt wurde!")};
-    QStringList lines;
-    if (!dateEntered()) lines.append(QStringLiteral("...das Datum muß eingegeben werden!"));
+void PE_Bewegungsdaten_Behandlung::check(Findings& found) {
+    if (nothingToChange())
+        return found.add(tdat, QStringLiteral("Änderungen sind nur möglich, wenn ein Datensatz ausgewählt wurde!"));
+    if (!dateEntered()) found.add(tdat, QStringLiteral("...das Datum muß eingegeben werden!"));
     if (kom[Behandlungsart].text().trimmed().isEmpty())
-        lines.append(QStringLiteral("...die Behandlungsart eingetragen werden muß!"));
+        found.add(kom[Behandlungsart], QStringLiteral("...die Behandlungsart eingetragen werden muß!"));
     if (!kom[Medikament].text().trimmed().isEmpty() && Zahl_aus_Text(QString(tz[Menge].text())) == 0)
-        lines.append(QStringLiteral("...wenn ein Medikament eingetragen ist, muß auch die Menge eingetragen werden."));
-    return lines;
+        found.add(tz[Menge],
+                  QStringLiteral("...wenn ein Medikament eingetragen ist, muß auch die Menge eingetragen werden."));
 }
 
-QString PE_Bewegungsdaten_Behandlung::kopf() const {
-    return nothingToChange() ? QString() : QStringLiteral("Die Eingabe kann nicht übernommen werden, weil...");
+QString PE_Bewegungsdaten_Behandlung::heading() const {
+    return QStringLiteral("Die Eingabe kann nicht übernommen werden, weil...");
 }
 
 /// Asked once, however many animals the booking is for.
-void PE_Bewegungsdaten_Behandlung::vorbereiten(const std::vector<int>&) {
+void PE_Bewegungsdaten_Behandlung::prepare(const std::vector<int>&) {
     const QString medicine = kom[Medikament].text();
     m_neuesMedikament =
         !medicine.trimmed().isEmpty() && medicines("Medikament", medicine).rowCount() == 0 &&
@@ -172,13 +171,13 @@ void PE_Bewegungsdaten_Behandlung::vorbereiten(const std::vector<int>&) {
                                    "Medikamentenliste aufgenommen werden?"));
 }
 
-void PE_Bewegungsdaten_Behandlung::abschließen() {
+void PE_Bewegungsdaten_Behandlung::finish(const Action& action) {
     if (!m_neuesMedikament) return;
-    Recordset list = m_db.open(QStringLiteral("select * from Medikamente where ID = 0"));
+    Recordset list = action.database().open(QStringLiteral("select * from Medikamente where ID = 0"));
     list.addNew();
     list.set(u"Medikament", Hochkomma_ersetzen(kom[Medikament].text()));
     list.set(u"Einheit", Hochkomma_ersetzen(kom[Einheit].text()));
-    list.set(u"Wartezeit_Tage", koben::Wert(tz[Tage].text()));
+    list.set(u"Wartezeit_Tage", Wert(tz[Tage].text()));
     list.set(u"Menge", Zahl_aus_Text(QString(tz[Menge].text())));
     list.set(u"Kosten_je_Gabe", Betrag_aus_Text(QString(tz[Kosten].text())));
     list.set(u"Behandlungsart", Hochkomma_ersetzen(kom[Behandlungsart].text()));

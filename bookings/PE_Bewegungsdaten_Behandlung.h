@@ -18,11 +18,11 @@ public:
 
 private:
     void Load() override;
-    void fuellen() override;
-    QStringList pruefen() const override;
-    QString kopf() const override;
-    void vorbereiten(const std::vector<int>& rows) override;
-    void abschließen() override;
+    void showBooking() override;
+    void check(Findings& found) override;
+    QString heading() const override;
+    void prepare(const std::vector<int>& rows) override;
+    void finish(const Action& action) override;
 
     void tdat1_LostFocus();
     void tz0_LostFocus();

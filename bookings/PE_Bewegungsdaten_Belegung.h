@@ -13,7 +13,7 @@ public:
     ControlArray<SpinButton> UpDown{*this, "UpDown", 1};
 
 private:
-    void fuellen() override;
+    void showBooking() override;
 };
 
 }  // namespace koben

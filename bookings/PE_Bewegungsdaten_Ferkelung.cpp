@@ -1,7 +1,6 @@
 #include "bookings/PE_Bewegungsdaten_Ferkelung.h"
 
 #include "core/PZ_Koben_Subs.h"
-#include "core/PZ_Koben_Subs_Datenbank.h"
 
 namespace koben {
 
@@ -14,16 +13,16 @@ QString number(double value) { return QString::number(static_cast<qint64>(value)
 }  // namespace
 
 PE_Bewegungsdaten_Ferkelung::PE_Bewegungsdaten_Ferkelung(Koben& context)
-    : Buchungseingabe(context, QStringLiteral("PE_Bewegungsdaten_Ferkelung"), QStringLiteral("Ferkelung eingeben"), 2,
-                      QStringLiteral("Dateneingabe Ferkelung")) {
-    anzahl("Anzahl Ferkel (Gesamt):", tz[Gesamt], "Ferkel_Gesamt", QStringLiteral("1"), UpDown[0]);
-    anzahl("Davon Lebend geboren:", tz[Lebend], "Ferkel_Lebendig", QStringLiteral("1"), UpDown[1]);
-    anzahl("Davon Tot geboren:", tz[Tot], "Ferkel_Tot", QStringLiteral("0"), UpDown[2], 0);
+    : Buchungseingabe(context, QStringLiteral("PE_Bewegungsdaten_Ferkelung"), QStringLiteral("Ferkelung eingeben"),
+                      Buchungsart::Ferkelung, QStringLiteral("Dateneingabe Ferkelung")) {
+    count("Anzahl Ferkel (Gesamt):", tz[Gesamt], "Ferkel_Gesamt", QStringLiteral("1"), UpDown[0], 1, MostByArrows);
+    count("Davon Lebend geboren:", tz[Lebend], "Ferkel_Lebendig", QStringLiteral("1"), UpDown[1], 1, MostByArrows);
+    count("Davon Tot geboren:", tz[Tot], "Ferkel_Tot", QStringLiteral("0"), UpDown[2], 0, MostByArrows);
     for (int i = Gesamt; i <= Tot; ++i) tz[i].onLostFocus = [this, i] { tz_LostFocus(i); };
-    gewicht("Gewicht je Stück (kg):", tz[3], "Stück_Gewicht_kg");
-    betrag("Kosten:", tz[4], "Kosten");
-    text("Kommentar:", kom[0], "Kommentar", 20, Werte("Kommentar"));
-    text("Bemerkung:", kom[1], "Bemerkung", 20, Bemerkungen());
+    weight("Gewicht je Stück (kg):", tz[3], "Stück_Gewicht_kg");
+    amount("Kosten:", tz[4], "Kosten");
+    text("Kommentar:", kom[0], "Kommentar", 20, valuesOf("Kommentar"));
+    text("Bemerkung:", kom[1], "Bemerkung", 20, remarks());
     ok_Verschiebung.setEnabled(koben.catalogue.has(QStringLiteral("PE_Bewegungsdaten_Verschiebung")));
     roCommand1.setEnabled(koben.catalogue.has(QStringLiteral("PE_Bewegungsdaten_Absetzung")));
     ok_Verschiebung.onClick = [this] { weiter("PE_Bewegungsdaten_Verschiebung"); };
@@ -38,7 +37,7 @@ void PE_Bewegungsdaten_Ferkelung::Activate() {
 
 /// The total is the anchor: only a change of the live count moves it.
 void PE_Bewegungsdaten_Ferkelung::tz_LostFocus(int index) {
-    const auto count = [this](int i) { return koben::Wert(tz[i].text()); };
+    const auto count = [this](int i) { return Wert(tz[i].text()); };
     if (index == Lebend) {
         tz[Gesamt].setText(number(count(Lebend) + count(Tot)));
         return;
@@ -47,20 +46,15 @@ void PE_Bewegungsdaten_Ferkelung::tz_LostFocus(int index) {
     tz[Lebend].setText(number(std::max(count(Gesamt) - count(Tot), 0.0)));
 }
 
-QStringList PE_Bewegungsdaten_Ferkelung::pruefen() const {
-    QStringList lines;
-    if (!dateEntered()) lines.append(QStringLiteral("...das Datum muß eingegeben werden!"));
-    if (koben::Wert(tz[Lebend].text()) + koben::Wert(tz[Tot].text()) != koben::Wert(tz[Gesamt].text()))
-        lines.append(QStringLiteral("...die Summe der lebendig und toten Ferkel gleich sein muß wie die Gesamtzahl."));
-    return lines;
+void PE_Bewegungsdaten_Ferkelung::check(Findings& found) {
+    if (!dateEntered()) found.add(tdat, QStringLiteral("...das Datum muß eingegeben werden!"));
+    if (Wert(tz[Lebend].text()) + Wert(tz[Tot].text()) != Wert(tz[Gesamt].text()))
+        found.add(tz[Gesamt],
+                  QStringLiteral("...die Summe der lebendig und toten Ferkel gleich sein muß wie die Gesamtzahl."));
 }
 
-QString PE_Bewegungsdaten_Ferkelung::kopf() const {
+QString PE_Bewegungsdaten_Ferkelung::heading() const {
     return QStringLiteral("Die Eingabe kann nicht übernommen werden, weil...");
-}
-
-void PE_Bewegungsdaten_Ferkelung::gespeichert(Recordset&, int row) {
-    Wurfnummern_berechnen(koben.Hauptdatenbank, frame().schweinli.value(row, u"ID").toInt());
 }
 
 void PE_Bewegungsdaten_Ferkelung::weiter(const char* screen) {

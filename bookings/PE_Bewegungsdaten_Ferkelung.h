@@ -16,9 +16,8 @@ public:
 
 private:
     void Activate() override;
-    QStringList pruefen() const override;
-    QString kopf() const override;
-    void gespeichert(Recordset& bookings, int row) override;
+    void check(Findings& found) override;
+    QString heading() const override;
     void tz_LostFocus(int index);
     void weiter(const char* screen);
 };

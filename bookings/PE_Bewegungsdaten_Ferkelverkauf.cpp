@@ -12,20 +12,21 @@ namespace {
 
 using F = Verkaufsfelder;
 enum List { Kunde, Kommentar };
-constexpr double Most = 999;  // of the count by its arrows
+constexpr int Most = 999;  // of the count by its arrows
 
 }  // namespace
 
 PE_Bewegungsdaten_Ferkelverkauf::PE_Bewegungsdaten_Ferkelverkauf(Koben& context)
     : Buchungseingabe(context, QStringLiteral("PE_Bewegungsdaten_Ferkelverkauf"),
-                      QStringLiteral("Ferkelverkauf eingeben"), 6, QStringLiteral("Dateneingabe Ferkelverkauf")) {
-    anzahl("Anzahl Verkauf:", tz[F::Anzahl], "Anzahl_Verkauf", QStringLiteral("1"), UpDown);
-    betrag("Preis je Stück:", tz[F::Preis], "Preis_je_Stück");
-    betrag("Einnahmen:", tz[F::Einnahmen], "Einnahmen");
-    gewicht("Gewicht je Stück (kg):", tz[F::Stückgewicht], "Stück_Gewicht_kg");
-    gewicht("Gesamtgewicht (kg):", tz[F::Gesamtgewicht], "Gesamtgewicht_kg");
-    text("Kunde:", kom[Kunde], "Kunde", 20, Stichworte("Stammdaten_Kunde", "select * from Stammdaten_Kunde"));
-    text("Kommentar:", kom[Kommentar], "Kommentar", 20, Werte("Kommentar"));
+                      QStringLiteral("Ferkelverkauf eingeben"), Buchungsart::Ferkelverkauf,
+                      QStringLiteral("Dateneingabe Ferkelverkauf")) {
+    count("Anzahl Verkauf:", tz[F::Anzahl], "Anzahl_Verkauf", QStringLiteral("1"), UpDown, 1, Most);
+    amount("Preis je Stück:", tz[F::Preis], "Preis_je_Stück");
+    amount("Einnahmen:", tz[F::Einnahmen], "Einnahmen");
+    weight("Gewicht je Stück (kg):", tz[F::Stückgewicht], "Stück_Gewicht_kg");
+    weight("Gesamtgewicht (kg):", tz[F::Gesamtgewicht], "Gesamtgewicht_kg");
+    text("Kunde:", kom[Kunde], "Kunde", 20, keywords("Stammdaten_Kunde", "select * from Stammdaten_Kunde"));
+    text("Kommentar:", kom[Kommentar], "Kommentar", 20, valuesOf("Kommentar"));
     for (int i = 0; i < tz.count(); ++i) tz[i].onLostFocus = [this, i] { tz_LostFocus(i); };
     UpDown.onUp = [this] { UpDown_Change(1); };
     UpDown.onDown = [this] { UpDown_Change(-1); };
@@ -51,51 +52,40 @@ void PE_Bewegungsdaten_Ferkelverkauf::tz_LostFocus(int index) {
 }
 
 void PE_Bewegungsdaten_Ferkelverkauf::UpDown_Change(int by) {
-    const double count = std::clamp(koben::Wert(tz[F::Anzahl].text()) + by, 1.0, Most);
+    const double count = std::clamp(Wert(tz[F::Anzahl].text()) + by, 1.0, double(Most));
     m_ferkel.Anzahl_setzen(QString::number(static_cast<int>(count)));
     tz_LostFocus(F::Anzahl);
 }
 
 /// The balance takes the price off where the count is meant, and the question names the comment where the sow is
-/// meant; farms know it so.
+/// meant: other questions than so far would let years of books look wrong.
 bool PE_Bewegungsdaten_Ferkelverkauf::balanceAccepted() const {
-    const Grid& li = frame().li;
-    double left = static_cast<double>(Ferkelrest(m_db, frame().currentAnimal())) - koben::Wert(tz[F::Preis].text());
-    if (!adding()) left += koben::Wert(li.cell(li.row(), u"Anzahl_Verkauf"));
+    double left = static_cast<double>(Ferkelrest(m_db, frame().currentAnimal())) - Wert(tz[F::Preis].text());
+    left += storedNumber(QStringLiteral("Anzahl_Verkauf"));
     return Ferkelrest_bestaetigt(koben, left, kom[Kommentar].text());
 }
 
-std::optional<std::vector<int>> PE_Bewegungsdaten_Ferkelverkauf::tiere() {
+std::optional<std::vector<int>> PE_Bewegungsdaten_Ferkelverkauf::animals() {
     if (frame().schweinli.markedCount() == 1 && (!m_ferkel.Bestand_bestaetigt(koben) || !balanceAccepted()))
         return std::nullopt;
-    return Buchungseingabe::tiere();
+    return Buchungseingabe::animals();
 }
 
-QString PE_Bewegungsdaten_Ferkelverkauf::Sammelhinweis() const {
+QString PE_Bewegungsdaten_Ferkelverkauf::hintOnSeveral() const {
     return Crlf + Crlf +
            QStringLiteral(
                "Bei Sammelbuchungen wird nicht geprüft, ob die ausgewählten Schwein auch so viele Ferkel "
                "säugen, wie zum Verkauf angeboten wurden!");
 }
 
-void PE_Bewegungsdaten_Ferkelverkauf::vorbereiten(const std::vector<int>& rows) {
-    m_erstesTier = rows.empty() ? 0 : rows.front();
-}
-
-void PE_Bewegungsdaten_Ferkelverkauf::ergaenzen(Recordset& booking, int row) const {
-    if (!adding()) return;
-    booking.set(u"Anzahl_Einkauf", 0);
-    booking.set(u"Ausgaben", Money());
-    booking.set(u"Muttersau", Hochkomma_ersetzen(frame().schweinli.cell(row, u"Nummer")));
-}
-
-/// The piglets go with the first animal; the further ones would find nothing left to do.
-void PE_Bewegungsdaten_Ferkelverkauf::gespeichert(Recordset&, int row) {
-    if (row == m_erstesTier &&
-        m_ferkel.ausbuchen(m_db, {{"Abgangsdatum", Datum_aus_Text(tdat.text())},
-                                  {"Abgangsgewicht_kg", Zahl_aus_Text(QString(tz[F::Stückgewicht].text()))},
-                                  {"Verkaufspreis", Betrag_aus_Text(QString(tz[F::Preis].text()))},
-                                  {"Abnehmer", Hochkomma_ersetzen(kom[Kunde].text())}}))
+/// The piglets go once, however many animals the booking is for.
+void PE_Bewegungsdaten_Ferkelverkauf::finish(const Action& action) {
+    if (!rows().empty() &&
+        m_ferkel.ausbuchen(action.database(),
+                           {{"Abgangsdatum", Datum_aus_Text(tdat.text())},
+                            {"Abgangsgewicht_kg", Zahl_aus_Text(QString(tz[F::Stückgewicht].text()))},
+                            {"Verkaufspreis", Betrag_aus_Text(QString(tz[F::Preis].text()))},
+                            {"Abnehmer", Hochkomma_ersetzen(kom[Kunde].text())}}))
         koben.Liste_neu_laden = 1;
 }
 

@@ -19,17 +19,14 @@ public:
 private:
     void Load() override;
     void Activate() override;
-    std::optional<std::vector<int>> tiere() override;
-    QString Sammelhinweis() const override;
-    void vorbereiten(const std::vector<int>& rows) override;
-    void ergaenzen(Recordset& booking, int row) const override;
-    void gespeichert(Recordset& bookings, int row) override;
+    std::optional<std::vector<int>> animals() override;
+    QString hintOnSeveral() const override;
+    void finish(const Action& action) override;
     void tz_LostFocus(int index);
     void UpDown_Change(int by);
     bool balanceAccepted() const;
 
     Ferkelbestand m_ferkel{gridli, optiverkauf, gridlisumme, tz[0], "Aufgrund des Ferkelverkaufs..."};
-    int m_erstesTier = 0;  // whose row takes the marked piglets with it
 };
 
 }  // namespace koben

@@ -12,7 +12,7 @@ public:
     TextBox tz{*this, "tz", 0};
 
 private:
-    void fuellen() override;
+    void showBooking() override;
 };
 
 }  // namespace koben

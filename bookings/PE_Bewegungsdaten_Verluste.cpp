@@ -13,17 +13,18 @@ enum List { Grund, Kommentar, Bemerkung };
 
 PE_Bewegungsdaten_Verluste::PE_Bewegungsdaten_Verluste(Koben& context)
     : Buchungseingabe(context, QStringLiteral("PE_Bewegungsdaten_Verluste"),
-                      QStringLiteral("Verluste (Ferkel) eingeben"), 5, QStringLiteral("Dateneingabe Verluste")) {
-    anzahl("Anzahl Ferkel (Verluste):", tz[Anzahl], "Anzahl_Ferkel", QStringLiteral("1"), UpDown);
+                      QStringLiteral("Verluste (Ferkel) eingeben"), Buchungsart::Verluste,
+                      QStringLiteral("Dateneingabe Verluste")) {
+    count("Anzahl Ferkel (Verluste):", tz[Anzahl], "Anzahl_Ferkel", QStringLiteral("1"), UpDown, 1, MostByArrows);
     tz[Anzahl].onLostFocus = [this] {
-        if (koben::Wert(tz[Anzahl].text()) < 1) tz[Anzahl].setText(QStringLiteral("1"));
+        if (Wert(tz[Anzahl].text()) < 1) tz[Anzahl].setText(QStringLiteral("1"));
     };
-    Quelle reasons = Verlustgruende();
+    Source reasons = lossReasons();
     reasons.grows = true;
     text("Grund des Verlustes:", kom[Grund], "Grund", 20, reasons);
-    betrag("Kosten (Wert der Ferkel):", tz[Kosten], "Kosten");
-    text("Kommentar:", kom[Kommentar], "Kommentar", 20, Werte("Kommentar"));
-    text("Bemerkung:", kom[Bemerkung], "Bemerkung", 20, Bemerkungen());
+    amount("Kosten (Wert der Ferkel):", tz[Kosten], "Kosten");
+    text("Kommentar:", kom[Kommentar], "Kommentar", 20, valuesOf("Kommentar"));
+    text("Bemerkung:", kom[Bemerkung], "Bemerkung", 20, remarks());
 }
 
 void PE_Bewegungsdaten_Verluste::Load() {
@@ -36,18 +37,11 @@ void PE_Bewegungsdaten_Verluste::Activate() {
     m_ferkel.auffrischen(m_db);
 }
 
-void PE_Bewegungsdaten_Verluste::vorbereiten(const std::vector<int>& rows) {
-    m_erstesTier = rows.empty() ? 0 : rows.front();
-}
-
-void PE_Bewegungsdaten_Verluste::ergaenzen(Recordset& booking, int row) const {
-    if (adding()) booking.set(u"Muttersau", Hochkomma_ersetzen(frame().schweinli.cell(row, u"Nummer")));
-}
-
-/// The piglets go with the first animal; the further ones would find nothing left to do.
-void PE_Bewegungsdaten_Verluste::gespeichert(Recordset&, int row) {
-    if (row == m_erstesTier && m_ferkel.ausbuchen(m_db, {{"Abgangsdatum", Datum_aus_Text(tdat.text())},
-                                                         {"Abgangsgrund", Hochkomma_ersetzen(kom[Grund].text())}}))
+/// The piglets go once, however many animals the booking is for.
+void PE_Bewegungsdaten_Verluste::finish(const Action& action) {
+    if (!rows().empty() &&
+        m_ferkel.ausbuchen(action.database(), {{"Abgangsdatum", Datum_aus_Text(tdat.text())},
+                                               {"Abgangsgrund", Hochkomma_ersetzen(kom[Grund].text())}}))
         koben.Liste_neu_laden = 1;
 }
 

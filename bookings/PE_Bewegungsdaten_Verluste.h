@@ -19,12 +19,9 @@ public:
 private:
     void Load() override;
     void Activate() override;
-    void vorbereiten(const std::vector<int>& rows) override;
-    void ergaenzen(Recordset& booking, int row) const override;
-    void gespeichert(Recordset& bookings, int row) override;
+    void finish(const Action& action) override;
 
     Ferkelbestand m_ferkel{gridli, optiverkauf, gridlisumme, tz[0], "Aufgrund des Ferkelverkaufs..."};
-    int m_erstesTier = 0;  // whose row takes the marked piglets with it
 };
 
 }  // namespace koben

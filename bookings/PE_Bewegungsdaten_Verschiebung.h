@@ -14,11 +14,10 @@ public:
 
 private:
     void Activate() override;
-    QStringList pruefen() const override;
-    QString kopf() const override;
-    std::optional<std::vector<int>> tiere() override;
-    void gespeichert(Recordset& bookings, int row) override;
-    QStringList hinweise(const std::vector<int>& rows) const override;
+    void check(Findings& found) override;
+    std::optional<std::vector<int>> animals() override;
+    void finish(const Action& action) override;
+    QStringList hints() const override;
     QString partner() const { return kom[0].text(); }
 
     bool m_partnerFound = false;  // by the last save

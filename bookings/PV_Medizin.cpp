@@ -4,7 +4,8 @@ namespace koben {
 
 PV_Medizin::PV_Medizin(Koben& koben_)
     : Stammdatenliste(koben_, "PV_Medizin", "Medizinverwaltung und Wartezeiten",
-                      {.table = "Medikamente",
+                      {.noun = "Medizin",
+                       .table = "Medikamente",
                        .order = "Medikament",
                        .entry = "PV_Medizin_Eingabe",
                        .fields = {"Medikament", "Menge", "Einheit", "Wartezeit_Tage", "Kosten_je_Gabe",

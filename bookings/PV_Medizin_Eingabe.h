@@ -18,12 +18,8 @@ public:
     SpinButton UpDown{*this, "UpDown", 1};
 
 private:
-    void prepare() override;
-    void showDefaults() override;
-    void showRow() override;
-    void check(Findings& findings) override;
-    void write(Recordset& row) override;
-    void stored() override;
+    void Load() override;
+    void check(Findings& found) override;
 };
 
 }  // namespace koben

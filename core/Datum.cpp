@@ -10,14 +10,14 @@ namespace {
 
 bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
 
-QStringView ohneBlanks(QStringView text) {
+QStringView withoutBlanks(QStringView text) {
     while (!text.isEmpty() && text.front() == u' ') text = text.mid(1);
     while (!text.isEmpty() && text.back() == u' ') text.chop(1);
     return text;
 }
 
 /// Takes `least` to `most` digits off the front of `rest`.
-std::optional<int> nehmeZahl(QStringView& rest, int least, int most) {
+std::optional<int> takeNumber(QStringView& rest, int least, int most) {
     int value = 0;
     int count = 0;
     while (count < most && count < rest.size() && isDigit(rest[count]))
@@ -27,30 +27,30 @@ std::optional<int> nehmeZahl(QStringView& rest, int least, int most) {
     return value;
 }
 
-bool nehme(QStringView& rest, QChar mark) {
+bool take(QStringView& rest, QChar mark) {
     if (rest.isEmpty() || rest.front() != mark) return false;
     rest = rest.mid(1);
     return true;
 }
 
 /// True for "" and for a time of day " h:mm" or " h:mm:ss".
-bool istUhrzeit(QStringView rest) {
+bool isTimeOfDay(QStringView rest) {
     if (rest.isEmpty()) return true;
-    if (!nehme(rest, u' ')) return false;
-    const auto hour = nehmeZahl(rest, 1, 2);
-    if (!hour || *hour > 23 || !nehme(rest, u':')) return false;
-    const auto minute = nehmeZahl(rest, 2, 2);
+    if (!take(rest, u' ')) return false;
+    const auto hour = takeNumber(rest, 1, 2);
+    if (!hour || *hour > 23 || !take(rest, u':')) return false;
+    const auto minute = takeNumber(rest, 2, 2);
     if (!minute || *minute > 59) return false;
     if (rest.isEmpty()) return true;
-    if (!nehme(rest, u':')) return false;
-    const auto second = nehmeZahl(rest, 2, 2);
+    if (!take(rest, u':')) return false;
+    const auto second = takeNumber(rest, 2, 2);
     return second && *second <= 59 && rest.isEmpty();
 }
 
 /// Year of two or four digits; two digits stand for 1930 to 2029, and four begin at 0100.
-std::optional<int> nehmeJahr(QStringView& rest) {
+std::optional<int> takeYear(QStringView& rest) {
     const qsizetype before = rest.size();
-    const auto year = nehmeZahl(rest, 2, 4);
+    const auto year = takeNumber(rest, 2, 4);
     if (!year) return std::nullopt;
     switch (before - rest.size()) {
         case 2:
@@ -63,30 +63,30 @@ std::optional<int> nehmeJahr(QStringView& rest) {
 }
 
 QDate parse(QStringView text) {
-    QStringView rest = ohneBlanks(text);
-    const auto day = nehmeZahl(rest, 1, 2);
-    if (!day || !nehme(rest, u'.')) return {};
-    const auto month = nehmeZahl(rest, 1, 2);
-    if (!month || !nehme(rest, u'.')) return {};
-    const auto year = nehmeJahr(rest);
-    if (!year || !istUhrzeit(rest)) return {};
+    QStringView rest = withoutBlanks(text);
+    const auto day = takeNumber(rest, 1, 2);
+    if (!day || !take(rest, u'.')) return {};
+    const auto month = takeNumber(rest, 1, 2);
+    if (!month || !take(rest, u'.')) return {};
+    const auto year = takeYear(rest);
+    if (!year || !isTimeOfDay(rest)) return {};
     return QDate(*year, *month, *day);
 }
 
-void schreibe(QChar* to, int value, int digits) {
+void put(QChar* to, int value, int digits) {
     for (int i = digits - 1; i >= 0; --i, value /= 10) to[i] = QChar(u'0' + value % 10);
 }
 
 /// `text` as dd.mm.yyyy where it is a date, else as it is.
-QString umgeformt(const QString& text) {
+QString reshaped(const QString& text) {
     const QDate date = parse(text);
     return date.isValid() ? Datum_als_Anzeige(date) : text;
 }
 
-QString zweistellig(QStringView digits) { return digits.toString().rightJustified(2, u'0'); }
+QString twoDigits(QStringView digits) { return digits.toString().rightJustified(2, u'0'); }
 
 /// "3", "45", "0302", "030226", "03022026".
-QString ohnePunkte(const QString& s, const QString& heute) {
+QString fromDigits(const QString& s, const QString& heute) {
     const QString monthAndYear = heute.mid(2);  // .mm.yyyy
     const QString year = heute.mid(5);          // .yyyy
     switch (s.size()) {
@@ -106,14 +106,14 @@ QString ohnePunkte(const QString& s, const QString& heute) {
 }
 
 /// "3.2": of the month only two characters count.
-QString einPunkt(const QString& s, const QString& heute) {
+QString fromOnePoint(const QString& s, const QString& heute) {
     const qsizetype dot = s.indexOf(u'.');
     const QStringView view(s);
-    return zweistellig(view.left(dot)) + u'.' + zweistellig(view.mid(dot + 1, 2)) + heute.mid(5);
+    return twoDigits(view.left(dot)) + u'.' + twoDigits(view.mid(dot + 1, 2)) + heute.mid(5);
 }
 
 /// "3.2.26".
-QString mehrPunkte(QString s, const QString& heute) {
+QString fromManyPoints(QString s, const QString& heute) {
     if (s.mid(1, 1) == u".") s.prepend(u'0');
     if (s.mid(4, 1) == u".") s.insert(3, u'0');
     if (s.size() == 8) return s.left(6) + heute.mid(6, 2) + s.right(2);
@@ -131,26 +131,26 @@ QString Datum_als_Anzeige(QDate date) {
     int year = 0, month = 0, day = 0;
     date.getDate(&year, &month, &day);
     QString text(10, u'.');
-    schreibe(text.data(), day, 2);
-    schreibe(text.data() + 3, month, 2);
-    schreibe(text.data() + 6, year, 4);
+    put(text.data(), day, 2);
+    put(text.data() + 3, month, 2);
+    put(text.data() + 6, year, 4);
     return text;
 }
 
 QString Datum_ergaenzen(const QString& text, const QString& heute) {
-    QString s = ohneBlanks(text).toString();
+    QString s = withoutBlanks(text).toString();
     if (s.isEmpty()) return {};
     if (const QDate date = parse(s); date.isValid()) return Datum_als_Anzeige(date);
     if (s.endsWith(u'.')) s.chop(1);
     if (s.size() != 10) {
         const qsizetype dots = s.count(u'.');
-        s = dots == 0 ? ohnePunkte(s, heute) : dots == 1 ? einPunkt(s, heute) : mehrPunkte(s, heute);
+        s = dots == 0 ? fromDigits(s, heute) : dots == 1 ? fromOnePoint(s, heute) : fromManyPoints(s, heute);
     }
     return Datum_als_Anzeige(parse(s));
 }
 
 QString Jahr_ergaenzen(const QString& text, const QString& heute) {
-    const QString s = ohneBlanks(text).toString();
+    const QString s = withoutBlanks(text).toString();
     switch (s.size()) {
         case 0:
             return heute.mid(6, 4);
@@ -166,7 +166,7 @@ QString Jahr_ergaenzen(const QString& text, const QString& heute) {
 }
 
 QString Datum_als_Text(QString& date) {
-    if (date.size() == 8) date = umgeformt(date);
+    if (date.size() == 8) date = reshaped(date);
     const QStringView view(date);
     QString key;
     key.reserve(8);
@@ -176,7 +176,7 @@ QString Datum_als_Text(QString& date) {
 QString Datum_als_Text(QString&& date) { return Datum_als_Text(date); }
 
 QString Sql_Datum(QString& date) {
-    date = umgeformt(date);
+    date = reshaped(date);
     const QStringView view(date);
     QString literal;
     literal.reserve(12);

@@ -1,10 +1,11 @@
 #include "core/Einstellungen.h"
 
 #include <QFile>
-#include <QSaveFile>
 #include <algorithm>
+#include <tuple>
 
 #include "core/PZ_Koben_Subs.h"
+#include "store/Files.h"
 
 namespace koben {
 namespace {
@@ -73,14 +74,6 @@ QString inhalt(const Variablen& v) {
     return lines.join(Crlf) + Crlf;
 }
 
-/// Writes beside the file and renames, after the bytes are on the disk: a full disk leaves the old file.
-/// Unbuffered, since the last flush of a buffer takes a half-done write for a whole one.
-bool ersetze(const QString& path, const QByteArray& bytes) {
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size() &&
-           file.commit();
-}
-
 }  // namespace
 
 void Einstellungen_vorgeben(Variablen& v, int currentYear) {
@@ -107,13 +100,34 @@ void Einstellungen_vorgeben(Variablen& v, int currentYear) {
 
 void Einstellungen_laden(Variablen& v) {
     QFile file(dateiname(v));
-    if (file.open(QIODevice::ReadOnly)) uebernehme(zeilen(file.readAll()), v);
+    Einstellungen_uebernehmen(file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray(), v);
+}
+
+void Einstellungen_uebernehmen(const QByteArray& bytes, Variablen& v) {
+    uebernehme(zeilen(bytes), v);
     QString& separator = v.Konfig_Text[Text::Trenner];
     if (separator.trimmed().isEmpty()) separator = QStringLiteral(" | ");
 }
 
+int Einstellungen_schadhafte_Zeile(const QByteArray& bytes) {
+    const QStringList lines = zeilen(bytes);
+    const auto numbers = static_cast<qsizetype>(std::tuple_size_v<decltype(Variablen::Konfig_Zahl)>);
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const QString text = lines[i].trimmed();
+        bool good = std::none_of(lines[i].begin(), lines[i].end(), [](QChar c) { return c < u' ' && c != u'\t'; });
+        if (i < numbers)
+            text.toShort(&good);
+        else if (i < kopfZeilen)
+            good = Betrag_lesen(text).has_value();
+        if (!good) return static_cast<int>(i) + 1;
+    }
+    const bool whole =
+        lines.size() >= kopfZeilen + static_cast<qsizetype>(std::tuple_size_v<decltype(Variablen::Konfig_Text)>);
+    return whole || bytes.endsWith('\n') ? 0 : static_cast<int>(std::max<qsizetype>(lines.size(), 1));
+}
+
 QString Einstellungen_sichern(const Variablen& v) {
-    if (ersetze(dateiname(v), nachWindows1252(inhalt(v)))) return {};
+    if (writeFile(dateiname(v), nachWindows1252(inhalt(v))).isEmpty()) return {};
     return QStringLiteral(
                "Die Einstellungen konnten nicht in die Datei %1 geschrieben werden (Datenträger voll oder "
                "schreibgeschützt?). Die bisherige Datei bleibt unverändert. Bitte schaffen Sie Platz oder prüfen Sie, "
@@ -144,7 +158,7 @@ QString ausWindows1252(const QByteArray& bytes) {
 bool Textdatei_schreiben(const QString& path, const QString& text) {
     QByteArray bytes = nachWindows1252(text);
     if (bytes.contains('\n')) bytes.replace("\r\n", "\n").replace("\n", "\r\n");  // lone line feeds become whole breaks
-    return ersetze(path, bytes);
+    return writeFile(path, bytes).isEmpty();
 }
 
 }  // namespace koben

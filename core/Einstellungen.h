@@ -8,6 +8,12 @@ namespace koben {
 void Einstellungen_vorgeben(Variablen& v, int currentYear);
 /// Reads the file. Stops quietly where it is damaged or short; what was read so far stays.
 void Einstellungen_laden(Variablen& v);
+/// The same from the bytes of a file; values that they do not name stay.
+void Einstellungen_uebernehmen(const QByteArray& bytes, Variablen& v);
+/// The first line (from 1) that no version of the program writes so: a number or amount that is none, a character that
+/// no text has, or an end within a line. 0 where there is none; a short file that ends with a whole line is an older
+/// one.
+int Einstellungen_schadhafte_Zeile(const QByteArray& bytes);
 /// Writes the file anew, whole or not at all. "" or the reason (German) why the old one was kept.
 QString Einstellungen_sichern(const Variablen& v);
 

@@ -19,6 +19,10 @@ public:
     bool nehmen(const QString& folder);
     void loslassen();
 
+    /// Why the lock file of a folder cannot be taken, although no running program holds it: a whole German sentence
+    /// with what to do. "" where it can, or where a program holds it.
+    static QString hindernis(const QString& folder);
+
 private:
     int m_file = -1;
     QByteArray m_path;

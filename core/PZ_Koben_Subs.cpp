@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <optional>
 
@@ -107,13 +108,12 @@ QString alsText(Dezimal number, int decimals) {
     return text;
 }
 
-/// Amounts beyond the type stop at its ends.
-Money alsBetrag(Dezimal number) {
+/// Nothing for amounts beyond the type.
+std::optional<Money> alsBetrag(Dezimal number) {
     runde(number, 4, true);
     bool ok = false;
     const qint64 value = number.ziffern.toLongLong(&ok);
-    const qint64 size = ok ? value : std::numeric_limits<qint64>::max();
-    return Money{number.negativ ? -size : size};
+    return ok ? std::optional(Money{number.negativ ? -value : value}) : std::nullopt;
 }
 
 QStringView ohneFuehrende(QStringView text) {
@@ -158,7 +158,9 @@ Money Betrag_aus_Text(QString& text) {
     ersetzeErstes(text, u',', u'.');
     QStringView rest = ohneFuehrende(text);
     const auto number = nehmeDezimal(rest, u'.');
-    return number ? alsBetrag(*number) : Money{};
+    if (!number) return {};
+    constexpr Money end{std::numeric_limits<qint64>::max()};
+    return alsBetrag(*number).value_or(number->negativ ? Money{-end.tenThousandths} : end);
 }
 
 Money Betrag_aus_Text(QString&& text) { return Betrag_aus_Text(text); }
@@ -167,7 +169,42 @@ std::optional<Money> Betrag_lesen(const QString& text) {
     QString withComma = text;
     ersetzeErstes(withComma, u'.', u',');
     const auto number = numerisch(withComma);
-    return number ? std::optional(alsBetrag(*number)) : std::nullopt;
+    return number ? alsBetrag(*number) : std::nullopt;
+}
+
+bool severalSeparators(const QString& text) {
+    const QStringView number = ohneBlanks(text);
+    const auto isSeparator = [](QChar c) { return c == u'.' || c == u','; };
+    return std::count_if(number.begin(), number.end(), isSeparator) > 1 &&
+           std::any_of(number.begin(), number.end(), isDigit) &&
+           std::all_of(number.begin(), number.end(),
+                       [&](QChar c) { return isDigit(c) || isSign(c) || isSeparator(c); });
+}
+
+Reading readAmount(const QString& text) {
+    if (severalSeparators(text)) return Reading::Unreadable;
+    QString withPoint = text;
+    ersetzeErstes(withPoint, u',', u'.');
+    QStringView rest = ohneFuehrende(withPoint);
+    const auto number = nehmeDezimal(rest, u'.');
+    return !number || alsBetrag(*number) ? Reading::Fits : Reading::TooLarge;
+}
+
+Reading readWeight(const QString& text) {
+    if (severalSeparators(text)) return Reading::Unreadable;
+    QString withPoint = text;
+    ersetzeErstes(withPoint, u',', u'.');
+    return std::abs(Wert(withPoint)) > std::numeric_limits<float>::max() ? Reading::TooLarge : Reading::Fits;
+}
+
+QString withoutControls(const QString& text, bool keepLineBreaks) {
+    const auto isControl = [keepLineBreaks](QChar c) {
+        return (c < u' ' && !(keepLineBreaks && (c == u'\r' || c == u'\n'))) || c == QChar(0x7f);
+    };
+    if (std::none_of(text.begin(), text.end(), isControl)) return text;
+    QString clean = text;
+    std::replace_if(clean.begin(), clean.end(), isControl, QChar(u' '));
+    return clean;
 }
 
 QString Zahl_formatieren(QString& wert, int decimals) {

@@ -5,7 +5,7 @@
 #include <QString>
 #include <optional>
 
-#include "core/Variablen.h"
+#include "store/Value.h"
 
 namespace koben {
 
@@ -17,14 +17,27 @@ QString Jahr_ergaenzen(const QString& text, const QString& heute);
 /// `text` too.
 float Zahl_aus_Text(QString& text);
 float Zahl_aus_Text(QString&& text);
-/// The same for amounts: exact, half to even at the fourth decimal.
+/// The same for amounts: exact, half to even at the fourth decimal. Beyond the type it is the type's end.
 Money Betrag_aus_Text(QString& text);
 Money Betrag_aus_Text(QString&& text);
-/// A text that is an amount as a whole, with point or comma; nothing where it is none.
+/// A text that is an amount as a whole, with point or comma; nothing where it is none or beyond the type.
 std::optional<Money> Betrag_lesen(const QString& text);
+
+/// What becomes of a typed number. The conversions above take any text; an entry asks first.
+enum class Reading { Fits, TooLarge, Unreadable };
+/// An amount: beyond 922337203685477,5807 it does not fit.
+Reading readAmount(const QString& text);
+/// A weight or dose in single precision: beyond 38 digits before the comma it does not fit.
+Reading readWeight(const QString& text);
+/// A number with points for the thousands ("1.234,56"), or with several commas: the conversions above would take it
+/// for another number.
+bool severalSeparators(const QString& text);
+
+/// Each control character as one blank, so that no text can pass for structure; line breaks may stay.
+QString withoutControls(const QString& text, bool keepLineBreaks = false);
 /// The plain numeric value of a text (leading number, decimal point), as counts are read.
 double Wert(const QString& text);
-/// A number for a text box: fixed decimals, decimal comma. `wert` is changed as told in the two cases "" and point.
+/// A number for a text box: fixed decimals, decimal comma. `wert` itself turns from "" to "0", its point to a comma.
 QString Zahl_formatieren(QString& wert, int decimals);
 QString Zahl_formatieren(QString&& wert, int decimals);
 /// The amount with two decimals and a decimal point, cut and filled with blanks on the right to exactly `width`.

@@ -1,27 +1,13 @@
-// Creating and upgrading the database, keywords, litter numbers, deleting bookings. (The cycle engine is in units of
-// its own.)
+// Creating and upgrading the database, keywords, litter numbers. (The cycle engine is in units of its own.)
 #include "core/PZ_Koben_Subs_Datenbank.h"
 
-#include <QFile>
-#include <algorithm>
 
 #include "core/PZ_Koben_Subs.h"
+#include "core/Wurfnummern.h"
 #include "store/Schema.h"
 
 namespace koben {
 namespace {
-
-void entferneDatei(const QString& path) {
-    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) QFile::remove(path + QLatin1String(suffix));
-}
-
-/// The new database under a working name, closed.
-void fuelle(Workspace& workspace, const QString& path) {
-    Database db = workspace.create(path);
-    Transaction action(db);
-    for (const QString& sql : schemaStatements()) db.execute(sql);
-    action.commit();
-}
 
 bool hatFeld(const Database& db, const QString& name) {
     const Recordset row = db.open(QStringLiteral("select top 1 * from Sauen"));
@@ -39,19 +25,9 @@ void ergaenzeFeld(Database& db, const QString& name, int size) {
 }  // namespace
 
 void Datenbank_anlegen(Workspace& workspace, const QString& path) {
-    const QString draft = path + QStringLiteral(".neu");
-    entferneDatei(draft);  // left by a crash
-    try {
-        fuelle(workspace, draft);
-    } catch (...) {
-        entferneDatei(draft);
-        throw;
-    }
-    if (!QFile::rename(draft, path)) {
-        entferneDatei(draft);
-        throw DatabaseError(DatabaseError::Kind::Io,
-                            QStringLiteral("Die Datenbank %1 konnte nicht angelegt werden.").arg(path));
-    }
+    workspace.make(path, [](Database& db) {
+        for (const QString& sql : schemaStatements()) db.execute(sql);
+    });
 }
 
 void Spalten_nachruesten(const Database& database) {
@@ -77,42 +53,8 @@ bool Stichwort_eintragen(const Database& db, const QString& value, const QString
 }
 
 void Wurfnummern_berechnen(const Database& db, qint64 kennung) {
-    struct Wurf {
-        qint64 id;
-        qint32 day;
-        qint64 alt, altJahr;
-        bool leer;  // a number is still missing
-    };
     Transaction action(db);
-    std::vector<Wurf> litters;
-    Statement rows =
-        db.prepare(QStringLiteral("select ID, Datum, LNr, LNrJahr from Ferkelung where Kennung = ? order by Datum"));
-    rows.bind({kennung});
-    while (rows.next()) {
-        litters.push_back(
-            {rows.integer(0), rows.day(1), rows.integer(2), rows.integer(3), rows.isNull(2) || rows.isNull(3)});
-    }
-    Statement update = db.prepare(QStringLiteral("update Ferkelung set LNr = ?, LNrJahr = ? where ID = ?"));
-    int life = 1, inYear = 1, previousMark = -1;
-    for (const Wurf& litter : litters) {
-        // The last digit of the year alone tells a new year; a litter without a date has no digit.
-        const int mark = litter.day == 0 ? -1 : QDate::fromJulianDay(litter.day).year() % 10;
-        if (mark != previousMark) inYear = 1;
-        previousMark = mark;
-        if (litter.leer || litter.alt != life || litter.altJahr != inYear) update.run({life, inYear, litter.id});
-        ++life;
-        ++inYear;
-    }
-    action.commit();
-}
-
-void Buchungen_loeschen(const Database& database, qint64 kennung) {
-    Database db = database;
-    Transaction action(db);
-    for (const char* table : {"Belegung", "Ferkelung", "Absetzung", "Trächtigkeit", "Verluste", "Verschiebung",
-                              "Behandlung", "Ferkelverkauf"}) {
-        db.execute(QStringLiteral("delete from %1 where Kennung =%2").arg(QString::fromUtf8(table)).arg(kennung));
-    }
+    Wurfnummern(db).number(kennung);
     action.commit();
 }
 

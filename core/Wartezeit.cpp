@@ -1,6 +1,7 @@
 #include "core/Wartezeit.h"
 
 #include "core/PZ_Koben_Subs.h"
+#include "core/Variablen.h"
 
 namespace koben {
 

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <limits>
 
-#include "core/Einstellungen.h"
 #include "core/PZ_Koben_Subs.h"
+#include "forms/Eingabe.h"
+#include "forms/SettingsGuard.h"
 
 namespace koben {
 
@@ -58,10 +59,10 @@ const Usual Distances[] = {
     {Zahl::TageBelegungFerkelung, 102, 130, "...der Abstand Belegung-Ferkelung = 116 Tage"},
     {Zahl::TageBelegungKontrolle, 10, 34, "...der Abstand Belegung-Trächtigkeitskontrolle = 22 Tage"}};
 
+constexpr double MostInSlot = std::numeric_limits<qint16>::max();
+
 /// As a slot holds it.
-qint16 wholeNumber(const QString& text) {
-    return static_cast<qint16>(std::min<double>(Wert(text), std::numeric_limits<qint16>::max()));
-}
+qint16 wholeNumber(const QString& text) { return static_cast<qint16>(std::min(Wert(text), MostInSlot)); }
 
 }  // namespace
 
@@ -82,6 +83,7 @@ PO_Einstellungen::PO_Einstellungen(Koben& context) : Form(context, "PO_Einstellu
     standard.onClick = [this] { standard_Click(); };
     comhilfe.onClick = [this] { koben.open("PH_Hilfe"); };
     abbrechen.onClick = [this] { close(); };
+    zurueckholen.onClick = [this] { zurueckholen_Click(); };
     helpTopic = name();
     acceptButton = &ok;
     cancelButton = &abbrechen;
@@ -95,6 +97,7 @@ QString PO_Einstellungen::label(const Control& input) {
 }
 
 void PO_Einstellungen::Load() {
+    zurueckholen.setVisible(!SettingsGuard(koben).lastGood().isEmpty());
     for (int i = 0; i < tzahl.count(); ++i) tzahl[i].setText(QString::number(koben.Konfig_Zahl[Numbers[i].slot]));
     for (int i = 0; i < kon.count(); ++i) kon[i].setChecked(koben.Konfig_Zahl[Switches[i]] == 1);
     opti.select(std::clamp<int>(koben.Konfig_Zahl[Zahl::ListenDarstellung], 0, opti.count() - 1));
@@ -140,14 +143,42 @@ QString PO_Einstellungen::Hinweis_auf_Abstaende() const {
            "werden. Trotzdem wird Ihre Eingabe jetzt akzeptiert.";
 }
 
+/// A number that no slot holds stays to be corrected; it is not cut to the largest one.
+bool PO_Einstellungen::fits() {
+    Findings found;
+    for (auto& field : tzahl) {
+        field->setWrong(false);
+        if (Wert(field->text()) > MostInSlot)
+            found.add(*field, QStringLiteral("...die Angabe bei \"%1\" zu groß ist. Möglich ist höchstens %2.")
+                                  .arg(label(*field).chopped(1))
+                                  .arg(MostInSlot));
+    }
+    if (found.empty()) return true;
+    koben.message("Die Einstellungen können nicht übernommen werden, weil..." + Crlf + Crlf + found.lines().join(Crlf));
+    found.first()->setFocus();
+    return false;
+}
+
 void PO_Einstellungen::ok_Click() {
+    if (!fits()) return;
     store();
     if (const QString hint = Hinweis_auf_Abstaende(); !hint.isEmpty()) koben.message(hint);
-    if (const QString reason = Einstellungen_sichern(koben); !reason.isEmpty()) koben.message(reason);
+    if (const QString reason = SettingsGuard(koben).save(true); !reason.isEmpty()) koben.message(reason);
     const bool sorted = koben.Konfig_Text[Text::Sortierung1] != m_sortBefore[0] ||
                         koben.Konfig_Text[Text::Sortierung2] != m_sortBefore[1];
     if (koben.Konfig_Zahl[Zahl::LaufendeNummer] != m_numberBefore || sorted) koben.Liste_neu_laden = 1;
     close();
+}
+
+void PO_Einstellungen::zurueckholen_Click() {
+    SettingsGuard guard(koben);
+    const QString day = guard.lastGood();
+    if (const QString reason = guard.takeBack(); !reason.isEmpty()) return koben.message(reason);
+    koben.Liste_neu_laden = 1;
+    Load();
+    koben.message("Die Einstellungen vom " + day +
+                  " gelten wieder. Die Termine werden neu berechnet, wenn Sie das "
+                  "nächste Mal die Bewegungsdaten schließen.");
 }
 
 /// Shows the standard values; text, sorts, tone and the warning about tattoos stay as they are.

@@ -39,6 +39,8 @@ public:
     Button standard{*this, "standard", "&Standardwerte"};
     Button comhilfe{*this, "comhilfe", "&Hilfe"};
     Button abbrechen{*this, "abbrechen", "&Abbrechen"};
+    /// Shown where the settings file was damaged, missing or changed from outside.
+    Button zurueckholen{*this, "zurueckholen", "&Letzte gute Einstellungen zurückholen"};
 
     /// What stands before an input.
     static QString label(const Control& input);
@@ -46,8 +48,10 @@ public:
 private:
     void Load() override;
     void tzahl_LostFocus();
+    bool fits();
     void ok_Click();
     void standard_Click();
+    void zurueckholen_Click();
     void store();
     QString Hinweis_auf_Abstaende() const;
 

@@ -5,6 +5,7 @@
 
 #include "core/PZ_Koben_Subs.h"
 #include "forms/Stammdaten.h"
+#include "store/Action.h"
 
 namespace koben {
 
@@ -56,10 +57,6 @@ void PV_Stichworte::Load() {
     read();
 }
 
-void PV_Stichworte::enableButtons(bool on) {
-    for (Button* button : {&neu, &ändern, &löschen, &comlisten, &comhilfe, &cmdschließen}) button->setEnabled(on);
-}
-
 QString PV_Stichworte::table() const {
     return "Stammdaten_" + QString::fromUtf16(Tables[static_cast<size_t>(opti.selected())]);
 }
@@ -68,16 +65,13 @@ QString PV_Stichworte::table() const {
 int PV_Stichworte::width() const { return m_db.fields(table()).front().size; }
 
 void PV_Stichworte::read() {
-    enableButtons(false);
     m_draft.reset();
     li.clearRows();
     const Table rows = m_db.table(QStringLiteral("select * from %1 order by Inhalt").arg(table()));
     for (int row = 0; row < rows.rowCount(); ++row) {
-        li.addRow(QString());
-        li.setCell(row + 1, 1, rows.text(row, 0));
+        li.addRow({rows.text(row, 0)});
     }
     remember();
-    enableButtons(true);
 }
 
 // ------------------------------------------------------------------------------------------------------------ buttons
@@ -89,7 +83,7 @@ void PV_Stichworte::openEditor(int row) {
 
 void PV_Stichworte::neu_Click() {
     dropDraft();
-    li.addRow(QString());
+    li.addRow({QString()});
     m_draft = Draft{};
     remember();
     openEditor(li.rowCount());
@@ -109,7 +103,7 @@ void PV_Stichworte::löschen_Click() {
     const auto stored = storedFor(li.cell(row, 1));
     if (stored) {
         if (!koben.Loeschen_bestaetigen()) return;
-        Transaction action(m_db);
+        Action action(m_db, QStringLiteral("Stichwort %1 gelöscht").arg(*stored));
         Recordset rows = m_db.open("select * from " + table());
         if (moveTo(rows, *stored)) rows.remove();
         action.commit();
@@ -123,9 +117,8 @@ void PV_Stichworte::comlisten_Click() {
     gridli.clear();
     gridli.addColumn(li.column(1));
     for (int row = 1; row <= li.rowCount(); ++row)
-        if (const auto text = storedFor(li.cell(row, 1))) gridli.addRow(*text);
-    if (gridli.rowCount() == 0) return koben.message("Keine zu listenden Daten gefunden");
-    Liste_uebergeben(koben, gridli);
+        if (const auto text = storedFor(li.cell(row, 1))) gridli.addRow({*text});
+    Liste_ausgeben(koben, gridli);
 }
 
 // --------------------------------------------------------------------------------------------------- typing in place
@@ -151,7 +144,7 @@ QString PV_Stichworte::shownBefore(int row) const {
 
 void PV_Stichworte::li_Edited(int row, const QString& typed) {
     const QString before = shownBefore(row);
-    const QString text = Hochkomma_ersetzen(typed);
+    const QString text = Hochkomma_ersetzen(withoutControls(typed));
     if (text.isEmpty()) return refuseEmpty(row, before);
     if (text.size() > width()) return refuseLong(row, before, typed);
     li.setCell(row, 1, before);  // until it is stored
@@ -209,7 +202,7 @@ void PV_Stichworte::dropDraft() {
 /// Writes an edited cell: a new record, or the one that held the text before.
 void PV_Stichworte::store(const std::optional<QString>& before, const QString& text) {
     if (before == text) return;
-    Transaction action(m_db);
+    Action action(m_db, QStringLiteral("Stichwort %1 %2").arg(text, before ? "geändert" : "neu"));
     Recordset rows = m_db.open("select * from " + table());
     if (before && moveTo(rows, *before))
         rows.edit();

@@ -36,7 +36,6 @@ private:
 
     void Load() override;
     void connectHandlers();
-    void enableButtons(bool on);
     void read();
     void neu_Click();
     void ändern_Click();

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QStringDecoder>
 #include <algorithm>
 
@@ -73,6 +74,14 @@ qsizetype feldInMarken(QStringView rest, QChar trenner, QString& feld) {
         }
     }
     return -1;
+}
+
+/// Makes each run of control characters one blank; false where there is none.
+bool replaceControls(QString& field) {
+    static const QRegularExpression controls(QStringLiteral("[\\p{Cc}\\x{2028}\\x{2029}]+"));
+    if (!field.contains(controls)) return false;
+    field.replace(controls, QStringLiteral(" "));
+    return true;
 }
 
 }  // namespace
@@ -163,19 +172,25 @@ QString Importdatei::vorschau(int limit) const {
 
 QStringList Importdatei::kopf() const {
     qsizetype at = 0;
-    return CSV_trennen(zeile(at), m_trenner).first(spalten);
+    QStringList heads = CSV_trennen(zeile(at), m_trenner).first(spalten);
+    for (QString& head : heads) replaceControls(head);
+    return heads;
 }
 
 void Importdatei::zurueck() {
     m_at = 0;
+    m_line = 1;
+    m_controls = false;
     zeile(m_at);
 }
 
 bool Importdatei::naechste(QStringList& felder) {
     while (m_at < m_text.size()) {
         const QStringView line = zeile(m_at);
+        ++m_line;
         if (line.trimmed().isEmpty()) continue;
         felder = CSV_trennen(line, m_trenner);
+        for (QString& field : felder) m_controls |= replaceControls(field);
         return true;
     }
     return false;

@@ -28,8 +28,12 @@ public:
     /// Goes back before the first line of data.
     void zurueck();
     /// Next line of data as at least `spalten` fields; false behind the last. Lines without any content are passed
-    /// over.
+    /// over. Control characters in a field have become blanks.
     bool naechste(QStringList& felder);
+    /// Where the line that naechste() gave stands in the file, counted from 1 with the heads.
+    int line() const { return m_line; }
+    /// Whether the lines given so far had control characters.
+    bool controlsReplaced() const { return m_controls; }
 
 private:
     QStringView zeile(qsizetype& at) const;
@@ -38,6 +42,8 @@ private:
     QString m_text;
     QChar m_trenner = u';';
     qsizetype m_at = 0;
+    int m_line = 0;
+    bool m_controls = false;
     QString m_fehler;
 };
 

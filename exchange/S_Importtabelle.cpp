@@ -1,8 +1,11 @@
 #include "exchange/S_Importtabelle.h"
 
+#include <QFileInfo>
 #include <QSet>
 #include <optional>
 
+#include "core/Aktionsnamen.h"
+#include "core/NeuesTier.h"
 #include "core/PZ_Koben_Subs.h"
 #include "store/Collation.h"
 
@@ -24,13 +27,37 @@ constexpr Zielfeld zielfelder[Importdatei::spalten] = {
     {Inhalt::Text, 20}, {Inhalt::Datum},    {Inhalt::Text, 20}, {Inhalt::Datum},    {Inhalt::Text, 20},
     {Inhalt::Datum},    {Inhalt::Text, 20}, {Inhalt::Text, 20}};
 
-/// The 13 fields as parameters, then the fixed values; the dates that are not named stay without a value.
-const QString einfuegen = QStringLiteral(
-    "insert into Sauen (Art, Nummer, Gruppe, Stallnr, Ohrmarke, Tätowierung, Geburtsdatum, Rasse, Zugangsdatum, "
-    "Lieferant, Abgangsdatum, Abgangsgrund, Abnehmer, Anz_Belegungen, Anz_Ferkelungen, Anz_Ferkel_Gesamt, "
-    "Anz_Ferkel_Lebend, Status, Statusabfrage, Belegungsart, Mechanische_Amme, Zugangsgewicht_kg, Einkaufspreis, "
-    "Zugangsgrund, Abgangsgewicht_kg, Verkaufspreis, Selektiert, Infos, Aenderung) "
-    "values (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0, 0, 0, 0, '', 'N', '', 'N', 0, 0, '', 0, 0, '', '', '')");
+/// The fields of an animal in the order of Text2 and kom.
+const QStringList Fields = {
+    QStringLiteral("Art"),          QStringLiteral("Nummer"),       QStringLiteral("Gruppe"),
+    QStringLiteral("Stallnr"),      QStringLiteral("Ohrmarke"),     QStringLiteral("Tätowierung"),
+    QStringLiteral("Geburtsdatum"), QStringLiteral("Rasse"),        QStringLiteral("Zugangsdatum"),
+    QStringLiteral("Lieferant"),    QStringLiteral("Abgangsdatum"), QStringLiteral("Abgangsgrund"),
+    QStringLiteral("Abnehmer")};
+
+constexpr size_t MostNamed = 20;  // stretches of lines that a message names
+
+/// "Zeile 3", "Zeilen 3, 5 bis 9 und 12"; far too many are counted instead of named. The numbers ascend.
+QString lineList(const std::vector<int>& lines) {
+    QStringList stretches;
+    for (size_t i = 0; i < lines.size();) {
+        size_t end = i;
+        while (end + 1 < lines.size() && lines[end + 1] == lines[end] + 1) ++end;
+        if (stretches.size() == MostNamed) {
+            stretches += counted(static_cast<qint64>(lines.size() - i), "weitere", "weitere");
+            break;
+        }
+        stretches += QString::number(lines[i]);
+        if (end > i) stretches.last() += QStringLiteral(" bis %1").arg(lines[end]);
+        i = end + 1;
+    }
+    QString text = lines.size() == 1 ? QStringLiteral("Zeile ") : QStringLiteral("Zeilen ");
+    if (stretches.size() > 1) {
+        const QString last = stretches.takeLast();
+        return text + stretches.join(QStringLiteral(", ")) + QStringLiteral(" und ") + last;
+    }
+    return text + stretches.first();
+}
 
 constexpr int vorschauZeichen = 32000;
 constexpr int zeilenJeAnzeige = 200;
@@ -237,26 +264,29 @@ bool S_Importtabelle::Datei_unveraendert(Importdatei& datei) {
     return false;
 }
 
-/// Adds the animal of a line, unless `marken` holds its ear tag or it has none; `werte` are then what was written.
-bool S_Importtabelle::Tier_eintragen(const QStringList& felder, Statement& zeile, Ohrmarken* marken,
-                                     std::vector<Value>& werte) const {
+/// Adds the animal of a line, unless `marken` holds its ear tag or it has none, or it has no number; `werte` are then
+/// what was written.
+S_Importtabelle::Zeile S_Importtabelle::Tier_eintragen(const QStringList& felder, NeueTiere& tiere, Ohrmarken* marken,
+                                                       std::vector<Value>& werte) const {
     const QString marke = Feldwert(felder, Ohrmarke);
-    if (marken && (marke.isEmpty() || marken->enthaelt(marke))) return false;
+    if (marken && (marke.isEmpty() || marken->enthaelt(marke))) return Zeile::Doppelt;
+    if (Feldwert(felder, Saunummer).isEmpty()) return Zeile::Namenlos;
     for (int i = 0; i < Importdatei::spalten; ++i) werte[static_cast<size_t>(i)] = Zielwert(felder, i);
-    zeile.run(werte);
+    tiere.add(werte);
     if (marken) {
         marken->eintragen(marke);
         marken->eintragen(werte[Ohrmarke].toText());
     }
-    return true;
+    return Zeile::Importiert;
 }
 
-/// One transaction: left without its commit, by the user's cancel or by an error, nothing of it stays.
+/// One action: left without its commit, by the user's cancel or by an error, nothing of it stays.
 S_Importtabelle::Ergebnis S_Importtabelle::Zeilen_einlesen(Importdatei& datei, bool zusatz) {
     const WaitCursor wait(koben);
     const Sperre sperre(*this);
-    Transaction transaction(m_db);
-    Statement zeile = m_db.prepare(einfuegen);
+    Action action(m_db, {});
+    NeueTiere tiere(action, Fields,
+                    {{QStringLiteral("Statusabfrage"), QStringLiteral("N")}, {QStringLiteral("Aenderung"), QString()}});
     std::optional<Ohrmarken> marken;
     if (zusatz) marken.emplace(m_db);
 
@@ -269,13 +299,19 @@ S_Importtabelle::Ergebnis S_Importtabelle::Zeilen_einlesen(Importdatei& datei, b
         koben.screens.breathe();
     };
     for (int gelesen = 1; m_lauf == Lauf::Aktiv && datei.naechste(felder); ++gelesen) {
-        ++(Tier_eintragen(felder, zeile, marken ? &*marken : nullptr, werte) ? ergebnis.importiert
-                                                                             : ergebnis.ignoriert);
+        const Zeile zeile = Tier_eintragen(felder, tiere, marken ? &*marken : nullptr, werte);
+        if (zeile == Zeile::Namenlos) ergebnis.namenlos.push_back(datei.line());
+        ergebnis.importiert += zeile == Zeile::Importiert;
+        ergebnis.ignoriert += zeile == Zeile::Doppelt;
         if (gelesen % zeilenJeAnzeige == 0) anzeigen();
     }
     if (m_lauf == Lauf::Aktiv) anzeigen();
+    ergebnis.controls = datei.controlsReplaced();
     ergebnis.abgebrochen = m_lauf == Lauf::Abbruch;
-    if (!ergebnis.abgebrochen) transaction.commit();
+    if (ergebnis.abgebrochen) return ergebnis;
+    action.setName(QStringLiteral("Import von %1 aus %2")
+                       .arg(counted(ergebnis.importiert, "Tier", "Tieren"), QFileInfo(m_datei).fileName()));
+    action.commit();
     return ergebnis;
 }
 
@@ -295,6 +331,15 @@ void S_Importtabelle::Abschluss(const Ergebnis& ergebnis) {
                     "Bestand dazu importiert wurden und von den Tieren keine Ohrmarke gefunden wurde oder "
                     "diese bereits im Bestand vorhanden war.")
                     .arg(ergebnis.ignoriert);
+    if (!ergebnis.namenlos.empty())
+        text +=
+            lineList(ergebnis.namenlos) +
+            (ergebnis.namenlos.size() == 1 ? QStringLiteral(" der Datei wurde") : QStringLiteral(" der Datei wurden")) +
+            QStringLiteral(" nicht importiert, weil die Saunummer fehlt.");
+    if (ergebnis.controls)
+        text += QStringLiteral(
+            "In der Datei standen Steuerzeichen, zum Beispiel Tabulatoren. Sie wurden durch "
+            "Leerzeichen ersetzt.");
     text += QStringLiteral("KOBEN 2.0 wird nun beendet. Bitte starten Sie KOBEN 2.0 danach wieder.");
     koben.message(text.join(Crlf));
     m_db.close();

@@ -5,6 +5,8 @@
 
 namespace koben {
 
+class NeueTiere;
+
 /// "Datenimport aus Datenbanken und Tabellenkalkulationen": brings a herd from a semicolon-separated text file into
 /// `Sauen`, for a new start or as an addition. The import is there whole or not at all; after it the program ends, so
 /// that the new rows are read at the next start.
@@ -33,8 +35,11 @@ private:
     class Ohrmarken;
     class Sperre;
     enum class Lauf { Ruht, Aktiv, Abbruch };
+    enum class Zeile { Importiert, Doppelt, Namenlos };
     struct Ergebnis {
         int importiert = 0, ignoriert = 0;
+        std::vector<int> namenlos;  ///< lines of the file without a number
+        bool controls = false;      ///< control characters were replaced
         bool abgebrochen = false;
     };
 
@@ -49,8 +54,8 @@ private:
     Value Zielwert(const QStringList& felder, int ziel) const;
     bool Zusatzimport_klaeren(bool& zusatz);
     bool Datei_unveraendert(Importdatei& datei);
-    bool Tier_eintragen(const QStringList& felder, Statement& zeile, Ohrmarken* marken,
-                        std::vector<Value>& werte) const;
+    Zeile Tier_eintragen(const QStringList& felder, NeueTiere& tiere, Ohrmarken* marken,
+                         std::vector<Value>& werte) const;
     Ergebnis Zeilen_einlesen(Importdatei& datei, bool zusatz);
     void Bedienung_sperren(bool gesperrt);
     void Abschluss(const Ergebnis& ergebnis);

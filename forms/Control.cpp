@@ -1,11 +1,9 @@
 #include "forms/Control.h"
 
-#include "forms/Form.h"
-
 namespace koben {
 
-Control::Control(Form& form, const QString& name, int index) : m_form(form), m_name(name), m_index(index) {
-    form.m_controls.push_back(this);
+Control::Control(ControlHost& host, const QString& name, int index) : m_host(host), m_name(name), m_index(index) {
+    host.m_controls.push_back(this);
 }
 
 Control::~Control() {
@@ -32,8 +30,6 @@ void Control::setWrong(bool on) {
     notify(Aspect::Wrong);
 }
 
-bool Control::onFrontPage() const { return !m_tabs || m_tabs->front() == m_page; }
-
 void Control::setFocus() { notify(Aspect::Focus); }
 
 bool Control::key(Key key) {
@@ -42,7 +38,7 @@ bool Control::key(Key key) {
         return true;
     }
     if (key == Key::Escape) {
-        act([&] { m_form.closeBox(); });
+        act([&] { m_host.closeBox(); });
         return true;
     }
     return false;
@@ -52,11 +48,6 @@ void Control::notify(Aspect aspect) {
     const auto views = m_views;  // a view may go while it is told
     for (View* view : views)
         if (std::find(m_views.begin(), m_views.end(), view) != m_views.end()) view->changed(aspect);
-}
-
-void Control::act(const std::function<void()>& handler) {
-    if (handler) handler();
-    m_form.settle();
 }
 
 }  // namespace koben

@@ -1,8 +1,9 @@
 #include "forms/Controls.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "forms/Form.h"
+#include "core/PZ_Koben_Subs.h"
 
 namespace koben {
 
@@ -31,7 +32,7 @@ void CheckBox::click() {
     act(onClick);
 }
 
-Option::Option(OptionGroup& group, Form& form, const QString& name, const QString& caption, int index)
+Option::Option(OptionGroup& group, ControlHost& form, const QString& name, const QString& caption, int index)
     : Control(form, name, index), m_group(group), m_caption(caption) {}
 
 bool Option::selected() const { return m_group.selected() == index(); }
@@ -43,7 +44,7 @@ void Option::click() {
     });
 }
 
-OptionGroup::OptionGroup(Form& form, const QString& name, std::initializer_list<const char*> captions) {
+OptionGroup::OptionGroup(ControlHost& form, const QString& name, std::initializer_list<const char*> captions) {
     for (const char* caption : captions)
         m_options.push_back(std::make_unique<Option>(*this, form, name, QString::fromUtf8(caption), count()));
 }
@@ -64,7 +65,11 @@ void OptionGroup::setEnabled(bool on) {
     for (auto& option : m_options) option->setEnabled(on);
 }
 
-void TextBox::setText(const QString& text) {
+QString TextBox::clean(const QString& text) const { return withoutControls(text, multiLine); }
+
+/// Texts of several lines are the program's own when it sets them: a report keeps what its file holds.
+void TextBox::setText(const QString& given) {
+    const QString text = multiLine ? given : clean(given);
     if (text == m_text) return;
     m_text = text;
     notify(Aspect::Text);
@@ -81,7 +86,7 @@ void TextBox::type(const QString& text) {
     if (readOnly) return;
     QString typed;
     bool replaced = false;
-    for (const QChar c : text) {
+    for (const QChar c : clean(text)) {
         const QString before = m_text;
         const int code = multiLine && (c == u'\r' || c == u'\n') ? c.unicode() : filter(c.unicode());
         if (m_text != before) typed = m_text, replaced = true;  // the filter wrote the field itself
@@ -93,14 +98,24 @@ void TextBox::type(const QString& text) {
     if (!replaced) edited(QString());  // the old text was replaced by nothing
 }
 
-void TextBox::edited(const QString& text) {
-    if (text == m_text) return;
+void TextBox::edited(const QString& given) {
+    const QString text = clean(given);
+    if (text == m_text) {
+        if (text != given) notify(Aspect::Text);
+        return;
+    }
     m_text = text;
     notify(Aspect::Text);
     act(onChange);
 }
 
-void TextBox::leave() { act(onLostFocus); }
+void TextBox::leave() {
+    act([this] {
+        const bool before = std::exchange(m_unreadable, readable && !readable(m_text));
+        if (before != m_unreadable) setWrong(m_unreadable);
+        if (!m_unreadable && onLostFocus) onLostFocus();
+    });
+}
 
 int ComboBox::current() const {
     // The text may have been typed since an entry was picked.
@@ -207,7 +222,8 @@ void Calendar::pick(QDate date) {
     });
 }
 
-Tabs::Tabs(Form& form, const QString& name, const QStringList& captions) : Control(form, name), m_captions(captions) {}
+Tabs::Tabs(ControlHost& form, const QString& name, const QStringList& captions)
+    : Control(form, name), m_captions(captions) {}
 
 void Tabs::setFront(int page) {
     if (page == m_front || page < 0 || page >= m_captions.size()) return;

@@ -14,7 +14,7 @@ namespace koben {
 /// Text that the user reads: captions, counters, hints.
 class Label : public Control {
 public:
-    Label(Form& form, const QString& name, const QString& text = {}, int index = -1)
+    Label(ControlHost& form, const QString& name, const QString& text = {}, int index = -1)
         : Control(form, name, index), m_text(text) {}
     const QString& text() const { return m_text; }
     void setText(const QString& text);
@@ -31,7 +31,7 @@ public:
 
 class Button : public Control {
 public:
-    Button(Form& form, const QString& name, const QString& caption, int index = -1)
+    Button(ControlHost& form, const QString& name, const QString& caption, int index = -1)
         : Control(form, name, index), m_caption(caption) {}
     const QString& caption() const { return m_caption; }
     void setCaption(const QString& caption);
@@ -47,9 +47,9 @@ private:
 /// An entry of the menu bar, of a sub-menu or of a context menu. A caption of "-" is a separator.
 class MenuEntry : public Button {
 public:
-    MenuEntry(Form& form, const QString& name, const QString& caption, MenuEntry* above = nullptr)
+    MenuEntry(ControlHost& form, const QString& name, const QString& caption, MenuEntry* above = nullptr)
         : Button(form, name, caption), parent(above) {}
-    MenuEntry(Form& form, const QString& name, const QString& caption, int index)
+    MenuEntry(ControlHost& form, const QString& name, const QString& caption, int index)
         : Button(form, name, caption, index), parent(nullptr) {}
     MenuEntry* const parent;
     bool reachable() const { return enabled() && (!parent || parent->reachable()); }
@@ -57,7 +57,7 @@ public:
 
 class CheckBox : public Control {
 public:
-    CheckBox(Form& form, const QString& name, const QString& caption, int index = -1)
+    CheckBox(ControlHost& form, const QString& name, const QString& caption, int index = -1)
         : Control(form, name, index), m_caption(caption) {}
     const QString& caption() const { return m_caption; }
     bool checked() const { return m_checked; }
@@ -75,7 +75,7 @@ class OptionGroup;
 /// One choice of an option group.
 class Option : public Control {
 public:
-    Option(OptionGroup& group, Form& form, const QString& name, const QString& caption, int index);
+    Option(OptionGroup& group, ControlHost& form, const QString& name, const QString& caption, int index);
     const QString& caption() const { return m_caption; }
     bool selected() const;
     void click();
@@ -89,7 +89,7 @@ private:
 /// A group of choices of which one is selected; -1 is none.
 class OptionGroup {
 public:
-    OptionGroup(Form& form, const QString& name, std::initializer_list<const char*> captions);
+    OptionGroup(ControlHost& form, const QString& name, std::initializer_list<const char*> captions);
     Option& operator[](int i) { return *m_options.at(static_cast<size_t>(i)); }
     int count() const { return static_cast<int>(m_options.size()); }
     int selected() const { return m_selected; }
@@ -106,11 +106,14 @@ private:
 };
 
 /// A text field. Keys run through `onKeyPress`, which gets the character's code and gives the code to insert or 0.
+/// A control character never gets in: a tab and, in a field of one line, a line break and each other one is a blank.
 class TextBox : public Control {
 public:
-    TextBox(Form& form, const QString& name, int index = -1) : Control(form, name, index) {}
+    TextBox(ControlHost& form, const QString& name, int index = -1) : Control(form, name, index) {}
     const QString& text() const { return m_text; }
     void setText(const QString& text);
+    /// Whether a text can be read at all. One that cannot stays as it was typed when the field is left, and is marked.
+    std::function<bool(const QString&)> readable;
 
     int maxLength = 0;  ///< characters that can be typed; 0 without limit
     bool multiLine = false;
@@ -133,13 +136,15 @@ public:
     std::function<void()> onGotFocus, onChange, onLostFocus;
 
 private:
+    QString clean(const QString& text) const;
     QString m_text;
+    bool m_unreadable = false;  // found so as it was left
 };
 
 /// A text field with a list. Without `fixed` any text may be typed.
 class ComboBox : public TextBox {
 public:
-    ComboBox(Form& form, const QString& name, int index = -1) : TextBox(form, name, index) {}
+    ComboBox(ControlHost& form, const QString& name, int index = -1) : TextBox(form, name, index) {}
     bool fixed = false;
     const QStringList& items() const { return m_items; }
     void setItems(const QStringList& items);
@@ -160,7 +165,7 @@ private:
 /// A list of texts with a current row or, if `multi`, with marked rows. Rows count from 0.
 class ListBox : public Control {
 public:
-    ListBox(Form& form, const QString& name, bool multi = false, int index = -1)
+    ListBox(ControlHost& form, const QString& name, bool multi = false, int index = -1)
         : Control(form, name, index), multi(multi) {}
     const bool multi;
     const QStringList& items() const { return m_items; }
@@ -187,7 +192,7 @@ private:
 /// Up and down arrows beside a field.
 class SpinButton : public Control {
 public:
-    SpinButton(Form& form, const QString& name, int index = -1) : Control(form, name, index) {}
+    SpinButton(ControlHost& form, const QString& name, int index = -1) : Control(form, name, index) {}
     void up();
     void down();
     std::function<void()> onUp, onDown;
@@ -195,7 +200,7 @@ public:
 
 class ProgressBar : public Control {
 public:
-    ProgressBar(Form& form, const QString& name) : Control(form, name) { setVisible(false); }
+    ProgressBar(ControlHost& form, const QString& name) : Control(form, name) { setVisible(false); }
     void setRange(int maximum);
     void setValue(int value);
     int maximum() const { return m_maximum; }
@@ -208,7 +213,7 @@ private:
 /// A month calendar that drops down for a date field.
 class Calendar : public Control {
 public:
-    Calendar(Form& form, const QString& name) : Control(form, name) { setVisible(false); }
+    Calendar(ControlHost& form, const QString& name) : Control(form, name) { setVisible(false); }
     QDate date() const { return m_date; }
     void setDate(QDate date);
     void pick(QDate date);  ///< the user picks a day
@@ -221,8 +226,9 @@ private:
 /// Pages of which one is in front.
 class Tabs : public Control {
 public:
-    Tabs(Form& form, const QString& name, const QStringList& captions);
+    Tabs(ControlHost& form, const QString& name, const QStringList& captions);
     int front() const { return m_front; }
+    bool showsPage(int page) const override { return page == m_front; }
     void setFront(int page);
     void choose(int page);  ///< the user brings a page to the front
     const QStringList& captions() const { return m_captions; }
@@ -238,12 +244,12 @@ template <class C>
 class ControlArray {
 public:
     /// One member for each caption.
-    ControlArray(Form& form, const QString& name, std::initializer_list<const char*> captions) {
+    ControlArray(ControlHost& form, const QString& name, std::initializer_list<const char*> captions) {
         for (const char* caption : captions)
             m_members.push_back(std::make_unique<C>(form, name, QString::fromUtf8(caption), count()));
     }
     /// `count` members without captions.
-    ControlArray(Form& form, const QString& name, int count) {
+    ControlArray(ControlHost& form, const QString& name, int count) {
         for (int i = 0; i < count; ++i) m_members.push_back(std::make_unique<C>(form, name, i));
     }
     C& operator[](int i) { return *m_members.at(static_cast<size_t>(i)); }

@@ -1,7 +1,5 @@
 #include "forms/Form.h"
 
-#include "forms/Koben.h"
-
 namespace koben {
 
 Form::Form(Koben& koben_, const QString& name, const QString& caption)
@@ -36,11 +34,26 @@ void Form::closeBox() {
 void Form::close() {
     if (m_closed) return;
     m_closed = true;
-    koben.screens.closing(*this);
+    if (m_host) m_host->closing(*this);
+}
+
+void Form::act(const std::function<void()>& handler) {
+    const auto work = [&] {
+        if (handler) handler();
+        settle();
+    };
+    if (!m_host || m_acting) return work();  // the action that this one is part of catches
+    struct Acting {
+        bool& flag;
+        explicit Acting(bool& f) : flag(f) { flag = true; }
+        ~Acting() { flag = false; }
+    };
+    const Acting acting(m_acting);
+    m_host->attempt(work);
 }
 
 void Form::settle() {
-    while (m_activate && !m_closed && koben.front() == this) {
+    while (m_activate && !m_closed && m_host && m_host->inFront(*this)) {
         m_activate = false;
         Activate();
     }

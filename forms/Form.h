@@ -10,10 +10,20 @@ namespace koben {
 
 struct Koben;
 
-class Form {
+/// Who runs a form: knows which one is in front, hears of its closing, and catches what its handlers throw.
+class FormHost {
+public:
+    virtual ~FormHost() = default;
+    virtual bool inFront(const Form& form) const = 0;
+    virtual void closing(Form& form) = 0;
+    /// Runs a piece of work whose failure must not go further: it is rolled back, told to the user, and false.
+    virtual bool attempt(const std::function<void()>& work) = 0;
+};
+
+class Form : public ControlHost {
 public:
     Form(Koben& koben, const QString& name, const QString& caption);
-    virtual ~Form();
+    ~Form() override;
     Form(const Form&) = delete;
     Form& operator=(const Form&) = delete;
 
@@ -31,7 +41,11 @@ public:
     /// Ends the form; whoever opened it goes on.
     void close();
     /// The close box of the window, or Escape: what the cancel button does, or close().
-    virtual void closeBox();
+    void closeBox() override;
+    /// Runs what the user's hand means. Where it fails, what it wrote is rolled back and the user is told; the form
+    /// stays as it is, with what was typed. What a handler of a form above it throws never comes here.
+    void act(const std::function<void()>& handler) override;
+    Form& form() final { return *this; }
     /// Runs what the user's action left to do: activation after another form closed.
     void settle();
 
@@ -45,14 +59,16 @@ public:
     virtual void Activate() {}    ///< at the first showing and whenever a form opened from here has closed
     void activate();
     void activateLater() { m_activate = true; }
+    /// From now on the form is run by this host.
+    void runBy(FormHost& host) { m_host = &host; }
 
     Koben& koben;
 
 private:
-    friend class Control;
     QString m_name;
     QString m_caption;
-    std::vector<Control*> m_controls;
+    FormHost* m_host = nullptr;
+    bool m_acting = false;
     bool m_closed = false;
     bool m_shown = false;
     bool m_activate = false;

@@ -5,7 +5,6 @@
 #include <numeric>
 
 #include "core/PZ_Koben_Subs.h"
-#include "forms/Form.h"
 #include "store/Collation.h"
 
 namespace koben {
@@ -16,6 +15,16 @@ bool isNumber(Type type) {
     return type != Type::Text && type != Type::Date && type != Type::Null && type != Type::Bool;
 }
 
+bool isNumber(const Value& value) {
+    return std::visit(
+        [](const auto& v) {
+            using T = std::decay_t<decltype(v)>;
+            return !std::is_same_v<T, std::monostate> && !std::is_same_v<T, bool> && !std::is_same_v<T, DateTime> &&
+                   !std::is_same_v<T, QString>;
+        },
+        value.variant());
+}
+
 qint64 changedKey(int source, int column) { return static_cast<qint64>(source) << 12 | column; }
 
 /// A cell's number with a decimal comma and thousands points; texts that are none sort before all numbers.
@@ -24,6 +33,11 @@ double cellNumber(QString text) {
     bool ok = false;
     const double number = text.trimmed().toDouble(&ok);
     return ok ? number : -1e300;
+}
+
+template <class Number>
+int compareNumbers(Number a, Number b) {
+    return a < b ? -1 : a > b;
 }
 
 int compareDates(const QString& a, const QString& b) {
@@ -66,33 +80,36 @@ void Grid::resetRows(int count) {
     notify(Aspect::Rows);
 }
 
-void Grid::addRow(const QString& tabSeparated) { insertRow(rowCount() + 1, tabSeparated); }
-
 void Grid::unbind() {
     if (!m_bound) return;
     m_cells.reserve(m_marks.size());
     for (int source = 0; source < m_table.rowCount(); ++source) {
-        QStringList cells;
-        for (int column = 1; column <= columnCount(); ++column) cells += sourceText(source, column);
-        m_cells.push_back(cells);
+        Row cells;
+        for (int column = 1; column <= columnCount(); ++column)
+            if (m_changed.contains(changedKey(source, column)))
+                cells.append(sourceText(source, column));
+            else
+                cells.append(m_table.value(source, m_fieldOf[static_cast<size_t>(column - 1)]));
+        m_cells.push_back({cells});
     }
     m_changed.clear();
     m_table = Table();
     m_bound = false;
 }
 
-void Grid::insertRow(int row, const QString& tabSeparated) {
+void Grid::insertRow(int row, const QStringList& cells) {
+    Row values;
+    values.reserve(cells.size());
+    for (const QString& cell : cells) values.append(cell);
+    insert(row, {std::move(values)});
+}
+
+void Grid::insert(int row, Source source) {
     unbind();
-    m_cells.push_back(tabSeparated.split(u'\t'));
+    m_cells.push_back(std::move(source));
     m_marks.push_back(false);
     m_order.insert(m_order.begin() + (row - 1), static_cast<int>(m_cells.size()) - 1);
     if (m_row >= row) ++m_row;
-    notify(Aspect::Rows);
-}
-
-void Grid::setRowCells(int row, const QStringList& cells) {
-    unbind();
-    m_cells.at(static_cast<size_t>(m_order.at(static_cast<size_t>(row - 1)))) = cells;
     notify(Aspect::Rows);
 }
 
@@ -176,10 +193,37 @@ void Grid::share(const Grid& source, const QStringList& keys) {
     notify(Aspect::Marks);
 }
 
+void Grid::copy(const Grid& source) {
+    clear();
+    m_columns = source.m_columns;
+    for (const int from : source.m_order)
+        if (!source.m_bound) m_cells.push_back(source.m_cells[static_cast<size_t>(from)]);
+    for (int row = 1; source.m_bound && row <= source.rowCount(); ++row) {
+        Row cells;
+        for (int column = 1; column <= columnCount(); ++column) cells.append(source.value(row, column));
+        m_cells.push_back({cells});
+    }
+    notify(Aspect::Columns);
+    resetRows(static_cast<int>(m_cells.size()));
+}
+
+/// Of an unbound grid.
+const Value& Grid::sourceValue(int source, int column) const {
+    static const Value missing;
+    const Row& cells = m_cells[static_cast<size_t>(source)].cells;
+    return column <= cells.size() ? cells.at(column - 1) : missing;
+}
+
+bool Grid::isSeparator(int row) const {
+    return !m_bound && row >= 1 && row <= rowCount() &&
+           m_cells[static_cast<size_t>(m_order[static_cast<size_t>(row - 1)])].separator;
+}
+
 QString Grid::sourceText(int source, int column) const {
     if (!m_bound) {
-        const QStringList& cells = m_cells[static_cast<size_t>(source)];
-        return column <= cells.size() ? cells[column - 1] : QString();
+        const Value& value = sourceValue(source, column);
+        const int decimals = m_columns[static_cast<size_t>(column - 1)].decimals;
+        return decimals >= 0 && isNumber(value) ? Zahl_formatieren(value.toText(), decimals) : value.toText();
     }
     if (!m_changed.isEmpty()) {
         const auto changed = m_changed.constFind(changedKey(source, column));
@@ -197,7 +241,7 @@ QString Grid::cell(int row, QStringView key) const { return cell(row, columnOf(k
 
 Value Grid::value(int row, int column) const {
     if (row < 1 || row > rowCount() || column < 1 || column > columnCount()) return {};
-    if (!m_bound) return Value(cell(row, column));
+    if (!m_bound) return sourceValue(m_order[static_cast<size_t>(row - 1)], column);
     return m_table.value(m_order[static_cast<size_t>(row - 1)], m_fieldOf[static_cast<size_t>(column - 1)]);
 }
 
@@ -214,7 +258,7 @@ void Grid::setCell(int row, int column, const QString& text) {
     if (m_bound) {
         m_changed.insert(changedKey(source, column), text);
     } else {
-        QStringList& cells = m_cells[static_cast<size_t>(source)];
+        Row& cells = m_cells[static_cast<size_t>(source)].cells;
         while (cells.size() < column) cells.append(QString());
         cells[column - 1] = text;
     }
@@ -273,14 +317,20 @@ std::vector<int> Grid::markedRows() const {
 
 int Grid::compare(int a, int b, int column) const {
     if (m_bound && m_changed.isEmpty()) return m_table.compare(a, b, m_fieldOf[static_cast<size_t>(column - 1)]);
+    const Sort sort = m_columns[static_cast<size_t>(column - 1)].sort;
+    if (!m_bound && sort != Sort::Text) {
+        const Value &left = sourceValue(a, column), &right = sourceValue(b, column);
+        const auto days = [](const Value& v) { return v.isDate() ? v.toDate().toJulianDay() : 0; };
+        if (sort == Sort::Date && !left.isText() && !right.isText()) return compareNumbers(days(left), days(right));
+        if (sort == Sort::Number && isNumber(left) && isNumber(right))
+            return compareNumbers(left.toDouble(), right.toDouble());
+    }
     const QString left = sourceText(a, column), right = sourceText(b, column);
-    switch (m_columns[static_cast<size_t>(column - 1)].sort) {
+    switch (sort) {
         case Sort::Date:
             return compareDates(left, right);
-        case Sort::Number: {
-            const double x = cellNumber(left), y = cellNumber(right);
-            return x < y ? -1 : x > y;
-        }
+        case Sort::Number:
+            return compareNumbers(cellNumber(left), cellNumber(right));
         case Sort::Text:
             break;
     }

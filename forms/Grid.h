@@ -1,7 +1,8 @@
 #pragma once
-// The grid: a table of text cells or of a typed result, with a current row, marked rows, sorting, in-place editing and
+// The grid: a table of typed cells or of a whole result, with a current row, marked rows, sorting, in-place editing and
 // a file format of its own. Rows and columns count from 1; row 0 of the printed list is the titles.
 #include <QHash>
+#include <QList>
 #include <QStringList>
 
 #include "forms/Control.h"
@@ -20,11 +21,12 @@ struct Column {
     Sort sort = Sort::Text;
     QString caption = {};    ///< what the window shows above the column; the title where empty
     bool technical = false;  ///< of no use to a reader (row ids); the window hides it
+    int decimals = -1;       ///< digits that a number shows behind its comma; -1 as many as it has
 };
 
 class Grid : public Control {
 public:
-    Grid(Form& form, const QString& name, bool multi = false) : Control(form, name), multi(multi) {}
+    Grid(ControlHost& form, const QString& name, bool multi = false) : Control(form, name), multi(multi) {}
     const bool multi;  ///< several rows can be marked; otherwise only the current row counts
 
     // columns
@@ -38,10 +40,15 @@ public:
 
     // rows
     void clearRows();
-    /// Adding and replacing rows makes a bound grid one of plain texts.
-    void addRow(const QString& tabSeparated);
-    void insertRow(int row, const QString& tabSeparated);
-    void setRowCells(int row, const QStringList& cells);
+    /// A row that a program made: cells may be missing at its end.
+    using Row = QList<Value>;
+    /// Adding rows makes a bound grid one of cells of its own. A cell holds any text; none is read as structure.
+    void addRow(const QStringList& cells) { insertRow(rowCount() + 1, cells); }
+    void insertRow(int row, const QStringList& cells);
+    /// Typed cells: a number shows as its column says, Null as nothing.
+    void addValues(Row cells) { insert(rowCount() + 1, {std::move(cells)}); }
+    /// A line before a sum, or with another one the end of a block. Shows as "." in its first cell.
+    void addSeparator() { insert(rowCount() + 1, {{Value(QStringLiteral("."))}, true}); }
     /// Shows a result: a column for each field, titled by its name (unless columns with those keys stand already),
     /// numbers right-aligned. The grid keeps its own copy.
     void bind(const Table& table);
@@ -57,17 +64,19 @@ public:
     bool refresh(const Table& rows, const std::vector<qint64>& ids, QStringView key, const std::vector<Order>& order);
     /// Takes over rows, order, current row and marks of another bound grid, with the columns of these keys.
     void share(const Grid& source, const QStringList& keys);
+    /// Takes over the columns and the rows, typed and in their order; no row is current or marked.
+    void copy(const Grid& source);
     int rowCount() const { return static_cast<int>(m_order.size()); }
     QString cell(int row, int column) const;
     QString cell(int row, QStringView key) const;
-    /// The typed value of a bound grid's cell; a text for other grids.
+    /// The typed value of a cell, whatever it shows as.
     Value value(int row, QStringView key) const;
     Value value(int row, int column) const;
     /// The whole number in a cell, without a detour through text where the grid is bound; 0 where there is none.
     qint64 integer(int row, int column) const;
     void setCell(int row, int column, const QString& text);
     void removeRow(int row);  ///< the next row becomes current where the current one goes
-    bool isSeparator(int row) const { return columnCount() > 0 && cell(row, 1) == u"."; }
+    bool isSeparator(int row) const;
 
     // current row and marks
     int row() const { return m_row; }  ///< 0 where no row is current
@@ -91,9 +100,13 @@ public:
     int findLike(QStringView key, const QString& pattern) const;
     int findText(QStringView key, const QString& text) const;
 
-    /// The grid's own file: columns with all attributes, then the cells. False where it cannot be written or read.
-    bool save(const QString& path) const;
+    /// The grid's own file: columns with all attributes, then the cells as they show. False where it cannot be written
+    /// or read. In the file a separator is a row whose first cell is ".".
+    bool save(const QString& path) const { return writeFile(path, fileText()); }
     bool load(const QString& path);
+    QByteArray fileText() const;
+    /// Replaces a file that may go with the machine: whole or not at all, but the disk is not waited for.
+    static bool writeFile(const QString& path, const QByteArray& bytes);
 
     // the user's hand
     void choose(int row);
@@ -117,7 +130,13 @@ public:
     std::function<void(int row, int column)> startEdit;
 
 private:
+    struct Source {
+        Row cells;
+        bool separator = false;
+    };
     QString sourceText(int source, int column) const;
+    const Value& sourceValue(int source, int column) const;
+    void insert(int row, Source source);
     int compare(int sourceA, int sourceB, int column) const;
     void resetRows(int count);
     void unbind();
@@ -126,7 +145,7 @@ private:
     Table m_table;
     bool m_bound = false;
     std::vector<int> m_fieldOf;        // column -> field of the bound table
-    std::vector<QStringList> m_cells;  // rows of an unbound grid
+    std::vector<Source> m_cells;       // rows of an unbound grid
     QHash<qint64, QString> m_changed;  // cells of a bound grid changed in place
     std::vector<int> m_order;          // displayed row -> source row
     std::vector<bool> m_marks;         // by source row

@@ -1,6 +1,6 @@
 // The grid's own file format (docs/dateiformate.md): a head line, one line a column, one line a row, tab-separated.
 #include <QFile>
-#include <QSaveFile>
+#include <cstdio>
 
 #include "core/Einstellungen.h"
 #include "forms/Grid.h"
@@ -11,24 +11,31 @@ namespace {
 
 const QString Mark = QStringLiteral("KOBEN-Liste 1");
 
-/// Keeps a text within its cell and within Windows-1252.
-QString escaped(const QString& text) {
-    QString out;
+/// Keeps a text within its cell and within Windows-1252: what stands in the bytes is Latin-1, which it contains.
+void append(QByteArray& bytes, const QString& text) {
     for (const QChar c : text) {
-        if (c == u'\\')
-            out += QStringLiteral("\\\\");
-        else if (c == u'\t')
-            out += QStringLiteral("\\t");
-        else if (c == u'\n')
-            out += QStringLiteral("\\n");
-        else if (c == u'\r')
-            out += QStringLiteral("\\r");
-        else if (c.unicode() > 0xff || (c.unicode() >= 0x80 && c.unicode() < 0xa0))
-            out += QStringLiteral("\\u%1").arg(static_cast<uint>(c.unicode()), 4, 16, QChar(u'0'));
+        const ushort code = c.unicode();
+        if (code == u'\\')
+            bytes += "\\\\";
+        else if (code == u'\t')
+            bytes += "\\t";
+        else if (code == u'\n')
+            bytes += "\\n";
+        else if (code == u'\r')
+            bytes += "\\r";
+        else if (code > 0xff || (code >= 0x80 && code < 0xa0))
+            bytes += "\\u" + QByteArray::number(code, 16).rightJustified(4, '0');
         else
-            out += c;
+            bytes += static_cast<char>(code);
     }
-    return out;
+}
+
+void append(QByteArray& bytes, const QStringList& cells) {
+    for (qsizetype i = 0; i < cells.size(); ++i) {
+        if (i > 0) bytes += '\t';
+        append(bytes, cells[i]);
+    }
+    bytes += "\r\n";
 }
 
 QString unescaped(const QString& text) {
@@ -61,31 +68,35 @@ QString unescaped(const QString& text) {
 
 }  // namespace
 
-bool Grid::save(const QString& path) const {
+QByteArray Grid::fileText() const {
     QByteArray bytes;
-    bytes.append(nachWindows1252(QStringLiteral("%1\t%2\t%3\r\n").arg(Mark).arg(columnCount()).arg(rowCount())));
-    for (const Column& c : m_columns) {
-        const QStringList line{escaped(c.key),
-                               escaped(c.title),
-                               QString::number(static_cast<int>(c.align)),
-                               QString::number(c.width),
-                               QString::number(static_cast<int>(c.sort)),
-                               escaped(c.caption),
-                               QString::number(c.technical)};
-        bytes.append(nachWindows1252(line.join(u'\t') + Crlf));
-    }
+    append(bytes, QStringList{Mark});
+    bytes.chop(2);
+    bytes += '\t' + QByteArray::number(columnCount()) + '\t' + QByteArray::number(rowCount()) + "\r\n";
+    for (const Column& c : m_columns)
+        append(bytes, {c.key, c.title, QString::number(static_cast<int>(c.align)), QString::number(c.width),
+                       QString::number(static_cast<int>(c.sort)), c.caption, QString::number(c.technical)});
     for (int row = 1; row <= rowCount(); ++row) {
-        QString line;
         for (int column = 1; column <= columnCount(); ++column) {
-            if (column > 1) line += u'\t';
-            line += escaped(cell(row, column));
+            if (column > 1) bytes += '\t';
+            append(bytes, cell(row, column));
         }
-        bytes.append(nachWindows1252(line + Crlf));
+        bytes += "\r\n";
     }
+    return bytes;
+}
+
+bool Grid::writeFile(const QString& path, const QByteArray& bytes) {
     // Unbuffered, since the last flush of a buffer takes a half-done write for a whole one.
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size() &&
-           file.commit();
+    const QString draft = path + QStringLiteral(".neu");
+    QFile file(draft);
+    const bool written =
+        file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size();
+    file.close();
+    if (written && std::rename(QFile::encodeName(draft).constData(), QFile::encodeName(path).constData()) == 0)
+        return true;
+    file.remove();
+    return false;
 }
 
 bool Grid::load(const QString& path) {
@@ -118,9 +129,10 @@ bool Grid::load(const QString& path) {
     }
     for (int row = 0; row < rows; ++row) {
         if (file.atEnd()) return clear(), false;
-        QStringList cells = line();
-        for (QString& cell : cells) cell = unescaped(cell);
-        m_cells.push_back(cells);
+        Source source;
+        for (const QString& cell : line()) source.cells.append(unescaped(cell));
+        source.separator = columns > 0 && source.cells.first() == Value(QStringLiteral("."));
+        m_cells.push_back(source);
     }
     if (!whole) return clear(), false;
     resetRows(rows);

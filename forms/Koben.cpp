@@ -1,9 +1,27 @@
 #include "forms/Koben.h"
 
+#include "core/ErrorLog.h"
 #include "core/PZ_Koben_Subs.h"
-#include "forms/Form.h"
 
 namespace koben {
+
+namespace {
+
+/// What went wrong, what became of the data, and what to do.
+QString failureText(const QString& cause, const std::optional<QString>& saved) {
+    const QString state =
+        !saved ? QStringLiteral(
+                     "Es wurde nichts davon gespeichert. Was Sie eingegeben haben, steht noch im Fenster: Bitte "
+                     "beheben Sie die Ursache und wiederholen Sie die Aktion dann.")
+               : QStringLiteral(
+                     "Gespeichert ist bereits: %1. Was danach kam, wurde nicht ausgeführt. Bitte sehen Sie in "
+                     "der Liste nach, bevor Sie die Aktion wiederholen.")
+                     .arg(*saved);
+    return QStringLiteral("Die Aktion konnte nicht zu Ende geführt werden.") + Crlf + Crlf + cause + Crlf + Crlf +
+           state;
+}
+
+}  // namespace
 
 std::unique_ptr<Form> Catalogue::make(const QString& name, Koben& koben) const {
     const auto maker = m_makers.find(name);
@@ -14,6 +32,7 @@ Koben::Koben(Screens& screens_, Platform& platform_, const Catalogue& catalogue_
     : screens(screens_), platform(platform_), catalogue(catalogue_), workspace([this] { return platform.now(); }) {
     workspace.onAction([this](const QString& name) {
         lastAction = name;
+        ++m_actions;
         screens.done(name);
     });
 }
@@ -39,17 +58,41 @@ void Koben::run(Form& form) {
     };
     {
         const Level level(*this, form);
-        {
-            const WaitCursor wait(*this);
-            form.Load();
-        }
-        if (!form.closed()) {
-            screens.shown(form);
-            form.activate();
-        }
+        if (m_stack.size() == 1)
+            begin(form);
+        else if (!attempt([&] { begin(form); }))
+            form.close();
         if (!form.closed()) screens.run(form);
     }
     if (Form* behind = front()) behind->activateLater();
+}
+
+void Koben::begin(Form& form) {
+    form.runBy(*this);
+    {
+        const WaitCursor wait(*this);
+        form.Load();
+    }
+    if (form.closed()) return;
+    screens.shown(form);
+    form.activate();
+}
+
+bool Koben::attempt(const std::function<void()>& work) {
+    const int before = m_actions;
+    const auto failed = [&](const QString& cause, const QString& detail) {
+        ErrorLog(platform.userFolder()).write(platform.now(), detail);
+        screens.failed(failureText(cause, m_actions == before ? std::nullopt : std::optional(lastAction)));
+        return false;
+    };
+    try {
+        work();
+        return true;
+    } catch (const DatabaseError& error) {
+        return failed(error.message(), error.detail());
+    } catch (const std::exception& error) {
+        return failed(programFault(), QString::fromUtf8(error.what()));
+    }
 }
 
 void Koben::end() {
@@ -95,16 +138,33 @@ void Koben::saveWidths(const Grid& grid, const QString& section) {
 
 QString Koben::clockToday() const { return Datum_als_Anzeige(platform.now().date()); }
 
-Progress::Progress(Koben& koben, QString what, qint64 total)
-    : m_screens(koben.screens), m_what(std::move(what)), m_total(std::max<qint64>(total, 1)) {}
+Progress::Progress(Koben& koben, QString what, qint64 total, ProgressBar* meter)
+    : m_screens(koben.screens),
+      m_what(std::move(what)),
+      m_total(std::max<qint64>(total, 1)),
+      m_meter(meter),
+      m_interval(std::chrono::milliseconds(koben.screens.progressInterval())),
+      m_asked(Clock::now()) {
+    if (!m_meter) return;
+    m_meter->setRange(static_cast<int>(total));
+    m_meter->setVisible(true);
+}
 
-Progress::~Progress() { m_screens.progressEnds(); }
+Progress::~Progress() {
+    if (m_meter) {
+        m_meter->setValue(static_cast<int>(m_done));
+        m_meter->setVisible(false);
+    }
+    m_screens.progressEnds();
+}
 
 bool Progress::step(qint64 done) {
-    const int percent = static_cast<int>(std::clamp<qint64>(done * 100 / m_total, 0, 100));
-    if (m_cancelled || percent == m_percent) return !m_cancelled;
-    m_percent = percent;
-    m_cancelled = !m_screens.progress(m_what, percent);
+    m_done = done;
+    const auto now = Clock::now();
+    if (m_cancelled || now - m_asked < m_interval) return !m_cancelled;
+    if (m_meter) m_meter->setValue(static_cast<int>(done));
+    m_cancelled = !m_screens.progress(m_what, static_cast<int>(std::clamp<qint64>(done * 100 / m_total, 0, 100)));
+    m_asked = Clock::now();
     return !m_cancelled;
 }
 

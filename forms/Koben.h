@@ -1,17 +1,18 @@
 #pragma once
 // The context of a run, handed to every form: shared variables, database, ports, and the way to other forms.
+#include <chrono>
 #include <functional>
 #include <map>
 #include <memory>
 
 #include "core/Variablen.h"
+#include "forms/Form.h"
 #include "forms/Ports.h"
 
 namespace koben {
 
-struct Koben;
-class Form;
-class Grid;
+class ProgressBar;
+struct HandedList;
 
 /// How forms are made, by name. Forms open each other through it, so none includes another's folder.
 class Catalogue {
@@ -36,22 +37,28 @@ public:
     virtual void datenschweinelesen() = 0;  ///< loads the list anew
 };
 
-struct Koben : Variablen {
+struct Koben : Variablen, FormHost {
     Koben(Screens& screens, Platform& platform, const Catalogue& catalogue);
-    ~Koben();
+    ~Koben() override;
 
     Screens& screens;
     Platform& platform;
     const Catalogue& catalogue;
     Workspace workspace;
     HerdList* herdList = nullptr;
+    const HandedList* handedList = nullptr;  ///< the list that is on its way to the list screen
     QString lastAction;  ///< name of the newest action that reached the disk, "" before the first
     bool ended = false;  ///< the program is ending: every open form closes
 
-    /// Opens a form modally and returns once it has closed. A name without a screen does nothing.
+    /// Opens a form modally and returns once it has closed. A name without a screen does nothing. A form that fails
+    /// while it loads is told and closed; of the main form, the first one, the failure ends the program.
     void open(const QString& name);
     /// Runs a form already made.
     void run(Form& form);
+    bool inFront(const Form& form) const override { return front() == &form; }
+    void closing(Form& form) override { screens.closing(form); }
+    /// What fails is told by screens.failed(): what could not be done, why, and what to do. True where all went well.
+    bool attempt(const std::function<void()>& work) override;
     Form* front() const { return m_stack.empty() ? nullptr : m_stack.back(); }
     const std::vector<Form*>& stack() const { return m_stack; }
     /// Ends the program at once: all forms close without their closing steps.
@@ -74,7 +81,10 @@ struct Koben : Variablen {
     QString clockToday() const;  ///< dd.mm.yyyy of the machine's clock
 
 private:
+    void begin(Form& form);
+
     std::vector<Form*> m_stack;
+    int m_actions = 0;  // that reached the disk
 };
 
 /// Shows the wait cursor while it lives.
@@ -90,24 +100,31 @@ private:
 };
 
 /// Tells the user how far a piece of work is while it lives, and whether she has cancelled it. The work then throws or
-/// returns before its commit, so that nothing of it stays.
+/// returns before its commit, so that nothing of it stays. It asks by the clock, so that a cancel is heard soon however
+/// long a step takes, and step() may come as often as it likes.
 class Progress {
 public:
-    /// `what` in the user's words, "Die Liste wird erstellt"; `total` in the steps that step() counts, at least 1.
-    Progress(Koben& koben, QString what, qint64 total);
+    /// `what` in the user's words, "Die Liste wird erstellt"; `total` in the steps that step() counts, at least 1. A
+    /// form's own `meter` shows the same while the work goes on.
+    Progress(Koben& koben, QString what, qint64 total, ProgressBar* meter = nullptr);
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
     /// So many steps are done. False once the user has cancelled.
     bool step(qint64 done);
+    /// One step more.
+    bool advance() { return step(m_done + 1); }
     bool cancelled() const { return m_cancelled; }
 
 private:
+    using Clock = std::chrono::steady_clock;
     Screens& m_screens;
     QString m_what;
-    qint64 m_total;
-    int m_percent = -1;
+    qint64 m_total, m_done = 0;
+    ProgressBar* m_meter;
+    Clock::duration m_interval;
+    Clock::time_point m_asked;
     bool m_cancelled = false;
 };
 

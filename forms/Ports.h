@@ -8,6 +8,8 @@
 #include <memory>
 #include <optional>
 
+#include "forms/Zeichnung.h"
+
 namespace koben {
 
 class Form;
@@ -54,22 +56,8 @@ public:
         return true;
     }
     virtual void progressEnds() {}
-};
-
-/// A document on its way to a printer.
-class PrintJob {
-public:
-    virtual ~PrintJob() = default;
-    virtual void setFont(const QString& name) = 0;
-    virtual void setSize(double points) = 0;
-    virtual void setBold(bool on) = 0;
-    virtual void setItalic(bool on) = 0;
-    /// A piece of a line, which the next line() ends; the font may change from piece to piece. A printer that only
-    /// knows whole lines prints each piece as one.
-    virtual void text(const QString& piece) { line(piece); }
-    virtual void line(const QString& text) = 0;
-    virtual void newPage() = 0;
-    virtual void end() = 0;  ///< without it nothing is printed
+    /// Milliseconds between two questions of a Progress.
+    virtual int progressInterval() const { return 50; }
 };
 
 /// What the machine does.
@@ -89,6 +77,9 @@ public:
     /// The user's own settings (column widths, window places): application "KOBEN", a section, a key.
     virtual QString userSetting(const QString& section, const QString& key) = 0;
     virtual void setUserSetting(const QString& section, const QString& key, const QString& value) = 0;
+    /// The folder for files of the user's own, with a separator at the end; it may have to be made. Not the data
+    /// folder, whose files go into backups and to other machines.
+    virtual QString userFolder() = 0;
     virtual QString programFolder() = 0;  ///< folder of the program's shipped files
     virtual QString dataFolder() = 0;     ///< where the data belong on this machine
     /// Takes the data folder for this process; false where another instance holds it.

@@ -12,18 +12,6 @@ constexpr int LeastWidth = 25;  // pixels; a narrower column would be lost to th
 
 }  // namespace
 
-void Liste_uebergeben(Koben& koben, const Grid& gridli) {
-    const QString path = koben.Datenordner + QStringLiteral("gridli.txt");
-    if (gridli.save(path))
-        koben.open(QStringLiteral("PA_Zwischenliste"));
-    else
-        koben.message(
-            QStringLiteral("Die Liste kann nicht ausgegeben werden, weil die Datei %1 nicht geschrieben werden "
-                           "kann. Bitte prüfen Sie, ob im Datenordner genügend Platz und das Schreiben "
-                           "erlaubt ist.")
-                .arg(path));
-}
-
 // ---------------------------------------------------------------------------------------------------- the list
 
 Stammdatenliste::Stammdatenliste(Koben& koben_, const QString& name, const QString& caption, const Stammdatenart& kind,
@@ -97,27 +85,16 @@ void Stammdatenliste::löschen_Click() {
     if (li.row() == 0) return koben.message(m_kind.nothingToDelete);
     if (!koben.Loeschen_bestaetigen()) return;
     const qint64 id = li.value(li.row(), u"ID").toInt();
-    Transaction action(m_db);
+    Action action(m_db, QStringLiteral("%1 %2 gelöscht").arg(m_kind.noun, li.cell(li.row(), 1)));
     m_db.execute(QStringLiteral("delete from %1 where ID = %2").arg(m_kind.table).arg(id));
     action.commit();
     li.removeRow(li.row());
 }
 
 void Stammdatenliste::listen_Click() {
-    const auto ticked = [](const auto& box) { return box->checked(); };
-    if (std::none_of(konlist.begin(), konlist.end(), ticked))
-        for (auto& box : konlist) box->setChecked(true);
-    if (li.rowCount() == 0) return koben.message(QStringLiteral("Keine zu listenden Daten gefunden"));
-    gridli.clear();
-    for (int c = 1; c <= konlist.count(); ++c)
-        if (konlist[c - 1].checked()) gridli.addColumn(li.column(c));
-    for (int row = 1; row <= li.rowCount(); ++row) {
-        QStringList cells;
-        for (int c = 1; c <= konlist.count(); ++c)
-            if (konlist[c - 1].checked()) cells.append(li.cell(row, c));
-        gridli.addRow(cells.join(u'\t'));
-    }
-    Liste_uebergeben(koben, gridli);
+    tickAllIfNone(konlist);
+    takeTicked(gridli, li, konlist);
+    Liste_ausgeben(koben, gridli);
 }
 
 void Stammdatenliste::li_Resized(int column) {
@@ -128,95 +105,62 @@ void Stammdatenliste::li_Resized(int column) {
 
 // --------------------------------------------------------------------------------------------- the entry screen
 
-Stammdateneingabe::Stammdateneingabe(Koben& koben_, const QString& name, const QString& caption, const char* nameLabel)
-    : Form(koben_, name, caption), beschriftung(*this, QStringLiteral("beschriftung"), QString::fromUtf8(nameLabel)) {
-    t.maxLength = 20;  // the width of the name in all tables of this shape
-    t.setHint(beschriftung.text());
+Stammdateneingabe::Stammdateneingabe(Koben& koben_, const QString& name, const QString& caption, const char* nameLabel,
+                                     const char* nameColumn)
+    : Eingabe(koben_, name, caption),
+      beschriftung(*this, QStringLiteral("beschriftung"), QString::fromUtf8(nameLabel)) {
+    constexpr int NameWidth = 20;  // in all tables of this shape
+    freeText(beschriftung.text(), t, QString::fromUtf8(nameColumn), NameWidth);
     t.onLostFocus = [this] { t.setText(t.text().trimmed()); };
-    for (int i = 0; i < ok.count(); ++i) ok[i].onClick = [this, i] { ok_Click(i); };
-    abbrechen.onClick = [this] { abbrechen_Click(); };
+    connectButtons(ok, abbrechen);
     helpTopic = this->name();
-    acceptButton = &ok[0];
-    cancelButton = &abbrechen;
-}
-
-void Stammdateneingabe::Findings::add(Control& field, const QString& line) {
-    field.setWrong(true);
-    m_lines.append(line);
-    if (!m_first) m_first = &field;
 }
 
 void Stammdateneingabe::Load() {
     const auto& open = koben.stack();
     if (open.size() > 1) m_list = dynamic_cast<Stammdatenliste*>(open[open.size() - 2]);
     if (!m_list) return close();
-    m_db = koben.connect();
-    prepare();
+    Eingabe::Load();
     ok[1].setVisible(!adding());
     ok[2].setVisible(!adding());
 }
 
 void Stammdateneingabe::Activate() {
     if (adding())
-        showDefaults();
+        showPresets();
     else
-        showRow();
+        showStored();
     t.setFocus();
 }
 
-bool Stammdateneingabe::adding() const { return koben.Buchungsmodus != u"Ändern"; }
-
-Value Stammdateneingabe::row(QStringView field) const { return m_list->li.value(m_list->li.row(), field); }
-
-QString Stammdateneingabe::rowText(QStringView field) const { return Hochkomma_ersetzen(row(field)); }
-
-QString Stammdateneingabe::exceptThisRow() const {
-    return adding() ? QString() : QStringLiteral(" and ID <> %1").arg(rowId());
+QString Stammdateneingabe::stored(const QString& column) const {
+    return Hochkomma_ersetzen(m_list->li.value(m_list->li.row(), column));
 }
 
-bool Stammdateneingabe::exists(const QString& select) const { return m_db.open(select).recordCount() != 0; }
-
-void Stammdateneingabe::stepField(TextBox& field, int by, int least, int most) {
-    const double value = std::clamp(Wert(field.text()) + by, double(least), double(most));
-    field.setText(QString::number(static_cast<int>(value)));
+bool Stammdateneingabe::exists(const QString& condition) const {
+    const QString others = adding() ? QString() : QStringLiteral(" and ID <> %1").arg(rowId());
+    return m_db.open(QStringLiteral("select * from %1 where %2%3").arg(table(), condition, others)).recordCount() != 0;
 }
 
-void Stammdateneingabe::ok_Click(int index) {
-    for (Control* control : controls()) control->setWrong(false);
-    Findings findings;
-    check(findings);
-    if (!findings.empty()) {
-        koben.message(QStringLiteral("Die Eingabe kann nicht übernommen werden, weil...") + Crlf + Crlf +
-                      findings.m_lines.join(Crlf));
-        return findings.m_first->setFocus();
-    }
-    store();
-    m_list->refresh();
-    stored();
-    if (!adding() && index > 0) m_list->step(index == 1 ? -1 : 1);
-    if (index == 0)
-        abbrechen_Click();
-    else
-        Activate();
-    koben.Quittungston();
+QString Stammdateneingabe::actionName() const {
+    return QStringLiteral("%1 %2 %3")
+        .arg(m_list->kind().noun, Hochkomma_ersetzen(t.text()),
+             adding() ? QStringLiteral("neu") : QStringLiteral("geändert"));
 }
 
-void Stammdateneingabe::store() {
-    const QString& table = m_list->kind().table;
-    Transaction action(m_db);
-    Recordset rows = m_db.open(QStringLiteral("select * from %1 where ID = %2").arg(table).arg(adding() ? 0 : rowId()));
+void Stammdateneingabe::write(const Action& action) {
+    Recordset row = action.database().open(
+        QStringLiteral("select * from %1 where ID = %2").arg(table()).arg(adding() ? 0 : rowId()));
     if (adding())
-        rows.addNew();
+        row.addNew();
     else
-        rows.edit();
-    write(rows);
-    rows.update();
-    action.commit();
+        row.edit();
+    writeFields(row);
+    row.update();
 }
 
-void Stammdateneingabe::abbrechen_Click() {
-    m_db.close();
-    close();
+void Stammdateneingabe::move(int index) {
+    if (index > 0) m_list->step(index == 1 ? -1 : 1);
 }
 
 }  // namespace koben

@@ -3,17 +3,14 @@
 // way to the previous and next row. A form made of it says only what differs: table, columns, fields, rules.
 #include <initializer_list>
 
-#include "forms/Form.h"
-#include "forms/Koben.h"
+#include "forms/Eingabe.h"
+#include "forms/Liste.h"
 
 namespace koben {
 
-/// Hands a filled grid to the list screen through "gridli.txt" in the data folder.
-/// Where that file cannot be written the user is told and the list screen stays closed.
-void Liste_uebergeben(Koben& koben, const Grid& gridli);
-
 /// What a pair says about its table.
 struct Stammdatenart {
+    QString noun;  ///< one row of it, in names of actions
     QString table;
     QString order;       ///< field that the list is sorted by
     QString entry;       ///< name of the entry form
@@ -69,9 +66,10 @@ private:
 
 /// The entry screen of the pair. In the mode "Neu" it adds a row and closes; in "Ändern" it edits the list's current
 /// row and can go on to the previous or next one.
-class Stammdateneingabe : public Form {
+class Stammdateneingabe : public Eingabe {
 public:
-    Stammdateneingabe(Koben& koben, const QString& name, const QString& caption, const char* nameLabel);
+    Stammdateneingabe(Koben& koben, const QString& name, const QString& caption, const char* nameLabel,
+                      const char* nameColumn);
 
     Label beschriftung;
     TextBox t{*this, "t"};  ///< the name of the row
@@ -79,46 +77,21 @@ public:
     Button abbrechen{*this, "abbrechen", "&Abbrechen"};
 
 protected:
-    /// The rules that an entry breaks: one line each, with the field to go back to.
-    class Findings {
-    public:
-        void add(Control& field, const QString& line);
-        bool empty() const { return m_lines.isEmpty(); }
-
-    private:
-        friend class Stammdateneingabe;
-        QStringList m_lines;
-        Control* m_first = nullptr;
-    };
-
-    // what a pair says itself
-    virtual void prepare() {}         ///< once after the connection is open: the entries of selection boxes
-    virtual void showDefaults() = 0;  ///< the inputs of a new row
-    virtual void showRow() = 0;       ///< the inputs from row(field)
-    virtual void check(Findings& findings) = 0;
-    virtual void write(Recordset& row) = 0;
-    virtual void stored() {}  ///< after a row was stored, before the screen goes on
-
-    bool adding() const;
-    const Database& database() const { return m_db; }
-    Value row(QStringView field) const;  ///< a value of the list's current row
-    QString rowText(QStringView field) const;
-    /// " and ID <> n" in the mode "Ändern", "" in "Neu": what a test for a second row of the same name leaves out.
-    QString exceptThisRow() const;
-    bool exists(const QString& select) const;
-    /// The step of an up-down: the field's number plus `by`, held within least to most.
-    static void stepField(TextBox& field, int by, int least, int most);
+    void Load() override;
+    QString table() const override { return m_list->kind().table; }
+    QString stored(const QString& column) const override;
+    /// Whether another row meets this condition; in "Ändern" the row itself does not count.
+    bool exists(const QString& condition) const;
 
 private:
-    void Load() override;
     void Activate() override;
-    void ok_Click(int index);
-    void abbrechen_Click();
-    void store();
-    qint64 rowId() const { return row(u"ID").toInt(); }
+    QString actionName() const override;
+    void write(const Action& action) override;
+    void refresh() override { m_list->refresh(); }
+    void move(int index) override;
+    qint64 rowId() const { return m_list->li.value(m_list->li.row(), u"ID").toInt(); }
 
     Stammdatenliste* m_list = nullptr;  // the form behind; without one the screen closes at once
-    Database m_db;
 };
 
 }  // namespace koben

@@ -1,7 +1,10 @@
 // The herd list: query, filters, counters, search, and the state of the menus.
 #include "herd/PA_Koben.h"
 
+#include <exception>
+
 #include "core/PZ_Koben_Subs.h"
+#include "forms/RunState.h"
 
 namespace koben {
 
@@ -71,6 +74,7 @@ PA_Koben::PA_Koben(Koben& context) : Form(context, QStringLiteral("PA_Koben"), Q
     for (int i = 0; i < abwaerts.count(); ++i) abwaerts[i].onClick = [this, i] { abwaerts_Click(i); };
     comdrucken.onClick = [this] { comdrucken_Click(); };
     loeschhinweis.setVisible(false);
+    hinweis.setVisible(false);
     linksrechts.onClick = [this] { linksrechts_Click(); };
     buildMenu();
     buildToolBar();
@@ -79,6 +83,8 @@ PA_Koben::PA_Koben(Koben& context) : Form(context, QStringLiteral("PA_Koben"), Q
 
 PA_Koben::~PA_Koben() {
     if (koben.herdList == this) koben.herdList = nullptr;
+    // a failure that takes the program down leaves the mark for the next start
+    if (m_started && std::uncaught_exceptions() == 0) RunState(koben.platform, koben.Datenordner).setRunning(false);
 }
 
 void PA_Koben::verbinden() {

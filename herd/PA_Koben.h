@@ -29,6 +29,8 @@ public:
     Button linksrechts{*this, "linksrechts", "Textfeldbreite ändern"};
     TextBox Text1{*this, "Text1"};
     Label bezstati{*this, "bezstati"};
+    /// What the start has found beside its questions and messages: damage, strange settings, a strange day.
+    Label hinweis{*this, "hinweis"};
     /// Beside the question whether to delete: which animal, and how many bookings go with it.
     Label loeschhinweis{*this, "loeschhinweis"};
 
@@ -49,6 +51,11 @@ public:
     void datenschweinelesen() override;
     void closeBox() override;
 
+    /// Looks at every page of the database, on the user's wish.
+    void Datenbank_pruefen();
+    /// Hands the file with the technical side of errors to the system.
+    void Fehlerprotokoll_zeigen();
+
 private:
     struct Action {
         QString form;                   // form to open, "" for a handler
@@ -68,7 +75,11 @@ private:
     void Drucker_pruefen();
     void Datenordner_suchen();
     void Datenbank_oeffnen();
+    void Datenbank_neu();
     void Einstellungen_lesen();
+    void Seiten_pruefen_nach_Abbruch(bool logLeft);
+    void Uhr_pruefen();
+    void Hinweise_zeigen();
     void Sortierung_pruefen();
     void Erststart_hinweisen();
     void beenden();
@@ -104,6 +115,7 @@ private:
     void showStates();
     void Tier_loeschen();
     QString Loeschhinweis_text(qint64 id) const;
+    QString Komprimierte_Datei() const;
     void Datenbank_komprimieren();
 
     // selection and mass actions
@@ -112,9 +124,9 @@ private:
     void Markierte_selektieren();
     void Stallnr_neu_zuordnen();
     void Ferkel_in_Mast();
-    void Eigenverkauf_buchen(qint64 count);
     void Saunummern_verlaengern();
     std::vector<qint64> markedAnimals(QStringView art = {}) const;
+    QString countedMarks() const;
     bool setForAll(const std::vector<qint64>& animals, const QString& field, const QString& value);
 
     Database m_db;
@@ -127,6 +139,9 @@ private:
     std::vector<Button*> m_toolBar;
     std::map<QString, Action> m_actions;      // by entry
     std::map<QString, QString> m_toolAction;  // toolbar key -> entry
+    QStringList m_hinweise;                   ///< of this start
+    QStringList m_einstellungshinweise;       ///< until the settings are agreed to or taken back
+    bool m_neu = false;                       ///< the database was made by this start
     bool m_locked = false;
     bool m_started = false;
     bool m_closing = false;

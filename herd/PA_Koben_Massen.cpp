@@ -1,6 +1,7 @@
 // Selection, marking, and what is done to all marked animals at once. Questions come first, then one transaction.
 #include <algorithm>
 
+#include "core/Aktionsnamen.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/Umfang.h"
 #include "herd/PA_Koben.h"
@@ -10,12 +11,11 @@ namespace koben {
 namespace {
 
 /// A count as the questions write it, with a blank before it.
-QString counted(qint64 count) { return QStringLiteral(" %1").arg(count); }
+QString numberText(qint64 count) { return QStringLiteral(" %1").arg(count); }
 
 constexpr int StallWidth = 10;
 constexpr int LongestNumber = 15;
-constexpr qint64 MostAtOnce = 2000;      // animals, between two looks at the cancel button
-constexpr qint64 MostInBooking = 32767;  // that the field of a count holds
+constexpr qint64 MostAtOnce = 2000;  // animals, between two looks at the cancel button
 
 }  // namespace
 
@@ -26,6 +26,16 @@ std::vector<qint64> PA_Koben::markedAnimals(QStringView art) const {
     for (int row : datali.markedRows())
         if (art.isEmpty() || datali.cell(row, kind) == art) ids.push_back(datali.integer(row, id));
     return ids;
+}
+
+/// The marked animals for the name of an action: "3 Sauen", of several kinds "3 Tiere".
+QString PA_Koben::countedMarks() const {
+    const int kind = datali.columnOf(u"Art");
+    const std::vector<int> rows = datali.markedRows();
+    QString art = rows.empty() ? QString() : datali.cell(rows.front(), kind);
+    for (int row : rows)
+        if (datali.cell(row, kind) != art) art.clear();
+    return countedAnimals(static_cast<qint64>(rows.size()), art);
 }
 
 /// Sets one field of these animals, within the caller's transaction. False once the user has cancelled.
@@ -46,7 +56,7 @@ void PA_Koben::Schweine_selektieren() {
     const int column = datali.columnOf(u"Selektiert");
     qint64 selected = 0;
     for (int row = 1; row <= datali.rowCount(); ++row) selected += datali.cell(row, column) == u"X";
-    if (selected > 0 && koben.yesNo(QStringLiteral("Es sind") + counted(selected) +
+    if (selected > 0 && koben.yesNo(QStringLiteral("Es sind") + numberText(selected) +
                                     QStringLiteral(" Schweine selektiert. Sollen diese auch gleich markiert werden?")))
         Selektierte_markieren();
 }
@@ -64,10 +74,12 @@ void PA_Koben::Selektierte_markieren() {
 
 void PA_Koben::Markierte_selektieren() {
     const WaitCursor wait(koben);
-    Transaction action(m_db);
+    const std::vector<qint64> animals = markedAnimals();
+    koben::Action action(m_db, animals.empty() ? QStringLiteral("Selektion aufgehoben")
+                                               : countedMarks() + QStringLiteral(" selektiert"));
     // the other rows, most of a large farm, have it already
     m_db.execute(QStringLiteral("UPDATE Sauen SET Selektiert = '' where Selektiert IS NULL or Selektiert <> ''"));
-    if (!setForAll(markedAnimals(), QStringLiteral("Selektiert"), QStringLiteral("X"))) return;
+    if (!setForAll(animals, QStringLiteral("Selektiert"), QStringLiteral("X"))) return;
     action.commit();
     datenschweinelesen();
 }
@@ -75,7 +87,7 @@ void PA_Koben::Markierte_selektieren() {
 void PA_Koben::Stallnr_neu_zuordnen() {
     const std::vector<qint64> animals = markedAnimals();
     if (animals.empty()) return koben.message(QStringLiteral("Es sind keine Schweine markiert!"));
-    if (!koben.yesNo(QStringLiteral("Sollen bei den") + counted(static_cast<qint64>(animals.size())) +
+    if (!koben.yesNo(QStringLiteral("Sollen bei den") + numberText(static_cast<qint64>(animals.size())) +
                      QStringLiteral(" Schweinen neue Stallnummern zugeordnet werden?")))
         return;
     const QString entered =
@@ -84,7 +96,7 @@ void PA_Koben::Stallnr_neu_zuordnen() {
     if (stall.isEmpty())
         return koben.message(QStringLiteral("Es wurde keine Stall-Nr eingegeben. Die Aktion wird nicht ausgeführt."));
     const WaitCursor wait(koben);
-    Transaction action(m_db);
+    koben::Action action(m_db, QStringLiteral("Stallnr %1 für ").arg(stall) + countedMarks());
     if (!setForAll(animals, QStringLiteral("Stallnr"), stall)) return;
     action.commit();
     datenschweinelesen();
@@ -93,7 +105,7 @@ void PA_Koben::Stallnr_neu_zuordnen() {
 void PA_Koben::Ferkel_in_Mast() {
     const int marked = datali.markedCount();
     if (marked == 0) return koben.message(QStringLiteral("Es sind keine Schweine markiert!"));
-    if (!koben.yesNo(QStringLiteral("Sollen die") + counted(marked) +
+    if (!koben.yesNo(QStringLiteral("Sollen die") + numberText(marked) +
                      QStringLiteral(" Ferkel neu als Masttiere verwaltet werden?")))
         return;
     const std::vector<qint64> piglets = markedAnimals(u"Ferkel");
@@ -105,30 +117,13 @@ void PA_Koben::Ferkel_in_Mast() {
                     QStringLiteral("Durch diese Buchung sind die Ferkel künftig auch im Bestandsregister nach VVVO "
                                    "richtig geführt."));
     const WaitCursor wait(koben);
-    Transaction action(m_db);
+    const auto count = static_cast<qint64>(piglets.size());
+    koben::Action action(m_db, countedAnimals(count, QStringLiteral("Ferkel")) + QStringLiteral(" in Mast gebucht"));
     if (!setForAll(piglets, QStringLiteral("Art"), QStringLiteral("Mast"))) return;
-    if (book) Eigenverkauf_buchen(static_cast<qint64>(piglets.size()));
+    if (book) Eigenverkauf_buchen(action, Datum_aus_Text(koben.Heute), count);
     action.commit();
     koben.Status_neu_berechnen = 1;
     datenschweinelesen();
-}
-
-/// The piglets leave the piglets' books. The booking belongs to no animal, and its comment is not worded as in the
-/// question: registers of farms already hold it so. More than a booking can count becomes several.
-void PA_Koben::Eigenverkauf_buchen(qint64 count) {
-    Recordset sales = m_db.open(QStringLiteral("select * from Ferkelverkauf where ID = 0"));
-    for (qint64 left = count; left > 0; left -= MostInBooking) {
-        sales.addNew();
-        sales.set(u"Datum", Datum_aus_Text(koben.Heute));
-        sales.set(u"Anzahl_Verkauf", std::min(left, MostInBooking));
-        for (const char* zero : {"Anzahl_Einkauf", "Preis_je_Stück", "Einnahmen", "Ausgaben", "Stück_Gewicht_kg",
-                                 "Gesamtgewicht_kg", "Kennung"})
-            sales.set(QString::fromUtf8(zero), 0);
-        sales.set(u"Kunde", QStringLiteral("Eigenbetrieb"));
-        sales.set(u"Muttersau", QString());
-        sales.set(u"Kommentar", QStringLiteral("In Mast gebucht"));
-        sales.update();
-    }
 }
 
 void PA_Koben::Saunummern_verlaengern() {
@@ -145,15 +140,19 @@ void PA_Koben::Saunummern_verlaengern() {
     if (length < 1 || length > LongestNumber) return koben.message(QStringLiteral("Falsche Eingabe!"));
     const WaitCursor wait(koben);
     const Table animals = m_db.table(QStringLiteral("select Nummer, ID from Sauen"));
-    Transaction action(m_db);
+    koben::Action action(m_db, {});
+    qint64 changed = 0;
     Statement update = m_db.prepare(QStringLiteral("update Sauen set Nummer = ? where ID = ?"));
     Progress progress(koben, QStringLiteral("Die Saunummern werden geändert ..."), animals.rowCount());
     for (int row = 0; row < animals.rowCount(); ++row) {
         if (!progress.step(row)) return;
         const QString number = Hochkomma_ersetzen(animals.text(row, 0));
         const QString full = number.rightJustified(static_cast<int>(length), u'0');
-        if (full != number) update.run({full, animals.integer(row, 1)});
+        if (full != number) changed += update.run({full, animals.integer(row, 1)});
     }
+    action.setName(QStringLiteral("Nummern von %1 auf %2 Zeichen verlängert")
+                       .arg(counted(changed, "Tier", "Tieren"))
+                       .arg(static_cast<int>(length)));
     action.commit();
     datenschweinelesen();
 }

@@ -2,7 +2,8 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "core/PZ_Koben_Subs_Datenbank.h"
+#include "core/Aktionsnamen.h"
+#include "core/ErrorLog.h"
 #include "herd/PA_Koben.h"
 
 namespace koben {
@@ -222,13 +223,7 @@ void PA_Koben::showStates() {
 }
 
 QString PA_Koben::Loeschhinweis_text(qint64 id) const {
-    qint64 bookings = 0;
-    for (const char* table : {"Belegung", "Trächtigkeit", "Ferkelung", "Absetzung", "Verschiebung", "Verluste",
-                              "Ferkelverkauf", "Behandlung"})
-        bookings += m_db.table(QStringLiteral("select count(*) as n from %1 where Kennung = %2")
-                                   .arg(QString::fromUtf8(table))
-                                   .arg(id))
-                        .integer(0, 0);
+    const qint64 bookings = Buchungen_zaehlen(m_db, id);
     return QStringLiteral("Zum Löschen ausgewählt: %1 %2 mit %3.")
         .arg(datali.cell(datali.row(), u"Art"), datali.cell(datali.row(), u"Nummer"),
              bookings == 1 ? QStringLiteral("einer Buchung") : QStringLiteral("%1 Buchungen").arg(bookings));
@@ -246,13 +241,22 @@ void PA_Koben::Tier_loeschen() {
                     true);
     loeschhinweis.setVisible(false);
     if (!wanted) return;
-    Transaction transaction(koben.Hauptdatenbank);
-    Buchungen_loeschen(koben.Hauptdatenbank, id);
+    const QString animal =
+        QStringLiteral("%1 %2").arg(datali.cell(datali.row(), u"Art"), datali.cell(datali.row(), u"Nummer"));
+    koben::Action action(m_db, animal + QStringLiteral(" gelöscht"));
+    if (const qint64 bookings = Buchungen_loeschen(action, id); bookings > 0)
+        action.setName(animal + QStringLiteral(" mit ") + counted(bookings, "Buchung", "Buchungen") +
+                       QStringLiteral(" gelöscht"));
     m_db.execute(QStringLiteral("delete from Sauen where ID = %1").arg(id));
-    transaction.commit();
+    action.commit();
     datali.removeRow(datali.row());
     zaehlen();
     Menue_Zustand_setzen();
+}
+
+/// Where a compaction makes its copy.
+QString PA_Koben::Komprimierte_Datei() const {
+    return koben.Datenbankpfad.left(koben.Datenbankpfad.size() - 3) + QStringLiteral("$$$");
 }
 
 /// Tidies the database into a second file, which then takes the first one's place in one step.
@@ -263,7 +267,7 @@ void PA_Koben::Datenbank_komprimieren() {
                                     "einige (oder eher viele) Daten gelöscht haben!")))
         return;
     const QString path = koben.Datenbankpfad;
-    const QString tidy = path.left(path.size() - 3) + QStringLiteral("$$$");
+    const QString tidy = Komprimierte_Datei();
     try {
         const WaitCursor wait(koben);
         QFile::remove(tidy);  // left by a run that was cut off
@@ -279,6 +283,7 @@ void PA_Koben::Datenbank_komprimieren() {
         koben.workspace.replace(tidy, path);
     } catch (const DatabaseError& error) {
         QFile::remove(tidy);
+        ErrorLog(koben.platform.userFolder()).write(koben.platform.now(), error.detail());
         // said first: on a full disk the database may not open again either, which ends the program
         koben.message(QStringLiteral("Die Datenbasis konnte nicht komprimiert werden. Ihre Daten sind unverändert.") +
                       Crlf + Crlf + error.message());

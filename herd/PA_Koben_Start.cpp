@@ -7,16 +7,21 @@
 #include <algorithm>
 
 #include "core/Einstellungen.h"
+#include "core/Ordnersperre.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
+#include "core/Version.h"
+#include "forms/RunState.h"
+#include "forms/SettingsGuard.h"
 #include "herd/PA_Koben.h"
+#include "herd/PA_Koben_Funde.h"
+#include "store/Files.h"
 
 namespace koben {
 
 namespace {
 
 const QString ProgramFile = QStringLiteral("KOBEN2.EXE");
-const QString SettingsFile = QStringLiteral("Einstellungen.ko2");
 
 QString withSeparator(const QString& folder) {
     return folder.endsWith(u'/') || folder.endsWith(u'\\') ? folder : folder + u'/';
@@ -43,6 +48,11 @@ bool writable(const QString& folder) {
     return probe.open() && probe.write("KOBEN") == 5 && probe.flush();
 }
 
+/// A copy counts once all of it is on the disk.
+bool copied(const QString& from, const QString& to) {
+    return QFile::copy(from, to) && QFileInfo(to).size() == QFileInfo(from).size() && flushFile(to).isEmpty();
+}
+
 /// The folder with copies of the program's files, under a working name until all are there: a start that is cut off
 /// leaves no folder that the next one would take for complete.
 void makeDataFolder(const QString& path, const QDir& program) {
@@ -53,9 +63,9 @@ void makeDataFolder(const QString& path, const QDir& program) {
     for (const QString& file : program.entryList(QDir::Files)) {
         const QString from = program.filePath(file);
         if (file.toUpper() != ProgramFile && QFileInfo(from).isReadable())
-            whole = whole && QFile::copy(from, draft + u'/' + file);
+            whole = whole && copied(from, draft + u'/' + file);
     }
-    if (whole && QDir().rename(draft, path)) return;
+    if (whole && flushFile(draft).isEmpty() && QDir().rename(draft, path)) return;
     QDir(draft).removeRecursively();
     refuseFolder(path);
 }
@@ -63,7 +73,7 @@ void makeDataFolder(const QString& path, const QDir& program) {
 }  // namespace
 
 void PA_Koben::Load() {
-    setCaption(QStringLiteral("KOBEN ") + QStringLiteral("2.0.59") + QStringLiteral(" - Der Sauenplaner"));
+    setCaption(QStringLiteral("KOBEN ") + Version + QStringLiteral(" - Der Sauenplaner"));
     koben.herdList = this;
     const QString folder = withSeparator(koben.platform.dataFolder());
     // two first starts at once would take each other's draft away
@@ -75,6 +85,8 @@ void PA_Koben::Load() {
                                                "auf dem Datenträger noch Platz ist und ob Sie dort Schreibrechte "
                                                "haben, und starten Sie KOBEN dann neu.")
                                     .arg(QDir::toNativeSeparators(held)));
+        if (const QString reason = Ordnersperre::hindernis(held); !reason.isEmpty())
+            throw DatabaseError(DatabaseError::Kind::Io, reason);
         koben.message(
             QStringLiteral("Die Anwendung wurde bereits gestartet!  Mit der Tastenkombination CTRL+ESC können Sie alle "
                            "aktiven Programme auflisten und auswählen."));
@@ -90,11 +102,16 @@ void PA_Koben::Load() {
     koben.Datenbankpfad = koben.Datenordner + QStringLiteral("koben2.mdb");
     koben.Liste_neu_laden = 1;
     koben.Start_erledigt = 0;
+    const bool logLeft = QFileInfo(koben.Datenbankpfad + QStringLiteral("-wal")).size() > 0;
     Datenbank_oeffnen();
     koben.Heute = koben.clockToday();
     Einstellungen_lesen();
+    Uhr_pruefen();
+    Seiten_pruefen_nach_Abbruch(logLeft);
     Werte_nachholen(m_db, koben);
     m_started = true;
+    RunState(koben.platform, koben.Datenordner).setRunning(true);
+    Hinweise_zeigen();
     if (layoutChanged) layoutChanged();
     optianzeige.select(koben.Konfig_Zahl[Zahl::FilterAnzeige]);
     optiverkauft.select(koben.Konfig_Zahl[Zahl::FilterVerkauft]);
@@ -155,17 +172,26 @@ void PA_Koben::Datenordner_suchen() {
         makeDataFolder(QDir::cleanPath(koben.Datenordner), QDir(koben.Programmordner));
 }
 
+void PA_Koben::Datenbank_neu() {
+    Menues_sperren(false);
+    const QString missing = Fehlende_Datenbank(koben);
+    if (!missing.isEmpty()) m_hinweise += missing;
+    Datenbank_anlegen(koben.workspace, koben.Datenbankpfad);
+    verbinden();
+    Menues_sperren(true);
+}
+
 void PA_Koben::Datenbank_oeffnen() {
-    if (!QFile::exists(koben.Datenbankpfad)) {
-        Menues_sperren(false);
-        // the log of a database that somebody took away would be read into the new one
-        for (const char* log : {"-wal", "-shm", "-journal"})
-            QFile::remove(koben.Datenbankpfad + QString::fromLatin1(log));
-        Datenbank_anlegen(koben.workspace, koben.Datenbankpfad);
+    m_neu = !QFile::exists(koben.Datenbankpfad) || Workspace::setUnfinishedAside(koben.Datenbankpfad);
+    if (m_neu)
+        Datenbank_neu();
+    else
         verbinden();
-        Menues_sperren(true);
-    } else {
-        verbinden();
+    // copies that a killed compaction left; where the database is missing they may be all there is
+    if (m_hinweise.isEmpty()) {
+        const QString tidy = Komprimierte_Datei();
+        QFile::remove(tidy);
+        for (const QString& path : {koben.Datenbankpfad, tidy}) Workspace::removeLeftovers(path);
     }
     koben.Hauptdatenbank = koben.connect();
     Spalten_nachruesten(koben.Hauptdatenbank);
@@ -173,13 +199,10 @@ void PA_Koben::Datenbank_oeffnen() {
 
 /// What a short or damaged file does not say keeps the value of a new installation.
 void PA_Koben::Einstellungen_lesen() {
-    Einstellungen_vorgeben(koben, koben.platform.now().date().year());
-    if (QFile::exists(koben.Datenordner + SettingsFile)) {
-        Einstellungen_laden(koben);
-        Sortierung_pruefen();
-    } else if (const QString reason = Einstellungen_sichern(koben); !reason.isEmpty()) {
-        koben.message(reason);
-    }
+    QString failed;
+    m_einstellungshinweise = SettingsGuard(koben).load(koben.platform.now().date().year(), failed);
+    Sortierung_pruefen();
+    if (!failed.isEmpty()) koben.message(failed);
 }
 
 /// A damaged file must not name a sort field that does not exist: no list would ever come up again.
@@ -195,8 +218,8 @@ void PA_Koben::Sortierung_pruefen() {
 void PA_Koben::Activate() {
     koben.screens.waitCursor(false);
     if (koben.Status_neu_berechnen) {
-        statussetzen(m_db);
-        koben.Status_neu_berechnen = 0;
+        Progress progress(koben, QStringLiteral("Der Status der Sauen wird bestimmt ..."), 100);
+        if (statussetzen(m_db, [&](int percent) { return progress.step(percent); })) koben.Status_neu_berechnen = 0;
         koben.Liste_neu_laden = 1;
     }
     if (koben.Liste_neu_laden) {
@@ -204,6 +227,10 @@ void PA_Koben::Activate() {
         datenschweinelesen();
         if (row <= datali.rowCount()) datali.setRow(row);
         Menue_Zustand_setzen();
+    }
+    if (!m_einstellungshinweise.isEmpty() && !SettingsGuard(koben).isOpen() && koben.Start_erledigt) {
+        m_einstellungshinweise.clear();
+        Hinweise_zeigen();
     }
     if (!koben.Start_erledigt) {
         koben.Start_erledigt = 1;
@@ -252,7 +279,7 @@ void PA_Koben::beenden() {
         if (optisauen.selected() == i) koben.Konfig_Zahl[Zahl::FilterSauen] = static_cast<qint16>(i);
         if (i <= 2 && optiverkauft.selected() == i) koben.Konfig_Zahl[Zahl::FilterVerkauft] = static_cast<qint16>(i);
     }
-    const QString reason = Einstellungen_sichern(koben);
+    const QString reason = SettingsGuard(koben).save();
     if (!reason.isEmpty()) koben.message(reason);
     koben.end();
 }

@@ -6,11 +6,8 @@
 
 #include "core/Einstellungen.h"
 #include "core/PZ_Koben_Subs.h"
-#include "herd/PB_Neues_Schwein_Felder.h"
 
 namespace koben {
-
-using namespace animal;
 
 namespace {
 
@@ -25,93 +22,84 @@ constexpr int BoarLabel = 20;  // "Besamungsart:"
 }  // namespace
 
 PB_Neues_Schwein::PB_Neues_Schwein(Koben& context)
-    : Form(context, "PB_Neues_Schwein", "Schweine (Sauen/Eber/Masttiere) eingeben / ändern") {
-    kom[0].fixed = kom[4].fixed = true;
-    kom[0].setItems({"Sau", "Eber", "Mast", "Ferkel"});
-    kom[4].setItems({"N", "K"});
-    connectFields();
-    connectButtons();
+    : Eingabe(context, "PB_Neues_Schwein", "Schweine (Sauen/Eber/Masttiere) eingeben / ändern") {
+    bindFields();
+    kom[0].onClick = kom[0].onLostFocus = [this] { kom0_Click(); };
+    for (auto& field : tdat) field->onGotFocus = [this] { calend.setVisible(false); };
+    ok.onClick = [this] { save(0); };
+    oknächster[0].onClick = [this] { save(2); };
+    oknächster[1].onClick = [this] { save(1); };
+    standard.onClick = [this] { standard_Click(); };
+    comhilfe.onClick = [this] { koben.open("PH_Hilfe"); };
+    cmdabbrechen.onClick = [this] { cancel(); };
     helpTopic = name();
     acceptButton = &ok;
     cancelButton = &cmdabbrechen;
 }
 
-void PB_Neues_Schwein::connectFields() {
-    for (const TextField& field : Texts) t[field.index].maxLength = field.width;
-    for (const TextField& field : Keywords) kom[field.index].maxLength = field.width;
-    kom[0].onClick = kom[0].onLostFocus = [this] { kom0_Click(); };
-    for (int i = 0; i < tdat.count(); ++i) {
-        tdat[i].onGotFocus = [this] { calend.setVisible(false); };
-        tdat[i].onLostFocus = [this, i] { tdat[i].setText(Datum_ergaenzen(tdat[i].text(), koben.Heute)); };
-    }
-    for (auto& field : tz) {
-        TextBox* const box = field.get();
-        box->onKeyPress = Nur_Zahlzeichen;
-        box->onLostFocus = [box] { box->setText(Zahl_formatieren(QString(box->text()), 2)); };
-    }
-    static const int captionOf[][2] = {{7, 0}, {10, 1}, {15, 2}, {4, 3}};  // label, tdat
-    for (const auto& [label, date] : captionOf) {
-        tdat[date].setHint(bez[label].text());
-        calender[date].setHint("Kalender " + bez[label].text().chopped(1));
-        calender[date].icon = "kalender";
-    }
-}
-
-void PB_Neues_Schwein::connectButtons() {
-    for (int i = 0; i < calender.count(); ++i) calender[i].onClick = [this, i] { calender_Click(i); };
-    calend.onPick = [this](QDate date) {
-        tdat[m_calendarFor].setText(Datum_als_Anzeige(date));
-        calend.setVisible(false);
+void PB_Neues_Schwein::bindFields() {
+    const auto keyword = [](const char* table) {
+        const QString name = QString::fromUtf8(table);
+        return Source{.sql = "select * from " + name, .keywords = name};
     };
-    ok.onClick = [this] { ok_Click(); };
-    for (int i = 0; i < oknächster.count(); ++i) oknächster[i].onClick = [this, i] { oknächster_Click(i); };
-    standard.onClick = [this] { standard_Click(); };
-    comhilfe.onClick = [this] { koben.open("PH_Hilfe"); };
-    cmdabbrechen.onClick = [this] { cmdabbrechen_Click(); };
+    shareCalendar(calend);
+    choice(bez[0].text(), kom[0], {}, {"Sau", "Eber", "Mast", "Ferkel"});
+    freeText(bez[1].text(), t[0], "Nummer", LongestNumber);
+    freeText(bez[5].text(), t[1], "Ohrmarke", 20);
+    freeText(bez[6].text(), t[2], "Tätowierung", 20);
+    freeText(bez[9].text(), t[3], "Infos", 100);
+    freeText(bez[2].text(), kom[1], "Gruppe", 20, keyword("Stammdaten_Gruppe"));
+    freeText(bez[3].text(), kom[2], "Stallnr", 10, keyword("Stammdaten_Stallnummer"));
+    freeText(bez[8].text(), kom[3], "Rasse", 20, keyword("Stammdaten_Rasse"));
+    freeText(bez[13].text(), kom[5], "Zugangsgrund", 20, keyword("Stammdaten_Zugangsgrund"));
+    freeText(bez[14].text(), kom[6], "Lieferant", 20, keyword("Stammdaten_Kunde"));
+    freeText(bez[18].text(), kom[7], "Abgangsgrund", 20, keyword("Stammdaten_Abgangsgrund"));
+    freeText(bez[19].text(), kom[8], "Abnehmer", 20, keyword("Stammdaten_Kunde"));
+    choice(bez[BoarLabel].text(), kom[4], {}, {"N", "K"});
+    static const std::pair<int, const char*> dates[] = {
+        {7, "Geburtsdatum"}, {10, "Zugangsdatum"}, {15, "Abgangsdatum"}, {4, "BoxDatum"}};  // label, of tdat
+    for (int i = 0; i < tdat.count(); ++i) {
+        const QString& label = bez[dates[i].first].text();
+        date(label, tdat[i], calender[i], dates[i].second);
+        calender[i].setHint("Kalender " + label.chopped(1));
+    }
+    weight(bez[11].text(), tz[0], "Zugangsgewicht_kg");
+    amount(bez[12].text(), tz[1], "Einkaufspreis");
+    weight(bez[16].text(), tz[2], "Abgangsgewicht_kg");
+    amount(bez[17].text(), tz[3], "Verkaufspreis");
+    tick(konstatus, "Statusabfrage", "N", {});
+    tick(konamme, "Mechanische_Amme", "J", "N");
 }
 
 void PB_Neues_Schwein::Load() {
-    m_adding = koben.Buchungsmodus != u"Ändern";
-    m_db = koben.connect();
-    fillLists();
-    show();
-}
-
-void PB_Neues_Schwein::fillLists() {
-    for (const TextField& field : Keywords) {
-        const Table rows = m_db.table(QStringLiteral("select * from ") + QString::fromUtf8(field.keywords));
-        QStringList items;
-        for (int row = 0; row < rows.rowCount(); ++row) items += Hochkomma_ersetzen(rows.text(row, 0));
-        kom[field.index].setItems(items);
-    }
+    Eingabe::Load();
+    showAnimal();
 }
 
 // ----------------------------------------------------------------------------------------------------------- showing
 
 qint64 PB_Neues_Schwein::currentId() const {
-    if (m_adding || !koben.herdList) return 0;
+    if (adding() || !koben.herdList) return 0;
     const Grid& herd = koben.herdList->herd();
     return herd.value(herd.row(), u"ID").toInt();
 }
 
-void PB_Neues_Schwein::show() {
+QString PB_Neues_Schwein::stored(const QString& column) const { return Hochkomma_ersetzen(m_row->value(column)); }
+
+void PB_Neues_Schwein::showAnimal() {
     calend.setVisible(false);
-    if (m_adding)
+    if (adding())
         showNew();
     else
-        showStored();
+        showChanged();
     kom0_Click();
     t[0].setFocus();
 }
 
 void PB_Neues_Schwein::showNew() {
-    for (auto& field : t) field->setText({});
-    for (auto& field : kom) field->setText({});
-    for (auto& field : tdat) field->setText({});
-    for (auto& field : tz) field->setText("0,00");
+    showPresets();
+    for (int list : {0, 4}) kom[list].setText({});
     for (auto& fact : bezinfo) fact->setText({});
-    konstatus.setChecked(false);
-    konamme.setChecked(false);
     if (koben.Konfig_Zahl[Zahl::NummerErhoehen] != 0) t[0].setText(followingNumber());
     showMask();
 }
@@ -126,25 +114,18 @@ QString PB_Neues_Schwein::followingNumber() const {
     return next.size() > LongestNumber ? QString() : next;
 }
 
-void PB_Neues_Schwein::showStored() {
-    const Recordset row = m_db.open(QStringLiteral("select * from Sauen where ID = %1").arg(currentId()));
-    if (row.recordCount() == 0) {
+void PB_Neues_Schwein::showChanged() {
+    m_row = m_db.open(QStringLiteral("select * from Sauen where ID = %1").arg(currentId()));
+    if (m_row->recordCount() == 0) {
         koben.message("Das Tier, das geändert werden soll, gibt es nicht mehr.");
-        return cmdabbrechen_Click();
+        return cancel();
     }
-    const auto text = [&row](const char* field) { return Hochkomma_ersetzen(row.value(QString::fromUtf8(field))); };
-    const auto number = [&text](const char* field) { return Zahl_formatieren(text(field), 2); };
+    showStored();
     kom[0].setText({});
     for (const QString& kind : kom[0].items())
-        if (kind.compare(text("Art"), Qt::CaseInsensitive) == 0) kom[0].setText(kind);
-    for (const TextField& field : Texts) t[field.index].setText(text(field.name));
-    for (const TextField& field : Keywords) kom[field.index].setText(text(field.name));
-    for (const PlainField& field : Dates) tdat[field.index].setText(text(field.name));
-    for (const PlainField& field : Numbers) tz[field.index].setText(number(field.name));
-    konstatus.setChecked(text("Statusabfrage") == u"N");
-    kom[4].setCurrent(text("Belegungsart") == u"N" ? 0 : 1);
-    konamme.setChecked(text("Mechanische_Amme") == u"J");
-    for (int i = 0; i < bezinfo.count(); ++i) bezinfo[i].setText(text(Facts[i]));
+        if (kind.compare(stored("Art"), Qt::CaseInsensitive) == 0) kom[0].setText(kind);
+    kom[4].setCurrent(stored("Belegungsart") == u"N" ? 0 : 1);
+    for (int i = 0; i < bezinfo.count(); ++i) bezinfo[i].setText(stored(QString::fromUtf8(Facts[i])));
 }
 
 /// A sow has litters to inform about and may be a nurse, a boar has a kind of service.
@@ -160,12 +141,9 @@ void PB_Neues_Schwein::kom0_Click() {
     kom[4].setVisible(boar);
 }
 
-void PB_Neues_Schwein::calender_Click(int index) {
-    const bool open = !calend.visible() || m_calendarFor != index;
-    m_calendarFor = index;
-    const QString date = Datum_ergaenzen(tdat[index].text(), koben.Heute);
-    calend.setDate(Datum_aus_Text(date.isEmpty() ? koben.Heute : date));
-    calend.setVisible(open);
+void PB_Neues_Schwein::calendarOpens(const TextBox& field) {
+    const QString day = Datum_ergaenzen(field.text(), koben.Heute);
+    calend.setDate(Datum_aus_Text(day.isEmpty() ? koben.Heute : day));
 }
 
 // -------------------------------------------------------------------------------------------------------------- mask
@@ -204,28 +182,6 @@ void PB_Neues_Schwein::standard_Click() {
     koben.message(
         "Die Standardwerte wurden gesichert und werden ab sofort bei jeder Schwein-Neueingabe als Standardwerte "
         "vorgegeben.");
-}
-
-// ----------------------------------------------------------------------------------------------------------- buttons
-
-void PB_Neues_Schwein::ok_Click() {
-    if (accepted() && save()) cmdabbrechen_Click();
-}
-
-/// Saves and goes on: to a fresh record, or to the neighbour in the herd list, wrapping at the ends.
-void PB_Neues_Schwein::oknächster_Click(int index) {
-    if (!accepted() || !save()) return;
-    if (m_adding) {
-        if (koben.herdList) koben.herdList->datenschweinelesen();
-    } else if (koben.herdList && koben.herdList->herd().rowCount() > 1) {
-        koben.Tier_weiterschalten(index == 0 ? 1 : 0);
-    }
-    show();
-}
-
-void PB_Neues_Schwein::cmdabbrechen_Click() {
-    m_db.close();
-    close();
 }
 
 }  // namespace koben

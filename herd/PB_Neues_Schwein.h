@@ -1,11 +1,10 @@
 #pragma once
 // Adds an animal, or changes the one selected in the herd list and walks from there through the list.
-#include "forms/Form.h"
-#include "forms/Koben.h"
+#include "forms/Eingabe.h"
 
 namespace koben {
 
-class PB_Neues_Schwein final : public Form {
+class PB_Neues_Schwein final : public Eingabe {
 public:
     explicit PB_Neues_Schwein(Koben& koben);
 
@@ -60,48 +59,36 @@ public:
     Button cmdabbrechen{*this, "cmdabbrechen", "&Abbrechen"};
 
 private:
-    /// Failed rules or warnings: one line each, and the field to go back to.
-    struct Findings {
-        QStringList lines;
-        Control* first = nullptr;
-        void add(Control& field, const char* line);
-    };
-
     void Load() override;
-    void connectFields();
-    void connectButtons();
+    void bindFields();
 
     // showing
-    void fillLists();
-    void show();
+    void showAnimal();
     void showNew();
-    void showStored();
+    void showChanged();
     void showMask();
     QString followingNumber() const;
     void kom0_Click();
     qint64 currentId() const;
+    QString stored(const QString& column) const override;
+    void calendarOpens(const TextBox& field) override;
 
-    // saving
-    Findings check();
-    Findings doubtful();
-    bool taken(const char* field, const QString& text) const;
-    bool accepted();
-    bool save();
-    qint64 store(const QString& number);
-    void write(Recordset& row) const;
-    void enterKeywords();
-    void renumberMother(const QString& before, const QString& number);
+    // saving: PB_Neues_Schwein_Speichern.cpp
+    QString table() const override { return QStringLiteral("Sauen"); }
+    void check(Findings& found) override;
+    bool agreed() override;
+    bool taken(const char* field, const TextBox& box) const;
+    QString actionName() const override;
+    void write(const Action& action) override;
+    void refresh() override;
+    QStringList hints() const override;
+    void goOn(int index) override;
 
-    void calender_Click(int index);
-    void ok_Click();
-    void oknächster_Click(int index);
     void standard_Click();
-    void cmdabbrechen_Click();
     std::vector<TextBox*> maskFields();
 
-    Database m_db;
-    bool m_adding = true;
-    int m_calendarFor = 0;
+    std::optional<Recordset> m_row;  // the animal that is shown, while it is shown
+    QString m_warning;               // of the waiting time, from the last save
 };
 
 }  // namespace koben

@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <map>
 
+#include "core/Aktionsnamen.h"
 #include "core/PZ_Koben_Subs.h"
 
 namespace koben {
 
 namespace {
 
-constexpr int Unselect = 0;       // the rule that only clears
+constexpr int Unselect = 0;  // the rule that only clears
+constexpr int ByKind = 2;
 constexpr int HighestCount = 20;  // that the boxes offer; others can be typed
 constexpr double MostCount = 1e9;
 
@@ -96,11 +98,15 @@ QString PB_Selektieren::condition(int rule) const {
 
 void PB_Selektieren::entselekt_Click(int rule) {
     const WaitCursor wait(koben);
-    Transaction action(m_db);
+    Action action(m_db, QStringLiteral("Selektion aufgehoben"));
     if (rule == Unselect || kon.checked())  // the other rows, most of a large farm, have it already
         m_db.execute(QStringLiteral("update Sauen set Selektiert = '' where Selektiert IS NULL or Selektiert <> ''"));
-    if (rule != Unselect)
-        m_db.execute(QStringLiteral("update Sauen set Selektiert = 'X' where Abgangsdatum IS NULL") + condition(rule));
+    if (rule != Unselect) {
+        const int count = m_db.execute(QStringLiteral("update Sauen set Selektiert = 'X' where Abgangsdatum IS NULL") +
+                                       condition(rule));
+        action.setName(countedAnimals(count, rule == ByKind ? kom[0].text() : QString()) +
+                       QStringLiteral(" selektiert"));
+    }
     action.commit();
     koben.Liste_neu_laden = 1;
     if (koben.herdList) koben.herdList->datenschweinelesen();

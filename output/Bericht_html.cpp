@@ -183,8 +183,7 @@ void raeumeAuf(const QString& folder, int pages) {
 
 bool Bericht_schreiben(const Grid& grid, const Berichtsform& form, const QString& folder) {
     const int rowsPerPage = form.zeilenJeSeite > 0 ? form.zeilenJeSeite : 60;
-    Fortgang gang(form.weiter, grid, 2);
-    const auto widths = Spaltenbreiten(grid, grid.columnCount(), gang);
+    const auto widths = Spaltenbreiten(grid, grid.columnCount(), form.progress);
     if (static_cast<int>(widths.size()) < grid.columnCount()) return false;
     const auto split = seiten(grid, rowsPerPage);
     const int pages = static_cast<int>(split.size());
@@ -195,7 +194,7 @@ bool Bericht_schreiben(const Grid& grid, const Berichtsform& form, const QString
         const Zeilen& lines = split[static_cast<size_t>(page - 1)];
         if (!draft.add(dateiname(page), seite(grid, form, css, lines, page, pages))) return false;
         for (size_t line = 0; line < lines.size(); ++line)
-            if (!gang.step()) return false;
+            if (!advance(form.progress)) return false;
     }
     if (!draft.finish()) return false;
     raeumeAuf(folder, pages);

@@ -19,7 +19,7 @@ std::vector<Listenzeile> Listenzeilen(const Grid& grid) {
     return lines;
 }
 
-std::vector<qsizetype> Spaltenbreiten(const Grid& grid, int last, Fortgang& fortgang) {
+std::vector<qsizetype> Spaltenbreiten(const Grid& grid, int last, Progress* progress) {
     std::vector<qsizetype> widths;
     for (int c = 1; c <= last; ++c) widths.push_back(grid.column(c).title.size());
     for (int row = 1; row <= grid.rowCount(); ++row) {
@@ -27,9 +27,15 @@ std::vector<qsizetype> Spaltenbreiten(const Grid& grid, int last, Fortgang& fort
             qsizetype& width = widths[static_cast<size_t>(c - 1)];
             width = std::max(width, grid.cell(row, c).size());
         }
-        if (!fortgang.step()) return {};
+        if (!advance(progress)) return {};
     }
     return widths;
+}
+
+QString einzeilig(QString text) {
+    for (QChar& c : text)
+        if (c < u' ' || c == u'\x7f') c = u' ';
+    return text;
 }
 
 }  // namespace koben

@@ -1,10 +1,10 @@
 #pragma once
-// A list as its readers see it: the rows of a grid with the separator rows (first cell ".") already understood, the
-// widths of its columns, and how far a writer is with it. The writers walk these.
-#include <functional>
+// A list as its readers see it: the rows of a grid with what its separator rows mean, and the widths of its columns.
+// The writers walk these, twice over all rows: once to measure, once to write.
 #include <vector>
 
 #include "forms/Grid.h"
+#include "forms/Koben.h"
 
 namespace koben {
 
@@ -23,28 +23,13 @@ struct Listenzeile {
 /// other separator is a line.
 std::vector<Listenzeile> Listenzeilen(const Grid& grid);
 
-/// Is told the percentage done; false where the user wants no more of it. Empty: nobody asks.
-using Weiter = std::function<bool(int percent)>;
-
-/// Counts the rows that a writer has gone through, each of them `passes` times.
-class Fortgang {
-public:
-    Fortgang(const Weiter& weiter, const Grid& grid, int passes)
-        : m_weiter(weiter), m_total(std::max<qint64>(1, static_cast<qint64>(grid.rowCount()) * passes)) {}
-    /// One row more; false once the user has cancelled.
-    bool step() {
-        if (++m_done % rowsPerReport == 0 && m_weiter) m_on = m_weiter(static_cast<int>(m_done * 100 / m_total));
-        return m_on;
-    }
-
-private:
-    static constexpr qint64 rowsPerReport = 64;
-    const Weiter& m_weiter;
-    qint64 m_total, m_done = 0;
-    bool m_on = true;
-};
+/// One row more of work that may be cancelled; nobody asks where there is no progress.
+inline bool advance(Progress* progress) { return !progress || progress->advance(); }
 
 /// Characters of the longest text of each column up to `last`, its title included; empty where cancelled.
-std::vector<qsizetype> Spaltenbreiten(const Grid& grid, int last, Fortgang& fortgang);
+std::vector<qsizetype> Spaltenbreiten(const Grid& grid, int last, Progress* progress);
+
+/// A text that must not break its line or its columns: a control character is a blank.
+QString einzeilig(QString text);
 
 }  // namespace koben

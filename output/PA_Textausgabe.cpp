@@ -18,6 +18,18 @@ const QString Schriftvorgabe = QStringLiteral("Courier New");
 
 int zahl(const TextBox& box) { return static_cast<int>(std::clamp(Wert(box.text()), -32768.0, 32767.0)); }
 
+QString ohneWagenruecklauf(QString text) { return text.remove(u'\r'); }
+
+/// The head of a list that is laid out as a table: a line of titles and the dashes that are as long.
+QStringList tabellenkopf(const QString& text) {
+    constexpr int searched = 8;  // lines at the beginning
+    const QStringList lines = ohneWagenruecklauf(text.left(10000)).split(u'\n').mid(0, searched);
+    for (int i = 1; i < lines.size(); ++i)
+        if (lines[i].size() > 2 && lines[i].count(u'-') == lines[i].size() && lines[i - 1].size() == lines[i].size())
+            return {lines[i - 1], lines[i]};
+    return {};
+}
+
 /// Runs one step of a print whose failures are passed over.
 template <class Step>
 void stillschweigend(Step step) {
@@ -124,6 +136,7 @@ void PA_Textausgabe::ladeDatei() {
                                      "enthalten. Beim Ausdruck mit 'Datei drucken' werden trotzdem alle Daten "
                                      "ausgedruckt!"));
     t.setText(text);
+    m_geladen = text;
 }
 
 // ----------------------------------------------------------------------------------------------------- font
@@ -171,11 +184,23 @@ std::unique_ptr<PrintJob> PA_Textausgabe::beginneDruck() {
     if (!wanted.isEmpty() && koben.platform.printers().contains(wanted)) m_drucker = wanted;
     auto job = koben.platform.print(m_drucker, koben.Konfig_Zahl[Zahl::Druckformat] != 0);
     if (!job) throw std::runtime_error("Der Druck kann nicht beginnen, weil der Drucker nicht bereit ist.");
-    if (kom.current() >= 0) job->setFont(kom.text().trimmed());
-    if (const double points = Wert(gr_e.text()); points > 0) job->setSize(points);
-    job->setBold(kon[0].checked());
-    job->setItalic(kon[1].checked());
+    richteEin(*job);
     return job;
+}
+
+/// The chosen font, and what every page bears beside its lines.
+void PA_Textausgabe::richteEin(PrintJob& job) const {
+    Typeface font{.name = kom.current() >= 0 ? kom.text().trimmed() : QString(),
+                  .points = std::max(Wert(gr_e.text()), 0.0),
+                  .bold = kon[0].checked(),
+                  .italic = kon[1].checked()};
+    Sheet sheet{.title = Berichtstitel(koben), .date = koben.Heute};
+    for (const QString& line : tabellenkopf(t.text())) sheet.head.push_back({{{randtext() + line, font}}});
+    job.setSheet(sheet);
+    if (!font.name.isEmpty()) job.setFont(font.name);
+    if (font.points > 0) job.setSize(font.points);
+    job.setBold(font.bold);
+    job.setItalic(font.italic);
 }
 
 void PA_Textausgabe::drucke(PrintJob& job, const QString& line) const {
@@ -183,6 +208,26 @@ void PA_Textausgabe::drucke(PrintJob& job, const QString& line) const {
         job.newPage();
     else
         job.line(randtext() + line);
+}
+
+void PA_Textausgabe::druckeText(PrintJob& job) const {
+    QString text = ausWindows1252(nachWindows1252(ohneWagenruecklauf(t.text())));
+    if (text.endsWith(u'\n')) text.chop(1);
+    for (const QString& line : text.split(u'\n')) drucke(job, line);
+}
+
+Drawing PA_Textausgabe::druckbild() const {
+    DrawingRecorder job(koben.Konfig_Zahl[Zahl::Druckformat] != 0);
+    richteEin(job);
+    job.line({});
+    const auto print = [&](const QString& line) {
+        drucke(job, line);
+        return true;
+    };
+    const bool edited = ohneWagenruecklauf(t.text()) != ohneWagenruecklauf(m_geladen);
+    if (edited || !Zeilen_lesen(koben.Ausgabedatei, print)) druckeText(job);
+    job.end();
+    return job.drawing;
 }
 
 void PA_Textausgabe::dateidrucken_Click() {

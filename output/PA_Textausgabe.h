@@ -40,6 +40,9 @@ public:
     const Schrift& schrift() const { return m_schrift; }
     std::function<void()> schriftChanged;
 
+    /// What would be printed now: the whole file, or the text where it has been edited.
+    Drawing druckbild() const;
+
 private:
     void Load() override;
     void drucken_Click();
@@ -58,9 +61,12 @@ private:
     void zeigeSchrift();
     QString randtext() const;
     std::unique_ptr<PrintJob> beginneDruck();
+    void richteEin(PrintJob& job) const;
     void drucke(PrintJob& job, const QString& line) const;
+    void druckeText(PrintJob& job) const;
 
     Schrift m_schrift;
+    QString m_geladen;  ///< the text as it came from the file
     QString m_drucker;  ///< the printer chosen last; "" the standard one
 };
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/PZ_Koben_Subs.h"
+#include "forms/Liste.h"
 #include "output/Bericht_html.h"
 #include "output/Tabelle_xlsx.h"
 #include "output/Textliste.h"
@@ -18,7 +19,7 @@ constexpr int schmalsteSpalte = 27;  // pixels at 96 dpi; 400 twips
 int textbreite(const QString& text) {
     double width = 16;  // the cell's margins
     for (const QChar c : text) {
-        if (QStringLiteral("mwMW@%").contains(c))
+        if (QStringView(u"mwMW@%").contains(c))
             width += 12;
         else if (c.isUpper())
             width += 9.5;
@@ -48,7 +49,7 @@ void PA_Zwischenliste::connectHandlers() {
 }
 
 void PA_Zwischenliste::Load() {
-    gridli.load(koben.Datenordner + QStringLiteral("gridli.txt"));
+    Liste_uebernehmen(koben, gridli);
     erkenneDatumsspalten();
     if (m_zahlen[Zahl::ListenDarstellung] == 1) roexplorer_Click(0);
     if (m_zahlen[Zahl::ListenDarstellung] == 2) comtext_Click();
@@ -58,7 +59,7 @@ void PA_Zwischenliste::Load() {
 void PA_Zwischenliste::erkenneDatumsspalten() {
     if (gridli.rowCount() == 0) return;
     for (int c = 1; c <= gridli.columnCount(); ++c)
-        if (Ist_Datum(gridli.cell(1, c))) gridli.column(c).sort = Sort::Date;
+        if (gridli.value(1, c).isDate() || Ist_Datum(gridli.cell(1, c))) gridli.column(c).sort = Sort::Date;
     gridli.columnsChanged();
 }
 
@@ -88,10 +89,10 @@ void PA_Zwischenliste::meldeSchreibfehler(const QString& path) {
 QString PA_Zwischenliste::kopfDatum() const { return m_zahlen[Zahl::BerichtDatum] == 1 ? koben.Heute : QString(); }
 
 /// Works on the list while the user sees how far it is. False where she cancelled.
-bool PA_Zwischenliste::arbeiten(const QString& what, const std::function<void(const Weiter&)>& work) {
+bool PA_Zwischenliste::arbeiten(const QString& what, const std::function<void(Progress&)>& work) {
     const WaitCursor wait(koben);
-    Progress progress(koben, what, 100);
-    work([&](int percent) { return progress.step(percent); });
+    Progress progress(koben, what, 2 * static_cast<qint64>(gridli.rowCount()));
+    work(progress);
     return !progress.cancelled();
 }
 
@@ -100,11 +101,11 @@ void PA_Zwischenliste::comtext_Click() {
     QString& separator = koben.Konfig_Text[Text::Listentrenner];
     if (separator.isEmpty()) separator = QStringLiteral(" | ");
     QString list;
-    const bool whole = arbeiten(QStringLiteral("Die Textliste wird erstellt ..."), [&](const Weiter& weiter) {
+    const bool whole = arbeiten(QStringLiteral("Die Textliste wird erstellt ..."), [&](Progress& progress) {
         list = Textliste(gridli, {.trenner = separator,
                                   .datum = kopfDatum(),
                                   .kopf = koben.Konfig_Text[Text::Berichtskopf],
-                                  .weiter = weiter});
+                                  .progress = &progress});
     });
     if (whole) Text_uebergeben(koben, list);
 }
@@ -113,9 +114,9 @@ void PA_Zwischenliste::comexcel_Click() {
     if (listeLeer()) return;
     const QString path = Tabellendatei(koben.Datenordner);
     bool written = false;
-    const bool whole = arbeiten(QStringLiteral("Die Tabelle wird geschrieben ..."), [&](const Weiter& weiter) {
+    const bool whole = arbeiten(QStringLiteral("Die Tabelle wird geschrieben ..."), [&](Progress& progress) {
         written = Tabelle_schreiben(
-            gridli, path, {.datum = kopfDatum(), .kopf = koben.Konfig_Text[Text::Berichtskopf], .weiter = weiter});
+            gridli, path, {.datum = kopfDatum(), .kopf = koben.Konfig_Text[Text::Berichtskopf], .progress = &progress});
     });
     if (!whole) return;
     if (!written)
@@ -138,13 +139,13 @@ void PA_Zwischenliste::roexplorer_Click(int) {
     if (!text.isEmpty()) text += QStringLiteral("   ");
     text += koben.Konfig_Text[Text::Berichtskopf];
     bool written = false;
-    const bool whole = arbeiten(QStringLiteral("Der Bericht wird geschrieben ..."), [&](const Weiter& weiter) {
+    const bool whole = arbeiten(QStringLiteral("Der Bericht wird geschrieben ..."), [&](Progress& progress) {
         written = Bericht_schreiben(gridli,
                                     {.kopf = text,
                                      .zeilenJeSeite = m_zahlen[Zahl::BerichtZeilen],
                                      .seitenkopf = head,
                                      .seitenfuss = foot,
-                                     .weiter = weiter},
+                                     .progress = &progress},
                                     koben.Datenordner);
     });
     if (!whole) return;

@@ -36,7 +36,7 @@ private:
     void passeSpaltenbreitenAn();
     bool listeLeer();
     void meldeSchreibfehler(const QString& path);
-    bool arbeiten(const QString& what, const std::function<void(const Weiter&)>& work);
+    bool arbeiten(const QString& what, const std::function<void(Progress&)>& work);
     QString kopfDatum() const;
 
     const std::array<qint16, 101>& m_zahlen;

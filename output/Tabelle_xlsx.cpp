@@ -78,12 +78,12 @@ struct Spalte {
     qsizetype breite;
 };
 
-std::vector<Spalte> spalten(Workbook& book, const Grid& grid, Fortgang& gang) {
+std::vector<Spalte> spalten(Workbook& book, const Grid& grid, Progress* progress) {
     lxw_format* bold = book.format(true, false);
     lxw_format* boldNumber = book.format(true, true);
     lxw_format* number = book.format(false, true);
     std::vector<Spalte> columns;
-    for (qsizetype width : Spaltenbreiten(grid, grid.columnCount(), gang)) {
+    for (qsizetype width : Spaltenbreiten(grid, grid.columnCount(), progress)) {
         const int c = static_cast<int>(columns.size()) + 1;
         const bool right = grid.column(c).align == Align::Right && c <= hoechsteSpalte;
         if (right) width += 3;  // the format may add decimals
@@ -118,8 +118,7 @@ std::optional<double> Tabellenzahl(const QString& cell) {
 bool Tabelle_schreiben(const Grid& grid, const QString& path, const Tabellenform& form) {
     Workbook book(path + QStringLiteral(".neu"));
     if (!book.isOpen()) return false;
-    Fortgang gang(form.weiter, grid, 2);
-    const auto columns = spalten(book, grid, gang);
+    const auto columns = spalten(book, grid, form.progress);
     if (static_cast<int>(columns.size()) < grid.columnCount()) return false;
     for (size_t c = 0; c < columns.size(); ++c) {
         const auto column = static_cast<lxw_col_t>(c);
@@ -131,11 +130,12 @@ bool Tabelle_schreiben(const Grid& grid, const QString& path, const Tabellenform
         book.text(line, c - 1, grid.column(c).title, columns[static_cast<size_t>(c - 1)].titel);
     for (int row = 1; row <= grid.rowCount(); ++row) {
         ++line;
-        if (!gang.step()) return false;
+        if (!advance(form.progress)) return false;
         for (int c = 1; c <= grid.columnCount(); ++c) {
             const QString cell = grid.cell(row, c);
             lxw_format* format = columns[static_cast<size_t>(c - 1)].zelle;
-            if (const auto number = Tabellenzahl(cell))
+            const bool date = grid.value(row, c).isDate();
+            if (const auto number = date ? std::nullopt : Tabellenzahl(cell))
                 book.number(line, c - 1, *number, format);
             else
                 book.text(line, c - 1, cell, format);

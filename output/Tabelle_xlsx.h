@@ -9,7 +9,7 @@ namespace koben {
 struct Tabellenform {
     QString datum = {};  ///< above the table, none where empty
     QString kopf = {};   ///< a line of text under the date, none where empty
-    Weiter weiter = {};
+    Progress* progress = nullptr;  ///< of two steps a row
 };
 
 /// The number that a cell stands for: a plain decimal number with at most one comma and no point, in single precision.

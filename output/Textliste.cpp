@@ -8,21 +8,14 @@
 namespace koben {
 namespace {
 
-/// A cell's text must not break its line.
-QString einzeilig(QString text) {
-    for (QChar& c : text)
-        if (c == u'\r' || c == u'\n') c = u' ';
-    return text;
-}
-
 /// Lays texts out in columns of fixed width.
 class Spaltensatz {
 public:
-    Spaltensatz(const Grid& grid, const QString& separator, Fortgang& gang)
+    Spaltensatz(const Grid& grid, const QString& separator, Progress* progress)
         : m_grid(grid),
           m_separator(separator),
           m_count(std::min(grid.columnCount(), hoechsteSpalte)),
-          m_widths(Spaltenbreiten(grid, m_count, gang)) {}
+          m_widths(Spaltenbreiten(grid, m_count, progress)) {}
     /// Otherwise the user cancelled while the columns were measured.
     bool measured() const { return static_cast<int>(m_widths.size()) == m_count; }
 
@@ -64,13 +57,12 @@ QString Textliste(const Grid& grid, const Textlistenform& form) {
     if (!form.kopf.isEmpty()) out += form.kopf + Crlf;
     if (!out.isEmpty()) out += Crlf;
 
-    Fortgang gang(form.weiter, grid, 2);
-    const Spaltensatz columns(grid, form.trenner, gang);
+    const Spaltensatz columns(grid, form.trenner, form.progress);
     if (!columns.measured()) return {};
     const QString dashes = columns.dashes() + Crlf;
     out += columns.titles() + Crlf + dashes;
     for (const auto& [kind, row] : Listenzeilen(grid)) {
-        if (!gang.step()) return {};
+        if (!advance(form.progress)) return {};
         switch (kind) {
             case Zeilenart::Daten:
                 out += columns.row(row) + Crlf;

@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include "core/Einstellungen.h"
+#include "forms/Form.h"
 
 namespace koben {
 
@@ -16,6 +17,13 @@ void Text_uebergeben(Koben& koben, const QString& text) {
                            "kann. Bitte prüfen Sie, ob im Datenordner genügend Platz und das Schreiben "
                            "erlaubt ist.")
                 .arg(koben.Ausgabedatei));
+}
+
+QString Berichtstitel(const Koben& koben) {
+    const auto& open = koben.stack();
+    for (auto form = open.rbegin(); form != open.rend(); ++form)
+        if (!(*form)->name().startsWith(QStringLiteral("PA_"))) return (*form)->caption();
+    return QStringLiteral("KOBEN");
 }
 
 bool Zeilen_lesen(const QString& path, const std::function<bool(const QString& line)>& take) {

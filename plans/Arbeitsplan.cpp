@@ -23,8 +23,6 @@ constexpr std::array<NamedDate, 6> Dates{{{"Geburtsdatum", "Geburtsdatum"},
                                           {"Letzte Absetzung", "L_Absetzung"},
                                           {"Zugangsdatum", "Zugangsdatum"}}};
 
-constexpr int AnimalsPerReport = 2000;  // so rarely is progress told
-
 const qint64 EarliestDay = QDate(100, 1, 1).toJulianDay();
 const qint64 LatestDay = QDate(9999, 12, 31).toJulianDay();
 
@@ -176,9 +174,8 @@ std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::
         }
         const auto block = blocks.constFind(animals.integer(animal, idColumn));
         if (block != blocks.constEnd()) plan.push_back({animal, Verkaufssperre, period.first, *block});
-        if ((animal + 1) % AnimalsPerReport == 0) progress(steps);
+        if (!progress(steps)) return {};
     }
-    progress(steps);
     return plan;
 }
 

@@ -62,9 +62,9 @@ bool Tiere_vorhanden(const Database& db, Tierauswahl choice);
 /// Last day of the withdrawal period by animal id, for animals whose period ends at `first` or later.
 QHash<qint64, qint32> Wartezeiten_lesen(const Database& db, qint32 first);
 
-/// Called now and then, and at the end, with the number of steps done: one for each animal and kind of work that was
-/// neither inactive nor done.
-using Fortschritt = std::function<void(int steps)>;
+/// Called after each animal with the number of steps done: one for each animal and kind of work that was neither
+/// inactive nor done. False gives the work up.
+using Fortschritt = std::function<bool(int steps)>;
 
 /// The plan, in the order of the animals and, for one animal, of the kinds of work, the sale block last.
 std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::vector<Arbeit>& works, Zeitraum period,

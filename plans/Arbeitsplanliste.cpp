@@ -5,6 +5,8 @@
 #include <numeric>
 
 #include "core/PZ_Koben_Subs.h"
+#include "core/Variablen.h"
+#include "output/Listenzeilen.h"
 #include "store/Collation.h"
 
 namespace koben {
@@ -13,8 +15,6 @@ namespace {
 
 constexpr std::array<const char*, 4> Fields{"Nummer", "Art", "Stallnr", "Gruppe"};
 constexpr std::array<const char*, 7> Weekdays{"So", "Mo", "Di", "Mi", "Do", "Fr", "Sa"};
-
-QString anzeige(qint64 day) { return Datum_als_Anzeige(QDate::fromJulianDay(day)); }
 
 class Ausgabe {
 public:
@@ -55,33 +55,32 @@ public:
 
     void addHeaderRows() {
         const auto header = [&](auto&& text) {
-            QStringList cells(std::count(m_form.fields.begin(), m_form.fields.end(), true));
+            Grid::Row cells(std::count(m_form.fields.begin(), m_form.fields.end(), true));
             for (qint32 d = m_period.first; d <= m_period.last; ++d) cells.append(text(QDate::fromJulianDay(d)));
-            addRow(cells);
+            m_grid.addValues(std::move(cells));
         };
         header([](QDate date) { return QString::fromUtf8(Weekdays[static_cast<size_t>(date.dayOfWeek() % 7)]); });
         header([](QDate date) { return Datum_als_Anzeige(date).mid(0, 2); });
         header([](QDate date) { return Datum_als_Anzeige(date).mid(3, 2); });
         header([](QDate date) { return Datum_als_Anzeige(date).mid(8, 2); });
-        addRow(QStringList());
+        m_grid.addValues({});
     }
 
     void addDue(const Faelligkeit& due) {
-        QStringList cells;
+        Grid::Row cells;
         cells.reserve(m_grid.columnCount());
-        const QString from = date(due.from), to = date(due.to);
-        const QString work = due.work == Verkaufssperre ? QStringLiteral("Fleischverkaufssperre") : m_works[due.work];
+        const Value from(QDate::fromJulianDay(due.from)), to(QDate::fromJulianDay(due.to));
+        const Value work(due.work == Verkaufssperre ? QStringLiteral("Fleischverkaufssperre") : m_works[due.work]);
         if (m_form.chart) {
             addFields(cells, due.animal);
             const Zeitraum window{due.from, due.to};
-            for (qint32 d = m_period.first; d <= m_period.last; ++d)
-                cells.append(window.contains(d) ? m_form.due : m_form.free);
+            for (qint32 d = m_period.first; d <= m_period.last; ++d) cells.append(window.contains(d) ? m_due : m_free);
             cells << work << from << to;
         } else {
             cells << from << to << work;
             addFields(cells, due.animal);
         }
-        addRow(cells);
+        m_grid.addValues(std::move(cells));
     }
 
 private:
@@ -95,21 +94,9 @@ private:
 
     QString field(int animal, size_t f) const { return Hochkomma_ersetzen(m_animals.text(animal, m_columns[f])); }
 
-    void addFields(QStringList& cells, int animal) const {
+    void addFields(Grid::Row& cells, int animal) const {
         for (size_t f = 0; f < Fields.size(); ++f)
             if (m_columns[f] >= 0) cells.append(field(animal, f));
-    }
-
-    void addRow(const QStringList& cells) {
-        m_grid.addRow(QString());
-        m_grid.setRowCells(m_grid.rowCount(), cells);
-    }
-
-    /// The same few days come by the thousand.
-    QString date(qint32 day) {
-        QString& text = m_dates[day];
-        if (text.isEmpty()) text = anzeige(day);
-        return text;
     }
 
     QByteArray key(int animal, size_t f) const { return m_columns[f] < 0 ? QByteArray() : sortKey(field(animal, f)); }
@@ -140,7 +127,7 @@ private:
     const Zeitraum m_period;
     const Arbeitsplanform& m_form;
     std::array<int, 4> m_columns{};  // of the table of animals; -1 for a field that is not listed
-    QHash<qint32, QString> m_dates;
+    const Value m_due = m_form.due, m_free = m_form.free;
 };
 
 }  // namespace
@@ -161,7 +148,7 @@ QString Arbeitsplan_Pocket(const Grid& grid) {
         if (const int column = grid.columnOf(key)) columns.push_back(column);
     QString text;
     for (int row = 1; row <= grid.rowCount(); ++row) {
-        for (const int column : columns) text += grid.cell(row, column) + u'\t';
+        for (const int column : columns) text += einzeilig(grid.cell(row, column)) + u'\t';
         text += Crlf;
     }
     return text;

@@ -1,102 +1,75 @@
 #include "plans/PB_Arbeitsplan.h"
 
-#include <algorithm>
-
 #include "core/Einstellungen.h"
 #include "core/PZ_Koben_Subs.h"
-#include "forms/Stammdaten.h"
 
 namespace koben {
 
-PB_Arbeitsplan::PB_Arbeitsplan(Koben& koben_) : Form(koben_, "PB_Arbeitsplan", "Arbeitspläne berechnen") {
+PB_Arbeitsplan::PB_Arbeitsplan(Koben& koben_) : Bericht(koben_, "PB_Arbeitsplan", "Arbeitspläne berechnen") {
     optisort.frame = QStringLiteral("Sortierung nach...");
     allearplan[0].setHint("Alle Arbeitspläne markieren");
     allearplan[1].setHint("Keinen Arbeitsplan markieren");
-    calender.icon = QStringLiteral("kalender");
-    calender.setHint("Kalender");
     tdat.setHint(rahmen[1].text());
     for (int i = 0; i < t.count(); ++i) t[i].setHint(bez[i].text());
     gridli.setVisible(false);
-    helpTopic = name();
-    acceptButton = &ok[0];
-    cancelButton = &beenden;
-    connectHandlers();
-}
-
-void PB_Arbeitsplan::connectHandlers() {
-    tdat.onLostFocus = [this] { tdat_LostFocus(); };
-    calender.onClick = [this] { calend.setVisible(!calend.visible()); };
-    calend.onPick = [this](QDate date) { calend_Pick(date); };
+    bindChoices();
+    bindButtons(ok[0], beenden, &hilfe);
     for (int i = 0; i < woche.count(); ++i) woche[i].onClick = [this, i] { woche_Click(i); };
-    for (int i = 0; i < allearplan.count(); ++i) allearplan[i].onClick = [this, i] { allearplan_Click(i); };
     for (int i = 0; i < ok.count(); ++i) ok[i].onClick = [this, i] { ok_Click(i); };
     comarbplanoptionen.onClick = [this] { comarbplanoptionen_Click(); };
-    hilfe.onClick = [this] { koben.open("PH_Hilfe"); };
-    beenden.onClick = [this] { beenden_Click(); };
+}
+
+void PB_Arbeitsplan::bindChoices() {
+    bind(optisort, Zahl::PlanSortierung);
+    bind(kon, Zahl::PlanFeldNummer);
+    bind(konnurweiblich, Zahl::PlanNurSauen);
+    bind(wartezeit, Zahl::PlanWartezeit);
+    // The two marks come back together: a chart with one of them alone would tell nothing.
+    QString &due = koben.Konfig_Text[Text::PlanZeichenTermin], &free = koben.Konfig_Text[Text::PlanZeichenFrei];
+    bind(
+        [this, &due, &free] {
+            if (!due.isEmpty()) t[0].setText(due), t[1].setText(free);
+        },
+        [this, &due, &free] { due = t[0].text(), free = t[1].text(); });
+    // A run takes no mark as all: the names kept in the settings are those of the last run and are not marked again.
+    bindMarks(liarplan, Text::PlanArten, Marks::Forgotten);
+    bindAllAndNone(allearplan, [this]() -> ListBox& { return liarplan; });
+    bindDate(tdat, calender, calend);
 }
 
 void PB_Arbeitsplan::Load() {
-    restoreChoices();
-    const QDate today = Datum_aus_Text(koben.Heute);
+    Bericht::Load();
     tdat.setText(koben.Heute);
-    showEnd(today);
-    m_db = koben.connect();
-    // No kind of work is marked on opening, and a run takes this as all: the names kept in the settings are those of
-    // the last run and are not marked again.
+    showEnd();
+    if (liarplan.items().isEmpty())
+        koben.message("Hinweis:" + Crlf + Crlf +
+                      "Legen Sie in den Optionen die Arbeitspläne fest (sonst können keine Arbeitspläne erstellt "
+                      "werden)!");
+}
+
+void PB_Arbeitsplan::fillChoices() {
     const Table options = m_db.table("select * from Arbeitsplanoptionen");
     QStringList names;
     for (int row = 0; row < options.rowCount(); ++row)
         names.append(Hochkomma_ersetzen(options.text(row, options.columnOf(u"Arbeitsart"))));
     liarplan.setItems(names);
-    if (names.isEmpty())
-        koben.message("Hinweis:" + Crlf + Crlf +
-                      "Legen Sie in den Optionen die Arbeitspläne fest (sonst können keine Arbeitspläne erstellt "
-                      "werden)!");
-    calend.setDate(today);
 }
 
-void PB_Arbeitsplan::restoreChoices() {
-    const auto& number = koben.Konfig_Zahl;
-    optisort.select(0);
-    optisort.select(std::max<int>(number[Zahl::PlanSortierung], 0));
-    for (int i = 0; i < kon.count(); ++i) {
-        const int kept = number[static_cast<size_t>(Zahl::PlanFeldNummer + i)];
-        if (kept < 2) kon[i].setChecked(kept == 1);
-    }
-    konnurweiblich.setChecked(number[Zahl::PlanNurSauen] == 1);
-    wartezeit.setChecked(number[Zahl::PlanWartezeit] == 1);
-    if (koben.Konfig_Text[Text::PlanZeichenTermin].isEmpty()) return;
-    t[0].setText(koben.Konfig_Text[Text::PlanZeichenTermin]);
-    t[1].setText(koben.Konfig_Text[Text::PlanZeichenFrei]);
-}
+// ------------------------------------------------------------------------------------------------------------- period
 
-// ------------------------------------------------------------------------------------------------ period and choices
-
-/// The period's last day, counted from `start`; an invalid day leaves it as it is.
-void PB_Arbeitsplan::showEnd(QDate start) {
+/// The period's last day, counted from the first; an invalid day leaves it as it is.
+void PB_Arbeitsplan::showEnd() {
+    const QDate start = Datum_aus_Text(tdat.text());
     if (!start.isValid()) return;
     m_end = start.addDays(koben.Konfig_Zahl[Zahl::PlanTage]);
     Bezeichnung1.setText("bis " + Datum_als_Anzeige(m_end));
 }
 
-void PB_Arbeitsplan::tdat_LostFocus() {
-    tdat.setText(Datum_ergaenzen(tdat.text(), koben.Heute));
-    showEnd(Datum_aus_Text(tdat.text()));
-}
+void PB_Arbeitsplan::dateChanged(TextBox&) { showEnd(); }
 
 void PB_Arbeitsplan::woche_Click(int index) {
     koben.Konfig_Zahl[Zahl::PlanTage] = static_cast<qint16>(7 * (index + 1) - 1);
-    showEnd(Datum_aus_Text(tdat.text()));
-}
-
-void PB_Arbeitsplan::calend_Pick(QDate date) {
-    tdat.setText(Datum_als_Anzeige(date));
-    calend.setVisible(false);
-    showEnd(date);
-}
-
-void PB_Arbeitsplan::allearplan_Click(int index) {
-    for (int row = 0; row < liarplan.items().size(); ++row) liarplan.setMarked(row, index == 0);
+    showEnd();
 }
 
 void PB_Arbeitsplan::comarbplanoptionen_Click() {
@@ -106,23 +79,7 @@ void PB_Arbeitsplan::comarbplanoptionen_Click() {
         "öffnen Sie es wieder, damit der Datenbestand wieder geladen wird!");
 }
 
-void PB_Arbeitsplan::beenden_Click() {
-    auto& number = koben.Konfig_Zahl;
-    number[Zahl::PlanSortierung] = static_cast<qint16>(optisort.selected());
-    for (int i = 0; i < kon.count(); ++i)
-        number[static_cast<size_t>(Zahl::PlanFeldNummer + i)] = kon[i].checked() ? 1 : 0;
-    number[Zahl::PlanNurSauen] = konnurweiblich.checked() ? 1 : 0;
-    number[Zahl::PlanWartezeit] = wartezeit.checked() ? 1 : 0;
-    koben.Konfig_Text[Text::PlanZeichenTermin] = t[0].text();
-    koben.Konfig_Text[Text::PlanZeichenFrei] = t[1].text();
-    QString names = ";";
-    for (const QString& name : markedWorks()) names += name + u';';
-    koben.Konfig_Text[Text::PlanArten] = names;
-    m_db.close();
-    close();
-}
-
-// ------------------------------------------------------------------------------------------------------------ a run
+// -------------------------------------------------------------------------------------------------------------- a run
 
 void PB_Arbeitsplan::ok_Click(int index) {
     const bool chart = index == 1;
@@ -132,25 +89,36 @@ void PB_Arbeitsplan::ok_Click(int index) {
         return koben.message("Die Arbeitspläne können nicht berechnet werden, weil..." + Crlf + Crlf +
                              "...die Berechnungszeiträume falsche Datumangaben enthalten.");
     const Zeitraum period{static_cast<qint32>(start.toJulianDay()), static_cast<qint32>(m_end.toJulianDay())};
-    tickFields();
-    if (liarplan.markedCount() == 0) allearplan_Click(0);
-    if (!fill(period, chosenForm(chart)))
-        return koben.message("Es wurden lt. den aktuellen Einstellungen keine Tiere gefunden!");
+    tickAllIfNone(kon);
+    switch (fill(period, chosenForm(chart))) {
+        case Outcome::NoAnimals:
+            return koben.message("Es wurden lt. den aktuellen Einstellungen keine Tiere gefunden!");
+        case Outcome::Cancelled:
+            return;
+        case Outcome::Done:
+            break;
+    }
     writePocketFile();
-    if (gridli.rowCount() == 0) return koben.message("Keine zu listenden Daten gefunden");
-    Liste_uebergeben(koben, gridli);
+    Liste_ausgeben(koben, gridli);
 }
 
-/// The result into the hidden grid; false where there is no animal.
-bool PB_Arbeitsplan::fill(Zeitraum period, const Arbeitsplanform& form) {
+/// The result into the hidden grid.
+PB_Arbeitsplan::Outcome PB_Arbeitsplan::fill(Zeitraum period, const Arbeitsplanform& form) {
     const WaitCursor wait(koben);
     const Tierauswahl choice{.sowsOnly = konnurweiblich.checked(), .withBlocks = wartezeit.checked()};
-    const QStringList names = markedWorks();
+    const QStringList names = markedOrAll(liarplan);
     const auto works = Arbeiten_lesen(m_db.table("select * from Arbeitsplanoptionen"), names);
     const Table animals = Tiere_lesen(m_db, works, period, choice);
-    if (animals.rowCount() == 0 && !Tiere_vorhanden(m_db, choice)) return false;
-    Arbeitsplan_ausgeben(gridli, animals, compute(animals, works, period), names, period, form);
-    return true;
+    if (animals.rowCount() == 0 && !Tiere_vorhanden(m_db, choice)) return Outcome::NoAnimals;
+    const auto blocks = choice.withBlocks ? Wartezeiten_lesen(m_db, period.first) : QHash<qint64, qint32>();
+    std::vector<Faelligkeit> plan;
+    const qint64 steps = animals.rowCount() * static_cast<qint64>(works.size());
+    const bool whole = run("Der Arbeitsplan wird berechnet ...", steps, &meter, [&](Progress& progress) {
+        plan = Arbeitsplan_berechnen(animals, works, period, blocks, [&](int done) { return progress.step(done); });
+    });
+    if (!whole) return Outcome::Cancelled;
+    Arbeitsplan_ausgeben(gridli, animals, std::move(plan), names, period, form);
+    return Outcome::Done;
 }
 
 /// The chart needs two different marks, and the one of a due day must be seen.
@@ -163,32 +131,6 @@ void PB_Arbeitsplan::fixMarks() {
         "deshalb Ihre Angaben durch Standard-Werte.");
     t[0].setText("X");
     t[1].setText(" ");
-}
-
-/// A list without any field of the animals would say nothing.
-void PB_Arbeitsplan::tickFields() {
-    if (std::any_of(kon.begin(), kon.end(), [](const auto& box) { return box->checked(); })) return;
-    for (auto& box : kon) box->setChecked(true);
-}
-
-QStringList PB_Arbeitsplan::markedWorks() const {
-    QStringList works;
-    for (int row = 0; row < liarplan.items().size(); ++row)
-        if (liarplan.marked(row)) works.append(liarplan.items().at(row));
-    return works;
-}
-
-std::vector<Faelligkeit> PB_Arbeitsplan::compute(const Table& animals, const std::vector<Arbeit>& works,
-                                                 Zeitraum period) {
-    meter.setRange(animals.rowCount() * static_cast<int>(works.size()));
-    meter.setVisible(true);
-    const auto blocks = wartezeit.checked() ? Wartezeiten_lesen(m_db, period.first) : QHash<qint64, qint32>();
-    auto plan = Arbeitsplan_berechnen(animals, works, period, blocks, [this](int steps) {
-        meter.setValue(steps);
-        koben.screens.breathe();
-    });
-    meter.setVisible(false);
-    return plan;
 }
 
 Arbeitsplanform PB_Arbeitsplan::chosenForm(bool chart) const {

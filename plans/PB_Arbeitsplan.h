@@ -1,13 +1,12 @@
 #pragma once
 // The work plan: which animal needs which work in the coming days, as a list by date or as a chart with one column a
 // day. The same rows go to the file of the pocket device.
-#include "forms/Form.h"
-#include "forms/Koben.h"
+#include "output/Bericht.h"
 #include "plans/Arbeitsplanliste.h"
 
 namespace koben {
 
-class PB_Arbeitsplan final : public Form {
+class PB_Arbeitsplan final : public Bericht {
 public:
     explicit PB_Arbeitsplan(Koben& koben);
 
@@ -38,27 +37,21 @@ public:
 
 private:
     void Load() override;
-    void connectHandlers();
-    void restoreChoices();
-    void showEnd(QDate start);
-    void tdat_LostFocus();
+    void fillChoices() override;
+    void dateChanged(TextBox& field) override;
+    void bindChoices();
+    void showEnd();
     void woche_Click(int index);
-    void calend_Pick(QDate date);
-    void allearplan_Click(int index);
     void comarbplanoptionen_Click();
-    void beenden_Click();
 
     // a run, in its steps
     void ok_Click(int index);
     void fixMarks();
-    void tickFields();
-    bool fill(Zeitraum period, const Arbeitsplanform& form);
-    QStringList markedWorks() const;
-    std::vector<Faelligkeit> compute(const Table& animals, const std::vector<Arbeit>& works, Zeitraum period);
+    enum class Outcome { Done, NoAnimals, Cancelled };
+    Outcome fill(Zeitraum period, const Arbeitsplanform& form);
     Arbeitsplanform chosenForm(bool chart) const;
     void writePocketFile();
 
-    Database m_db;
     QDate m_end;  // last day of the period
 };
 

@@ -1,7 +1,6 @@
 #include "plans/PB_Wartezeiten.h"
 
 #include "core/PZ_Koben_Subs.h"
-#include "forms/Stammdaten.h"
 
 namespace koben {
 
@@ -19,28 +18,27 @@ Table blocked(const Database& db, const QString& today) {
 }  // namespace
 
 PB_Wartezeiten::PB_Wartezeiten(Koben& koben_)
-    : Form(koben_, "PB_Wartezeiten", "Wartezeiten (Fleischverkaufssperre) aufgrund von Medizingaben") {
-    gridli.setHint(Label1.text());
-    ok.onClick = [this] { ok_Click(); };
-    beenden.onClick = [this] { close(); };
-    helpTopic = name();
-    acceptButton = &ok;
-    cancelButton = &beenden;
-}
-
-void PB_Wartezeiten::Load() {
+    : Bericht(koben_, "PB_Wartezeiten", "Wartezeiten (Fleischverkaufssperre) aufgrund von Medizingaben") {
     for (const char* title : {"Nummer", "Art", "Gruppe", "Stallnr"})
         gridli.addColumn({.key = QString::fromUtf8(title).toLower(), .title = QString::fromUtf8(title)});
     gridli.addColumn({.key = "sperre_bis", .title = "Sperre_bis", .sort = Sort::Date});
     gridli.addColumn({.key = "tage", .title = "Tage", .align = Align::Right, .sort = Sort::Number});
+    gridli.setHint(Label1.text());
+    ok.onClick = [this] { Liste_ausgeben(koben, gridli); };
+    bindButtons(ok, beenden);
+    bindWidths(gridli, "pb_wartezeiten");
+}
+
+void PB_Wartezeiten::Load() {
+    Bericht::Load();
     const QDate today = Datum_aus_Text(koben.Heute);
-    const Table animals = blocked(koben.connect(), koben.Heute);
+    const Table animals = blocked(m_db, koben.Heute);
     for (int row = 0; row < animals.rowCount(); ++row) {
-        QStringList cells;
+        Grid::Row cells;
         for (int column = 0; column < 4; ++column) cells += Hochkomma_ersetzen(animals.text(row, column));
         const QDate until = animals.value(row, 4).toDate();
-        cells += {Datum_als_Anzeige(until), QString::number(today.daysTo(until))};
-        gridli.addRow(cells.join(u'\t'));
+        cells << until << today.daysTo(until);
+        gridli.addValues(std::move(cells));
     }
 }
 
@@ -49,11 +47,6 @@ void PB_Wartezeiten::FirstShown() {
     koben.message("Es wurden keine Wartezeiten ab dem aktuellen Datum " + koben.Heute +
                   " gefunden. Das Modul wird deshalb wieder geschlossen!");
     close();
-}
-
-void PB_Wartezeiten::ok_Click() {
-    if (gridli.rowCount() == 0) return koben.message("Keine zu listenden Daten gefunden");
-    Liste_uebergeben(koben, gridli);
 }
 
 }  // namespace koben

@@ -1,11 +1,10 @@
 #pragma once
 // Animals that may not go to slaughter today, with the last day of their block.
-#include "forms/Form.h"
-#include "forms/Koben.h"
+#include "output/Bericht.h"
 
 namespace koben {
 
-class PB_Wartezeiten final : public Form {
+class PB_Wartezeiten final : public Bericht {
 public:
     explicit PB_Wartezeiten(Koben& koben);
 
@@ -19,7 +18,6 @@ public:
 private:
     void Load() override;
     void FirstShown() override;
-    void ok_Click();
 };
 
 }  // namespace koben

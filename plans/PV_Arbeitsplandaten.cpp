@@ -4,7 +4,8 @@ namespace koben {
 
 PV_Arbeitsplandaten::PV_Arbeitsplandaten(Koben& koben_)
     : Stammdatenliste(koben_, "PV_Arbeitsplandaten", "Arbeitsplandaten",
-                      {.table = "Arbeitsplanoptionen",
+                      {.noun = "Arbeitsplan",
+                       .table = "Arbeitsplanoptionen",
                        .order = "Arbeitsart",
                        .entry = "PV_Arbeitsplandaten_Eingabe",
                        .fields = {"Arbeitsart", "Tage_von", "Tage_bis", "Bezugstermin", "Aktiv_gross", "Aktiv_klein",

@@ -27,12 +27,7 @@ public:
     ControlArray<ComboBox> kom{*this, "kom", 5};
 
 private:
-    void prepare() override;
-    void showDefaults() override;
-    void showRow() override;
-    void check(Findings& findings) override;
-    void write(Recordset& row) override;
-    void tz_LostFocus(int index);
+    void check(Findings& found) override;
     bool halfFilled(int first) const;
 };
 

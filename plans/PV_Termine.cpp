@@ -4,7 +4,8 @@ namespace koben {
 
 PV_Termine::PV_Termine(Koben& koben_)
     : Stammdatenliste(koben_, "PV_Termine", "Termine (für tierunabhängige Termine)",
-                      {.table = "Termine",
+                      {.noun = "Termin",
+                       .table = "Termine",
                        .order = "Terminart",
                        .entry = "PV_Termine_Eingabe",
                        .fields = {"Terminart", "Datum", "Wiederholung"}},

@@ -15,11 +15,7 @@ public:
     ComboBox kom{*this, "kom"};
 
 private:
-    void prepare() override;
-    void showDefaults() override;
-    void showRow() override;
-    void check(Findings& findings) override;
-    void write(Recordset& row) override;
+    void check(Findings& found) override;
 };
 
 }  // namespace koben

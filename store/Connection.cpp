@@ -5,7 +5,6 @@
 
 #include "store/Collation.h"
 #include "store/IsoDate.h"
-#include "store/StatementImpl.h"
 
 namespace koben {
 namespace {
@@ -73,11 +72,14 @@ Connection::Connection(const QString& path, std::function<QDateTime()> now) : m_
         throw DatabaseError(
             Kind::Io,
             QStringLiteral("Die Datenbank %1 ist schreibgeschützt. Bitte die Rechte der Datei prüfen.").arg(path));
-    koben::execute(
-        raw,
-        "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA cache_size = -65536; PRAGMA temp_store = MEMORY;"
-        "PRAGMA foreign_keys = OFF; PRAGMA trusted_schema = OFF");
+    // a file that turns out to be damaged keeps its bytes and its log
+    sqlite3_db_config(raw, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    koben::execute(raw,
+                   "PRAGMA cache_size = -65536; PRAGMA temp_store = MEMORY; PRAGMA foreign_keys = OFF;"
+                   "PRAGMA trusted_schema = OFF");
     m_catalog = loadCatalog(raw);
+    koben::execute(raw, "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
+    sqlite3_db_config(raw, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
     repairKeys(raw);
 }
 
@@ -89,19 +91,35 @@ sqlite3* Connection::file() const {
     return m_file.get();
 }
 
-void Connection::close() {
-    if (m_file == nullptr) return;
+void Connection::releaseStatements() {
     for (const auto& weak : m_streams)
         if (const auto stream = weak.lock()) stream->release();
     m_streams.clear();
     m_stock.clear();
     m_plans.clear();
+}
+
+void Connection::close() {
+    if (m_file == nullptr) return;
+    releaseStatements();
     if (m_depth > 0) sqlite3_exec(m_file.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     m_depth = 0;
     m_file.reset();
 }
 
-void Connection::keep(const std::shared_ptr<StatementImpl>& statement) {
+void Connection::closeWithoutLog() {
+    releaseStatements();
+    const auto answer = [this](const char* sql, int column) {
+        const StatementHandle s = koben::prepare(file(), sql);
+        if (sqlite3_step(s.get()) != SQLITE_ROW) throwSqlite(file(), QString::fromUtf8(sql));
+        return columnValue(s.get(), column, Type::Text).toText();
+    };
+    if (answer("PRAGMA wal_checkpoint(TRUNCATE)", 0) != u"0" || answer("PRAGMA journal_mode = DELETE", 0) != u"delete")
+        throwSqlite(file(), QString(), SQLITE_BUSY);
+    close();
+}
+
+void Connection::keep(const std::shared_ptr<Stream>& statement) {
     std::erase_if(m_streams, [](const auto& weak) { return weak.expired(); });
     m_streams.push_back(statement);
 }
@@ -192,11 +210,11 @@ Value Connection::slotValue(const sql::Slot& slot, const Command& command, const
 void Connection::bind(sqlite3_stmt* statement, const Command& command, const std::vector<Value>& parameters) {
     const sql::Plan& plan = *command.plan;
     if (static_cast<int>(parameters.size()) != plan.parameters)
-        throw DatabaseError(Kind::State,
-                            QStringLiteral("Die Anweisung braucht %1 Werte, übergeben wurden %2.\r\nAnweisung: %3")
-                                .arg(plan.parameters)
-                                .arg(parameters.size())
-                                .arg(command.text));
+        throw DatabaseError::ofStatement(Kind::State,
+                                         QStringLiteral("Die Anweisung braucht %1 Werte, übergeben wurden %2")
+                                             .arg(plan.parameters)
+                                             .arg(parameters.size()),
+                                         command.text);
     const int count = sqlite3_bind_parameter_count(statement);
     QDateTime now;
     for (size_t i = 0; i < plan.slots.size() && static_cast<int>(i) < count; ++i) {

@@ -1,6 +1,8 @@
 #pragma once
 // The one SQLite connection of a file within the process, with its plans and prepared statements.
+#include <QDateTime>
 #include <QHash>
+#include <functional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -30,6 +32,13 @@ struct WatchState {
     qint64 version = 0;  ///< of the file as other processes write it
 };
 
+/// A statement that somebody steps through while the connection lives; let go when it closes.
+class Stream {
+public:
+    virtual ~Stream() = default;
+    virtual void release() = 0;
+};
+
 /// A prepared statement on loan; goes back to the connection's stock, rewound.
 class Loan {
 public:
@@ -57,6 +66,9 @@ public:
     /// Throws State once closed.
     sqlite3* file() const;
     void close();
+    /// Closes a file that is to stand alone: all that was written is in it, and no log is beside it. Throws where that
+    /// cannot be said.
+    void closeWithoutLog();
     bool isClosed() const { return m_file == nullptr; }
 
     Command command(const QString& text);
@@ -101,10 +113,11 @@ public:
     void watch(const std::shared_ptr<WatchState>& state);
 
     /// Streaming statements, closed with the connection.
-    void keep(const std::shared_ptr<StatementImpl>& statement);
+    void keep(const std::shared_ptr<Stream>& statement);
 
 private:
     friend class Loan;
+    void releaseStatements();
     Value slotValue(const sql::Slot& slot, const Command& command, const std::vector<Value>& parameters,
                     const QDateTime& now) const;
     void ddl(const sql::Ddl& ddl, const QString& text);
@@ -119,7 +132,7 @@ private:
     std::shared_ptr<const sql::Catalog> m_catalog;
     QHash<QString, std::shared_ptr<const sql::Plan>> m_plans;
     std::unordered_map<std::string, std::vector<StatementHandle>> m_stock;
-    std::vector<std::weak_ptr<StatementImpl>> m_streams;
+    std::vector<std::weak_ptr<Stream>> m_streams;
     std::vector<std::weak_ptr<WatchState>> m_watches;
     qint64 m_writes = 0;
     quint64 m_schemaNumber = 0;

@@ -1,6 +1,7 @@
 #pragma once
-// Values from one type to another, as the engine converts them on assignment.
-#include "store/Database.h"
+// Values from one type to another, as an assignment to a field of that type converts them.
+#include "store/DatabaseError.h"
+#include "store/Value.h"
 
 namespace koben {
 

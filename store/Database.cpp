@@ -1,7 +1,6 @@
 #include "store/Database.h"
 
 #include "store/RecordsetImpl.h"
-#include "store/Schema.h"
 #include "store/StatementImpl.h"
 
 namespace koben {
@@ -81,7 +80,5 @@ void Transaction::commit() {
     m_connection->commit();
     m_open = false;
 }
-
-void addHelpers(const Database& database) { addHelpers(opened(database.m_connection)); }
 
 }  // namespace koben

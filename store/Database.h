@@ -4,9 +4,9 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <vector>
 
+#include "store/DatabaseError.h"
 #include "store/Table.h"
 #include "store/Value.h"
 
@@ -15,36 +15,6 @@ namespace koben {
 class Connection;  // one SQLite connection per file and process, shared by all Databases on it
 class RecordsetImpl;
 class StatementImpl;
-
-/// A statement that could not be understood or carried out, or a file that could not be opened.
-/// what() is a complete German sentence for the user, naming the statement, the place and the word where it can.
-class DatabaseError : public std::runtime_error {
-public:
-    enum class Kind {
-        Syntax,
-        UnknownName,
-        Type,
-        TooLong,
-        Constraint,
-        NotADatabase,
-        NewerVersion,
-        ForeignFormat,
-        Io,
-        State
-    };
-    DatabaseError(Kind kind, const QString& message, int position = -1)
-        : std::runtime_error(message.toStdString()), kind(kind), position(position) {}
-    QString message() const { return QString::fromUtf8(what()); }
-    const Kind kind;
-    const int position;  ///< offset in the statement's text, -1 where there is none
-};
-
-/// Name, type and width of a result column.
-struct Field {
-    QString name;
-    Type type = Type::Null;
-    int size = 0;  ///< characters, for Text; 0 otherwise
-};
 
 /// A cursor over a select. Over one plain table it is live and updatable (rows keyed, values read fresh);
 /// a join, distinct, group by, aggregate or pivot gives a read-only snapshot.
@@ -156,6 +126,9 @@ private:
 /// Called now and then during long work on a file, with how far it has come; false gives the work up.
 using FileProgress = std::function<bool(int percent)>;
 
+/// How thoroughly the pages of a file are looked at: Quick leaves out whether each index names every row.
+enum class Check { Quick, Full };
+
 /// Opens and makes database files; the file-level operations.
 class Workspace {
 public:
@@ -163,8 +136,11 @@ public:
     explicit Workspace(std::function<QDateTime()> now = {});
     ~Workspace();
 
-    /// Makes an empty database. Written beside and renamed: on failure there is no file.
-    Database create(const QString& path);
+    /// Makes a database and opens it; empty, or with what `fill` puts into it in one transaction.
+    Database create(const QString& path, const std::function<void(Database&)>& fill = {});
+    /// The same, without opening it. A draft beside it takes its place once its last page is on the disk and read back:
+    /// on failure there is no file.
+    void make(const QString& path, const std::function<void(Database&)>& fill = {});
     /// Opens a file for reading and writing. Refuses, before any write, a file that is not a database of this
     /// program (NotADatabase), one of a newer version (NewerVersion) and a genuine file of the old engine
     /// (ForeignFormat).
@@ -177,6 +153,14 @@ public:
     /// Consistent copy of an open or closed database, for backups. Takes the place of a file at `to` once it is whole.
     /// False, with `to` as it was, where it was given up.
     bool copy(const QString& from, const QString& to, const FileProgress& go = {});
+    /// Looks at every page of an open or closed database. "" where it is whole, otherwise what was found, for who mends
+    /// it; nothing where it was given up.
+    std::optional<QString> check(const QString& path, Check check, const FileProgress& go = {});
+    /// Removes what cut-off drafts of this file have left beside it. Only while no other program works on it.
+    static void removeLeftovers(const QString& path);
+    /// A file that was put in its place before it was finished holds nothing and would be called damaged for ever:
+    /// moves it aside. True where that was done; there is no file at `path` then.
+    static bool setUnfinishedAside(const QString& path);
     /// Closes all connections of this workspace; handles still held become unusable.
     void closeAll();
 

@@ -1,12 +1,7 @@
 #include "store/FileCheck.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <QFile>
 #include <QFileInfo>
-#include <cerrno>
-#include <cstdio>
 
 #include "store/Connection.h"
 
@@ -28,31 +23,6 @@ quint32 bigEndian(const QByteArray& bytes, qsizetype at) {
 bool oldEngine(const QByteArray& header) {
     return header.startsWith(QByteArray("\0\1\0\0", 4)) &&
            (header.mid(4, 15) == "Standard Jet DB" || header.mid(4, 15) == "Standard ACE DB");
-}
-
-QString reason(int error) {
-    switch (error) {
-        case ENOSPC:
-        case EDQUOT:
-            return QStringLiteral("der Datenträger ist voll");
-        case EROFS:
-        case EACCES:
-        case EPERM:
-            return QStringLiteral("dort darf nicht geschrieben werden");
-        case EIO:
-        case ENXIO:
-        case ENODEV:
-            return QStringLiteral("der Datenträger ist gestört oder nicht mehr verbunden");
-        default:
-            return QStringLiteral("Fehler %1").arg(error);
-    }
-}
-
-[[noreturn]] void ioError(const QString& path, const QString& what) {
-    throw DatabaseError(Kind::Io, what.arg(path) + QStringLiteral(": %1. Bitte prüfen Sie Platz, Schreibrechte und "
-                                                                  "Verbindung des Datenträgers, und versuchen Sie es "
-                                                                  "dann erneut.")
-                                                       .arg(reason(errno)));
 }
 
 }  // namespace
@@ -88,27 +58,6 @@ void checkDatabaseFile(const QString& path) {
             QStringLiteral("Die Datenbank %1 stammt von einer neueren KOBEN-Version. Sie bleibt unverändert. "
                            "Bitte die neuere Version des Programms benutzen.")
                 .arg(path));
-}
-
-void flushToDisk(const QString& path) {
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) ioError(path, QStringLiteral("%1 kann nicht geöffnet werden"));
-    const int result = ::fsync(descriptor);
-    const int error = errno;
-    ::close(descriptor);
-    errno = error;
-    if (result != 0) ioError(path, QStringLiteral("%1 kann nicht auf den Datenträger geschrieben werden"));
-}
-
-void removeDatabaseFile(const QString& path) {
-    for (const char* suffix : {"", "-journal", "-wal", "-shm"}) QFile::remove(path + QString::fromLatin1(suffix));
-}
-
-void renameDatabaseFile(const QString& from, const QString& to) {
-    flushToDisk(from);
-    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
-        ioError(to, QStringLiteral("Die Datei %1 kann nicht angelegt werden"));
-    flushToDisk(QFileInfo(to).absolutePath());
 }
 
 }  // namespace koben

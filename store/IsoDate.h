@@ -3,7 +3,7 @@
 #include <QStringView>
 #include <optional>
 
-#include "store/Value.h"
+#include "store/Scalars.h"
 
 namespace koben {
 

@@ -4,7 +4,7 @@
 #include <QString>
 #include <optional>
 
-#include "store/Value.h"
+#include "store/Scalars.h"
 
 namespace koben {
 

@@ -34,7 +34,7 @@ int order(const T& a, const T& b) {
     return a < b ? -1 : b < a ? 1 : 0;
 }
 
-/// Values of one column: Null first, texts in the engine's order.
+/// Values of one column: Null first, texts as Collation.h orders them.
 int compareValues(const Value& a, const Value& b) {
     if (a.isNull() || b.isNull()) return order(!a.isNull(), !b.isNull());
     if (a.isText() && b.isText()) return compareTexts(std::get<QString>(a.variant()), std::get<QString>(b.variant()));
@@ -57,7 +57,7 @@ public:
     PivotReader(Connection& connection, const Command& command)
         : m_connection(connection), m_command(command), m_plan(*command.plan), m_pivot(*m_plan.pivot) {}
 
-    std::shared_ptr<Table::Data> read() {
+    std::shared_ptr<TableData> read() {
         readRows();
         readCells();
         return assemble();
@@ -67,7 +67,7 @@ private:
     void readRows() {
         std::vector<Field> fields = m_pivot.keys;
         fields.insert(fields.end(), m_plan.fields.begin(), m_plan.fields.end());
-        m_rows = std::make_shared<Table::Data>(fields);
+        m_rows = std::make_shared<TableData>(fields);
         Loan loan(m_connection, m_plan.sql);
         m_connection.bind(loan.get(), m_command, {});
         while (m_connection.step(loan.get(), m_command.text)) {
@@ -136,10 +136,10 @@ private:
         return places;
     }
 
-    std::shared_ptr<Table::Data> assemble() {
+    std::shared_ptr<TableData> assemble() {
         std::vector<Field> fields = m_plan.fields;
         const std::vector<int> places = placeColumns(fields);
-        auto result = std::make_shared<Table::Data>(fields);
+        auto result = std::make_shared<TableData>(fields);
         result->rows = m_rows->rows;
         auto& columns = *result->columns;
         for (size_t c = 0; c < m_plan.fields.size(); ++c) columns[c] = (*m_rows->columns)[m_pivot.keys.size() + c];
@@ -162,7 +162,7 @@ private:
     const Command& m_command;
     const sql::Plan& m_plan;
     const sql::PivotPlan& m_pivot;
-    std::shared_ptr<Table::Data> m_rows;     // row keys, then row columns
+    std::shared_ptr<TableData> m_rows;       // row keys, then row columns
     std::vector<size_t> m_byKey;             // rows in the order of their keys
     std::vector<std::vector<Cell>> m_cells;  // by row
     std::vector<Value> m_values;             // the different pivot values as they came
@@ -171,15 +171,15 @@ private:
 
 }  // namespace
 
-std::shared_ptr<Table::Data> readTable(Connection& connection, const Command& command,
-                                       const std::function<bool(qint64 rows)>& go) {
+std::shared_ptr<TableData> readTable(Connection& connection, const Command& command,
+                                     const std::function<bool(qint64 rows)>& go) {
     constexpr size_t rowsPerQuestion = 4096;
     const sql::Plan& plan = *command.plan;
     if (plan.kind == sql::Plan::Kind::Pivot) return readPivot(connection, command);
     if (plan.kind != sql::Plan::Kind::Select)
         sql::Text(command.text)
             .fail(DatabaseError::Kind::State, 0, QStringLiteral("Geöffnet werden kann nur eine Auswahlabfrage"));
-    auto data = std::make_shared<Table::Data>(plan.fields);
+    auto data = std::make_shared<TableData>(plan.fields);
     Loan loan(connection, plan.sql);
     connection.bind(loan.get(), command, {});
     TopCut cut(plan.top, plan.topKeys);
@@ -192,11 +192,11 @@ std::shared_ptr<Table::Data> readTable(Connection& connection, const Command& co
     return data;
 }
 
-std::shared_ptr<Table::Data> readPivot(Connection& connection, const Command& command) {
+std::shared_ptr<TableData> readPivot(Connection& connection, const Command& command) {
     // Rows and cells are read from one state of the file.
     const bool alone = sqlite3_get_autocommit(connection.file()) != 0;
     if (alone) execute(connection.file(), "BEGIN");
-    std::shared_ptr<Table::Data> result;
+    std::shared_ptr<TableData> result;
     try {
         result = PivotReader(connection, command).read();
     } catch (...) {

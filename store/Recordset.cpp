@@ -1,4 +1,6 @@
 #include "store/RecordsetImpl.h"
+
+#include "store/Database.h"
 #include "store/SnapshotCriteria.h"
 #include "store/StatementImpl.h"
 
@@ -30,7 +32,7 @@ void RecordsetImpl::readIds() {
 }
 
 void RecordsetImpl::fail(Kind kind, const QString& what) const {
-    throw DatabaseError(kind, what + QStringLiteral(".\r\nAnweisung: ") + command.text);
+    throw DatabaseError::ofStatement(kind, what, command.text);
 }
 
 void RecordsetImpl::requireOpen() const {
@@ -104,7 +106,7 @@ Value RecordsetImpl::value(int index) {
     return m_row[static_cast<size_t>(index)];
 }
 
-/// The number is taken for good, as the engine gives it out with add-new.
+/// The number is taken for good: a row that is given up does not give it back.
 qint64 RecordsetImpl::nextCounter() {
     const sql::TableInfo& table = *command.plan->table;
     const std::string name = "'" + QString(table.name).replace(u'\'', QStringLiteral("''")).toStdString() + "'";
@@ -280,7 +282,7 @@ namespace {
 void requireRecords(const RecordsetImpl& r) {
     r.requireOpen();
     if (r.size() - r.gone == 0)
-        throw DatabaseError(Kind::State, QStringLiteral("Kein aktueller Datensatz.\r\nAnweisung: ") + r.command.text);
+        throw DatabaseError::ofStatement(Kind::State, QStringLiteral("Kein aktueller Datensatz"), r.command.text);
 }
 
 }  // namespace
@@ -300,16 +302,14 @@ void Recordset::moveLast() {
 
 void Recordset::moveNext() {
     if (eof())
-        throw DatabaseError(Kind::State,
-                            QStringLiteral("Kein aktueller Datensatz.\r\nAnweisung: ") + m_impl->command.text);
+        throw DatabaseError::ofStatement(Kind::State, QStringLiteral("Kein aktueller Datensatz"), m_impl->command.text);
     m_impl->dropEdit();
     m_impl->land(m_impl->position + 1, 1);
 }
 
 void Recordset::movePrevious() {
     if (bof())
-        throw DatabaseError(Kind::State,
-                            QStringLiteral("Kein aktueller Datensatz.\r\nAnweisung: ") + m_impl->command.text);
+        throw DatabaseError::ofStatement(Kind::State, QStringLiteral("Kein aktueller Datensatz"), m_impl->command.text);
     m_impl->dropEdit();
     m_impl->land(m_impl->position - 1, -1);
 }

@@ -37,7 +37,7 @@ public:
     Command command;
     std::vector<Field> fields;
     std::vector<qint64> ids;
-    std::shared_ptr<Table::Data> snapshot;
+    std::shared_ptr<TableData> snapshot;
     int position = -1;
     int reached = 0;   // records of the first result seen so far
     int original = 0;  // their number

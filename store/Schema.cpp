@@ -245,4 +245,6 @@ void addHelpers(Connection& connection) {
     if (added) connection.schemaChanged();  // the catalogue tells which fields have such an index
 }
 
+void addHelpers(const Database& database) { addHelpers(*database.m_connection); }
+
 }  // namespace koben

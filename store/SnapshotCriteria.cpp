@@ -2,7 +2,7 @@
 
 namespace koben {
 
-int firstMatch(Connection& connection, const std::shared_ptr<const sql::Catalog>& catalog, const Table::Data& table,
+int firstMatch(Connection& connection, const std::shared_ptr<const sql::Catalog>& catalog, const TableData& table,
                const QString& criteria) {
     QString prefix;
     for (const Field& f : table.fields)

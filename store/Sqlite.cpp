@@ -120,6 +120,26 @@ QString reason(int code) {
     }
 }
 
+/// The reasons that name a remedy are whole but for their end.
+QString forUser(int code, const QString& problem) {
+    switch (code & 0xFF) {
+        case SQLITE_CONSTRAINT:
+        case SQLITE_TOOBIG:
+            return problem + QStringLiteral(". Bitte berichtigen Sie die Eingabe.");
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+        case SQLITE_FULL:
+        case SQLITE_READONLY:
+        case SQLITE_CORRUPT:
+        case SQLITE_NOTADB:
+        case SQLITE_CANTOPEN:
+        case SQLITE_IOERR:
+            return problem + u'.';
+        default:
+            return programFault();
+    }
+}
+
 Kind kindOf(int code) {
     switch (code & 0xFF) {
         case SQLITE_CONSTRAINT:
@@ -191,10 +211,11 @@ Value argumentValue(sqlite3_value* value, Type type) { return read(ArgumentSourc
 
 void throwSqlite(sqlite3* file, const QString& statement, int code) {
     const int error = code != SQLITE_OK ? code : sqlite3_extended_errcode(file);
-    QString message =
-        reason(error) + QStringLiteral(" (SQLite %1: %2).").arg(error).arg(QString::fromUtf8(sqlite3_errmsg(file)));
-    if (!statement.isEmpty()) message += QStringLiteral("\r\nAnweisung: ") + statement;
-    throw DatabaseError(kindOf(error), message);
+    const QString problem = reason(error);
+    QString detail =
+        problem + QStringLiteral(" (SQLite %1: %2).").arg(error).arg(QString::fromUtf8(sqlite3_errmsg(file)));
+    if (!statement.isEmpty()) detail += QStringLiteral("\r\nAnweisung: ") + statement;
+    throw DatabaseError(kindOf(error), forUser(error, problem), detail);
 }
 
 void execute(sqlite3* file, const std::string& sql) {

@@ -5,7 +5,6 @@
 #include <memory>
 
 #include "store/Convert.h"
-#include "store/Database.h"
 
 namespace koben {
 

@@ -1,6 +1,7 @@
 #include <QDateTime>
 
 #include "store/CollationUtf8.h"
+#include "store/Database.h"
 #include "store/IsoDate.h"
 #include "store/StatementImpl.h"
 
@@ -61,8 +62,7 @@ namespace {
 
 sqlite3_stmt* row(StatementImpl& impl) {
     if (!impl.onRow || impl.statement == nullptr)
-        throw DatabaseError(Kind::State,
-                            QStringLiteral("Kein aktueller Datensatz.\r\nAnweisung: ") + impl.command.text);
+        throw DatabaseError::ofStatement(Kind::State, QStringLiteral("Kein aktueller Datensatz"), impl.command.text);
     return impl.statement.get();
 }
 
@@ -74,9 +74,8 @@ const Field& fieldAt(const StatementImpl& impl, int column) {
 
 int Statement::run(const std::vector<Value>& values) {
     if (m_impl->command.plan->kind != sql::Plan::Kind::Write)
-        throw DatabaseError(
-            Kind::State,
-            QStringLiteral("Eine Auswahlabfrage kann nicht ausgeführt werden.\r\nAnweisung: ") + m_impl->command.text);
+        throw DatabaseError::ofStatement(
+            Kind::State, QStringLiteral("Eine Auswahlabfrage kann nicht ausgeführt werden"), m_impl->command.text);
     m_impl->bind(values);
     m_impl->connection->aboutToWrite(m_impl->command.text);
     while (m_impl->connection->step(m_impl->statement.get(), m_impl->command.text)) {

@@ -19,11 +19,11 @@ private:
 };
 
 /// A statement of its own with its place in the result.
-class StatementImpl {
+class StatementImpl : public Stream {
 public:
     StatementImpl(std::shared_ptr<Connection> owner, Command text)
         : connection(std::move(owner)), command(std::move(text)) {}
-    void release() { statement.reset(); }
+    void release() override { statement.reset(); }
     sqlite3_stmt* get();
     bool next();
     void bind(const std::vector<Value>& values);

@@ -8,7 +8,7 @@
 
 namespace koben {
 
-struct Field;
+struct TableData;
 
 /// Rows are numbered from 0. Copies share the data; removeRow() detaches.
 class Table {
@@ -26,7 +26,7 @@ public:
     QString text(int row, int column) const;
     /// Whole number, date (Julian day) or money (ten-thousandths) without conversion; 0 for Null or text.
     qint64 integer(int row, int column) const;
-    /// Below 0, 0, above 0: the order of the type, texts in the engine's order, Null first.
+    /// Below 0, 0, above 0: the order of the type, texts as Collation.h orders them, Null first.
     int compare(int rowA, int rowB, int column) const;
     /// Sorts row numbers by a column as compare() has it; rows equal in it keep their order.
     void sort(std::vector<int>& rows, int column, bool down) const;
@@ -34,11 +34,10 @@ public:
     /// Adds the rows of a table with the same fields at the end. Copies made before stay as they are.
     void append(const Table& rows);
 
-    struct Data;
-    explicit Table(std::shared_ptr<Data> data) : m_data(std::move(data)) {}
+    explicit Table(std::shared_ptr<TableData> data) : m_data(std::move(data)) {}
 
 private:
-    std::shared_ptr<Data> m_data;
+    std::shared_ptr<TableData> m_data;
 };
 
 }  // namespace koben

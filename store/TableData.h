@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "store/Database.h"
+#include "store/Value.h"
 
 namespace koben {
 
@@ -57,14 +57,14 @@ private:
 };
 
 /// The columns are shared and never change once filled; a removed row only leaves the order.
-struct Table::Data {
+struct TableData {
     std::vector<Field> fields;
     std::shared_ptr<std::vector<ColumnStore>> columns = std::make_shared<std::vector<ColumnStore>>();
     size_t rows = 0;
     bool reordered = false;
     std::vector<quint32> order;  ///< only when reordered
 
-    explicit Data(std::vector<Field> names = {});
+    explicit TableData(std::vector<Field> names = {});
     size_t rowAt(int row) const { return reordered ? order[static_cast<size_t>(row)] : static_cast<size_t>(row); }
     size_t rowCount() const { return reordered ? order.size() : rows; }
 };

@@ -1,29 +1,11 @@
 #pragma once
 // The values that travel between the database and the program: typed, nullable, exact where money is concerned.
-#include <QDate>
 #include <QString>
-#include <compare>
 #include <variant>
 
+#include "store/Scalars.h"
+
 namespace koben {
-
-/// Column types of the dialect. A result column keeps its type through aliases, sums and pivots.
-enum class Type : quint8 { Null, Bool, Short, Long, Single, Double, Currency, Date, Text };
-
-/// An exact amount: fixed point with four decimals in 64 bits. Never goes through a float.
-struct Money {
-    qint64 tenThousandths = 0;
-    auto operator<=>(const Money&) const = default;
-};
-
-/// A day with an optional time of day. Comparison is chronological.
-struct DateTime {
-    qint32 julianDay = 0;
-    qint32 second = 0;  ///< of the day; 0 for a pure date
-    static DateTime of(QDate date) { return {static_cast<qint32>(date.toJulianDay()), 0}; }
-    QDate date() const { return QDate::fromJulianDay(julianDay); }
-    auto operator<=>(const DateTime&) const = default;
-};
 
 /// One field value; default-constructed it is Null.
 class Value {
@@ -60,6 +42,13 @@ public:
 
 private:
     std::variant<std::monostate, bool, qint32, qint64, float, double, Money, DateTime, QString> m_value;
+};
+
+/// Name, type and width of a result column.
+struct Field {
+    QString name;
+    Type type = Type::Null;
+    int size = 0;  ///< characters, for Text; 0 otherwise
 };
 
 }  // namespace koben

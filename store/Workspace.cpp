@@ -1,12 +1,14 @@
-#include <QDateTime>
+#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QMutex>
 #include <algorithm>
-#include <cmath>
 
 #include "store/Connection.h"
+#include "store/Draft.h"
 #include "store/FileCheck.h"
+#include "store/Files.h"
+#include "store/PageCheck.h"
 #include "store/Schema.h"
 
 namespace koben {
@@ -29,8 +31,6 @@ std::shared_ptr<Connection> openAlready(const QString& canonical) {
     const auto connection = registry().connections.value(canonical).lock();
     return connection != nullptr && !connection->isClosed() ? connection : nullptr;
 }
-
-QString besideName(const QString& path) { return path + QStringLiteral(".neu"); }
 
 void requireFree(const QString& path) {
     if (QFileInfo::exists(path)) throw DatabaseError(Kind::Io, QStringLiteral("Die Datei %1 gibt es schon.").arg(path));
@@ -61,92 +61,37 @@ QByteArray rowCounts(sqlite3* file) {
     return result;
 }
 
-/// Tells how far SQLite's work on a file has come while it lives, and gives it up where it is told to.
-class Watched {
-public:
-    /// `percent` of `instructions` done so far.
-    Watched(sqlite3* file, const FileProgress& go, std::function<int(qint64 instructions)> percent)
-        : m_file(file), m_go(go), m_percent(std::move(percent)) {
-        if (m_go) sqlite3_progress_handler(m_file, Every, &Watched::look, this);
-    }
-    ~Watched() { sqlite3_progress_handler(m_file, 0, nullptr, nullptr); }
-    Watched(const Watched&) = delete;
-    Watched& operator=(const Watched&) = delete;
-
-private:
-    static int look(void* self) { return static_cast<Watched*>(self)->goOn() ? 0 : 1; }
-    bool goOn() {
-        m_done += Every;
-        return m_go(std::min(m_percent(m_done), 100));
-    }
-
-    static constexpr int Every = 100'000;  // instructions of SQLite's machine, a few milliseconds
-    sqlite3* m_file;
-    const FileProgress& m_go;
-    std::function<int(qint64)> m_percent;
-    qint64 m_done = 0;
-};
-
-/// Steps a statement to its end; false where it was given up.
-bool finish(sqlite3* file, sqlite3_stmt* statement, const QString& text) {
-    const int code = sqlite3_step(statement);
-    if (code != SQLITE_DONE && code != SQLITE_ROW && code != SQLITE_INTERRUPT) throwSqlite(file, text, code);
-    return code != SQLITE_INTERRUPT;
-}
-
 // Of the time that a copy takes, writing is the first third and checking the rest.
 constexpr int WritingShare = 30;
-constexpr double CheckPerPage = 1200;  // instructions, as measured on large herds
-
-/// How far the check has come. Where it takes longer than expected the rest is told in ever smaller steps: a bar that
-/// stands at its end looks like a program that hangs.
-int checked(qint64 instructions, qint64 pages) {
-    constexpr double sure = 0.9;
-    double share = static_cast<double>(instructions) / (CheckPerPage * static_cast<double>(std::max<qint64>(pages, 1)));
-    if (share > sure) share = 1 - (1 - sure) * std::exp((sure - share) / (1 - sure));
-    return WritingShare + static_cast<int>(share * (100 - WritingShare));
-}
 
 /// A copy is worth its name only when it is whole, ours and has every row. False where the check was given up.
 bool checkCopy(sqlite3* source, const QString& path, const FileProgress& go) {
     const FileHandle copy = openRaw(path, SQLITE_OPEN_READONLY);
-    bool whole = static_cast<quint32>(number(copy.get(), "PRAGMA application_id")) == kApplicationId;
-    const qint64 pages = number(copy.get(), "PRAGMA page_count");
-    const QString text = QStringLiteral("PRAGMA integrity_check(1)");
-    const StatementHandle check = prepare(copy.get(), text.toStdString());
-    {
-        const Watched watched(copy.get(), go, [&](qint64 done) { return checked(done, pages); });
-        if (!finish(copy.get(), check.get(), text)) return false;
-    }
-    whole = whole && columnValue(check.get(), 0, Type::Text).toText() == u"ok";
-    if (!whole || rowCounts(source) != rowCounts(copy.get()))
+    const auto found = checkPages(copy.get(), Check::Full, go, WritingShare);
+    if (!found) return false;
+    if (!found->isEmpty() || static_cast<quint32>(number(copy.get(), "PRAGMA application_id")) != kApplicationId ||
+        rowCounts(source) != rowCounts(copy.get()))
         throw DatabaseError(
             Kind::Io,
-            QStringLiteral("Die Kopie %1 der Datenbank ist nicht vollständig. Die Datenbank selbst ist unverändert.")
+            QStringLiteral("Die Kopie %1 der Datenbank ist nicht vollständig. Die Datenbank selbst ist unverändert. "
+                           "Bitte prüfen Sie den Datenträger, und versuchen Sie es dann erneut.")
                 .arg(path));
     return true;
 }
 
-/// Makes a checked copy of `from` at `to` with `work(source, path beside)`, which answers false where it was given up;
-/// `to` appears whole or not at all.
+/// Makes a checked copy of `from` at `to` with `work(source, path of the draft)`, which answers false where it was
+/// given up; `to` appears whole or not at all.
 template <typename Work>
 bool makeCopy(const QString& from, const QString& to, const FileProgress& go, Work work) {
     checkSource(from);
-    const QString beside = besideName(to);
-    removeDatabaseFile(beside);
-    try {
+    Draft draft(to);
+    {
         const FileHandle source = openRaw(from, SQLITE_OPEN_READWRITE);
         execute(source.get(), "BEGIN; SELECT count(*) FROM sqlite_master; COMMIT");
-        const bool made = work(source.get(), beside) && checkCopy(source.get(), beside, go);
-        if (made)
-            renameDatabaseFile(beside, to);
-        else
-            removeDatabaseFile(beside);
-        return made;
-    } catch (...) {
-        removeDatabaseFile(beside);
-        throw;
+        if (!work(source.get(), draft.path()) || !checkCopy(source.get(), draft.path(), go)) return false;
     }
+    draft.finishChecked();
+    return true;
 }
 
 bool backup(sqlite3* source, const QString& path, const FileProgress& go) {
@@ -168,33 +113,40 @@ bool backup(sqlite3* source, const QString& path, const FileProgress& go) {
     return true;
 }
 
+/// A file with an empty catalogue.
+void makeEmpty(const QString& path) {
+    const FileHandle file = openRaw(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    execute(file.get(), "PRAGMA page_size = 4096; PRAGMA encoding = 'UTF-8'; PRAGMA application_id = " +
+                            std::to_string(kApplicationId) + "; PRAGMA user_version = " + std::to_string(kFileVersion));
+    execute(file.get(), "BEGIN");
+    createCatalog(file.get());
+    execute(file.get(), "COMMIT");
+}
+
 }  // namespace
 
 Workspace::Workspace(std::function<QDateTime()> now) : m_now(std::move(now)) {}
 
 Workspace::~Workspace() = default;
 
-Database Workspace::create(const QString& path) {
+Database Workspace::create(const QString& path, const std::function<void(Database&)>& fill) {
+    make(path, fill);
+    return open(path);
+}
+
+void Workspace::make(const QString& path, const std::function<void(Database&)>& fill) {
     requireFree(path);
     removeDatabaseFile(path);  // the log of a file that somebody took away would be read into the new one
-    const QString beside = besideName(path);
-    removeDatabaseFile(beside);
-    try {
-        {
-            const FileHandle file = openRaw(beside, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-            execute(file.get(), "PRAGMA page_size = 4096; PRAGMA encoding = 'UTF-8'; PRAGMA application_id = " +
-                                    std::to_string(kApplicationId) +
-                                    "; PRAGMA user_version = " + std::to_string(kFileVersion));
-            execute(file.get(), "BEGIN");
-            createCatalog(file.get());
-            execute(file.get(), "COMMIT");
-        }
-        renameDatabaseFile(beside, path);
-    } catch (...) {
-        removeDatabaseFile(beside);
-        throw;
+    Draft draft(path);
+    makeEmpty(draft.path());
+    if (fill) {
+        Database db = open(draft.path());
+        Transaction action(db);
+        fill(db);
+        action.commit();
+        db.m_connection->closeWithoutLog();
     }
-    return open(path);
+    draft.finish();
 }
 
 Database Workspace::open(const QString& path) {
@@ -226,12 +178,37 @@ bool Workspace::compact(const QString& from, const QString& to, const FileProgre
     });
 }
 
+void Workspace::replace(const QString& from, const QString& to) {
+    // A log of the old file must never be read into the new one. A closed database has an empty one or none.
+    if (QFileInfo(to + QStringLiteral("-wal")).size() > 0)
+        throw DatabaseError(Kind::State,
+                            QStringLiteral("Die Datenbank %1 ist noch in Benutzung, oder ihr Protokoll passt nicht "
+                                           "mehr auf den Datenträger, und sie kann nicht ersetzt werden. Bitte beenden "
+                                           "Sie alle Programme, die sie geöffnet haben, und schaffen Sie Platz.")
+                                .arg(to));
+    for (const char* suffix : {"-wal", "-shm"}) QFile::remove(to + QString::fromLatin1(suffix));
+    if (const QString reason = replaceFile(from, to); !reason.isEmpty())
+        throw DatabaseError(
+            Kind::Io,
+            fileFailure(QStringLiteral("Die Datei %1 kann nicht an die Stelle von %2 treten").arg(from, to), reason));
+}
+
 bool Workspace::copy(const QString& from, const QString& to, const FileProgress& go) {
     if (QFileInfo(from).canonicalFilePath() == QFileInfo(to).canonicalFilePath() && QFileInfo::exists(to))
         throw DatabaseError(Kind::Io,
                             QStringLiteral("Die Datenbank %1 kann nicht auf sich selbst kopiert werden.").arg(from));
     return makeCopy(from, to, go, [&](sqlite3* source, const QString& path) { return backup(source, path, go); });
 }
+
+std::optional<QString> Workspace::check(const QString& path, Check check, const FileProgress& go) {
+    checkSource(path);
+    const FileHandle file = openRaw(path, SQLITE_OPEN_READWRITE);
+    return checkPages(file.get(), check, go);
+}
+
+void Workspace::removeLeftovers(const QString& path) { Draft::removeLeftovers(path); }
+
+bool Workspace::setUnfinishedAside(const QString& path) { return koben::setUnfinishedAside(path); }
 
 void Workspace::closeAll() {
     for (const auto& weak : m_connections)

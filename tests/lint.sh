@@ -1,7 +1,10 @@
 #!/usr/bin/env bash
-# Style and floors: formatting, includes that climb, widgets below the windows, doors of the libraries, circles.
+# Style and floors: formatting, includes that climb, widgets below the windows, doors of the libraries, circles between
+# units, comments that lean on a text elsewhere.
 set -u
 cd "$(dirname "$0")/.."
+temp=$(mktemp -d)
+trap 'rm -rf "$temp"' EXIT
 bad=0
 fail() { echo "lint: $*"; bad=1; }
 
@@ -31,11 +34,50 @@ door 'zip\.h' exchange
 door 'mdbtools' store
 door 'Q(Widget|Application|Dialog|MainWindow|TableView|Printer|Painter|LineEdit|Layout|Push|Combo|Label|Menu|Gui)' ui app tools/bilder
 
+# A unit is X.h with X.cpp and with every X_*.cpp that has no header of its own. Units that include each other in a
+# circle are one unit in truth. Folders cannot form one: each lies below or beside the other.
+unit() {  # FILE
+    local name=${1%.*} shorter
+    if [[ $1 == *.cpp && ! -e $name.h ]]; then
+        shorter=$name
+        while [[ ${shorter##*/} == *_* ]]; do
+            shorter=${shorter%_*}
+            [ -e "$shorter.h" ] && name=$shorter && break
+        done
+    fi
+    echo "$name"
+}
+for folder in "${!floor[@]}" tools bench tests; do
+    [ -d "$folder" ] || continue
+    while IFS=: read -r file _ include; do
+        from=$(unit "$file") to=${include%.*}
+        [ "$from" = "$to" ] || echo "$from $to"
+    done < <(grep -rnoP "^#include \"\K$folder/[^\"]+" "$folder" --include='*.h' --include='*.cpp') |
+        sort -u >"$temp/edges"
+    tsort "$temp/edges" 2>"$temp/circles" >/dev/null
+    while read -r circle; do
+        fail "circle: $circle"
+    done < <(awk '/loop:$/ { if (way) print way " -> " first; way = ""; next }
+                  { sub(/^tsort: /, ""); if (way) way = way " -> " $0; else way = first = $0 }
+                  END { if (way) print way " -> " first }' "$temp/circles")
+done
+
+leaning='as told|as prescribed|to the letter|the rules (say|as)|farms know it'
+hits=$(git ls-files -co --exclude-standard -- '*.h' '*.cpp' '*.md' '*.sh' '*.cmake' '*CMakeLists.txt' |
+    grep -v '^tests/lint\.sh$' | xargs -d '\n' grep -HniE "$leaning" 2>/dev/null)
+[ -z "$hits" ] || { echo "$hits"; fail "a comment leans on a text elsewhere"; }
+
+# What a user does to her data has a name: outside store/ and core/ it is an Action.
+pending='bookings/Buchungseingabe.cpp|bookings/Ferkeleingabe.cpp|cycle/PV_Stichworte.cpp|forms/Stammdaten.cpp'
+pending+='|herd/PB_Neues_Schwein_Speichern.cpp'
+nameless=$(grep -rlE '\bTransaction [a-z]+[({]' forms output herd cycle bookings plans stock analytics exchange ui app \
+    2>/dev/null | grep -vxE "$pending")
+[ -z "$nameless" ] || fail "a Transaction instead of a named Action in" $nameless
+
 if command -v clang-format >/dev/null; then
     files=$(git ls-files -co --exclude-standard -- '*.h' '*.cpp' | while read -r f; do [ -e "$f" ] && echo "$f"; done)
-    [ -z "$files" ] || clang-format --dry-run -Werror $files >/tmp/koben-format.$$ 2>&1 ||
-        { grep -E 'error' /tmp/koben-format.$$ | cut -d: -f1 | sort | uniq -c; fail "formatting (clang-format -i)"; }
-    rm -f /tmp/koben-format.$$
+    [ -z "$files" ] || clang-format --dry-run -Werror $files >"$temp/format" 2>&1 ||
+        { grep -E 'error' "$temp/format" | cut -d: -f1 | sort | uniq -c; fail "formatting (clang-format -i)"; }
 fi
 [ $bad -eq 0 ] && echo "lint: style and floors hold"
 exit $bad

@@ -55,25 +55,17 @@ bool Application::notify(QObject* receiver, QEvent* event) {
 }
 
 void Application::fail() {
-    m_failure = std::current_exception();
-    QString reason;
+    if (m_telling || !onFailure) return;  // a window painted behind the message fails for the same reason
+    QString reason = QStringLiteral("Im Programm ist ein unerwarteter Fehler aufgetreten.");
     try {
         throw;
     } catch (const DatabaseError& error) {
         reason = error.message();
-    } catch (const std::exception& error) {
-        reason = QString::fromUtf8(error.what());
-    } catch (...) {
-        reason = QStringLiteral("Unbekannter Fehler");
+    } catch (...) {  // nothing that a user could make use of
     }
-    // the handlers behind the failed one are left with the same exception, which is told already
-    if (m_told || !onFailure) return;
-    m_told = true;
+    m_telling = true;
     onFailure(reason);
-}
-
-void Application::rethrow() {
-    if (m_failure) std::rethrow_exception(m_failure);
+    m_telling = false;
 }
 
 }  // namespace koben::ui

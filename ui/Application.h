@@ -2,7 +2,6 @@
 // The GUI application: German, and no exception lost in Qt's event loop.
 #include <QApplication>
 #include <QTranslator>
-#include <exception>
 #include <functional>
 
 namespace koben::ui {
@@ -11,14 +10,9 @@ class Application final : public QApplication {
 public:
     Application(int& argc, char** argv);
 
-    /// An exception of a handler is kept here, told once through `onFailure`, and thrown again by whoever runs the
-    /// event loop, so that no handler goes on behind a failed one.
+    /// What a form's handler throws is told by the form. What fails beside the forms ends here: it is told through
+    /// `onFailure`, and the program runs on.
     bool notify(QObject* receiver, QEvent* event) override;
-    void rethrow();
-    void forgetFailure() {
-        m_failure = nullptr;
-        m_told = false;
-    }
     std::function<void(const QString& reason)> onFailure;
 
     /// Takes the exception that is being handled; called within a catch.
@@ -26,12 +20,11 @@ public:
 
 private:
     QTranslator m_german;
-    std::exception_ptr m_failure;
-    bool m_told = false;
+    bool m_telling = false;
 };
 
-/// Runs what a click or key means to the form. A failure goes to the application from here, without passing through
-/// frames of Qt, which do not tidy up behind exceptions.
+/// Runs what a click or key means to the form. A failure beside the form's handlers goes to the application from here,
+/// without passing through frames of Qt, which do not tidy up behind exceptions.
 template <class Handler>
 void guarded(const Handler& handler) {
     try {

@@ -58,11 +58,9 @@ namespace {
 
 Piece bookingInputs(Buchungseingabe& form) {
     std::vector<FieldRow> rows;
-    for (const auto& line : form.zeilen()) {
-        Button* button = line.control == &form.tdat ? &form.calender : line.calender;
-        rows.push_back(field(line.label, button ? date(static_cast<TextBox&>(*line.control), *button)
-                                                : input(*line.control, line.spin)));
-    }
+    for (const auto& line : form.zeilen())
+        rows.push_back(field(line.label, line.calender ? date(static_cast<TextBox&>(*line.control), *line.calender)
+                                                       : input(*line.control, line.spin)));
     return group(form.rahmen(), row({fields(rows), spring(), sharedCalendar(form.calend)}));
 }
 

@@ -116,7 +116,8 @@ private:
     void tell() {
         m_waiting = false;
         const QString text = markedText(m_grid);
-        if (text != m_told) m_window.say(text);
+        // what was said since is newer than marks that went
+        if (text != m_told && (!text.isEmpty() || m_window.m_quiet->text() == m_told)) m_window.say(text);
         m_told = text;
     }
     Grid& m_grid;
@@ -405,7 +406,7 @@ void FormWindow::reviewButtons() {
 void FormWindow::closeEvent(QCloseEvent* event) {
     if (!m_form.closed() && mayClose()) {
         keepPlace();
-        guarded([this] { m_form.closeBox(); });
+        m_form.act([this] { m_form.closeBox(); });
     }
     event->setAccepted(m_form.closed());
 }
@@ -434,9 +435,7 @@ bool FormWindow::escape(Control* control) {
     }
     if (main) return true;  // the program ends by its menu or its close box
     if (control && control->onKey) return control->key(Key::Escape);
-    if (!mayClose()) return true;
-    m_form.closeBox();
-    m_form.settle();
+    if (mayClose()) m_form.act([this] { m_form.closeBox(); });
     return true;
 }
 
@@ -482,8 +481,7 @@ void FormWindow::keyPressEvent(QKeyEvent* event) {
 
 void FormWindow::help() {
     if (!m_form.koben.catalogue.has(QStringLiteral("PH_Hilfe")) || m_form.name() == u"PH_Hilfe") return;
-    m_form.koben.open(QStringLiteral("PH_Hilfe"));
-    m_form.settle();
+    m_form.act([this] { m_form.koben.open(QStringLiteral("PH_Hilfe")); });
 }
 
 }  // namespace koben::ui

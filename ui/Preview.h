@@ -1,14 +1,33 @@
 #pragma once
-// A look at a text as it will stand on paper.
-#include <QString>
+// A look at a document as it will stand on paper.
+#include <QPrinter>
+#include <functional>
 
+#include "forms/Zeichnung.h"
+
+class QPrintPreviewDialog;
 class QWidget;
+
+namespace koben {
+class Grid;
+struct Koben;
+}  // namespace koben
 
 namespace koben::ui {
 
-/// Shows the pages with their number, zoom and direction; from there they can also be printed. `margin` counts blanks
-/// at the left, a line of "#" alone is a page break.
-void previewText(QWidget& parent, const QString& text, const QString& font, int points, bool bold, bool italic,
-                 bool landscape, int margin);
+/// Makes the document for what it goes to: preview, printer or PDF, each by its own measures and paper.
+using Draw = std::function<Drawing(QPrinter&)>;
+
+/// Shows the pages with their number, zoom and direction; from there they can also be printed or kept as PDF. What is
+/// printed from there is what is shown. `name` is offered for the PDF.
+void preview(QWidget& parent, Koben& koben, const QString& name, bool landscape, const Draw& draw);
+
+/// Writes the document as PDF; false, with nothing at `path`, where it cannot be written.
+bool writePdf(const QString& path, const QPageLayout& paper, const Draw& draw);
+
+/// A list as a printed table, see Tabellendruck.
+void previewTable(QWidget& parent, Koben& koben, const Grid& grid, const QString& title);
+/// The same for one printer.
+Drawing drawTable(QPrinter& printer, Koben& koben, const Grid& grid, const QString& title);
 
 }  // namespace koben::ui

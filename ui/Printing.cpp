@@ -1,28 +1,174 @@
 #include "ui/Printing.h"
 
 #include <QFile>
-#include <QFontMetricsF>
+#include <QImage>
 #include <QPageLayout>
 #include <QPrinterInfo>
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 
 namespace koben::ui {
 
-bool PagePainter::begin() { return m_painter.begin(&m_printer); }
+namespace {
 
-void PagePainter::line(const QString& text) {
-    const QFontMetricsF metrics(font, &m_printer);
-    const qreal bottom = m_printer.pageRect(QPrinter::DevicePixel).height();
-    if (m_y > 0 && m_y + metrics.lineSpacing() > bottom) newPage();
-    m_painter.setFont(font);
-    m_painter.drawText(QPointF(0, m_y + metrics.ascent()), QString(text).replace(u'\t', QStringLiteral("    ")));
-    m_y += metrics.lineSpacing();
+constexpr double millimetresPerInch = 25.4;
+constexpr int tabStop = 8;          // characters
+constexpr double marginText = 4.5;  // millimetres between the margins' texts and what they stand beside
+const Typeface marginFace{.name = QStringLiteral("Liberation Sans"), .points = 8};
+
+/// How many characters of a text fit; where it must be parted, behind a blank not too far back.
+qsizetype fitting(const QFontMetricsF& metrics, const QString& text, double room) {
+    qsizetype fits = 0, over = text.size() + 1;
+    while (over - fits > 1) {
+        const qsizetype middle = (fits + over) / 2;
+        (metrics.horizontalAdvance(text.left(middle)) <= room ? fits : over) = middle;
+    }
+    if (fits == text.size()) return fits;
+    const qsizetype blank = text.lastIndexOf(u' ', fits);
+    return blank > fits / 2 ? blank + 1 : fits;
 }
 
-void PagePainter::newPage() {
-    m_printer.newPage();
+}  // namespace
+
+const Faces::Face& Faces::of(const Typeface& typeface) {
+    const QString key =
+        QStringLiteral("%1|%2|%3|%4").arg(typeface.name).arg(typeface.points).arg(typeface.bold).arg(typeface.italic);
+    auto& face = m_faces[key];
+    if (!face) {
+        QFont font(typeface.name.isEmpty() ? QStringLiteral("Courier New") : typeface.name);
+        font.setPointSizeF(typeface.points > 0 ? std::clamp(typeface.points, 1.0, 200.0) : 10);
+        font.setBold(typeface.bold);
+        font.setItalic(typeface.italic);
+        face = std::make_shared<Face>(Face{font, QFontMetricsF(font, &m_device)});
+    }
+    return *face;
+}
+
+// ------------------------------------------------------------------------------------------------------------- layout
+
+Sheets::Sheets(const Drawing& drawing, QPrinter& printer)
+    : m_drawing(drawing), m_printer(printer), m_faces(printer), m_dots(printer.resolution() / millimetresPerInch) {
+    const QRectF paper = printer.pageRect(QPrinter::DevicePixel);
+    m_width = paper.width();
+    m_height = paper.height();
+    for (const DrawPage& page : drawing.pages) layOut(page);
+}
+
+void Sheets::layOut(const DrawPage& page) {
+    m_sheets.push_back({{}, &page});
     m_y = 0;
+    for (const DrawItem& item : page.items)
+        if (const auto* line = std::get_if<TextLine>(&item)) add(*line, true);
+}
+
+void Sheets::add(const TextLine& line, bool repeatHead) {
+    Line setting;
+    for (const TextPiece& piece : line.pieces) {
+        const Faces::Face& face = m_faces.of(piece.font);
+        const double stop = tabStop * face.metrics.horizontalAdvance(u'0');
+        const QStringList words = piece.text.split(u'\t');
+        for (qsizetype word = 0; word < words.size(); ++word) {
+            if (word > 0) setting.x = (std::floor(setting.x / stop + 1e-6) + 1) * stop;
+            add(setting, face, words[word], repeatHead);
+        }
+    }
+    flush(setting, repeatHead);
+}
+
+/// What does not fit goes on below.
+void Sheets::add(Line& line, const Faces::Face& face, QString rest, bool repeatHead) {
+    line.makeRoom(face);
+    while (!rest.isEmpty()) {
+        qsizetype fits = fitting(face.metrics, rest, m_width - line.x + 1);
+        if (line.x == 0) fits = std::max<qsizetype>(fits, 1);
+        if (fits > 0) line.runs.push_back({QPointF(line.x, 0), &face, rest.left(fits)});
+        line.x += face.metrics.horizontalAdvance(rest.left(fits));
+        rest = rest.mid(fits);
+        if (rest.isEmpty()) return;
+        flush(line, repeatHead);
+        line.makeRoom(face);
+    }
+}
+
+/// Puts what stands on one line onto the sheet, or onto the next where it is full.
+void Sheets::flush(Line& line, bool repeatHead) {
+    const double height = line.ascent + line.below;
+    if (m_y > 0 && m_y + height > m_height) {
+        m_sheets.emplace_back();
+        m_y = 0;
+        if (repeatHead)
+            for (const TextLine& head : m_drawing.sheet.head) add(head, false);
+    }
+    for (Run& run : line.runs) {
+        run.at.setY(m_y + line.ascent);
+        m_sheets.back().runs.push_back(std::move(run));
+    }
+    m_y += height;
+    line = {};
+}
+
+// ----------------------------------------------------------------------------------------------------------- painting
+
+void Sheets::paint(QPainter& painter) {
+    for (int sheet = 0; sheet < count(); ++sheet) {
+        if (sheet > 0) m_printer.newPage();
+        paintMargins(painter, sheet + 1);
+        const OneSheet& one = m_sheets[static_cast<size_t>(sheet)];
+        if (one.placed)
+            for (const DrawItem& item : one.placed->items) paintItem(painter, item);
+        for (const Run& run : one.runs) {
+            painter.setFont(run.face->font);
+            painter.drawText(run.at, run.text);
+        }
+    }
+}
+
+/// The title and the day above what the job prints, the number of the sheet below it.
+void Sheets::paintMargins(QPainter& painter, int number) {
+    const auto& [title, date, head] = m_drawing.sheet;
+    if (title.isEmpty()) return;
+    const Faces::Face& face = m_faces.of(marginFace);
+    painter.setFont(face.font);
+    const double above = -marginText * m_dots + face.metrics.ascent() / 2;
+    const double day = face.metrics.horizontalAdvance(date);
+    painter.drawText(QPointF(0, above), face.metrics.elidedText(title, Qt::ElideRight, m_width - day - 5 * m_dots));
+    painter.drawText(QPointF(m_width - day, above), date);
+    const QString page = QStringLiteral("Seite %1 von %2").arg(number).arg(count());
+    painter.drawText(QPointF((m_width - face.metrics.horizontalAdvance(page)) / 2,
+                             m_height + marginText * m_dots + face.metrics.ascent() / 2),
+                     page);
+}
+
+QRectF Sheets::pixels(const QRectF& millimetres) const {
+    return {millimetres.topLeft() * m_dots, millimetres.size() * m_dots};
+}
+
+void Sheets::paintItem(QPainter& painter, const DrawItem& item) {
+    const auto pen = [&](double width) {
+        return width > 0 ? QPen(Qt::black, width * m_dots, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin) : QPen(Qt::NoPen);
+    };
+    if (const auto* line = std::get_if<StraightLine>(&item)) {
+        painter.setPen(pen(line->width));
+        painter.drawLine(line->from * m_dots, line->to * m_dots);
+    } else if (const auto* drawn = std::get_if<Rectangle>(&item)) {
+        painter.setPen(pen(drawn->width));
+        painter.setBrush(drawn->shade < 0 ? QBrush() : QColor(drawn->shade, drawn->shade, drawn->shade));
+        painter.drawRect(pixels(drawn->box));
+    } else if (const auto* picture = std::get_if<Picture>(&item)) {
+        painter.drawImage(pixels(picture->box), QImage::fromData(picture->file));
+    } else if (const auto* text = std::get_if<PlacedText>(&item)) {
+        const Faces::Face& face = m_faces.of(text->piece.font);
+        const QRectF box = pixels(text->box);
+        const double spare = box.width() - face.metrics.horizontalAdvance(text->piece.text);
+        painter.setPen(Qt::black);
+        painter.setFont(face.font);
+        painter.drawText(QPointF(box.left() + spare * text->anchor,
+                                 box.center().y() + (face.metrics.ascent() - face.metrics.descent()) / 2),
+                         text->piece.text);
+    }
+    painter.setPen(Qt::black);
+    painter.setBrush({});
 }
 
 void setPage(QPrinter& printer, bool landscape) {
@@ -31,42 +177,34 @@ void setPage(QPrinter& printer, bool landscape) {
                                       QMarginsF(15, 12, 12, 12), QPageLayout::Millimeter));
 }
 
+// --------------------------------------------------------------------------------------------------------------- jobs
+
 namespace {
 
-class Job final : public PrintJob {
+class Job final : public DrawnJob {
 public:
-    explicit Job(std::unique_ptr<QPrinter> printer) : m_printer(std::move(printer)), m_page(*m_printer) {}
+    Job(std::unique_ptr<QPrinter> printer, bool landscape) : DrawnJob(landscape), m_printer(std::move(printer)) {}
     ~Job() override {
         if (m_ended) return;
         m_printer->abort();
-        m_page.end();
+        m_painter.end();
         if (!m_path.isEmpty()) QFile::remove(m_printer->outputFileName());
     }
     Job(const Job&) = delete;
     Job& operator=(const Job&) = delete;
 
-    bool begin() { return m_page.begin(); }
+    bool begin() { return m_painter.begin(m_printer.get()); }
     /// The document is written beside its file and takes its place at the end.
     void setTarget(const QString& path, std::function<void(const QString&)> finished) {
         m_path = path;
         m_finished = std::move(finished);
     }
 
-    void setFont(const QString& name) override {
-        QFont font(name, 10);
-        font.setPointSizeF(m_page.font.pointSizeF());
-        font.setBold(m_page.font.bold());
-        font.setItalic(m_page.font.italic());
-        m_page.font = font;
-    }
-    void setSize(double points) override { m_page.font.setPointSizeF(std::clamp(points, 1.0, 200.0)); }
-    void setBold(bool on) override { m_page.font.setBold(on); }
-    void setItalic(bool on) override { m_page.font.setItalic(on); }
-    void line(const QString& text) override { m_page.line(text); }
-    void newPage() override { m_page.newPage(); }
-    void end() override {
+private:
+    void finish(const Drawing& drawing) override {
         m_ended = true;
-        const bool whole = m_page.end();
+        Sheets(drawing, *m_printer).paint(m_painter);
+        const bool whole = m_painter.end();
         if (m_path.isEmpty()) return;
         const QString written = m_printer->outputFileName();
         m_printer.reset();
@@ -76,9 +214,8 @@ public:
         if (!failed && m_finished) m_finished(m_path);
     }
 
-private:
     std::unique_ptr<QPrinter> m_printer;
-    PagePainter m_page;
+    QPainter m_painter;
     QString m_path;
     std::function<void(const QString&)> m_finished;
     bool m_ended = false;
@@ -92,7 +229,7 @@ std::unique_ptr<PrintJob> beginPrint(const QString& name, bool landscape) {
     auto printer = std::make_unique<QPrinter>(info, QPrinter::HighResolution);
     printer->setDocName(QStringLiteral("KOBEN"));
     setPage(*printer, landscape);
-    auto job = std::make_unique<Job>(std::move(printer));
+    auto job = std::make_unique<Job>(std::move(printer), landscape);
     return job->begin() ? std::move(job) : nullptr;
 }
 
@@ -102,7 +239,7 @@ std::unique_ptr<PrintJob> beginPdf(const QString& path, bool landscape, std::fun
     printer->setOutputFileName(path + QStringLiteral(".teil"));
     printer->setCreator(QStringLiteral("KOBEN"));
     setPage(*printer, landscape);
-    auto job = std::make_unique<Job>(std::move(printer));
+    auto job = std::make_unique<Job>(std::move(printer), landscape);
     job->setTarget(path, std::move(finished));
     return job->begin() ? std::move(job) : nullptr;
 }

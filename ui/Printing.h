@@ -1,6 +1,8 @@
 #pragma once
-// Paper and PDF: lines of text, page by page.
+// Paper, PDF and preview: a drawing laid out by the measures of what it goes to.
 #include <QFont>
+#include <QFontMetricsF>
+#include <QHash>
 #include <QPainter>
 #include <QPrinter>
 #include <functional>
@@ -10,26 +12,68 @@
 
 namespace koben::ui {
 
-/// Paints lines below each other on a printer; a full page gives way to the next. All measures are the printer's.
-class PagePainter {
+/// The faces of a drawing with their measures on one device.
+class Faces {
 public:
-    explicit PagePainter(QPrinter& printer) : m_printer(printer) {}
-    bool begin();
-    void line(const QString& text);
-    /// The next line begins a page.
-    void newPage();
-    bool end() { return m_painter.end(); }
-    QFont font = QFont(QStringLiteral("Courier New"), 10);
+    explicit Faces(QPaintDevice& device) : m_device(device) {}
+    struct Face {
+        QFont font;
+        QFontMetricsF metrics;
+    };
+    const Face& of(const Typeface& typeface);
 
 private:
+    QPaintDevice& m_device;
+    QHash<QString, std::shared_ptr<Face>> m_faces;
+};
+
+/// A drawing on the sheets of a printer. All measures are the printer's, so paper, PDF and preview break alike.
+class Sheets {
+public:
+    /// Keeps a reference to both.
+    Sheets(const Drawing& drawing, QPrinter& printer);
+    int count() const { return static_cast<int>(m_sheets.size()); }
+    /// Paints all sheets; the painter has begun on the printer.
+    void paint(QPainter& painter);
+
+private:
+    struct Run {
+        QPointF at;  ///< left end of the base line
+        const Faces::Face* face;
+        QString text;
+    };
+    struct OneSheet {
+        std::vector<Run> runs;
+        const DrawPage* placed = nullptr;  ///< what has places of its own
+    };
+    /// A line that is being set.
+    struct Line {
+        std::vector<Run> runs;
+        double x = 0, ascent = 0, below = 0;
+        void makeRoom(const Faces::Face& face) {
+            ascent = std::max(ascent, face.metrics.ascent());
+            below = std::max(below, face.metrics.lineSpacing() - face.metrics.ascent());
+        }
+    };
+    void layOut(const DrawPage& page);
+    void add(const TextLine& line, bool repeatHead);
+    void add(Line& line, const Faces::Face& face, QString rest, bool repeatHead);
+    void flush(Line& line, bool repeatHead);
+    void paintMargins(QPainter& painter, int number);
+    void paintItem(QPainter& painter, const DrawItem& item);
+    QRectF pixels(const QRectF& millimetres) const;
+
+    const Drawing& m_drawing;
     QPrinter& m_printer;
-    QPainter m_painter;
-    qreal m_y = 0;
+    Faces m_faces;
+    std::vector<OneSheet> m_sheets;
+    double m_width, m_height, m_dots;  ///< pixels; dots a millimetre
+    double m_y = 0;
 };
 
 /// A job on a printer of the system; nothing where it cannot begin.
 std::unique_ptr<PrintJob> beginPrint(const QString& printer, bool landscape);
-/// A job into a PDF file, which is there whole or, without end(), not at all. `opened` gets the finished file.
+/// A job into a PDF file, which is there whole or, without end(), not at all. `finished` gets the finished file.
 std::unique_ptr<PrintJob> beginPdf(const QString& path, bool landscape, std::function<void(const QString&)> finished);
 
 /// Page and margins of all documents.

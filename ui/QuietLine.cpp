@@ -1,7 +1,9 @@
 #include "ui/QuietLine.h"
 
 #include <QAccessible>
+#include <QRegularExpression>
 
+#include "core/Aktionsnamen.h"
 #include "forms/Grid.h"
 
 namespace koben::ui {
@@ -9,24 +11,16 @@ namespace koben::ui {
 namespace {
 
 const QString lineName = QStringLiteral("Hinweiszeile");
-constexpr int MostToName = 500;  // marked rows whose kind is looked at
+constexpr size_t MostToName = 500;  // marked rows whose kind is looked at
 
-struct Kind {
-    const char16_t* art;
-    const char16_t* many;
-};
-const Kind Kinds[] = {{u"Sau", u"Sauen"}, {u"Eber", u"Eber"}, {u"Mast", u"Masttiere"}, {u"Ferkel", u"Ferkel"}};
-
-/// The plural of the marked animals' kind; that of all animals where they are of several.
+/// The one kind of the marked animals, "" where they are of several.
 QString kindOf(const Grid& grid, const std::vector<int>& rows) {
     const int art = grid.columnOf(u"Art");
-    if (art == 0) return QStringLiteral("Zeilen");
+    if (rows.size() > MostToName) return {};
     const QString first = grid.cell(rows.front(), art);
     for (const int row : rows)
-        if (rows.size() > MostToName || grid.cell(row, art) != first) return QStringLiteral("Tiere");
-    for (const Kind& kind : Kinds)
-        if (first == kind.art) return QString::fromUtf16(kind.many);
-    return QStringLiteral("Tiere");
+        if (grid.cell(row, art) != first) return {};
+    return first;
 }
 
 }  // namespace
@@ -55,13 +49,17 @@ void say(const QWidget& widget, const QString& text) {
 
 QString markedText(const Grid& grid) {
     const std::vector<int> rows = grid.markedRows();
-    return rows.size() < 2 ? QString() : QStringLiteral("%1 %2 markiert").arg(rows.size()).arg(kindOf(grid, rows));
+    if (rows.size() < 2) return {};
+    const auto count = static_cast<qint64>(rows.size());
+    return (grid.columnOf(u"Art") == 0 ? counted(count, "Zeile", "Zeilen")
+                                       : countedAnimals(count, kindOf(grid, rows))) +
+           QStringLiteral(" markiert");
 }
 
 QString doneText(const QString& action) {
-    const bool tellsItself = action.contains(QStringLiteral("gelöscht"), Qt::CaseInsensitive) ||
-                             action.contains(QStringLiteral("markiert"), Qt::CaseInsensitive);
-    return tellsItself ? action : QStringLiteral("Gespeichert: ") + action;
+    // "Belegung 1023 vom 17.07.2026 gelöscht" says what became of it, "Belegung 1023, 17.07.2026" does not
+    static const QRegularExpression participle(QStringLiteral(" (ge|ver|auf)\\w*[tn]$|iert$"));
+    return participle.match(action).hasMatch() ? action : QStringLiteral("Gespeichert: ") + action;
 }
 
 }  // namespace koben::ui

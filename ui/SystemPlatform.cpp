@@ -10,6 +10,7 @@
 #include <QNetworkReply>
 #include <QPrinterInfo>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QUrl>
 #include <algorithm>
 
@@ -101,6 +102,11 @@ QString SystemPlatform::userSetting(const QString& section, const QString& key) 
 
 void SystemPlatform::setUserSetting(const QString& section, const QString& key, const QString& value) {
     m_settings.setValue(section + u'/' + key, value);
+    m_settings.sync();  // a killed program must not have forgotten how it left its files
+}
+
+QString SystemPlatform::userFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + u'/';
 }
 
 QString SystemPlatform::programFolder() {

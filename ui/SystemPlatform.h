@@ -27,6 +27,7 @@ public:
     std::optional<QByteArray> httpGet(const QString& path) override;
     QString userSetting(const QString& section, const QString& key) override;
     void setUserSetting(const QString& section, const QString& key, const QString& value) override;
+    QString userFolder() override;
     QString programFolder() override;
     QString dataFolder() override;
     bool lockDataFolder(const QString& folder) override;

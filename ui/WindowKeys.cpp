@@ -106,9 +106,8 @@ void prepareKeys(FormWindow& window) {
         menu->insertSeparator(end);
         addAction(window, *menu, end, "Tier suchen", "Ctrl+F", [&window] { search(window); });
         addAction(window, *menu, end, "Liste neu lesen", "F5", [&window] {
-            Form& form = window.form();
-            if (form.koben.herdList) form.koben.herdList->datenschweinelesen();
-            form.settle();
+            const Koben& koben = window.form().koben;
+            if (koben.herdList) window.form().act([&koben] { koben.herdList->datenschweinelesen(); });
         });
         addAction(window, *menu, end, "Tierdaten drucken", "Ctrl+P", [&window] {
             if (auto* button = buttonNamed(window, "comdrucken")) button->click();

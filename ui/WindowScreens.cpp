@@ -14,9 +14,9 @@
 #include <QRegularExpression>
 #include <algorithm>
 
+#include "core/PZ_Koben_Subs.h"
 #include "forms/Form.h"
 #include "forms/Koben.h"
-#include "ui/Application.h"
 #include "ui/Bound.h"
 #include "ui/FormWindow.h"
 #include "ui/QuietLine.h"
@@ -154,7 +154,7 @@ QString WindowScreens::input(const QString& prompt, const QString& preset, const
     dialog.setTextValue(preset);
     dialog.setOkButtonText(QStringLiteral("OK"));
     dialog.setCancelButtonText(QStringLiteral("Abbrechen"));
-    return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
+    return dialog.exec() == QDialog::Accepted ? withoutControls(dialog.textValue()) : QString();
 }
 
 QString fileFilter(const QString& filter) {
@@ -224,7 +224,6 @@ void WindowScreens::run(Form& form) {
     if (!form.closed()) loop.exec();
     window->keepPlace();
     window->hide();
-    if (auto* application = dynamic_cast<Application*>(qApp)) application->rethrow();
 }
 
 void WindowScreens::closed(Form& form) {

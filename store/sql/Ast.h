@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "store/Database.h"
+#include "store/Value.h"
 
 namespace koben::sql {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "store/Database.h"
+#include "store/Value.h"
 
 namespace koben::sql {
 

@@ -7,11 +7,7 @@
 namespace koben::sql {
 
 void Text::fail(DatabaseError::Kind kind, int position, const QString& what) const {
-    QString message = what;
-    if (position >= 0) message += QStringLiteral(" (Zeichen %1)").arg(position + 1);
-    message += QStringLiteral(".\r\nAnweisung: ") + m_text;
-    message.replace(QChar(0), QChar(u'\u2400'));  // what() would end there
-    throw DatabaseError(kind, message, position);
+    throw DatabaseError::ofStatement(kind, what, m_text, position);
 }
 
 namespace {

@@ -3,6 +3,7 @@
 #include <QString>
 #include <vector>
 
+#include "store/DatabaseError.h"
 #include "store/sql/Ast.h"
 
 namespace koben::sql {

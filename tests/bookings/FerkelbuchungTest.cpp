@@ -209,6 +209,9 @@ TEST_F(FerkelbuchungTest, dieListe) {
         });
         EXPECT_EQ(zeige("select Datum, " + count + ", Kennung, Kommentar from " + table + " order by ID"),
                   "03.07.2026 1 1 k | 02.07.2026 2 1 k | 12.07.2026 2 1 k");
+        EXPECT_TRUE(actions[0].endsWith("vom 02.07.2026 auf 12.07.2026 kopiert") &&
+                    actions[1].endsWith("vom 01.07.2026 gelöscht"));
+        actions.clear();
         texte();
     }
 }

@@ -44,7 +44,7 @@ TEST_F(HandelsrechnungTest, ränderDerEingabe) {
         hof<Hofhandel>([&](Hofhandel& form) { pruefe(form, c); });
 }
 
-/// The rules as told, in cents, without regard to speed or size.
+/// The arithmetic of the trade once more, in cents, without regard to speed or size.
 using Cents = std::vector<qint64>;  // counts stand there as they are
 qint64 geteilt(qint64 cents, qint64 count) { return (cents * 2 + count) / (count * 2); }
 

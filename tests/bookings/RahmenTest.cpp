@@ -107,6 +107,7 @@ TEST_F(RahmenTest, löschenLässtDieAnderenBuchungenStehen) {
         EXPECT_TRUE(sagt({"! *den Sie löschen möchten."}));
     });
     EXPECT_EQ(zeige("select * from Ferkelung"), "");
+    EXPECT_EQ(actions, (QStringList{"Ferkelung 12 vom 10.01.2025 gelöscht", "Ferkelung 12 vom 10.07.2025 gelöscht"}));
 }
 
 TEST_F(RahmenTest, kopiertAufEinAnderesDatum) {
@@ -132,6 +133,8 @@ TEST_F(RahmenTest, kopiertAufEinAnderesDatum) {
     });
     EXPECT_EQ(zeige("select Datum, Anzahl_Ferkel, Zu_Saunr, Kennung from Verschiebung order by ID"),
               "01.03.2026 3 40 1 | 02.03.2026 3 40 1");
+    EXPECT_EQ(actions, (QStringList{"Ferkelung 12 vom 01.03.2026 auf 15.02.2026 kopiert",
+                                    "Verschiebung 12 vom 01.03.2026 auf 02.03.2026 kopiert"}));
     rahmen(Verschiebung, {2}, [&](PE_Bewegungsdaten& frame) {
         texte();
         frame.kopieren.click();

@@ -70,6 +70,7 @@ TEST_F(VerkaufSchweineTest, warnungenBisZumLetztenTag) {
     EXPECT_EQ(zeige("select * from Stammdaten_Abgangsgrund") + '|' + zeige("select * from Stammdaten_Kunde"),
               "Schlacht`ung|Metzger Müller und");
     EXPECT_EQ(koben.Liste_neu_laden, 1);
+    EXPECT_EQ(actions, QStringList("Verkauf von 4 Tieren, 15.07.2026"));
 }
 
 TEST_F(VerkaufSchweineTest, fünfhundertVonDreißigtausend) {

@@ -2,6 +2,8 @@
 
 #include <QDir>
 
+#include "core/Umfang.h"
+#include "store/Connection.h"
 #include "tests/core/Hof.h"
 
 namespace koben {
@@ -101,9 +103,8 @@ TEST(Datenbank, LittersAreNumberedByDate) {
 
 TEST(Datenbank, DeletingBookingsTakesOneAnimalsAndAllOrNone) {
     Hof farm;
-    const QStringList tables =
-        QStringLiteral("Belegung Ferkelung Absetzung Trächtigkeit Verluste Verschiebung Behandlung Ferkelverkauf")
-            .split(u' ');
+    QStringList tables;
+    for (const Artangaben& kind : Buchungsarten) tables += QString::fromUtf8(kind.table);
     for (const QString& table : tables)
         for (const int animal : {17, 17, 170})
             farm.sql(QStringLiteral("insert into %1(Kennung) values (%2)").arg(table).arg(animal));
@@ -117,8 +118,32 @@ TEST(Datenbank, DeletingBookingsTakesOneAnimalsAndAllOrNone) {
         EXPECT_THROW(Buchungen_loeschen(farm.db, 17), DatabaseError);
     }
     EXPECT_EQ(left(), QStringLiteral("3 3 3 3 3 3 3 3"));
-    Buchungen_loeschen(farm.db, 17);
+    EXPECT_EQ(Buchungen_zaehlen(farm.db, 17), 16);
+    Action action(farm.db, {});
+    EXPECT_EQ(Buchungen_loeschen(action, 17), 16);
+    action.commit();
     EXPECT_EQ(left(), QStringLiteral("1 1 1 1 1 1 1 1"));
+}
+
+/// A partial index serves only a condition that is worded as its own.
+TEST(Datenbank, ConditionsOnPartOfTheHerdAreServedByTheirIndex) {
+    Hof farm;
+    Connection file(farm.pfad(), {});
+    const std::pair<const char*, QString> cases[] = {
+        {"koben_zyklus", QStringLiteral("select ID, Status from Sauen where ") + derivedRows},
+        {"koben_status", QStringLiteral("select ID from Sauen where Status IS NULL or Status <> ''")},
+        {"koben_selektiert",
+         QStringLiteral("UPDATE Sauen SET Selektiert = '' where Selektiert IS NULL or Selektiert <> ''")},
+        {"koben_bestand", QStringLiteral("select ID from Sauen where Abgangsdatum IS NULL")}};
+    for (const auto& [index, statement] : cases) {
+        const Command command = file.command(statement);
+        const StatementHandle plan = prepare(file.file(), "EXPLAIN QUERY PLAN " + command.plan->sql);
+        file.bind(plan.get(), command, {});
+        std::string steps;
+        while (sqlite3_step(plan.get()) == SQLITE_ROW)
+            steps += reinterpret_cast<const char*>(sqlite3_column_text(plan.get(), 3)) + std::string("\n");
+        EXPECT_NE(steps.find(std::string("INDEX ") + index), std::string::npos) << index << " in " << steps;
+    }
 }
 
 }  // namespace

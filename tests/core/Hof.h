@@ -4,6 +4,7 @@
 
 #include <QTemporaryDir>
 
+#include "core/Buchungen.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 #include "tests/core/Texte.h"
 
@@ -44,6 +45,13 @@ public:
     Workspace workspace;
     Database db;
 };
+
+/// As an action of its own.
+inline void Buchungen_loeschen(const Database& db, qint64 animal) {
+    Action action(db, {});
+    Buchungen_loeschen(action, animal);
+    action.commit();
+}
 
 /// Lets the n-th writing statement from now (from 1) fail, as long as it lives.
 class Fehlschlag {

@@ -34,6 +34,18 @@ TEST(Konvertierung, AmountsReadExactly) {
         EXPECT_FALSE(Betrag_lesen(QString::fromUtf8(text))) << text;
 }
 
+/// TEXT|AMOUNT|WEIGHT: whether it fits (f), is too large (l) or cannot be read (u).
+TEST(Konvertierung, AnEntryAsksWhetherANumberFits) {
+    for (const Zeile c : {"12,5|f|f", "|f|f", "12,5 kg|f|f", "1.234,56|u|u", "1.234.567|u|u", "12,,5|u|u", "1.234|f|f",
+                          "922337203685477,5807|f|f", "922337203685477,58075|f|f", "922337203685477,5808|l|f",
+                          "-922337203685477,5808|l|f", "99999999999999999|l|f",
+                          "340282350000000000000000000000000000000|l|l", "-4e38|f|f", ".|f|f"}) {
+        const auto sign = [](Reading reading) { return QString(u"flu"[static_cast<int>(reading)]); };
+        EXPECT_EQ(sign(readAmount(c[0])) + u'|' + sign(readWeight(c[0])), c[1] + u'|' + c[2]) << c[0].toStdString();
+    }
+    EXPECT_FALSE(Betrag_lesen(QStringLiteral("99999999999999999")));
+}
+
 /// DECIMALS|TEXT|SHOWN; the caller's variable then holds a comma for the first point, "0" for nothing.
 TEST(Konvertierung, NumbersForTextBoxes) {
     for (const Zeile c : {"2||0,00",

@@ -5,6 +5,8 @@
 #include <random>
 
 #include "core/Einstellungen.h"
+#include "core/PZ_Koben_Subs.h"
+#include "core/Zyklusdaten.h"
 #include "tests/core/Hof.h"
 #include "tests/core/NaiverZyklus.h"
 
@@ -69,6 +71,16 @@ QStringList zeilen(const Database& db) {
     return rows;
 }
 
+QStringList zellen(const Tierstand& animal) {
+    const Zykluswerte& w = animal.werte;
+    QStringList cells{QString::number(animal.tier)};
+    for (const qint64 number : {w.belegungen, w.ferkelungen, w.gesamt, w.lebend})
+        cells += number == NoNumber ? QString() : QString::number(number);
+    for (const qint32 day : {w.lBelegung, w.lFerkelung, w.lTraechtigkeit, w.lAbsetzung, w.nBelegung, w.nFerkelung})
+        cells += Datum_als_Anzeige(day == 0 ? QDate() : QDate::fromJulianDay(day));
+    return cells += kode(animal.status);
+}
+
 class Zufallsherde {
 public:
     explicit Zufallsherde(unsigned seed) : m_random(seed) { Einstellungen_vorgeben(v, 2026); }
@@ -131,6 +143,32 @@ public:
         const QStringList is = zeilen(farm.db), should = zeilen(naive);
         ASSERT_EQ(is.size(), should.size());
         for (qsizetype i = 0; i < is.size(); ++i) ASSERT_EQ(is[i], should[i]) << m_verlauf.join(u'\n').toStdString();
+    }
+    /// The state as of a day against the walk over a copy without what came later.
+    void vergleicheStand(qint32 lastDay) {
+        const QString copy = farm.ordner() + QStringLiteral("/stand.mdb");
+        farm.workspace.copy(farm.pfad(), copy);
+        Workspace other;
+        Database past = other.open(copy);
+        const QString later =
+            QStringLiteral(" where %1 > #%2#")
+                .arg(QStringLiteral("%1"), QDate::fromJulianDay(lastDay).toString(QStringLiteral("MM/dd/yyyy")));
+        for (const char* table : {"Belegung", "Ferkelung", "Absetzung", "Trächtigkeit"})
+            past.execute(QStringLiteral("delete from ") + QString::fromUtf8(table) + later.arg(u"Datum"));
+        past.execute(QStringLiteral("update Sauen set Abgangsdatum = Null") + later.arg(u"Abgangsdatum"));
+        naivWerteBerechnen(past, v);
+        naivStatussetzen(past);
+        const Table should = past.table(
+            QStringLiteral("select ID, Anz_Belegungen, Anz_Ferkelungen, Anz_Ferkel_Gesamt, Anz_Ferkel_Lebend, "
+                           "L_Belegung, L_Ferkelung, L_Trächtigkeit, L_Absetzung, N_Belegung, N_Ferkelung, Status "
+                           "from Sauen order by ID"));
+        const std::vector<Tierstand> is = readCycle(farm.db, Zyklusvorgaben(v, lastDay));
+        ASSERT_EQ(is.size(), static_cast<size_t>(should.rowCount()));
+        for (int row = 0; row < should.rowCount(); ++row) {
+            const QStringList cells = zellen(is[static_cast<size_t>(row)]);
+            for (int c = 0; c < should.columnCount(); ++c)
+                ASSERT_EQ(cells[c], should.text(row, c)) << should.field(c).name.toStdString() << " of " << row;
+        }
     }
     int wuerfel(int n) { return static_cast<int>(m_random() % static_cast<unsigned>(n)); }
 
@@ -216,6 +254,39 @@ TEST(ZyklusZufall, WasChangedIsDerivedAsByAWholeWalk) {
             herd.runde(round % 3 == 0 ? 40 : 4);
         }
     }
+}
+
+TEST(ZyklusZufall, TheStateOfADayIsThatWithoutWhatCameLater) {
+    const qint32 january = static_cast<qint32>(QDate(2026, 1, 1).toJulianDay());
+    for (int seed = 1; seed <= laeufe(4) && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE(testing::Message() << "seed " << seed);
+        Zufallsherde herd(static_cast<unsigned>(seed));
+        herd.programm(40, Programm[6]);
+        herd.programm(300);
+        herd.fremd(20);
+        const QStringList before = zeilen(herd.farm.db);
+        for (const qint32 day : {january - 1, january + herd.wuerfel(28), january + herd.wuerfel(28), january + 400})
+            herd.vergleicheStand(day);
+        EXPECT_EQ(zeilen(herd.farm.db), before);
+    }
+}
+
+TEST(ZyklusZufall, GivenUpItLeavesNothing) {
+    Zufallsherde herd(5);
+    herd.programm(40, Programm[6]);
+    herd.programm(200);
+    const auto giveUp = [&](const std::function<bool(const CycleProgress&)>& work) {
+        const QStringList before = zeilen(herd.farm.db);
+        int asked = 0;
+        for (int left = 1, calls = 0;; ++left, calls = 0) {
+            const auto go = [&](int percent) { return percent <= 100 && ++asked > 0 && ++calls < left; };
+            if (work(go)) return asked;
+            EXPECT_EQ(zeilen(herd.farm.db), before) << left;
+        }
+    };
+    EXPECT_GT(giveUp([&](const auto& go) { return Werte_berechnen(herd.farm.db, herd.v, go); }), 20);
+    EXPECT_GT(giveUp([&](const auto& go) { return statussetzen(herd.farm.db, go); }), 2);
+    herd.vergleiche();
 }
 
 /// More animals with changes than are derived one by one.

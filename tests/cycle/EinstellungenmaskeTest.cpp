@@ -72,7 +72,7 @@ TEST_F(Einstellungenmaske, ungewöhnlicheAbstände) {
     } table[] = {
         {"20", "3", "102", "10", {}},          {"40", "14", "130", "34", {}},
         {"19", "2", "101", "9", {0, 1, 2, 3}}, {"41", "15", "131", "35", {0, 1, 2, 3}},
-        {"", "6", "116", "22", {0}},           {"30", "6", "99999", "", {2, 3}},
+        {"", "6", "116", "22", {0}},           {"30", "6", "32767", "", {2, 3}},
     };
     for (const auto& row : table) {
         work("tzahl(0)=%1; tzahl(1)=%2; tzahl(2)=%3; tzahl(4)=%4; ok", row.weaning, row.service, row.farrowing,
@@ -85,6 +85,9 @@ TEST_F(Einstellungenmaske, ungewöhnlicheAbstände) {
         EXPECT_EQ(koben.Konfig_Zahl[1], QString(row.weaning).toInt() + QString(row.service).toInt());
     }
     EXPECT_EQ(koben.Konfig_Zahl[0], 32767);  // as much as a slot holds
+    work("tzahl(2)=32768; ok");
+    EXPECT_TRUE(sagt({"! Die Einstellungen können nicht *\"Anzahl Tage zwischen Ferkelung nach Belegung\" zu groß*"}));
+    EXPECT_EQ(koben.Konfig_Zahl[0], 32767);
 }
 
 TEST_F(Einstellungenmaske, dieSummeFolgtBeiJedemVerlassen) {

@@ -21,7 +21,7 @@ QString schlussfrage(const QString& path) {
     return QStringLiteral("? Sollen die Daten auf der Import-Datei %1 wirklich eingelesen werden? => ja").arg(path);
 }
 
-QString schluss(int importiert, int ignoriert = 0) {
+QString schluss(int importiert, int ignoriert = 0, const QString& dazu = {}) {
     QString text = QStringLiteral(
                        "! Die Daten wurden in der Datenbasis gespeichert und werden beim nächsten "
                        "Programmstart eingelesen.\r\nInsgesmat wurden %1 Tiere importiert\r\n")
@@ -32,7 +32,7 @@ QString schluss(int importiert, int ignoriert = 0) {
                     "Bestand dazu importiert wurden und von den Tieren keine Ohrmarke gefunden wurde oder "
                     "diese bereits im Bestand vorhanden war.\r\n")
                     .arg(ignoriert);
-    return text + QStringLiteral("KOBEN 2.0 wird nun beendet. Bitte starten Sie KOBEN 2.0 danach wieder.");
+    return text + dazu + QStringLiteral("KOBEN 2.0 wird nun beendet. Bitte starten Sie KOBEN 2.0 danach wieder.");
 }
 
 TEST(Importtabelle, ganzerLauf) {
@@ -221,6 +221,41 @@ TEST(Importtabelle, zusatzNurMitNeuerOhrmarke) {
                            "! Die Ohrtmarke wurde nicht als einzulesendes Datenfeld ausgewählt. Dies ist bei einem "
                            "zusätzlichen Import zwingend vorgeschrieben. Der Import wird deshalb nicht ausgeführt."}));
     EXPECT_EQ(run.nummern(), "alt; ohne; 4; 7");
+}
+
+/// An animal without a number could never be found again; a tab would shift the columns of every list.
+TEST(Importtabelle, namenloseTiereUndSteuerzeichen) {
+    const QString ersetzt =
+        "In der Datei standen Steuerzeichen, zum Beispiel Tabulatoren. Sie wurden durch Leerzeichen ersetzt.\r\n";
+    const QString ohne = " der Datei %1 nicht importiert, weil die Saunummer fehlt.\r\n";
+    const QString einzeln = ohne.arg("wurde"), mehrere = ohne.arg("wurden");
+    QByteArray jedeZweite;
+    for (int i = 0; i < 23; ++i) jedeZweite += "Sau;\nSau;n\n";
+    const struct {
+        QByteArray zeilen;
+        bool zusatz;
+        QString nummern, schluss;
+    } faelle[] = {
+        {"Sau;1\nSau\n\nSau;2\n", false, "1; 2", schluss(2, 0, "Zeile 3" + einzeln)},
+        {"Sau;  \n;;;;;\n;;\t;\nSau;2\n\n\n;\n", false, "2", schluss(1, 0, "Zeilen 2 bis 4 und 8" + mehrere + ersetzt)},
+        {jedeZweite, false, QString("n; ").repeated(23).chopped(2),
+         schluss(23, 0,
+                 "Zeilen 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30, 32, 34, 36, 38, 40 und 3 weitere" +
+                     mehrere)},
+        {"Sau;a\tb\x01\x02\x7f;\tDE 1\n", false, "a b", schluss(1, 0, ersetzt)},
+        {"Sau;1\nSau;;DE 1\nSau;;DE 2\nSau;3;DE 2\n;;;\n", true, "alt; 3", schluss(1, 3, "Zeile 4" + einzeln)},
+    };
+    for (const auto& fall : faelle) {
+        Importlauf run;
+        QStringList actions;
+        run.koben.workspace.onAction([&](const QString& name) { actions += name; });
+        if (fall.zusatz) run.db.execute("insert into Sauen (Nummer, Ohrmarke) values ('alt', 'DE 1')");
+        run.importieren(run.datei("Art (Sau, Eber, Mast, Ferkel);Saunummer;Ohrmarke\n" + fall.zeilen),
+                        fall.zusatz ? std::deque{true, true} : std::deque{true});
+        EXPECT_EQ(run.nummern(), fall.nummern) << fall.zeilen.toStdString();
+        EXPECT_EQ(run.meldungen().last(), fall.schluss);
+        EXPECT_TRUE(actions.value(0).endsWith(" aus herde.csv")) << actions.join("|").toStdString();
+    }
 }
 
 TEST(Importtabelle, geaenderteDateiWirdNichtGelesen) {

@@ -26,6 +26,10 @@ TEST_F(ControlsTest, TypingRunsTheKeyFilterAndTheLimit) {
         {Nur_Ziffern, 0, false, "7", "1x2", "12", "1|12|"},
         {Nur_Ziffern, 0, false, "7", "xy", "", "|"},
         {Nur_Ziffern, 0, true, "", "1\n2", "1\n2", "1|1\n|1\n2|"},
+        // a control character is one blank
+        {nullptr, 0, false, "", "a\t\r\n\x7f", "a    ", "a|a |a  |a   |a    |"},
+        {nullptr, 0, true, "", "a\t\n\x01", "a \n ", "a|a |a \n|a \n |"},
+        {Nur_Ziffern, 0, false, "7", "1\t2", "12", "1|12|"},
     };
     for (const auto& c : cases) {
         TextBox box(form, "t");
@@ -39,6 +43,28 @@ TEST_F(ControlsTest, TypingRunsTheKeyFilterAndTheLimit) {
         EXPECT_EQ(box.text().toStdString(), c.after) << c.typed;
         EXPECT_EQ(changes, c.changes) << c.typed;
     }
+}
+
+TEST_F(ControlsTest, ATextThatCannotBeReadStaysMarkedAsItWasTyped) {
+    TextBox box(form, "t"), lines(form, "t");
+    box.readable = [](const QString& text) { return !severalSeparators(text); };
+    box.onLostFocus = [&] { box.setText(Zahl_formatieren(QString(box.text()), 2)); };
+    for (const auto& [typed, left, wrong] : {std::tuple{"1.234,56", "1.234,56", true},
+                                             {"12,,5", "12,,5", true},
+                                             {"1234,5", "1234,50", false},
+                                             {"-", "0,00", false}}) {
+        box.type(typed);
+        box.leave();
+        EXPECT_EQ(box.text().toStdString(), left);
+        EXPECT_EQ(box.wrong(), wrong) << typed;
+    }
+    box.edited("a\tb");  // from the clipboard
+    EXPECT_EQ(box.text().toStdString(), "a b");
+    box.setText("c\r\nd");
+    EXPECT_EQ(box.text().toStdString(), "c  d");
+    lines.multiLine = true;
+    lines.edited("c\td\r\n");
+    EXPECT_EQ(lines.text().toStdString(), "c d\r\n");
 }
 
 TEST_F(ControlsTest, AHandlerMayWriteTheFieldWhileItIsTyped) {

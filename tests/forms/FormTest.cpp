@@ -64,6 +64,36 @@ TEST_F(FormTest, AFormThatClosesInItsLoadIsNeverShown) {
     EXPECT_EQ(run.koben.front(), nullptr) << "an exception leaves a form open";
 }
 
+/// It is told where it failed; the form stays, the forms behind go on. A form that cannot load closes.
+TEST_F(FormTest, WhatAHandlerThrowsGoesNoFurther) {
+    struct Kaputt : Maske {
+        using Maske::Maske;
+        void Load() override { throw std::runtime_error("broken"); }
+    } kaputt{run.koben, "K", log};
+    innen.neu.onClick = [] { throw DatabaseError(DatabaseError::Kind::Io, "Die Platte ist voll."); };
+    innen.abbrechen.onClick = [&] { run.koben.run(kaputt); };
+    aussen.neu.onClick = [&] {
+        run.koben.run(innen);
+        log += "click goes on";
+    };
+    run.screens.work([&](Form&) { aussen.neu.click(); });
+    run.screens.work([&](Form&) {
+        innen.neu.click();
+        innen.abbrechen.click();
+        EXPECT_FALSE(innen.closed());
+        EXPECT_TRUE(kaputt.closed());
+    });
+    run.koben.run(aussen);
+    const QStringList told = log.filter("! ");
+    ASSERT_EQ(told.size(), 2);
+    EXPECT_TRUE(told[0].contains("Die Platte ist voll.") && told[0].contains("nichts davon gespeichert"));
+    EXPECT_TRUE(told[1].contains("unerwarteter Fehler") && !told[1].contains("broken"));
+    for (const QString& line : told) log.removeAll(line);
+    EXPECT_EQ(taken(),
+              "+ A, load A, first A, activate A, + B, load B, first B, activate B, + K, - K, activate B, - B, click "
+              "goes on, activate A, - A");
+}
+
 TEST_F(FormTest, CloseBoxDoesWhatCancelDoes) {
     std::string done;
     aussen.abbrechen.onClick = [&] { done += 'x'; };
@@ -123,7 +153,7 @@ TEST_F(FormTest, NextAnimalWrapsAround) {
     run.koben.herdList = &list;
     run.koben.Tier_weiterschalten(1);  // an empty list stays as it is
     grid.addColumn({.key = "nr", .title = "Nr"});
-    for (const char* row : {"1", "2", "3"}) grid.addRow(row);
+    for (const char* row : {"1", "2", "3"}) grid.addRow({row});
     for (const auto& [from, direction, to] :
          std::initializer_list<std::array<int, 3>>{{1, 1, 2}, {3, 1, 1}, {3, 0, 2}, {1, 0, 3}, {0, 1, 1}, {0, 0, 3}}) {
         grid.setRow(from);

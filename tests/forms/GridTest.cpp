@@ -12,7 +12,7 @@ struct GridTest : testing::Test {
     void fill(Sort sort, const QString& words) {
         grid.clear();
         grid.addColumn({.key = "wert", .title = "Wert", .sort = sort});
-        for (const QString& word : words.split(u' ')) grid.addRow(word == u"_" ? QString() : word);
+        for (const QString& word : words.split(u' ')) grid.addRow({word == u"_" ? QString() : word});
     }
 };
 
@@ -38,7 +38,7 @@ TEST_F(GridTest, SortsByKeyListAndKeepsEqualRowsInOrder) {
     grid.addColumn({.key = "nummer", .title = "Nummer"});
     grid.addColumn({.key = "lauf", .title = "Lauf"});
     for (const char* row : {"02.01.2026\tB\t1", "01.01.2026\tC\t2", "02.01.2026\tA\t3", "02.01.2026\tA\t4"})
-        grid.addRow(QString::fromUtf8(row));
+        grid.addRow(QString::fromUtf8(row).split(u'\t'));
     grid.sortBy("VOM, nummer, unbekannt");
     EXPECT_EQ(spalte(grid, 3), "2 3 4 1");
 }
@@ -54,7 +54,7 @@ TEST_F(GridTest, CurrentRowAndMarksFollowTheirRecords) {
     EXPECT_EQ(spalte(grid, 1), "*1 >2 *3 4");
     grid.removeRow(1);  // another row than the current one
     EXPECT_EQ(spalte(grid, 1), ">2 *3 4");
-    grid.insertRow(1, "0");
+    grid.insertRow(1, {"0"});
     EXPECT_EQ(spalte(grid, 1), "0 >2 *3 4");
     grid.removeRow(2);  // the current one: the next takes its place
     EXPECT_EQ(spalte(grid, 1), "0 >*3 4");
@@ -69,8 +69,8 @@ TEST_F(GridTest, CurrentRowAndMarksFollowTheirRecords) {
 TEST_F(GridTest, SingleGridHasNoMarks) {
     Grid single{form, "li"};
     single.addColumn({.key = "a", .title = "A"});
-    single.addRow("x");
-    single.addRow("y");
+    single.addRow({"x"});
+    single.addRow({"y"});
     single.mark({1, 2});
     single.setMarked(1, true);
     single.choose(2);
@@ -109,9 +109,9 @@ TEST_F(GridTest, FileKeepsColumnsAndEveryCharacter) {
     grid.addColumn({.key = "Nr", .title = "Nr.\tx", .align = Align::Right, .width = 70, .sort = Sort::Number});
     grid.addColumn({.key = "Tätowierung", .title = "Tät", .caption = "Lang", .technical = true});
     const QString strange = QString::fromUtf8("a\\tb\tc\r\nd € ő \u0085 \\u0041");
-    grid.addRow("1");
+    grid.addRow({"1"});
     grid.setCell(1, 2, strange);
-    grid.addRow("2\tB\\");
+    grid.addRow({"2", "B\\"});
     ASSERT_TRUE(grid.save(run.path("gridli.txt")));
     Grid copy{form, "kopie"};
     ASSERT_TRUE(copy.load(run.path("gridli.txt")));
@@ -123,10 +123,52 @@ TEST_F(GridTest, FileKeepsColumnsAndEveryCharacter) {
     EXPECT_EQ(copy.cell(2, 2), "B\\");
 }
 
+/// A separator is a property of the row; in the file alone it is told by its first cell.
+TEST_F(GridTest, ASeparatorIsNoTextAndATextIsNoSeparator) {
+    grid.addColumn({.key = "nr", .title = "Nr"});
+    grid.addColumn({.key = "box", .title = "Box"});
+    grid.addRow({".", "A\tB"});
+    grid.addSeparator();
+    grid.addRow({"..", ""});
+    const auto separators = [](const Grid& g) {
+        QString all;
+        for (int row = 1; row <= g.rowCount(); ++row) all += g.isSeparator(row) ? u'-' : u'x';
+        return all;
+    };
+    EXPECT_EQ(separators(grid), "x-x");
+    EXPECT_EQ(grid.cell(2, 1) + grid.cell(2, 2), ".");
+    Grid copy{form, "kopie"}, file{form, "datei"};
+    copy.copy(grid);
+    EXPECT_EQ(separators(copy), "x-x");
+    EXPECT_EQ(copy.cell(1, 2), "A\tB");
+    EXPECT_TRUE(grid.save(run.path("gridli.txt")) && file.load(run.path("gridli.txt")));
+    EXPECT_EQ(separators(file), "--x");
+    EXPECT_EQ(file.cell(1, 2), "A\tB");
+    EXPECT_EQ(file.fileText(), copy.fileText());
+}
+
+TEST_F(GridTest, TypedCellsShowAsTheirColumnSaysAndSortByWhatTheyAre) {
+    grid.addColumn({.key = "kg", .title = "kg", .sort = Sort::Number, .decimals = 1});
+    grid.addColumn({.key = "tag", .title = "Tag", .sort = Sort::Date});
+    const auto row = [&](Value kg, Value day) { grid.addValues({std::move(kg), std::move(day)}); };
+    row(1234.56, QDate(2026, 12, 31));
+    row(2, QDate(2026, 1, 2));
+    row(Value(), Value());
+    row(Money{125000}, QDate(2025, 2, 1));
+    EXPECT_EQ(spalte(grid, 1), "1234,6 2,0  12,5");
+    grid.sort(1, 1);
+    EXPECT_EQ(spalte(grid, 1), " 2,0 12,5 1234,6");
+    grid.sortBy("tag");
+    EXPECT_EQ(spalte(grid, 2), " 01.02.2025 02.01.2026 31.12.2026");
+    EXPECT_EQ(grid.value(2, u"kg"), Value(Money{125000}));
+    grid.addRow({"SUMME", "x"});  // texts stand as they are
+    EXPECT_EQ(grid.cell(5, 1), "SUMME");
+}
+
 TEST_F(GridTest, DamagedFileLeavesAnEmptyGrid) {
     grid.addColumn({.key = "a", .title = "A"});
-    grid.addRow("eins");
-    grid.addRow("zwei");
+    grid.addRow({"eins"});
+    grid.addRow({"zwei"});
     const QString path = run.path("gridli.txt");
     ASSERT_TRUE(grid.save(path));
     const QByteArray whole = run.bytes("gridli.txt");
@@ -173,7 +215,7 @@ TEST_F(BoundGridTest, ShowsTypedCellsAndSortsByType) {
 
 TEST_F(BoundGridTest, ChangedCellsAndAddedRowsJoinTheBoundOnes) {
     grid.setRow(2);
-    grid.addRow("SUMME\t\t\t12,5");
+    grid.addRow({"SUMME", "", "", "12,5"});
     EXPECT_EQ(spalte(grid, 1), "1 >*2 3 SUMME");
     EXPECT_EQ(spalte(grid, 4), "2,5 >*10  12,5");
     grid.setCell(3, 3, "15.01.2026");

@@ -106,7 +106,7 @@ bool istGrenze(const QString& message) {
 }
 
 void pruefe(const DatabaseError& error, const QString& statement) {
-    const QString message = error.message();
+    const QString message = error.detail();
     fordere(error.position >= -1 && error.position <= statement.size(), "place outside the text", message);
     const QString sentence = message.section(QStringLiteral("\r\nAnweisung: "), 0, 0);
     fordere(sentence.size() > 10 && (sentence.front().isUpper() || sentence.front() == u'"') &&

@@ -101,6 +101,7 @@ TEST(HerdenlisteTest, zählerzeileUndLöschen) {
         EXPECT_EQ(main.datali.row(), 1);
         EXPECT_TRUE(main.bezstati.text().startsWith("Statistik:   Sauen=1   Eber=1   Mast=0   Belegungen=1   Fe"));
     });
+    EXPECT_EQ(farm.actions, QStringList("Sau 1 mit 8 Buchungen gelöscht"));
     EXPECT_EQ(farm.zeige("select Nummer from Sauen"), "2 | 3 | 4");
     for (const QString& table : Buchungen) EXPECT_EQ(farm.zeige("select Kennung from " + table), "2");
 }

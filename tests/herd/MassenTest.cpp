@@ -51,6 +51,9 @@ TEST(MassenTest, ferkelInDieMast) {
         farm.work(row.marks, "XB_Markierte_Ferkel_in_Mast");
         EXPECT_TRUE(farm.sagt(row.texts));
         EXPECT_EQ(farm.koben.Status_neu_berechnen, row.status);
+        EXPECT_EQ(farm.actions.value(0), row.kinds == after ? "2 Ferkel in Mast gebucht"
+                                         : row.status       ? "0 Ferkel in Mast gebucht"
+                                                            : "");
         EXPECT_EQ(farm.zeige("select Art from Sauen"), row.kinds);
         EXPECT_EQ(farm.zeige("select Datum, Anzahl_Einkauf, Anzahl_Verkauf, Preis_je_Stück, Einnahmen, Ausgaben, "
                              "Stück_Gewicht_kg, Gesamtgewicht_kg, Kunde, Muttersau, Kommentar, Kennung from "
@@ -98,6 +101,9 @@ TEST(MassenTest, neueStallnummer) {
         farm.work(row.marks, "XB_Stallnrneuzuordnen");
         EXPECT_TRUE(farm.sagt(row.texts));
         EXPECT_EQ(farm.zeige("select Stallnr from Sauen"), row.stalls);
+        EXPECT_EQ(farm.actions.join(""), row.texts.size() == 2 && row.inputs.front() != "          B7"
+                                             ? "Stallnr Abteil`7- für 2 Ferkel"
+                                             : "");
         EXPECT_EQ(farm.zeige("select count(*) from Stammdaten_Stallnummer"), "0");
     }
 }
@@ -128,6 +134,11 @@ TEST(MassenTest, festeSaunummer) {
         });
         EXPECT_EQ(farm.zeige("select Nummer from Sauen"), numbers) << input;
         EXPECT_EQ(farm.zeige("select Muttersau from Verluste"), "4");
+        const QString name = "Nummern von %1 Tieren auf %2 Zeichen verlängert";
+        EXPECT_EQ(farm.actions.join(""), numbers == before       ? ""
+                                         : QString(input) == "1" ? name.arg(1).arg(1).replace("Tieren", "Tier")
+                                         : QString(input) == "4" ? name.arg(4).arg(4)
+                                                                 : name.arg(5).arg(15));
     }
 }
 

@@ -127,6 +127,7 @@ TEST(SelektierenTest, vonDerSelektionZurMarkierungUndZurück) {
         EXPECT_TRUE(farm.sagt({hint}));
         EXPECT_EQ(marked(), "");
     });
+    EXPECT_EQ(farm.actions, (QStringList{"2 Sauen selektiert", "Selektion aufgehoben"}));
 }
 
 }  // namespace

@@ -15,7 +15,11 @@ public:
             if (align != Align::Left) title.remove(0, 1);
             gridli.addColumn({.key = title.toLower(), .title = title, .align = align});
         }
-        for (const QString& row : rows) gridli.addRow(row);
+        for (const QString& row : rows)
+            if (row == u".")
+                gridli.addSeparator();
+            else
+                gridli.addRow(row.split(u'\t'));
     }
     Grid gridli{*this, "gridli"};
 };

@@ -2,7 +2,7 @@
 
 #include <QRegularExpression>
 
-#include "forms/Stammdaten.h"
+#include "forms/Liste.h"
 #include "output/PA_Textausgabe.h"
 #include "tests/output/Liste.h"
 
@@ -54,6 +54,52 @@ TEST(Zwischenliste, TextListGoesToTheViewer) {
     EXPECT_EQ(run.lines("LISTE.TXT"), (QStringList{"Datum: 15.07.2026", "Hof Böhm", "", "Nr |  kg", "--------",
                                                    "1  | 2,5", "--------", "S  | 2,5", "", ""}));
     EXPECT_EQ(run.koben.Konfig_Text[4], " | ");
+}
+
+/// What the cells hold is not read as structure, as long as the list comes from its report.
+TEST(Zwischenliste, CellsAreNoStructure) {
+    Ausgabelauf run;
+    run.handOver({"Nr", "Box", ">kg"}, {"1\t2\t3"}, [&](PA_Zwischenliste& f) {
+        Liste list(run.koben, {"Nr", "Box", ">kg"}, {});
+        list.gridli.addRow({".", "A\tB", "1,5"});
+        list.gridli.addSeparator();
+        list.gridli.addValues({QStringLiteral("S\r\n1"), QDate(2026, 7, 15), 2.5});
+        run.screens.workIn<PA_Zwischenliste>([&](PA_Zwischenliste& inner) {
+            EXPECT_EQ(inner.gridli.value(3, u"box"), Value(QDate(2026, 7, 15)));
+            run.screens.workIn<PA_Textausgabe>([](PA_Textausgabe& viewer) { viewer.abbv.click(); });
+            inner.comtext.click();
+            inner.roexplorer[0].click();
+        });
+        Liste_uebergeben(run.koben, list.gridli);
+        EXPECT_EQ(f.gridli.cell(1, 1), "1");
+    });
+    EXPECT_EQ(run.lines("LISTE.TXT").mid(2), (QStringList{".    | A B        | 1,5", QString(23, u'-'),
+                                                          "S  1 | 15.07.2026 | 2,5"}));
+    EXPECT_EQ(run.bytes("report.htm").count("<td>.</td>"), 1);
+    EXPECT_EQ(run.bytes("report.htm").count("class=\"strich\""), 1);
+}
+
+TEST(Zwischenliste, TheFileCountsWhereItSaysSomethingElse) {
+    Ausgabelauf run;
+    const Liste report(run.koben, {"Nr"}, {"1"}), other(run.koben, {"Nr"}, {"2"});
+    const HandedList handed{report.gridli, report.gridli.fileText()};
+    const struct {
+        const HandedList* handed;
+        const Grid& written;
+        QString number;
+    } cases[] = {{&handed, report.gridli, "1"}, {&handed, other.gridli, "2"}, {nullptr, other.gridli, "2"}};
+    for (const auto& c : cases) {
+        ASSERT_TRUE(c.written.save(run.path("gridli.txt")));
+        run.koben.handedList = c.handed;
+        Liste screen(run.koben, {}, {});
+        EXPECT_TRUE(Liste_uebernehmen(run.koben, screen.gridli));
+        EXPECT_EQ(screen.gridli.cell(1, 1), c.number);
+    }
+    QFile::remove(run.path("gridli.txt"));
+    run.koben.handedList = &handed;
+    Liste screen(run.koben, {"Nr"}, {"3"});
+    EXPECT_FALSE(Liste_uebernehmen(run.koben, screen.gridli));
+    EXPECT_EQ(screen.gridli.columnCount(), 0);
 }
 
 TEST(Zwischenliste, AnEmptyListHasNoTextAndNoSpreadsheet) {

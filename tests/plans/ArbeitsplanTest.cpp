@@ -100,6 +100,22 @@ TEST_F(Arbeitsplan, PocketFileIsWindows1252AndLeavesUntickedFieldsOut) {
               "chtigkeitskontr.\t\xc4\xe4\t\t\r\n");
 }
 
+TEST_F(Arbeitsplan, ATabInANumberIsABlankForTheDevice) {
+    sow("A\t1", {{"Stallnr", "x\r\ny"}, {"L_Belegung", "25.06.2026"}});
+    plan([](Plan& form) { tun(form, "kon(0); kon(2); ok(0)"); });
+    EXPECT_TRUE(bytes("PB_Arbeitsplan_Pocket.txt").endsWith("\tA 1\tx  y\t\r\n"));
+    EXPECT_EQ(bytes("PB_Arbeitsplan_Pocket.txt").count('\t'), 5);
+}
+
+TEST_F(Arbeitsplan, CancelledItWritesNothing) {
+    sow("1", {{"L_Belegung", "25.06.2026"}});
+    write("PB_Arbeitsplan_Pocket.txt", "alt");
+    screens.onProgress = [](const QString&, int) { return false; };
+    plan([](Plan& form) { form.ok[0].click(); });
+    EXPECT_EQ(bytes("PB_Arbeitsplan_Pocket.txt"), "alt");
+    EXPECT_FALSE(screens.log.contains("+ PA_Zwischenliste"));
+}
+
 TEST_F(Arbeitsplan, SaysWhatIsMissingInTheOrderOfARun) {
     const QString nothing = "! Keine zu listenden Daten gefunden", animals = "! Es wurden *keine Tiere gefunden!";
     write("PB_Arbeitsplan_Pocket.txt", "alt");
@@ -163,7 +179,7 @@ TEST_F(Arbeitsplan, ProgressCountsAllButInactiveAndDoneWork) {
     const Table animals = db.table("select * from Sauen");
     const auto works = Arbeiten_lesen(db.table("select * from Arbeitsplanoptionen"), {"ARBEIT", "fehlt"});
     int steps = 0;
-    Arbeitsplan_berechnen(animals, works, {0, 1}, {}, [&](int done) { steps = done; });
+    Arbeitsplan_berechnen(animals, works, {0, 1}, {}, [&](int done) { return steps = done, true; });
     EXPECT_EQ(steps, 2 + 3);
 }
 

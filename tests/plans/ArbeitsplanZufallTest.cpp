@@ -92,7 +92,7 @@ struct Rundgang {
             chart ? ticked + days + QStringList{"Termin", "Vom", "Bis"} : QStringList{"Vom", "Bis", "Termin"} + ticked;
         for (const QString& key : keys)
             grid.addColumn({.key = key, .title = key, .sort = key == "Vom" || key == "Bis" ? Sort::Date : Sort::Text});
-        for (const QString& line : lines) grid.addRow(line);
+        for (const QString& line : lines) grid.addRow(line.split(u'\t'));
         const QStringList orders{"nummer", "art,nummer", "stallnr,nummer", "gruppe,nummer"};
         grid.sortBy(chart ? orders[form.optisort.selected()] : QString("vom,bis,nummer"));
         return gridText(grid).mid(1);

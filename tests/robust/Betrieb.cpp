@@ -167,6 +167,7 @@ QString integrity(const QString& database) {
 Sitzung::Sitzung(const Ordner& folder) : koben(screens, platform, katalog()) {
     platform.data = folder.data();
     platform.program = folder.program();
+    platform.user = folder.user();
 }
 
 Sitzung::~Sitzung() { Workspace::setFaultHook({}); }

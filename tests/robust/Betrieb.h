@@ -25,6 +25,7 @@ public:
     QString program() const { return root() + QStringLiteral("/Programm"); }
     QString data() const { return root() + QStringLiteral("/Daten/Sauenplaner/"); }
     QString database() const { return data() + QStringLiteral("koben2.mdb"); }
+    QString user() const { return root() + QStringLiteral("/Benutzer/"); }
     QString settings() const { return data() + QStringLiteral("Einstellungen.ko2"); }
     /// Takes over the files of another data folder, which nothing has open.
     void copyFrom(const Ordner& other) const;

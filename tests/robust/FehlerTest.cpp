@@ -16,45 +16,57 @@ bool gewaehlt(int nth, int count, std::mt19937& random) {
 
 class FehlerTest : public testing::TestWithParam<Aktion> {};
 
-TEST_P(FehlerTest, nichtsBleibtUndDanachGehtEs) {
+QStringList typedIn(const Form& form) {
+    QStringList texts;
+    for (Control* control : form.controls())
+        if (const auto* box = dynamic_cast<TextBox*>(control)) texts += box->text();
+    return texts;
+}
+
+/// The user reads why, her entries stand, and the same click works once the cause is gone. Only a start ends with it.
+TEST_P(FehlerTest, nichtsBleibtUndDerselbeKlickGehtDanach) {
     const Aktion& aktion = GetParam();
     if (!aktion.schreibtDatenbank) return;
     const Vergleich whole = ungestoert(aktion);
-    auto folder = angerichtet(aktion);
     std::mt19937 random(20260715);
     int failures = 0;
     for (int nth = 1; nth <= whole.anweisungen && !HasFailure(); ++nth) {
         if (!gewaehlt(nth, whole.anweisungen, random)) continue;
-        if (!aktion.hof) folder = angerichtet(aktion);
+        const auto folder = angerichtet(aktion);
         QString failed;
+        bool again = false;
         {
             Sitzung run(*folder);
+            QStringList typed;
+            std::deque<bool> answers;
+            std::deque<QString> inputs;
             run.beginnt = [&] {
+                answers = run.screens.answers, inputs = run.screens.inputs;
+                if (run.koben.front()) typed = typedIn(*run.koben.front());
                 Workspace::setFaultHook([&, count = 0](const QString& text) mutable {
                     if (++count != nth) return;
                     failed = text;
                     throw DatabaseError(DatabaseError::Kind::Io, QStringLiteral("Die Platte ist weg."));
                 });
             };
-            EXPECT_TRUE(klagen(aktion, run).contains(u"Die Platte ist weg.")) << "swallowed: " << failed.toStdString();
-            EXPECT_LE(run.screens.waiting, 0) << "the wait cursor stays";
-            if (QFile::exists(folder->database())) {
-                EXPECT_EQ(run.koben.workspace.open(folder->database())
-                              .table(QStringLiteral("select ID from Sauen"))
-                              .columnCount(),
-                          1);
-            }
+            run.nochmal = [&] {
+                Workspace::setFaultHook({});
+                EXPECT_EQ(typedIn(*run.koben.front()), typed) << failed.toStdString();
+                EXPECT_EQ(inhalt(run.koben.connect()), whole.vorher.daten) << failed.toStdString();
+                EXPECT_LE(run.screens.waiting, 0) << "the wait cursor stays";
+                run.screens.answers = answers, run.screens.inputs = inputs;
+                return again = true;
+            };
+            const QString said = klagen(aktion, run);
+            EXPECT_TRUE(said.contains(u"Die Platte ist weg.")) << "swallowed: " << failed.toStdString();
+            if (again) pruefeMeldung(said);
         }
         const QString left = stand(*folder).daten;
         const bool made = !aktion.hof && left == whole.nachher.daten;  // a new database is there before it is opened
-        EXPECT_TRUE(made || left == whole.vorher.daten) << "statement " << nth << ": " << failed.toStdString();
+        EXPECT_TRUE(made || left == (again ? whole.nachher : whole.vorher).daten)
+            << "statement " << nth << ": " << failed.toStdString();
         ++failures;
     }
-    {
-        Sitzung run(*folder);
-        spielen(aktion, run);
-    }
-    EXPECT_EQ(stand(*folder).daten, whole.nachher.daten);
     EXPECT_GT(failures, 0);
     RecordProperty("fehler", failures);
     if (longRun()) printf("%s: %d failing statements\n", aktion.name, failures);

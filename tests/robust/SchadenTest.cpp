@@ -64,7 +64,9 @@ void arbeite(Database& db, const Koben& koben) {
     Werte_berechnen(db, koben);
     statussetzen(db);
     db.execute(QStringLiteral("insert into Sauen (Art, Nummer) values ('Sau', 'neu')"));
-    Buchungen_loeschen(db, 1);
+    Action action(db, {});
+    Buchungen_loeschen(action, 1);
+    action.commit();
 }
 
 /// Puts a damaged database in the place of the folder's.

@@ -30,7 +30,7 @@ public:
     int ends[2]{-1, -1};
 };
 
-/// One start, in its own process. Reports w(orks), z(weiter start, as prescribed) or f(ailure), and works on until the
+/// One start, in its own process. Reports w(orks), z(weiter start, refused) or f(ailure), and works on until the
 /// other end of `weiter` closes.
 void starte(const Ordner& folder, int melden, int weiter) {
     char said = 'f';

@@ -40,7 +40,7 @@ struct PA_Koben : Form {
     explicit PA_Koben(Koben& run) : Form(run, QStringLiteral("PA_Koben"), QStringLiteral("KOBEN")) {
         datali.addColumn({.key = "Nummer", .title = "Nr."});
         datali.addColumn({.key = "Art", .title = "Art"});
-        for (const char* row : {"3\tSau", "1\tEber", "2\tSau"}) datali.addRow(row);
+        for (const QStringList& row : {QStringList{"3", "Sau"}, {"1", "Eber"}, {"2", "Sau"}}) datali.addRow(row);
         datali.onRowChange = [this] { koben.message("Zeile " + datali.cell(datali.row(), 1)); };
         datali.onClick = [this] { koben.message("Klick"); };
         datali.canEdit = [](int, int column) { return column == 2; };

@@ -51,7 +51,7 @@ protected:
                        ? rendered(db.table(text))
                        : QString::number(db.execute(text));
         } catch (const DatabaseError& e) {
-            message = e.message();
+            message = e.detail();
             return QStringLiteral("%1@%2").arg(QString::fromLatin1(kKinds[static_cast<int>(e.kind)])).arg(e.position);
         }
     }

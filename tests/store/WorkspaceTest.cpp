@@ -103,6 +103,39 @@ TEST_F(WorkspaceTest, CompactAndCopyKeepEverything) {
     EXPECT_EQ(files.join(u' '), QString("klein kopie test.mdb"));
 }
 
+TEST_F(WorkspaceTest, ChecksEveryPage) {
+    foreign(
+        "insert into Sauen(Nummer) with recursive n(i) as (select 1 union all select i + 1 from n where i < 50000) "
+        "select 'x' || i from n");
+    for (const Check check : {Check::Quick, Check::Full}) {
+        EXPECT_EQ(workspace.check(path(), check), QString());
+        EXPECT_EQ(workspace.check(path(), check, [](int) { return false; }), std::nullopt);
+    }
+    db.close();
+    workspace.closeAll();
+    QByteArray bytes = content(path());
+    bytes.replace(bytes.size() / 2, 9000, QByteArray(9000, '\x55'));
+    fill(path(), bytes);
+    EXPECT_NE(workspace.check(path(), Check::Quick).value_or(QString()), QString());
+}
+
+TEST_F(WorkspaceTest, ARefusedFileKeepsItsBytesAndItsLog) {
+    run({"insert into Sauen (Nummer) values ('neu')"});
+    const QByteArray log = content(path() + "-wal");
+    ASSERT_GT(log.size(), 1000);
+    QByteArray bytes = content(path());
+    db.close();
+    workspace.closeAll();
+    bytes.replace(100, 1000, QByteArray(1000, '\x55'));  // the page that lists the tables
+    fill(path("kaputt"), bytes);
+    QByteArray other = log;
+    other[20] = static_cast<char>(other[20] ^ 1);  // a checksum: nothing of the log counts
+    fill(path("kaputt-wal"), other);
+    EXPECT_THROW(workspace.open(path("kaputt")), DatabaseError);
+    EXPECT_EQ(content(path("kaputt")), bytes);
+    EXPECT_EQ(content(path("kaputt-wal")), other);
+}
+
 TEST_F(WorkspaceTest, CompactAndCopyCanBeGivenUp) {
     foreign(
         "insert into Sauen(Nummer) with recursive n(i) as (select 1 union all select i + 1 from n where i < 100000) "

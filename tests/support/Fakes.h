@@ -80,6 +80,7 @@ public:
     void breathe() override {
         if (onBreathe) onBreathe();
     }
+    int progressInterval() const override { return 0; }
     bool progress(const QString& what, int percent) override { return !onProgress || onProgress(what, percent); }
 
 private:
@@ -101,13 +102,14 @@ private:
     std::deque<std::function<void(Form&)>> m_scripts;
 };
 
-/// What a job left behind. A change of font stands before the line where it takes effect, as "{Courier New 10 fett}";
+/// What a job left behind. A change of font stands where it takes effect, as "{Courier New 10 fett}";
 /// "{Seite}" is a new page.
 struct PrintedJob {
     QString printer;
     bool landscape = false;
     bool ended = false;
     QStringList lines;
+    Sheet sheet = {};
 };
 
 class FakePrintJob : public PrintJob {
@@ -117,22 +119,27 @@ public:
     void setSize(double points) override { m_size = points; }
     void setBold(bool on) override { m_bold = on; }
     void setItalic(bool on) override { m_italic = on; }
-    void line(const QString& text) override {
-        if (++m_count == m_failAtLine) throw std::runtime_error("Kein Papier");
+    void text(const QString& piece) override {
         QString style = QStringLiteral("{%1 %2").arg(m_font).arg(m_size);
         if (m_bold) style += " fett";
         if (m_italic) style += " kursiv";
         style += u'}';
-        m_job->lines += (style == m_style ? QString() : style) + text;
+        m_line += (style == m_style ? QString() : style) + piece;
         m_style = style;
     }
+    void line(const QString& last) override {
+        if (++m_count == m_failAtLine) throw std::runtime_error("Kein Papier");
+        text(last);
+        m_job->lines += std::exchange(m_line, {});
+    }
+    void setSheet(const Sheet& sheet) override { m_job->sheet = sheet; }
     void newPage() override { m_job->lines += "{Seite}"; }
     void end() override { m_job->ended = true; }
 
 private:
     std::shared_ptr<PrintedJob> m_job;
     int m_failAtLine, m_count = 0;
-    QString m_font, m_style;
+    QString m_font, m_style, m_line;
     double m_size = 0;
     bool m_bold = false, m_italic = false;
 };
@@ -149,14 +156,14 @@ public:
     std::vector<std::shared_ptr<PrintedJob>> jobs;
     std::map<QString, QByteArray> web;    ///< answers by path; others have no connection
     std::map<QString, QString> settings;  ///< "SECTION/KEY"
-    QString data, program;
+    QString data, program, user;
 
     QDateTime now() override { return clock; }
     QStringList printers() override { return printerNames; }
     QStringList fonts() override { return fontNames; }
     std::unique_ptr<PrintJob> print(const QString& printer, bool landscape) override {
         if (!printerReady) return nullptr;
-        jobs.push_back(std::make_shared<PrintedJob>(PrintedJob{printer, landscape, false, {}}));
+        jobs.push_back(std::make_shared<PrintedJob>(PrintedJob{printer, landscape, false, {}, {}}));
         return std::make_unique<FakePrintJob>(jobs.back(), failAtLine);
     }
     bool open(const QString& fileOrAddress) override {
@@ -178,6 +185,7 @@ public:
     void setUserSetting(const QString& section, const QString& key, const QString& value) override {
         settings[section + "/" + key] = value;
     }
+    QString userFolder() override { return user.isEmpty() ? QDir::tempPath() + "/koben-benutzer/" : user; }
     QString programFolder() override { return program; }
     QString dataFolder() override { return data; }
     bool lockDataFolder(const QString&) override { return true; }
@@ -188,6 +196,7 @@ class TestRun {
 public:
     TestRun() : koben(screens, platform, catalogue) {
         koben.Datenordner = platform.data = m_folder.path() + "/";
+        platform.user = m_folder.path() + "/.benutzer/";
         koben.Programmordner = platform.program = koben.Datenordner;
         koben.Datenbankpfad = koben.Datenordner + "koben2.mdb";
         koben.Heute = koben.clockToday();

@@ -91,6 +91,7 @@ public:
             koben.Datenbankpfad = existingFolder + "koben2.mdb";
         }
         db = koben.connect();
+        koben.workspace.onAction([this](const QString& name) { actions += name; });
     }
     ~Hof() { Workspace::setFaultHook({}); }
 
@@ -156,6 +157,7 @@ public:
     }
 
     Database db;
+    QStringList actions;  ///< names of the actions that reached the disk
 };
 
 }  // namespace koben

@@ -20,7 +20,7 @@ public:
     void fill(int rows) {
         li.clearRows();
         for (int i = 1; i <= rows; ++i)
-            li.addRow(QStringLiteral("%1\t%2.07.2026\t%3").arg(rows - i).arg(i % 28 + 1).arg(i));
+            li.addRow({QString::number(rows - i), QStringLiteral("%1.07.2026").arg(i % 28 + 1), QString::number(i)});
     }
     Grid li{*this, "li", true};
 };
@@ -146,7 +146,7 @@ TEST_F(GridViewTest, RefreshKeepsPlace) {
         form.li.setRow(3);
         QApplication::processEvents();
         view.verticalScrollBar()->setValue(200);
-        form.li.addRow(QStringLiteral("neu"));
+        form.li.addRow({QStringLiteral("neu")});
         form.li.setCell(1, 1, QStringLiteral("anders"));
         QApplication::processEvents();
         EXPECT_EQ(view.verticalScrollBar()->value(), 200);

@@ -117,6 +117,8 @@ TEST_P(TastenTest, EinGangOhneMaus) {
         const Window& window = errand.windows[next++];
         ASSERT_EQ(form.name(), QString::fromUtf8(window.form));
         typist.play(QString::fromUtf8(window.keys));
+        const FormWindow& shown = *screens.windowOf(form);
+        EXPECT_TRUE(form.name() != u"PA_Koben" || quietLine(shown).startsWith(u"Gespeichert: ")) << errand.name;
     };
     const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
     koben.run(*main);

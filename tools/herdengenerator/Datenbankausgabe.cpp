@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 
+#include "core/Buchungen.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 #include "tools/herdengenerator/Ausgabe.h"
 #include "tools/herdengenerator/Texte.h"
@@ -28,6 +29,8 @@ public:
             db.prepare(QStringLiteral("insert into %1 (%2) values (%3)").arg(tabelle, felder, marken.join(u',')));
         m_transaction.emplace(m_db);
     }
+    Einfueger(const Database& db, Buchungsart art, const QString& felder)
+        : Einfueger(db, QString::fromUtf8(angaben(art).table), felder) {}
     void zeile(std::vector<Value> werte) {
         m_statement->run(werte);
         if (++m_zeilen % zeilenJeTransaktion != 0) return;
@@ -157,7 +160,7 @@ private:
 
     void belegungen() {
         Einfueger ein(
-            m_db, QStringLiteral("Belegung"),
+            m_db, Buchungsart::Belegung,
             QStringLiteral("Datum,Ebernr,Deckanzahl,Belegungart,Belegungsstation,Kosten,Kommentar,Bemerkung,Kennung"));
         for (const Belegung& b : m_herde.belegungen) {
             const bool eigener = b.eber >= 0;
@@ -169,7 +172,7 @@ private:
     }
 
     void kontrollen() {
-        Einfueger ein(m_db, QStringLiteral("Trächtigkeit"),
+        Einfueger ein(m_db, Buchungsart::Trächtigkeit,
                       QStringLiteral("Datum,Trächtig,Kosten,Kommentar,Bemerkung,Kennung"));
         for (const Kontrolle& k : m_herde.kontrollen)
             ein.zeile(
@@ -179,7 +182,7 @@ private:
 
     void wuerfe() {
         Einfueger ein(
-            m_db, QStringLiteral("Ferkelung"),
+            m_db, Buchungsart::Ferkelung,
             QStringLiteral("Datum,LNr,LNrJahr,Ferkel_Gesamt,Ferkel_Lebendig,Ferkel_Tot,Stück_Gewicht_kg,Kosten,"
                            "Kommentar,Bemerkung,Kennung"));
         for (const Wurf& w : m_herde.wuerfe)
@@ -191,7 +194,7 @@ private:
             if (w.absetzung > 0 && !w.absetzungFehlt) abgesetzt.push_back(&w);
         std::stable_sort(abgesetzt.begin(), abgesetzt.end(),
                          [](const Wurf* a, const Wurf* b) { return a->absetzung < b->absetzung; });
-        Einfueger absetzung(m_db, QStringLiteral("Absetzung"),
+        Einfueger absetzung(m_db, Buchungsart::Absetzung,
                             QStringLiteral("Datum,Anzahl_Ferkel,Stück_Gewicht_kg,Kommentar,Bemerkung,Kennung"));
         for (const Wurf* w : abgesetzt)
             absetzung.zeile({tag(w->absetzung), int{w->abgesetzt}, kilo(w->absetzgewicht), text(""), text(""), id(*w)});
@@ -199,7 +202,7 @@ private:
     }
 
     void verluste() {
-        Einfueger ein(m_db, QStringLiteral("Verluste"),
+        Einfueger ein(m_db, Buchungsart::Verluste,
                       QStringLiteral("Datum,Anzahl_Ferkel,Grund,Kosten,Muttersau,Kommentar,Bemerkung,Kennung"));
         for (const Verlust& v : m_herde.verluste)
             ein.zeile({tag(v.tag), int{v.anzahl}, text(verlustgruende[v.grund]), cent(0), nummer(v.sau), text(""),
@@ -208,7 +211,7 @@ private:
     }
 
     void verschiebungen() {
-        Einfueger ein(m_db, QStringLiteral("Verschiebung"),
+        Einfueger ein(m_db, Buchungsart::Verschiebung,
                       QStringLiteral("Datum,Anzahl_Ferkel,Zu_Saunr,Kommentar,Bemerkung,Kennung"));
         for (const Verschiebung& v : m_herde.verschiebungen)
             ein.zeile({tag(v.tag), int{v.anzahl}, nummer(v.zu), text(""), text(""), id(v)});
@@ -216,7 +219,7 @@ private:
     }
 
     void behandlungen() {
-        Einfueger ein(m_db, QStringLiteral("Behandlung"),
+        Einfueger ein(m_db, Buchungsart::Behandlung,
                       QStringLiteral("Datum,Behandlungsart,Medikament,Menge,Einheit,Verabreichungsart,Wartezeit_Tage,"
                                      "Wartezeit_Datum,Tierarzt,Beleg_Nr,Kosten,Kommentar,Bemerkung,Kennung"));
         for (const Behandlung& b : m_herde.behandlungen) {
@@ -231,7 +234,7 @@ private:
 
     void verkaeufe() {
         Einfueger ein(
-            m_db, QStringLiteral("Ferkelverkauf"),
+            m_db, Buchungsart::Ferkelverkauf,
             QStringLiteral("Datum,Anzahl_Einkauf,Anzahl_Verkauf,Preis_je_Stück,Einnahmen,Ausgaben,Stück_Gewicht_kg,"
                            "Gesamtgewicht_kg,Kunde,Muttersau,Kommentar,Kennung"));
         for (const Verkauf& v : m_herde.verkaeufe)

@@ -204,8 +204,7 @@ void Hand::enterKey(const Target& target) {
 void Hand::help(Form& form) {
     const QString viewer = QStringLiteral("PH_Hilfe");
     if (!form.koben.catalogue.has(viewer) || form.name() == viewer) return;
-    form.koben.open(viewer);
-    form.settle();
+    form.act([&] { form.koben.open(viewer); });
 }
 
 void Hand::menu(const Target& target) {
@@ -214,8 +213,7 @@ void Hand::menu(const Target& target) {
 }
 
 void Hand::close(Form& form) {
-    form.closeBox();
-    form.settle();
+    form.act([&] { form.closeBox(); });
 }
 
 }  // namespace koben::skript

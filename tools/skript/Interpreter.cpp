@@ -1,7 +1,5 @@
 #include "tools/skript/Interpreter.h"
 
-#include "tools/skript/Commands.h"
-
 namespace koben::skript {
 
 /// One life of the program: its context and its main form.

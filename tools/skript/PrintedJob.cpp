@@ -2,50 +2,82 @@
 
 namespace koben::skript {
 
-ScriptPrintJob::ScriptPrintJob(bool landscape, std::function<void(const PrintedJob&)> onEnd)
-    : m_onEnd(std::move(onEnd)) {
-    if (landscape) m_line = QStringLiteral("{quer}");
-    m_begun = landscape;
+namespace {
+
+QString number(double value) { return QString::number(value).replace(u'.', u','); }
+
+QString placed(const char* what, std::initializer_list<double> measures) {
+    QString text = u'{' + QString::fromUtf8(what);
+    for (const double measure : measures) text += u' ' + number(measure);
+    return text + u'}';
 }
 
-void ScriptPrintJob::showFont() {
-    if (m_font == m_shown) return;
-    QStringList words;
-    if (m_font.name != m_shown.name) words += m_font.name;
-    if (m_font.points > 0) words += QString::number(m_font.points).replace(u'.', u',');
-    if (m_font.bold) words += QStringLiteral("fett");
-    if (m_font.italic) words += QStringLiteral("kursiv");
-    m_line += u'{' + words.join(u' ') + u'}';
-    m_shown = m_font;
-}
+/// Writes a drawing as lines of text.
+class Writer {
+public:
+    explicit Writer(const Drawing& drawing) : m_begun(drawing.landscape) {
+        if (drawing.landscape) m_line = QStringLiteral("{quer}");
+        for (size_t page = 0; page < drawing.pages.size(); ++page) {
+            if (page > 0) newPage();
+            for (const DrawItem& item : drawing.pages[page].items)
+                std::visit([this](const auto& drawn) { add(drawn); }, item);
+        }
+        endLine();
+    }
+    PrintedJob job;
 
-void ScriptPrintJob::text(const QString& piece) {
-    showFont();
-    m_line += piece;
-    m_begun = true;
-}
+private:
+    void add(const TextLine& line) {
+        for (const TextPiece& piece : line.pieces) {
+            showFont(piece.font);
+            m_line += piece.text;
+            m_begun = true;
+        }
+        endLine();
+    }
+    void add(const PlacedText& text) {
+        job.lines += placed("Text", {text.box.x(), text.box.y()}) + u' ' + text.piece.text;
+    }
+    void add(const StraightLine& line) {
+        job.lines += placed("Linie", {line.from.x(), line.from.y(), line.to.x(), line.to.y()});
+    }
+    void add(const Rectangle& drawn) { add("Rechteck", drawn.box); }
+    void add(const Picture& picture) { add("Bild", picture.box); }
+    void add(const char* what, const QRectF& box) {
+        job.lines += placed(what, {box.x(), box.y(), box.width(), box.height()});
+    }
 
-void ScriptPrintJob::line(const QString& last) {
-    text(last);
-    endLine();
-}
+    void showFont(const Typeface& font) {
+        if (font == m_shown) return;
+        QStringList words;
+        if (font.name != m_shown.name) words += font.name;
+        if (font.points > 0) words += number(font.points);
+        if (font.bold) words += QStringLiteral("fett");
+        if (font.italic) words += QStringLiteral("kursiv");
+        m_line += u'{' + words.join(u' ') + u'}';
+        m_shown = font;
+    }
 
-void ScriptPrintJob::endLine() {
-    if (!m_begun) return;
-    m_job.lines += m_line;
-    m_line.clear();
-    m_begun = false;
-}
+    void endLine() {
+        if (!m_begun) return;
+        job.lines += m_line;
+        m_line.clear();
+        m_begun = false;
+    }
 
-void ScriptPrintJob::newPage() {
-    endLine();
-    m_job.lines += QStringLiteral("{Seite}");
-    ++m_job.pages;
-}
+    void newPage() {
+        endLine();
+        job.lines += QStringLiteral("{Seite}");
+        ++job.pages;
+    }
 
-void ScriptPrintJob::end() {
-    endLine();
-    m_onEnd(m_job);
-}
+    QString m_line;  ///< what stands on the line so far
+    bool m_begun;
+    Typeface m_shown;
+};
+
+}  // namespace
+
+void ScriptPrintJob::finish(const Drawing& drawing) { m_onEnd(Writer(drawing).job); }
 
 }  // namespace koben::skript

@@ -8,38 +8,21 @@
 namespace koben::skript {
 
 /// A job that ended. `{Seite}` alone is a new page; `{quer}` at the head is landscape; a change of font stands where
-/// it happens, as `{Courier New 10}`, `{50 fett}`: the name where it changed, the size, then what is on.
+/// it happens, as `{Courier New 10}`, `{50 fett}`: the name where it changed, the size, then what is on. What stands
+/// at a place of its own is a line of its own, in millimetres: `{Linie 10 20 60 20}`, `{Rechteck 10 20 30 15}`,
+/// `{Bild 10 20 30 15}`, `{Text 10 20} worte`.
 struct PrintedJob {
     QStringList lines;
     int pages = 1;
 };
 
-class ScriptPrintJob final : public PrintJob {
+class ScriptPrintJob final : public DrawnJob {
 public:
-    ScriptPrintJob(bool landscape, std::function<void(const PrintedJob&)> onEnd);
-    void setFont(const QString& name) override { m_font.name = name; }
-    void setSize(double points) override { m_font.points = points; }
-    void setBold(bool on) override { m_font.bold = on; }
-    void setItalic(bool on) override { m_font.italic = on; }
-    void text(const QString& piece) override;
-    void line(const QString& text) override;
-    void newPage() override;
-    void end() override;
+    ScriptPrintJob(bool landscape, std::function<void(const PrintedJob&)> onEnd)
+        : DrawnJob(landscape), m_onEnd(std::move(onEnd)) {}
 
 private:
-    struct Font {
-        QString name;
-        double points = 0;
-        bool bold = false, italic = false;
-        bool operator==(const Font&) const = default;
-    };
-    void showFont();
-    void endLine();
-
-    PrintedJob m_job;
-    QString m_line;  ///< what stands on the line so far
-    bool m_begun = false;
-    Font m_font, m_shown;
+    void finish(const Drawing& drawing) override;
     std::function<void(const PrintedJob&)> m_onEnd;
 };
 

@@ -1,7 +1,6 @@
 #include "tools/skript/ScriptScreens.h"
 
-#include <exception>
-
+#include "core/PZ_Koben_Subs.h"
 #include "forms/Form.h"
 
 namespace koben::skript {
@@ -33,7 +32,9 @@ QString ScriptScreens::path(const QString& text) {
     return answer.isEmpty() || !pathOf ? answer : pathOf(answer);
 }
 
-QString ScriptScreens::input(const QString& prompt, const QString&, const QString&) { return value(prompt); }
+QString ScriptScreens::input(const QString& prompt, const QString&, const QString&) {
+    return withoutControls(value(prompt));
+}
 QString ScriptScreens::openFile(const QString& filter) { return path(filter); }
 QString ScriptScreens::saveFile(const QString& filter, const QString&) { return path(filter); }
 QString ScriptScreens::folder(const QString& prompt) { return path(prompt); }

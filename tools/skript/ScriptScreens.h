@@ -28,6 +28,8 @@ public:
     void run(Form& form) override;
     void closing(Form& form) override;
     void closed(Form& form) override;
+    /// A failing program ends the run.
+    [[noreturn]] void failed(const QString&) override { throw; }
     void waitCursor(bool) override {}
     void tone(int hertz, int milliseconds) override;
     void breathe() override {}

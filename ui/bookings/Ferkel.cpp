@@ -29,8 +29,8 @@ template <class F>
 Piece farmEntry(F& form) {
     std::vector<FieldRow> rows;
     for (const auto& line : form.zeilen())
-        rows.push_back(field(line.label, line.control == &form.tdat ? date(form.tdat, form.calender, form.calend)
-                                                                    : input(*line.control, line.spin)));
+        rows.push_back(field(
+            line.label, line.calender ? date(form.tdat, form.calender, form.calend) : input(*line.control, line.spin)));
     return column(
         {split(column({fields(rows), spring()}), piglets(form), 2, 3) * 1, entryButtons(form.ok, form.abbrechen)});
 }

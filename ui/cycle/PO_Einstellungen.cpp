@@ -26,5 +26,6 @@ LAYOUT(PO_Einstellungen) {
                                    group(form.sortierung, fields(sorts)),
                                    fields({field(PO_Einstellungen::label(form.tsonst[0]), text(form.tsonst[0]))})})},
                           {QStringLiteral("Eingabe und Anzeige"), column(switches)}}),
-                   buttons({button(form.comhilfe), button(form.standard)}, {button(form.ok), button(form.abbrechen)})});
+                   buttons({button(form.comhilfe), button(form.standard), button(form.zurueckholen)},
+                           {button(form.ok), button(form.abbrechen)})});
 }

@@ -1,10 +1,26 @@
 #include "herd/PA_Koben.h"
 
+#include <QMenuBar>
 #include <QSplitter>
 
 #include "ui/AnimalPanel.h"
 #include "ui/Layout.h"
+#include "ui/Menus.h"
 #include "ui/SearchMarks.h"
+
+namespace {
+
+/// An entry of the window's own at the end of the menu of this name.
+void addCommand(const koben::ui::Piece& bar, const char* menu, const QString& caption, std::function<void()> work) {
+    for (QAction* top : static_cast<QMenuBar*>(bar.widget)->actions()) {
+        const koben::Control* control = koben::ui::controlOfAction(top->menu());
+        if (control == nullptr || control->name() != QString::fromUtf8(menu)) continue;
+        QObject::connect(top->menu()->addAction(caption), &QAction::triggered, top, std::move(work));
+        return;
+    }
+}
+
+}  // namespace
 
 LAYOUT(PA_Koben) {
     const Piece list =
@@ -23,7 +39,11 @@ LAYOUT(PA_Koben) {
     form.layoutChanged();
     const Piece number = search(form.t, QStringLiteral("Saunummer"));
     markFromSearch(*number.widget, form.t, form.datali);
-    return column({menus(form.menuBar()), toolBar(form.toolBar()),
+    const Piece bar = menus(form.menuBar());
+    addCommand(bar, "O_Optionen", QStringLiteral("Datenbank prüfen"), [&form] { form.Datenbank_pruefen(); });
+    addCommand(bar, "H_Hilfe", QStringLiteral("Fehlerprotokoll für die Hilfe am Telefon"),
+               [&form] { form.Fehlerprotokoll_zeigen(); });
+    return column({bar, toolBar(form.toolBar()), label(form.hinweis),
                    flow({segments(form.optianzeige), segments(form.optiverkauft), row({plain(form.Label1), number}),
                          row({plain(form.Label2), segments(form.optisauen)})}),
                    both, label(form.loeschhinweis), label(form.bezstati)});

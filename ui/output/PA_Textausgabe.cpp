@@ -16,8 +16,9 @@ LAYOUT(PA_Textausgabe) {
     auto* preview = new QPushButton(QStringLiteral("&Vorschau"));
     preview->setAutoDefault(false);
     QObject::connect(preview, &QPushButton::clicked, preview, [preview, &form] {
-        previewText(*preview->window(), form.t.text(), form.schrift().name, form.schrift().punkt, form.schrift().fett,
-                    form.schrift().kursiv, form.druckformat.selected() == 1, form.tz.text().toInt());
+        const Drawing shown = form.druckbild();
+        koben::ui::preview(*preview->window(), form.koben, shown.sheet.title, shown.landscape,
+                           [&](QPrinter&) { return shown; });
     });
     return column({flow({plain(form.Schriftart), combo(form.kom, 20), plain(form.Schriftgröße), text(form.gr_e, 3),
                          button(form.plus1[0]), button(form.plus1[1]), button(form.plus5[0]), button(form.plus5[1]),

@@ -1,10 +1,21 @@
 #include "output/PA_Zwischenliste.h"
 
+#include "output/Uebergabe.h"
 #include "ui/Layout.h"
+#include "ui/Preview.h"
 
 LAYOUT(PA_Zwischenliste) {
+    // The list as it stands, on paper: the window's own, beside the roads that the form offers.
+    auto* print = new QPushButton(QStringLiteral("D&rucken..."));
+    print->setObjectName(QStringLiteral("listendruck"));
+    print->setAutoDefault(false);
+    QObject::connect(print, &QPushButton::clicked, print, [print, &form] {
+        if (form.gridli.rowCount() == 0) return form.koben.message(QStringLiteral("Es sind keine Daten in der Liste."));
+        previewTable(*print->window(), form.koben, form.gridli, Berichtstitel(form.koben));
+    });
     return column(
         {grid(form.gridli, QStringLiteral("Die Liste ist leer.")),
-         buttons({button(form.comtext), button(form.comexcel), button(form.roexplorer[0]), button(form.roexplorer[1])},
+         buttons({button(form.comtext), button(form.comexcel), button(form.roexplorer[0]), button(form.roexplorer[1]),
+                  own(print)},
                  {button(form.hilfe), button(form.cmdschließen)})});
 }

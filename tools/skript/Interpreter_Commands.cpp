@@ -1,4 +1,5 @@
-#include "tools/skript/Commands.h"
+// The commands of scripts, each in its own function.
+#include "tools/skript/Interpreter.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,0 +1,22 @@
+#pragma once
+// The names of actions as an undo list and a history show them: what was done, to whom, and when.
+#include <QString>
+
+#include "core/Buchungen.h"
+
+namespace koben {
+
+/// A number with its noun: "1 Sau", "3 Sauen". Both forms stand in the case that the sentence asks for.
+QString counted(qint64 count, const char* one, const char* many);
+
+/// Animals of one kind by its name in the herd list, "Sau" or "Mast"; any other name, or none: "12 Tiere".
+QString countedAnimals(qint64 count, const QString& art = {});
+
+/// A new booking: "Belegung 123, 17.07.2026". Dates are dd.mm.yyyy; without a number the booking stands alone.
+QString Buchungsname(Buchungsart art, const QString& number, const QString& date);
+/// One for several animals: "Belegung bei 12 Tieren, 17.07.2026".
+QString Sammelbuchungsname(Buchungsart art, qint64 animals, const QString& date);
+/// What became of a booking: "Belegung 123 vom 17.07.2026 gelöscht"; `done` is the end of it.
+QString Buchungsname(Buchungsart art, const QString& number, const QString& date, const QString& done);
+
+}  // namespace koben

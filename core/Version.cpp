@@ -1,0 +1,7 @@
+#include "core/Version.h"
+
+namespace koben {
+
+const QString Version = QStringLiteral(KOBEN_VERSION);
+
+}  // namespace koben

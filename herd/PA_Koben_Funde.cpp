@@ -1,0 +1,84 @@
+#include "herd/PA_Koben_Funde.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include "core/Einstellungen.h"
+#include "core/PZ_Koben_Subs.h"
+#include "forms/RunState.h"
+
+namespace koben {
+
+namespace {
+
+QString freeName(const QString& stem, const QString& ending) {
+    QString path = stem + ending;
+    for (int n = 2; QFileInfo::exists(path); ++n) path = stem + u'_' + QString::number(n) + ending;
+    return path;
+}
+
+/// The names under which the logs of a database that is gone are kept.
+QStringList keepLogs(const QString& database, QDate today) {
+    QStringList kept;
+    for (const QString& log : {QStringLiteral("-wal"), QStringLiteral("-journal")}) {
+        if (QFileInfo(database + log).size() == 0) continue;
+        const QString name = freeName(database.chopped(4) + u'_' + today.toString(Qt::ISODate), log);
+        if (QFile::rename(database + log, name)) kept += QFileInfo(name).fileName();
+    }
+    return kept;
+}
+
+/// The folder for copies outside of this machine, as the backup screen keeps it; "" for none.
+QString copiesFolder(const QString& folder) {
+    constexpr qsizetype line = 5;
+    QFile file(folder + QStringLiteral("S_Datensicherung.ol8"));
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    return ausWindows1252(file.readAll()).split(u'\n').value(line).trimmed();
+}
+
+}  // namespace
+
+QString Neueste_Kopie(const QString& folder) {
+    QFileInfoList found;
+    for (const QString& place : {folder, copiesFolder(folder)})
+        if (!place.isEmpty())
+            found += QDir(place).entryInfoList(
+                {QStringLiteral("koben20_backup_*.zip"), QStringLiteral("koben2.$$$"), QStringLiteral("koben2*.mdb")},
+                QDir::Files);
+    const auto newest = std::max_element(found.begin(), found.end(), [](const QFileInfo& a, const QFileInfo& b) {
+        return a.lastModified() < b.lastModified();
+    });
+    if (newest == found.end()) return {};
+    return QStringLiteral("%1 vom %2")
+        .arg(QDir::toNativeSeparators(newest->filePath()), Datum_als_Anzeige(newest->lastModified().date()));
+}
+
+QString Fehlende_Datenbank(Koben& koben) {
+    const QStringList logs = keepLogs(koben.Datenbankpfad, koben.platform.now().date());
+    const bool wasThere = RunState(koben.platform, koben.Datenordner).lastDay().isValid();
+    if (logs.isEmpty() && !wasThere) return {};
+    const QString copy = Neueste_Kopie(koben.Datenordner);
+    QString text =
+        QStringLiteral("Die Datenbank koben2.mdb war nicht mehr im Datenordner; ein leerer Bestand wurde begonnen.");
+    if (!logs.isEmpty())
+        text += QStringLiteral(" Ihr Protokoll ist aufgehoben als %1.").arg(logs.join(QStringLiteral(", ")));
+    return text + (copy.isEmpty()
+                       ? QStringLiteral(" Eine Kopie wurde nicht gefunden: Bitte suchen Sie die Datenbank oder eine "
+                                        "Datensicherung, bevor Sie Tiere eingeben.")
+                       : QStringLiteral(" Die neueste Kopie ist %1: Bitte holen Sie sie zurück, bevor Sie Tiere "
+                                        "eingeben.")
+                             .arg(copy));
+}
+
+QString Fragliches_Datum(QDate last, QDate today) {
+    if (!last.isValid() || (today >= last && today <= last.addYears(1))) return {};
+    return QStringLiteral(
+               "Die Uhr des Rechners zeigt den %1, %2 als beim letzten Start am %3. Bitte prüfen Sie das "
+               "Datum, bevor Sie buchen.")
+        .arg(Datum_als_Anzeige(today),
+             today < last ? QStringLiteral("früher") : QStringLiteral("mehr als ein Jahr später"),
+             Datum_als_Anzeige(last));
+}
+
+}  // namespace koben

@@ -1,0 +1,154 @@
+#include "output/Bericht.h"
+
+#include <algorithm>
+
+#include "core/PZ_Koben_Subs.h"
+
+namespace koben {
+
+// ------------------------------------------------------------------------------------------------------------ choices
+
+void Bericht::bindButtons(Button& accept, Button& close, Button* help) {
+    acceptButton = &accept;
+    cancelButton = &close;
+    close.onClick = [this] { leave(); };
+    if (help) help->onClick = [this] { koben.open(QStringLiteral("PH_Hilfe")); };
+}
+
+void Bericht::bind(std::function<void()> restore, std::function<void()> keep) {
+    m_choices.push_back({std::move(restore), std::move(keep)});
+}
+
+void Bericht::bind(CheckBox& box, int slot) {
+    qint16& kept = koben.Konfig_Zahl.at(static_cast<size_t>(slot));
+    bind(
+        [&box, &kept] {
+            if (kept < 2) box.setChecked(kept == 1);
+        },
+        [&box, &kept] { kept = box.checked() ? 1 : 0; });
+}
+
+void Bericht::bind(ControlArray<CheckBox>& boxes, int first) {
+    for (int i = 0; i < boxes.count(); ++i) bind(boxes[i], first + i);
+}
+
+void Bericht::bind(OptionGroup& options, int slot) {
+    qint16& kept = koben.Konfig_Zahl.at(static_cast<size_t>(slot));
+    bind(
+        [&options, &kept] {
+            options.select(0);
+            options.select(std::max<int>(kept, 0));
+        },
+        [&options, &kept] { kept = static_cast<qint16>(options.selected()); });
+}
+
+void Bericht::bindNumber(TextBox& box, int slot) {
+    qint16& kept = koben.Konfig_Zahl.at(static_cast<size_t>(slot));
+    bind([&box, &kept] { box.setText(QString::number(kept)); },
+         [&box, &kept] { kept = static_cast<qint16>(std::clamp(Wert(box.text()), -32768.0, 32767.0)); });
+}
+
+void Bericht::bindText(TextBox& box, int slot) {
+    QString& kept = koben.Konfig_Text.at(static_cast<size_t>(slot));
+    bind([&box, &kept] { box.setText(kept); }, [&box, &kept] { kept = box.text(); });
+}
+
+void Bericht::bindMarks(ListBox& list, int slot, Marks marks) {
+    QString& kept = koben.Konfig_Text.at(static_cast<size_t>(slot));
+    const auto restore = [&list, &kept] {
+        for (int row = 0; row < list.items().size(); ++row)
+            list.setMarked(row, kept.contains(u';' + list.items().at(row) + u';'));
+    };
+    bind(marks == Marks::Restored ? std::function<void()>(restore) : [] {},
+         [&list, &kept] {
+             kept = QStringLiteral(";");
+             for (const QString& text : marked(list)) kept += text + u';';
+         });
+}
+
+void Bericht::bindAllAndNone(ControlArray<Button>& buttons, std::function<ListBox&()> list) {
+    for (int i = 0; i < buttons.count(); ++i) buttons[i].onClick = [list, i] { markAll(list(), i == 0); };
+}
+
+void Bericht::bindDate(TextBox& field, Button& opens, Calendar& calendar) {
+    field.onLostFocus = [this, &field] {
+        field.setText(Datum_ergaenzen(field.text(), koben.Heute));
+        dateChanged(field);
+    };
+    opens.icon = QStringLiteral("kalender");
+    opens.setHint(QStringLiteral("Kalender"));
+    if (!m_calendarFor) m_calendarFor = &field;
+    opens.onClick = [this, &field, &calendar] {
+        const bool other = std::exchange(m_calendarFor, &field) != &field;
+        calendar.setVisible(other || !calendar.visible());
+    };
+    calendar.onPick = [this, &calendar](QDate date) {
+        m_calendarFor->setText(Datum_als_Anzeige(date));
+        calendar.setVisible(false);
+        dateChanged(*m_calendarFor);
+    };
+    bind([this, &calendar] { calendar.setDate(Datum_aus_Text(koben.Heute)); }, [] {});
+}
+
+void Bericht::bindWidths(Grid& list, const QString& section) {
+    bind([this, &list, section] { koben.restoreWidths(list, section); }, [] {});
+    list.onResized = [this, &list, section](int) { koben.saveWidths(list, section); };
+}
+
+// --------------------------------------------------------------------------------------------------------------- life
+
+void Bericht::Load() {
+    m_db = koben.connect();
+    fillChoices();
+    for (const Choice& choice : m_choices) choice.restore();
+}
+
+void Bericht::leave() {
+    for (const Choice& choice : m_choices) choice.keep();
+    m_db.close();
+    close();
+}
+
+// -------------------------------------------------------------------------------------------------------------- a run
+
+void Bericht::markAll(ListBox& list, bool on) {
+    for (int row = 0; row < list.items().size(); ++row) list.setMarked(row, on);
+}
+
+QStringList Bericht::marked(const ListBox& list) {
+    QStringList texts;
+    for (int row = 0; row < list.items().size(); ++row)
+        if (list.marked(row)) texts.append(list.items().at(row));
+    return texts;
+}
+
+QStringList Bericht::markedOrAll(ListBox& list) {
+    if (list.markedCount() == 0) markAll(list, true);
+    return marked(list);
+}
+
+bool Bericht::run(const QString& what, qint64 steps, ProgressBar* meter, const std::function<void(Progress&)>& work) {
+    const WaitCursor wait(koben);
+    Progress progress(koben, what, steps, meter);
+    work(progress);
+    return !progress.cancelled();
+}
+
+void Bericht::addMeansAndSums(Grid& grid, int first) {
+    if (grid.rowCount() == 0) return;
+    Grid::Row means{QStringLiteral("SCHNITT")}, sums{QStringLiteral("SUMME")};
+    const auto shown = [](double number) { return Zahl_formatieren(QString::number(number, 'f', 6), 1); };
+    for (int c = 2; c <= grid.columnCount(); ++c) {
+        double sum = 0;
+        int count = 0;
+        for (int row = 1; row <= grid.rowCount(); ++row)
+            if (const double number = Zahl_aus_Text(grid.cell(row, c)); number != 0) sum += number, ++count;
+        const bool numbers = c >= first && grid.column(c).sort == Sort::Number;
+        means.append(numbers ? Value(shown(count > 0 ? sum / count : 0)) : Value());
+        sums.append(numbers ? Value(shown(sum)) : Value());
+    }
+    grid.addValues(std::move(means));
+    grid.addValues(std::move(sums));
+}
+
+}  // namespace koben

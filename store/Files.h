@@ -1,0 +1,25 @@
+#pragma once
+// What a file needs to be safe: flushed, put in place in one step, and a reason in German where that fails. Nothing of
+// an operating system shows here.
+#include <QByteArray>
+#include <QString>
+
+namespace koben {
+
+/// Why the last call on a file failed, as a part of a sentence: "der Datenträger ist voll". Ask at once.
+QString fileReason();
+
+/// Each of these gives "" where it was done, otherwise the reason as fileReason() words it.
+
+/// Waits until a file or a folder's list of files is on the disk.
+QString flushFile(const QString& path);
+/// Puts the finished file `from` in the place of `to`, on the same disk, in one step that a power cut cannot halve.
+/// Where it fails `to` is as before, and `from` is still there.
+QString replaceFile(const QString& from, const QString& to);
+/// Writes a file whole or not at all: on failure the one before stands.
+QString writeFile(const QString& path, const QByteArray& bytes);
+
+/// The whole sentence for the user: `what` names the problem ("Die Datei X kann nicht geschrieben werden").
+QString fileFailure(const QString& what, const QString& reason);
+
+}  // namespace koben
