@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QStringDecoder>
+#include <algorithm>
 
 #include "core/Einstellungen.h"
 #include "core/Variablen.h"
@@ -59,7 +60,7 @@ QString rohdaten(const QString& path, QByteArray& bytes) {
 }
 
 /// A field in quotation marks at the begin of `rest`: its text and where the line goes on; -1 where it is none.
-qsizetype feldInMarken(QStringView rest, QString& feld) {
+qsizetype feldInMarken(QStringView rest, QChar trenner, QString& feld) {
     if (!rest.startsWith(u'"')) return -1;
     feld.clear();
     for (qsizetype i = 1; i < rest.size(); ++i) {
@@ -69,7 +70,7 @@ qsizetype feldInMarken(QStringView rest, QString& feld) {
             feld += rest[i++];
         } else {
             while (++i < rest.size() && rest[i] == u' ') continue;
-            return i == rest.size() || rest[i] == u';' ? i : -1;
+            return i == rest.size() || rest[i] == trenner ? i : -1;
         }
     }
     return -1;
@@ -85,15 +86,15 @@ bool replaceControls(QString& field) {
 
 }  // namespace
 
-QStringList CSV_trennen(QStringView zeile) {
+QStringList CSV_trennen(QStringView zeile, QChar trenner) {
     QStringList felder;
     qsizetype at = 0;
     for (;;) {
         QString feld;
-        const qsizetype length = feldInMarken(zeile.mid(at), feld);
+        const qsizetype length = feldInMarken(zeile.mid(at), trenner, feld);
         qsizetype end = at + length;
         if (length < 0) {
-            end = zeile.indexOf(u';', at);
+            end = zeile.indexOf(trenner, at);
             if (end < 0) end = zeile.size();
             feld = zeile.mid(at, end - at).toString();
         }
@@ -105,8 +106,9 @@ QStringList CSV_trennen(QStringView zeile) {
     return felder;
 }
 
-Importdatei Importdatei::lesen(const QString& path) {
+Importdatei Importdatei::lesen(const QString& path, QChar trenner) {
     Importdatei datei;
+    datei.m_trenner = trenner;
     const QString name = QDir::toNativeSeparators(path);
     QByteArray bytes;
     if (const QString grund = rohdaten(path, bytes); !grund.isEmpty()) {
@@ -131,12 +133,27 @@ Importdatei Importdatei::lesen(const QString& path) {
 QString Importdatei::pruefen() const {
     qsizetype at = 0;
     const QStringView kopfzeile = zeile(at);
-    if (kopfzeile.contains(u';')) return {};
+    if (kopfzeile.contains(m_trenner)) return {};
     if (kopfzeile.contains(u'\t'))
         return QStringLiteral("die Spalten in der ersten Zeile mit Tabulator und nicht mit Semikolon getrennt sind.");
     if (kopfzeile.contains(u','))
         return QStringLiteral("die Spalten in der ersten Zeile mit Komma und nicht mit Semikolon getrennt sind.");
     return QStringLiteral("in der ersten Zeile kein Semikolon steht.");
+}
+
+QString Importdatei::Trennzeichen(const QString& path) {
+    Importdatei datei;
+    QByteArray bytes;
+    if (!rohdaten(path, bytes).isEmpty() || !keinText(bytes).first.isEmpty()) return {};
+    datei.m_text = entschluesselt(std::move(bytes));
+    qsizetype at = 0;
+    const QString kopfzeile = datei.zeile(at).toString();
+    QString found;
+    for (const QChar trenner : {u';', u'\t', u','})
+        if (kopfzeile.contains(trenner)) found += trenner;
+    std::stable_sort(found.begin(), found.end(),
+                     [&](QChar a, QChar b) { return kopfzeile.count(a) > kopfzeile.count(b); });
+    return found;
 }
 
 QStringView Importdatei::zeile(qsizetype& at) const {
@@ -155,7 +172,7 @@ QString Importdatei::vorschau(int limit) const {
 
 QStringList Importdatei::kopf() const {
     qsizetype at = 0;
-    QStringList heads = CSV_trennen(zeile(at)).first(spalten);
+    QStringList heads = CSV_trennen(zeile(at), m_trenner).first(spalten);
     for (QString& head : heads) replaceControls(head);
     return heads;
 }
@@ -172,7 +189,7 @@ bool Importdatei::naechste(QStringList& felder) {
         const QStringView line = zeile(m_at);
         ++m_line;
         if (line.trimmed().isEmpty()) continue;
-        felder = CSV_trennen(line);
+        felder = CSV_trennen(line, m_trenner);
         for (QString& field : felder) m_controls |= replaceControls(field);
         return true;
     }

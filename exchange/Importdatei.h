@@ -1,6 +1,6 @@
 #pragma once
-// A semicolon-separated text file from a spreadsheet or another database, read whole and checked before anything else
-// is done with it.
+// A text file with separated columns from a spreadsheet or another database, read whole and checked before anything
+// else is done with it.
 #include <QString>
 #include <QStringList>
 
@@ -12,8 +12,11 @@ class Importdatei {
 public:
     static constexpr int spalten = 13;  ///< columns that are taken
 
-    /// Reads the file. Where it cannot be taken for a CSV file, fehler() says why and there are no lines.
-    static Importdatei lesen(const QString& path);
+    /// Reads the file, whose columns are separated by `trenner`. Where it cannot be taken for a CSV file, fehler() says
+    /// why and there are no lines.
+    static Importdatei lesen(const QString& path, QChar trenner = u';');
+    /// The separators that its first line may be meant to have, the likeliest first; empty where it has none.
+    static QString Trennzeichen(const QString& path);
 
     /// "" or the reason (German, for the user): problem, cause, remedy.
     const QString& fehler() const { return m_fehler; }
@@ -37,13 +40,14 @@ private:
     QString pruefen() const;
 
     QString m_text;
+    QChar m_trenner = u';';
     qsizetype m_at = 0;
     int m_line = 0;
     bool m_controls = false;
     QString m_fehler;
 };
 
-/// Splits a line at its semicolons, with `Importdatei::spalten` - 1 empty fields behind.
-QStringList CSV_trennen(QStringView zeile);
+/// Splits a line at its separators, with `Importdatei::spalten` - 1 empty fields behind.
+QStringList CSV_trennen(QStringView zeile, QChar trenner = u';');
 
 }  // namespace koben

@@ -177,9 +177,11 @@ void S_Importtabelle::DateiZeigen(const QString& path) {
         "Datei Steuerzeichen enthalten sind, könnte dies zu einem Abbruch von KOBEN führen! Außerdem sollten Sie die "
         "folgenden Schritte nur dann ausführen, wenn es sich um eine korrekte CSV-Datei handelt (Daten mit Semikolon ; "
         "getrennt, erste Zeile Überschrift, Rest Daten)!"));
-    const Importdatei datei = Importdatei::lesen(path);
+    const QChar trenner = trennerWaehlen ? trennerWaehlen(path) : QChar(u';');
+    const Importdatei datei = Importdatei::lesen(path, trenner);
     if (!datei.fehler().isEmpty()) return koben.message(datei.fehler());
     m_datei = path;
+    m_trenner = trenner;
     m_kopf = datei.kopf();
     Text1.setText(datei.vorschau(vorschauZeichen));
     bez.setText({});
@@ -219,7 +221,7 @@ void S_Importtabelle::ok_Click() {
     if (!koben.yesNo(
             QStringLiteral("Sollen die Daten auf der Import-Datei %1 wirklich eingelesen werden?").arg(m_datei), true))
         return;
-    Importdatei datei = Importdatei::lesen(m_datei);
+    Importdatei datei = Importdatei::lesen(m_datei, m_trenner);
     if (!Datei_unveraendert(datei)) return;
     const Ergebnis ergebnis = Zeilen_einlesen(datei, zusatz);
     if (ergebnis.abgebrochen) {

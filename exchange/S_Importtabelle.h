@@ -28,6 +28,8 @@ public:
 
     /// Shows a file: its first lines, and its heads to choose from. Writes nothing.
     void DateiZeigen(const QString& path);
+    /// Set by a window that lets the user choose the separator of a file's columns; otherwise it is the semicolon.
+    std::function<QChar(const QString& path)> trennerWaehlen;
 
 private:
     class Ohrmarken;
@@ -59,7 +61,8 @@ private:
     void Abschluss(const Ergebnis& ergebnis);
 
     Database m_db;
-    QString m_datei;     // "" until a file was opened
+    QString m_datei;  // "" until a file was opened
+    QChar m_trenner = u';';
     QStringList m_kopf;  // heads of that file
     Lauf m_lauf = Lauf::Ruht;
 };

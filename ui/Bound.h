@@ -59,8 +59,10 @@ protected:
                 refresh(aspect);
         }
     }
+    /// What can be worked now; a widget may have reasons of its own beside the control's.
+    virtual bool usable() const { return m_model.enabled(); }
     void showState() {
-        if (W::isEnabledTo(W::parentWidget()) != m_model.enabled()) W::setEnabled(m_model.enabled());
+        if (W::isEnabledTo(W::parentWidget()) != usable()) W::setEnabled(usable());
         if (W::isHidden() == m_model.visible()) W::setVisible(m_model.visible());
     }
     /// Shows the control's state anew.

@@ -6,7 +6,21 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "ui/TextViews.h"
+
 namespace koben::ui {
+
+namespace {
+
+/// The date field that a calendar button stands beside; the widget itself where there is none.
+QWidget* fieldBeside(QWidget* widget) {
+    if (!widget || dynamic_cast<LineView*>(widget) || !widget->parentWidget()) return widget;
+    for (QObject* sibling : widget->parentWidget()->children())
+        if (auto* line = dynamic_cast<LineView*>(sibling)) return line;
+    return widget;
+}
+
+}  // namespace
 
 CalendarPopup::CalendarPopup(Calendar& model, QWidget* field)
     : View(model), m_model(model), m_field(field), m_month(new QCalendarWidget(this)) {
@@ -39,8 +53,9 @@ void CalendarPopup::changed(Aspect aspect) {
 }
 
 void CalendarPopup::dropDown() {
-    const QWidget* field = m_field ? m_field.data() : parentWidget()->window()->focusWidget();
+    QWidget* const field = fieldBeside(m_field ? m_field.data() : parentWidget()->window()->focusWidget());
     if (!field || !field->isVisible()) return;
+    m_from = field;
     const QSignalBlocker quiet(m_month);
     m_month->setSelectedDate(m_model.date().isValid() ? m_model.date() : QDate::currentDate());
     adjustSize();
@@ -58,6 +73,12 @@ void CalendarPopup::dropDown() {
 void CalendarPopup::hideEvent(QHideEvent* event) {
     QFrame::hideEvent(event);
     m_model.setVisible(false);
+    // back into the field, unless the user went on elsewhere
+    if (QWidget* field = m_from; field && field->window()->isVisible()) {
+        const auto* button = dynamic_cast<BoundWidget*>(field->window()->focusWidget());
+        if (button && dynamic_cast<Button*>(&button->control())) field->setFocus(Qt::TabFocusReason);
+    }
+    m_from = nullptr;
 }
 
 void CalendarPopup::keyPressEvent(QKeyEvent* event) {

@@ -24,6 +24,7 @@ private:
     void dropDown();
     Calendar& m_model;
     QPointer<QWidget> m_field;
+    QPointer<QWidget> m_from;  ///< the field that it hangs on now
     QCalendarWidget* m_month;
 };
 

@@ -1,13 +1,20 @@
 #pragma once
-// The window of one form: content, keys that belong to the window, its place on the screen.
+// The window of one form: content, keys that belong to the window, what was typed and not saved, its place.
 #include <QWidget>
+#include <memory>
 #include <vector>
 
 #include "forms/Form.h"
+#include "ui/Draft.h"
+#include "ui/Place.h"
 
 class QScrollArea;
+class QLabel;
 
 namespace koben::ui {
+
+class QuietLine;
+class WindowScreens;
 
 class FormWindow final : public QWidget {
 public:
@@ -25,31 +32,60 @@ public:
     /// Shows the window where it was last, or at its natural size in the middle of its screen.
     void present();
     void keepPlace();
+    /// Presses a button for the user: asks before it would throw away what was typed.
+    void press(Button& button);
+    /// Says a sentence in the quiet line.
+    void say(const QString& text);
+    /// An action of the form reached the disk: what stands in the inputs is saved.
+    void saved() { m_saved = true; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
+    class MarkTeller;
+    class PageWatch;
+
     void fill();
-    void scrollIfTooLarge();
+    void takeOutButtons();
+    void stackButtons();
     void orderTabs();
-    void assignMnemonics();
     void firstFocus();
-    bool formKey(int key);
+    void focusWrong();
+    void showHead();
+    void follow();
+    bool formKey(const QKeyEvent& event);
+    bool escape(Control* control);
+    bool enter(Qt::KeyboardModifiers modifiers);
     void help();
+    QSize neededSize() const;
     QRect naturalPlace() const;
+    void fit();
+    bool mayClose();
+    bool mayLeaveAnimal();
+    void reviewButtons();
+    WindowScreens* screens() const;
 
     Form& m_form;
     QWidget* m_content = nullptr;
-    QScrollArea* m_area = nullptr;  ///< around the content where that is too large for the screen
+    QScrollArea* m_area = nullptr;  ///< around the content, which scrolls where it is too large for the screen
+    QWidget* m_buttons = nullptr;   ///< below it, always in sight
+    QLabel* m_head = nullptr;
+    QuietLine* m_quiet = nullptr;
     std::vector<Control*> m_leftOver;
     std::vector<QWidget*> m_order;
+    std::vector<std::unique_ptr<MarkTeller>> m_tellers;
+    std::vector<std::unique_ptr<PageWatch>> m_pages;
+    Draft m_draft;
+    QSize m_needed;
+    bool m_saved = false;
+    bool m_asking = false;
+    bool m_fitting = false;
 };
-
-/// Where a window may stand: `wanted` if it lies on one of the screens, moved and shrunk into the nearest else.
-QRect placeOnScreen(const QRect& wanted, const QList<QRect>& screens);
 
 }  // namespace koben::ui

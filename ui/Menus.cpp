@@ -8,7 +8,10 @@
 
 #include "forms/Form.h"
 #include "ui/Application.h"
+#include "ui/Bound.h"
 #include "ui/Look.h"
+#include "ui/Mnemonics.h"
+#include "ui/WindowKeys.h"
 
 namespace koben::ui {
 
@@ -35,15 +38,29 @@ public:
         show();
     }
     Control& control() const override { return m_model; }
+    /// The letter that the entry bears where its caption has none of its own.
+    void setLetter(QChar letter) {
+        m_letter = letter;
+        show();
+    }
+    /// Keys shown beside the entry that the window or the list takes itself.
+    void setShownKeys(const QString& keys) {
+        m_keys = keys;
+        show();
+    }
 
 private:
     void changed(Aspect) override { show(); }
     void show() {
-        if (!isSeparator()) setText(m_model.caption());
+        const QString& caption = m_model.caption();
+        const QString text = m_letter.isNull() ? caption : withLetter(caption, m_letter);
+        if (!isSeparator()) setText(m_keys.isEmpty() ? text : text + u'\t' + m_keys);
         setEnabled(m_model.enabled());
         setVisible(m_model.visible());
     }
     Button& m_model;
+    QChar m_letter;
+    QString m_keys;
 };
 
 /// A sub-menu that follows its model.
@@ -72,14 +89,32 @@ std::vector<MenuEntry*> children(const Form& form, const MenuEntry& menu) {
     return entries;
 }
 
+/// Gives the entries of a menu without a letter a free one.
+void assignLetters(const QMenu& menu) {
+    QSet<QChar> taken;
+    for (const QAction* action : menu.actions()) taken.insert(mnemonicOf(action->text()));
+    for (QAction* action : menu.actions())
+        if (auto* entry = dynamic_cast<EntryAction*>(action); entry && mnemonicOf(action->text()).isNull()) {
+            const QChar letter = freeLetter(action->text().section(u'\t', 0, 0), taken);
+            if (letter.isNull()) continue;
+            taken.insert(letter);
+            entry->setLetter(letter);
+        }
+}
+
 QMenu* makeMenu(MenuEntry& model, QWidget* parent) {
     auto* menu = new EntryMenu(model, parent);
     for (MenuEntry* entry : children(model.form(), model)) {
-        if (children(model.form(), *entry).empty())
-            menu->addAction(new EntryAction(*entry, menu));
-        else
+        if (!children(model.form(), *entry).empty()) {
             menu->addMenu(makeMenu(*entry, menu));
+            continue;
+        }
+        auto* action = new EntryAction(*entry, menu);
+        action->setShortcut(QKeySequence(menuKeys(entry->name())));
+        if (entry->name() == u"XB_schweinlöschen") action->setShownKeys(shownKeys(QStringLiteral("Löschen")));
+        menu->addAction(action);
     }
+    assignLetters(*menu);
     return menu;
 }
 
@@ -106,13 +141,22 @@ public:
         drawIcons();
     }
 
+    QSize minimumSizeHint() const override { return {0, QToolBar::minimumSizeHint().height()}; }
+
 protected:
     void changeEvent(QEvent* event) override {
         QToolBar::changeEvent(event);
         if (event->type() == QEvent::PaletteChange) drawIcons();
     }
+    /// Where the captions have no room the icons stand alone: no button goes out of sight.
+    void resizeEvent(QResizeEvent* event) override {
+        if (m_whole == 0) m_whole = sizeHint().width();
+        setToolButtonStyle(width() < m_whole ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon);
+        QToolBar::resizeEvent(event);
+    }
 
 private:
+    int m_whole = 0;  ///< width with captions
     void drawIcons() {
         for (QAction* action : actions())
             if (const auto* entry = dynamic_cast<EntryAction*>(action))
@@ -139,8 +183,12 @@ void popUpMenu(Form& form, QWidget& widget, const QPoint& at) {
     auto* menu = new QMenu(&widget);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     for (Control* control : form.controls())
-        if (auto* entry = dynamic_cast<MenuEntry*>(control); entry && entry->name() == u"popzeile")
-            menu->addAction(new EntryAction(*entry, menu));
+        if (auto* entry = dynamic_cast<MenuEntry*>(control); entry && entry->name() == u"popzeile") {
+            auto* action = new EntryAction(*entry, menu);
+            action->setShownKeys(shownKeys(plainCaption(entry->caption())));
+            menu->addAction(action);
+        }
+    assignLetters(*menu);
     if (menu->isEmpty())
         delete menu;
     else

@@ -8,6 +8,8 @@
 #include <QStyleOptionButton>
 
 #include "ui/Application.h"
+#include "ui/Effect.h"
+#include "ui/FormWindow.h"
 #include "ui/Look.h"
 
 namespace koben::ui {
@@ -42,7 +44,11 @@ LabelView::LabelView(Label& model) : Bound(model) {
     start();
 }
 
-void LabelView::refresh(Aspect) { setText(lines(model().text())); }
+void LabelView::refresh(Aspect) {
+    const QString text = lines(model().text());
+    if (buddy() && plainCaption(this->text()) == plainCaption(text)) return;  // with a letter of the window's
+    setText(text);
+}
 
 CaptionView::CaptionView(Control& control, const QString& text, QWidget* buddy)
     : QLabel(text), View(control), m_model(control) {
@@ -64,11 +70,20 @@ ButtonView::ButtonView(Button& model, bool iconOnly) : Bound(model), m_iconOnly(
         // A mnemonic presses without moving the focus; the field that was being typed in must be left first.
         if (!hasFocus()) setFocus(Qt::ShortcutFocusReason);
         guarded([this] {
-            if (this->model().enabled()) this->model().click();
+            if (!this->model().enabled()) return;
+            auto* form = dynamic_cast<FormWindow*>(window());
+            form ? form->press(this->model()) : this->model().click();
         });
     });
+    if (iconOnly && model.icon == u"kalender") {
+        setFocusPolicy(Qt::NoFocus);  // the field opens it by F4
+        setToolTip(QStringLiteral("Kalender (F4)"));
+    }
     start();
+    review();
 }
+
+bool ButtonView::usable() const { return model().enabled() && hasEffect(model()); }
 
 void ButtonView::refresh(Aspect) {
     if (!m_iconOnly) showCaption(*this, model().caption());

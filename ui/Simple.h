@@ -34,9 +34,12 @@ public:
     explicit ButtonView(Button& model, bool iconOnly = false);
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
+    /// Looks anew whether pressing it would do anything.
+    void review() { showState(); }
 
 protected:
     void refresh(Aspect aspect) override;
+    bool usable() const override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
 

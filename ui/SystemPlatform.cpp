@@ -69,7 +69,9 @@ bool SystemPlatform::open(const QString& fileOrAddress) {
     const QUrl address = QFileInfo::exists(fileOrAddress)
                              ? QUrl::fromLocalFile(QFileInfo(fileOrAddress).absoluteFilePath())
                              : QUrl::fromUserInput(fileOrAddress);
-    return address.isValid() && QDesktopServices::openUrl(address);
+    const bool opened = address.isValid() && QDesktopServices::openUrl(address);
+    refused = opened ? QString() : fileOrAddress;
+    return opened;
 }
 
 bool SystemPlatform::start(const QString& command) {

@@ -32,6 +32,8 @@ public:
     QString dataFolder() override;
     bool lockDataFolder(const QString& folder) override;
 
+    QString refused;  ///< the file or address that the system would not open last; "" where it did
+
 private:
     std::function<QString(const QString&)> m_choosePdf;
     QSettings m_settings;

@@ -7,12 +7,15 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <algorithm>
+#include <climits>
 
 #include "core/PZ_Koben_Subs.h"
 #include "forms/Form.h"
 #include "forms/Koben.h"
 #include "ui/Application.h"
 #include "ui/Look.h"
+#include "ui/QuietLine.h"
+#include "ui/Simple.h"
 
 namespace koben::ui {
 
@@ -42,19 +45,18 @@ QString passed(const TextBox& model, const QString& text) {
     return result;
 }
 
-/// A field whose entry a rule refused bears a sign at its end until the next check.
-void showWrong(QLineEdit& edit, const TextBox& model) {
+/// A field whose entry a rule refused bears a sign at its end until the next check; so does one whose date went.
+void showWrong(QLineEdit& edit, const TextBox& model, const QString& refused = {}) {
     const QString name = QStringLiteral("falsch");
     auto* sign = edit.findChild<QAction*>(name, Qt::FindDirectChildrenOnly);
-    if (model.wrong() == (sign != nullptr)) return;
-    if (sign) {
+    if (!model.wrong() && refused.isEmpty()) {
         delete sign;
         edit.setAccessibleDescription(QString());
         return;
     }
-    sign = edit.addAction(iconOf(name, edit.palette()), QLineEdit::TrailingPosition);
+    if (!sign) sign = edit.addAction(iconOf(name, edit.palette()), QLineEdit::TrailingPosition);
     sign->setObjectName(name);
-    sign->setToolTip(QStringLiteral("Diese Eingabe kann so nicht übernommen werden"));
+    sign->setToolTip(refused.isEmpty() ? QStringLiteral("Diese Eingabe kann so nicht übernommen werden") : refused);
     edit.setAccessibleDescription(sign->toolTip());
 }
 
@@ -90,34 +92,61 @@ void KeyFilter::setText(const QString& text) {
     m_program = false;
 }
 
+constexpr int noStep = INT_MIN;
+
+/// Days that a key goes on, 0 for today; noStep where the key is the field's own.
+int FieldHand::dayStep(const QKeyEvent& event) const {
+    if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier)) return noStep;
+    if (event.key() == Qt::Key_Up) return 1;
+    if (event.key() == Qt::Key_Down) return -1;
+    if (!isWord(event)) return noStep;
+    switch (event.text().at(0).toLower().unicode()) {
+        case u't':
+            return 0;
+        case u'+':
+            return 1;
+        case u'-':  // part of a date that is being typed, but not of a whole one
+            return m_model.text().isEmpty() || Datum_aus_Text(m_model.text()).isValid() ? -1 : noStep;
+        default:
+            return noStep;
+    }
+}
+
 bool FieldHand::dayKey(const QKeyEvent& event) {
-    if (!isDate || m_model.readOnly || !isWord(event)) return false;
-    const QChar c = event.text().at(0).toLower();
-    const int step = c == u'+' ? 1 : c == u'-' ? -1 : 0;
-    if ((step == 0 && c != u't') || m_model.filter(event.text().at(0).unicode()) != 0) return false;
+    const int step = isDate && !m_model.readOnly ? dayStep(event) : noStep;
+    if (step == noStep) return false;
     const QString today = m_model.form().koben.Heute;
     const QDate day = Datum_aus_Text(Datum_ergaenzen(m_model.text().trimmed(), today));
-    if (step == 0)
-        m_model.edited(today);
-    else if (day.isValid())
-        m_model.edited(Datum_als_Anzeige(day.addDays(step)));
+    m_model.edited(step == 0 || !day.isValid() ? today : Datum_als_Anzeige(day.addDays(step)));
     return true;
+}
+
+/// By the button beside the field, or else by the form's.
+bool FieldHand::openCalendar(const QWidget& field) const {
+    for (QObject* sibling : field.parentWidget()->children())
+        if (auto* button = dynamic_cast<ButtonView*>(sibling); button && button->isEnabled()) {
+            button->click();
+            return true;
+        }
+    auto* button = dynamic_cast<Button*>(m_model.form().find(u"calender", m_model.index()));
+    if (button && button->enabled()) button->click();
+    return button;
 }
 
 bool FieldHand::key(QWidget& widget, QKeyEvent& event) {
     switch (event.key()) {
         case Qt::Key_Return:
-        case Qt::Key_Enter: {
-            if (m_model.multiLine && !m_model.readOnly) return false;
-            if (m_model.key(Key::Enter)) return true;
-            if (!m_model.enterIsTab) return false;
-            QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
-            QCoreApplication::sendEvent(&widget, &tab);
+        case Qt::Key_Enter:
+            if (m_model.multiLine && !m_model.readOnly && !(event.modifiers() & Qt::ControlModifier)) return false;
+            if (!m_model.key(Key::Enter)) event.ignore();  // the window's
             return true;
-        }
+        case Qt::Key_F4:
+            return isDate && openCalendar(widget);
         case Qt::Key_Up:
         case Qt::Key_Down:
-            if (!arrows || !arrows->enabled()) return false;
+            if (isDate && event.key() == Qt::Key_Down && event.modifiers() & Qt::AltModifier)
+                return openCalendar(widget);
+            if (!arrows || !arrows->enabled()) return dayKey(event);
             event.key() == Qt::Key_Up ? arrows->up() : arrows->down();
             return true;
         default:
@@ -136,10 +165,14 @@ void FieldHand::focusOut(const QFocusEvent& event) {
     // A message box or another program in front is no leaving.
     if (!m_inside || event.reason() == Qt::PopupFocusReason || event.reason() == Qt::ActiveWindowFocusReason) return;
     m_inside = false;
+    const QString typed = m_model.text().trimmed();
     guarded([this] { m_model.leave(); });
+    if (isDate && !typed.isEmpty() && m_model.text().isEmpty())
+        refused = QStringLiteral("„%1“ ist kein Datum und wurde aus dem Feld genommen.").arg(typed);
 }
 
 LineView::LineView(TextBox& model) : Bound(model), hand(model), m_filter(model, *this) {
+    hand.isDate = model.name().startsWith(u"tdat");
     setValidator(&m_filter);
     connect(this, &QLineEdit::textEdited, this,
             [this](const QString& text) { guarded([&] { this->model().edited(text); }); });
@@ -150,7 +183,8 @@ void LineView::refresh(Aspect) {
     setReadOnly(model().readOnly);
     if (model().fixedPitch) setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     if (text() != model().text()) m_filter.setText(model().text());
-    showWrong(*this, model());
+    if (!model().text().isEmpty()) hand.refused.clear();
+    showWrong(*this, model(), hand.refused);
 }
 
 void LineView::keyPressEvent(QKeyEvent* event) {
@@ -167,6 +201,8 @@ void LineView::focusInEvent(QFocusEvent* event) {
 void LineView::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     hand.focusOut(*event);
+    showWrong(*this, model(), hand.refused);
+    if (!hand.refused.isEmpty()) say(*this, hand.refused);
 }
 
 void LineView::mouseReleaseEvent(QMouseEvent* event) {
@@ -262,7 +298,10 @@ void ComboView::typed(const QString& text) {
     const auto entry = std::find_if(items.begin(), items.end(), [&](const QString& item) {
         return item.size() > text.size() && item.startsWith(text, Qt::CaseInsensitive);
     });
-    const bool completes = added && entry != items.end() && !items.contains(text);
+    // a number is never completed to a longer one
+    const bool longerNumber =
+        entry != items.end() && !text.isEmpty() && text.back().isDigit() && entry->at(text.size()).isDigit();
+    const bool completes = added && entry != items.end() && !items.contains(text) && !longerNumber;
     guarded([&] { model().edited(completes ? *entry : text); });
     if (lineEdit()->text() != model().text())
         m_filter->setText(model().text());  // completed to what stood there before

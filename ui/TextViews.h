@@ -29,7 +29,8 @@ private:
 class FieldHand {
 public:
     explicit FieldHand(TextBox& model) : m_model(model) {}
-    /// True where the key was the form's: Enter, Escape, arrows of a spin button, days of a date field.
+    /// True where the key was not the widget's: Enter (which is then the window's), arrows of a spin button, days and
+    /// calendar of a date field.
     bool key(QWidget& widget, QKeyEvent& event);
     /// True where the field is entered, not just come back to from a message or another program.
     bool focusIn(const QFocusEvent& event);
@@ -37,9 +38,13 @@ public:
 
     SpinButton* arrows = nullptr;
     bool isDate = false;
+    /// A date that was none and went as the field was left; "" again once there is another one.
+    QString refused;
 
 private:
+    int dayStep(const QKeyEvent& event) const;
     bool dayKey(const QKeyEvent& event);
+    bool openCalendar(const QWidget& field) const;
     TextBox& m_model;
     bool m_inside = false;
 };

@@ -2,8 +2,10 @@
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QDir>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
@@ -17,6 +19,8 @@
 #include "forms/Koben.h"
 #include "ui/Bound.h"
 #include "ui/FormWindow.h"
+#include "ui/QuietLine.h"
+#include "ui/SystemPlatform.h"
 
 namespace koben::ui {
 
@@ -106,6 +110,33 @@ void WindowScreens::message(const QString& text) {
     box.button(QMessageBox::Ok)->setText(QStringLiteral("OK"));
     box.button(QMessageBox::Ok)->setIcon({});
     box.exec();
+    tellRefusedFile();
+}
+
+/// Where a file lies that nothing on the machine would show.
+void WindowScreens::tellRefusedFile() {
+    auto* platform = front() ? dynamic_cast<SystemPlatform*>(&front()->form().koben.platform) : nullptr;
+    const QString path = platform ? std::exchange(platform->refused, {}) : QString();
+    if (QFileInfo::exists(path))
+        front()->say(QStringLiteral("Die Datei liegt hier: ") + QDir::toNativeSeparators(path));
+}
+
+int WindowScreens::decide(const QString& text, const QStringList& captions) {
+    const OrdinaryCursor cursor;
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::NoButton, inSight());
+    box.setTextFormat(Qt::PlainText);
+    std::vector<QAbstractButton*> buttons;
+    for (const QString& caption : captions) buttons.push_back(box.addButton(caption, QMessageBox::ActionRole));
+    box.setDefaultButton(static_cast<QPushButton*>(buttons.back()));
+    box.setEscapeButton(buttons.back());
+    box.exec();
+    return static_cast<int>(std::find(buttons.begin(), buttons.end(), box.clickedButton()) - buttons.begin());
+}
+
+/// Said in front, and in the windows behind, which are seen once those in front of them have closed.
+void WindowScreens::done(const QString& action) {
+    for (const auto& window : m_windows) window->say(doneText(action));
+    if (front()) front()->saved();
 }
 
 bool WindowScreens::yesNo(const QString& text, bool noIsDefault) { return ask(text, false, noIsDefault); }

@@ -31,6 +31,11 @@ public:
     void run(Form& form) override;
     void closed(Form& form) override;
 
+    void done(const QString& action) override;
+    /// A question of the window's own, with a button for each caption; the last one is safe, and the default. Gives the
+    /// position of the button.
+    virtual int decide(const QString& text, const QStringList& captions);
+
     void waitCursor(bool on) override;
     void tone(int hertz, int milliseconds) override;
     void breathe() override;
@@ -43,6 +48,7 @@ public:
 
 private:
     QWidget* inSight() const;
+    void tellRefusedFile();
     bool ask(const QString& text, bool okCancel, bool safeDefault);
 
     std::vector<std::unique_ptr<FormWindow>> m_windows;

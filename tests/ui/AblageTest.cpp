@@ -67,5 +67,43 @@ TEST(AblageTest, EineDateiZeigtIhreVorschau) {
     EXPECT_EQ(workspace.open(koben.Datenbankpfad).table(QStringLiteral("select * from Sauen")).rowCount(), 0);
 }
 
+/// The separator of a file that is chosen in the window is found; where several stand in the first line it is asked
+/// for.
+TEST(AblageTest, SpaltenMitKommaUndTabulator) {
+    const QTemporaryDir data;
+    const struct {
+        const char *text, *sow;
+        int answer, questions;
+    } files[] = {{"Art\tSaunummer\nSau\t0815\n", "Saunummer", -1, 0},
+                 {"Art,Saunummer\nSau,0815\n", "Saunummer", -1, 0},
+                 {"Art;Saunummer, lang\nSau;0815\n", "Saunummer, lang", 1, 1}};
+    for (const auto& [text, sow, answer, questions] : files) {
+        const QString path = data.filePath(QStringLiteral("Herde.csv"));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        file.close();
+        TestScreens screens;
+        screens.answer = answer;
+        TestPlatform platform;
+        platform.folder = data.path() + u'/';
+        Koben koben(screens, platform, katalog());
+        screens.hand = [&](Form& form) {
+            if (form.name() == u"PA_Koben") return koben.open(QStringLiteral("S_Importtabelle"));
+            auto& import = static_cast<S_Importtabelle&>(form);
+            auto* next = screens.windowOf(form)->widgetOf(import.comnächster2);
+            import.SSTab1.choose(1);
+            QApplication::processEvents();
+            EXPECT_FALSE(next->isEnabled()) << "no file yet";
+            screens.told.clear();
+            import.DateiZeigen(path);
+            EXPECT_EQ(screens.told.size(), 1 + questions) << text;
+            EXPECT_TRUE(import.kom[1].items().contains(QString::fromUtf8(sow))) << text;
+        };
+        const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
+        koben.run(*main);
+    }
+}
+
 }  // namespace
 }  // namespace koben::ui

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSet>
 
 #include "core/PZ_Koben_Subs.h"
 #include "tests/ui/Support.h"
@@ -96,7 +97,8 @@ TEST_F(BinderTest, UserClicksRaiseOneEventEach) {
 }
 
 TEST_F(BinderTest, ListFieldCompletesWhatIsTyped) {
-    form.kom.setItems({QStringLiteral("Abferkelstall"), QStringLiteral("Abteil 1"), QStringLiteral("Abteil 12")});
+    form.kom.setItems({QStringLiteral("Abferkelstall"), QStringLiteral("Abteil 1"), QStringLiteral("Abteil 12"),
+                       QStringLiteral("20059")});
     hand([&](FormWindow& window) {
         auto* edit = static_cast<QComboBox*>(widget(window, form.kom))->lineEdit();
         widget(window, form.kom)->setFocus();
@@ -108,7 +110,12 @@ TEST_F(BinderTest, ListFieldCompletesWhatIsTyped) {
                     {"t", "Abteil 1", "eil 1"},
                     {"<", "Abt", ""},  // what was completed goes first, and does not come back
                     {"<", "Ab", ""},
-                    {"x", "Abx", ""}};
+                    {"x", "Abx", ""},
+                    {"<", "Ab", ""},
+                    {"<", "A", ""},
+                    {"<", "", ""},
+                    {"2", "2", ""},  // a number stays the one that was typed
+                    {"0", "20", ""}};
         for (const auto& [key, text, marked] : keys) {
             *key == '<' ? press(window.focusWidget(), Qt::Key_Backspace) : type(window, QString::fromUtf8(key));
             EXPECT_EQ(form.kom.text(), QString::fromUtf8(text)) << key;
@@ -140,8 +147,79 @@ TEST_F(BinderTest, EnterMovesOnAndEscapeCancels) {
         EXPECT_EQ(window.focusWidget(), widget(window, form.tz)) << "Enter in a field is Tab";
         EXPECT_EQ(form.log.count(QStringLiteral("verlassen")), 1);
         EXPECT_FALSE(form.closed());
+        screens.answer = 0;
         press(window.focusWidget(), Qt::Key_Escape);
         EXPECT_TRUE(form.closed());
+    });
+}
+
+/// A whole date in the field, a key, and what stands there then.
+TEST_F(BinderTest, DatesTakeKeysForDays) {
+    const struct {
+        const char* before;
+        int key;
+        const char *text, *after;
+    } keys[] = {{"", 0, "t", "15.07.2026"},
+                {"01.03.2026", 0, "-", "28.02.2026"},
+                {"31.12.2026", 0, "+", "01.01.2027"},
+                {"14", 0, "+", "15.07.2026"},
+                {"", Qt::Key_Up, "", "15.07.2026"},
+                {"15.07.2026", Qt::Key_Up, "", "16.07.2026"},
+                {"1", 0, "-", "-1"},
+                {"15.07.2026", Qt::Key_Down, "", "14.07.2026"}};
+    hand([&](FormWindow& window) {
+        for (const auto& [before, key, text, after] : keys) {
+            widget(window, form.tdat)->setFocus();
+            form.tdat.setText(QString::fromUtf8(before));
+            press(window.focusWidget(), key, {}, QString::fromUtf8(text));
+            EXPECT_EQ(form.tdat.text(), QString::fromUtf8(after)) << before << ' ' << text << key;
+        }
+    });
+}
+
+TEST_F(BinderTest, ARefusedDateLeavesAMarkThatSaysWhy) {
+    form.tdat.onLostFocus = [&] { form.tdat.setText(Datum_ergaenzen(form.tdat.text(), koben.Heute)); };
+    hand([&](FormWindow& window) {
+        auto* field = static_cast<QLineEdit*>(widget(window, form.tdat));
+        for (const bool wrong : {true, false}) {
+            field->setFocus();
+            type(window, wrong ? QStringLiteral("3113") : QStringLiteral("3107"));
+            press(field, Qt::Key_Return);
+            EXPECT_EQ(form.tdat.text().isEmpty(), wrong);
+            EXPECT_EQ(field->actions().size(), wrong ? 1 : 0);
+            EXPECT_EQ(field->accessibleDescription().contains(QStringLiteral("3113")), wrong);
+            EXPECT_EQ(quietLine(window).contains(QStringLiteral("3113")), true);
+        }
+    });
+}
+
+TEST_F(BinderTest, TheCalendarOpensByKeyAndGivesTheFieldBack) {
+    form.calender.onClick = [&] { form.calend.setVisible(!form.calend.visible()); };
+    hand([&](FormWindow& window) {
+        for (const auto& [key, modifier] : {std::pair(Qt::Key_F4, Qt::NoModifier), {Qt::Key_Down, Qt::AltModifier}}) {
+            widget(window, form.tdat)->setFocus();
+            press(window.focusWidget(), key, modifier);
+            EXPECT_TRUE(form.calend.visible());
+            press(widget(window, form.calend), Qt::Key_Escape);
+            EXPECT_FALSE(form.calend.visible());
+            EXPECT_EQ(window.focusWidget(), widget(window, form.tdat));
+        }
+    });
+}
+
+TEST_F(BinderTest, WhatIsTypedIsNotThrownAwayByEscape) {
+    hand([&](FormWindow& window) {
+        widget(window, form.tz)->setFocus();
+        type(window, QStringLiteral("7"));
+        press(window.focusWidget(), Qt::Key_Escape);
+        EXPECT_FALSE(form.closed());
+        EXPECT_EQ(screens.told.size(), 1);
+        form.ok.onClick = [&] { screens.done(QStringLiteral("Belegung 1023")); };
+        static_cast<QAbstractButton*>(widget(window, form.ok))->click();
+        EXPECT_EQ(quietLine(window), QStringLiteral("Gespeichert: Belegung 1023"));
+        press(window.focusWidget(), Qt::Key_Escape);
+        EXPECT_TRUE(form.closed()) << "saved since";
+        EXPECT_EQ(screens.told.size(), 1);
     });
 }
 
@@ -151,15 +229,6 @@ TEST_F(BinderTest, ButtonByKeyLeavesTheFieldFirst) {
         form.log.clear();
         static_cast<QAbstractButton*>(widget(window, form.ok))->click();  // as a mnemonic does
         EXPECT_EQ(form.log, QStringLiteral("verlassen ok "));
-    });
-}
-
-TEST_F(BinderTest, EnterWithoutAFieldPressesTheAcceptButton) {
-    hand([&](FormWindow& window) {
-        widget(window, form.kon)->setFocus();
-        form.log.clear();
-        press(window.focusWidget(), Qt::Key_Return);
-        EXPECT_EQ(form.log, QStringLiteral("ok "));
     });
 }
 
@@ -179,7 +248,7 @@ TEST_F(BinderTest, LockedForAMomentKeepsTheFocus) {
 TEST_F(BinderTest, MnemonicsAreGivenOnce) {
     hand([&](FormWindow& window) {
         EXPECT_EQ(static_cast<QAbstractButton*>(widget(window, form.ok))->text(), QStringLiteral("&OK"));
-        EXPECT_EQ(static_cast<QAbstractButton*>(widget(window, form.zweiter))->text(), QStringLiteral("Ohne Namen"));
+        EXPECT_EQ(static_cast<QAbstractButton*>(widget(window, form.zweiter))->text(), QStringLiteral("Ohne &Namen"));
     });
 }
 
@@ -199,6 +268,25 @@ TEST_F(BinderTest, CalendarDropsDownAndPicks) {
         form.calend.pick(QDate(2026, 7, 20));
         EXPECT_EQ(picked, QDate(2026, 7, 20));
     });
+}
+
+/// The place is kept by the title bar too; letters of another size bring another size of the window.
+TEST_F(BinderTest, ThePlaceIsKeptAndItsSizeWhileTheLettersStay) {
+    const QString key = QStringLiteral("Fenster/Eingabe");
+    hand([&](FormWindow& window) {
+        window.setGeometry(60, 70, 420, 330);
+        EXPECT_TRUE(window.close());
+    });
+    ASSERT_TRUE(platform.settings[key].startsWith(QStringLiteral("60,70,420,330,h")))
+        << platform.settings[key].toStdString();
+    for (const bool same : {true, false}) {
+        if (!same) platform.settings[key] = QStringLiteral("60,70,420,330,h99");
+        Eingabe next(koben);
+        run(next, [&](FormWindow& window) {
+            EXPECT_EQ(window.geometry().topLeft(), QPoint(60, 70));
+            EXPECT_EQ(window.size() == QSize(420, 330), same);
+        });
+    }
 }
 
 TEST(Place, ComesBackOnlyOntoAScreen) {

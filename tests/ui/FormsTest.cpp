@@ -3,8 +3,12 @@
 #include <QAction>
 #include <QLabel>
 #include <QMenuBar>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSet>
 #include <QTemporaryDir>
+#include <QtTest/QTest>
 
 #include "app/Katalog.h"
 #include "bookings/PE_Bewegungsdaten.h"
@@ -14,6 +18,7 @@
 #include "tests/ui/Support.h"
 #include "tools/herdengenerator/Ausgabe.h"
 #include "ui/Bound.h"
+#include "ui/EnterKey.h"
 #include "ui/Layout.h"
 
 namespace koben::ui {
@@ -77,21 +82,84 @@ void expectWhole(const FormWindow& window) {
     EXPECT_FALSE(window.tabOrder().empty()) << qPrintable(form);
 }
 
-/// The Tab key comes around to every enabled widget of the window.
-void expectTabRound(FormWindow& window) {
-    std::vector<QWidget*> stops;
-    for (QWidget* widget : window.tabOrder())
-        if (widget->isVisible() && widget->isEnabled()) stops.push_back(widget);
-    if (stops.size() < 2) return;
+/// Where a stop stands to the eye: what scrolls by its place in the content, what stays in sight below all of it.
+QRect placeOf(const FormWindow& window, QWidget* stop) {
+    const QWidget* ground = &window;
+    int below = 1 << 16;
+    for (QWidget* up = stop; up && up != &window; up = up->parentWidget())
+        if (qobject_cast<QScrollArea*>(up->parentWidget() ? up->parentWidget()->parentWidget() : nullptr))
+            ground = up, below = 0;
+    return {stop->mapTo(ground, QPoint(0, below)), stop->size()};
+}
+
+/// No step goes up, unless it goes on to what stands at the right.
+void expectReadingOrder(const FormWindow& window, const std::vector<QWidget*>& stops) {
     for (size_t i = 1; i < stops.size(); ++i) {
-        const QWidget* next = stops[i - 1];
-        do next = next->nextInFocusChain();
-        while (
-            next != stops[i] &&
-            (next->focusProxy() || !next->isVisible() || !next->isEnabled() || !(next->focusPolicy() & Qt::TabFocus)) &&
-            next != stops[i - 1]);
-        EXPECT_EQ(next->objectName(), stops[i]->objectName()) << qPrintable(window.form().name());
+        const QRect from = placeOf(window, stops[i - 1]), to = placeOf(window, stops[i]);
+        EXPECT_TRUE(to.center().y() >= from.top() || to.center().x() >= from.center().x())
+            << said(window.form().name(), stops[i - 1]->objectName() + u'>' + stops[i]->objectName());
     }
+}
+
+bool opensByEnter(const Control* control) {
+    const auto* grid = dynamic_cast<const Grid*>(control);
+    const auto* list = dynamic_cast<const ListBox*>(control);
+    const auto* box = dynamic_cast<const TextBox*>(control);
+    return grid || (list && list->onDoubleClick) || (box && box->multiLine);
+}
+
+/// Walks the window with one key alone, from its first stop until that or the accepting button is reached again.
+std::vector<QWidget*> walked(FormWindow& window, Qt::Key key, const std::vector<QWidget*>& wanted) {
+    std::vector<QWidget*> stops;
+    if (wanted.empty()) return stops;
+    const Button* accept = acceptOf(window);
+    wanted.front()->setFocus(Qt::TabFocusReason);
+    for (int i = 0; i < 200 && window.focusWidget(); ++i) {
+        QWidget* focus = window.focusWidget();
+        const bool back = !stops.empty() && focus == stops.front();
+        if (back || (key == Qt::Key_Return && controlOf(focus) == accept && accept)) break;
+        stops.push_back(focus);
+        if (key == Qt::Key_Return && opensByEnter(controlOf(focus)))
+            moveOn(window, focus);
+        else
+            QTest::sendKeyEvent(QTest::Click, focus, key, QString(), Qt::NoModifier);
+    }
+    return stops;
+}
+
+/// Tab reaches every stop, Enter every input and then the accepting button, both as the eye reads.
+void expectWalks(FormWindow& window) {
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Return}) {
+        std::vector<QWidget*> wanted;
+        for (QWidget* widget : window.tabOrder()) {
+            const auto* option = dynamic_cast<const Option*>(controlOf(widget));
+            const bool stands = widget->isVisible() && widget->isEnabled() && (!option || standsForGroup(*option));
+            if (stands && (key == Qt::Key_Tab || takesEntry(window, widget))) wanted.push_back(widget);
+        }
+        const std::vector<QWidget*> stops = walked(window, key, wanted);
+        EXPECT_EQ(stops.size(), wanted.size()) << said(window.form().name(), QString::number(key, 16));
+        for (size_t i = 0; i < std::min(stops.size(), wanted.size()); ++i)
+            EXPECT_EQ(stops[i], wanted[i]) << said(window.form().name(), wanted[i]->objectName());
+        expectReadingOrder(window, stops);
+        const Button* accept = acceptOf(window);
+        if (key == Qt::Key_Return && accept && !wanted.empty()) {
+            EXPECT_EQ(controlOf(window.focusWidget()), accept) << said(window.form().name(), accept->address());
+        }
+    }
+    EXPECT_FALSE(window.form().closed()) << qPrintable(window.form().name());
+}
+
+/// The window stands on the screen, and its buttons in the window.
+void expectInSight(const FormWindow& window) {
+    const QRect room = window.screen()->availableGeometry();
+    EXPECT_TRUE(room.contains(window.frameGeometry())) << qPrintable(window.form().name());
+    const auto* bar = window.findChild<QWidget*>(buttonBar);
+    if (!bar) return;
+    for (const QPushButton* button : bar->findChildren<QPushButton*>())
+        if (button->isVisible()) {
+            EXPECT_TRUE(window.rect().contains(QRect(button->mapTo(&window, QPoint()), button->size())))
+                << said(window.form().name(), button->text());
+        }
 }
 
 struct FormsAtSize : FormsTest, testing::WithParamInterface<int> {};
@@ -107,7 +175,8 @@ TEST_P(FormsAtSize, EveryWindowStandsWhole) {
         seen.insert(form.name());
         FormWindow& window = *screens.windowOf(form);
         expectWhole(window);
-        expectTabRound(window);
+        expectInSight(window);
+        expectWalks(window);
         if (auto* herd = dynamic_cast<PA_Koben*>(&form)) {
             herd->comdrucken.click();
             koben.Buchungsmodus = QStringLiteral("Neu");

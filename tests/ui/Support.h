@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMouseEvent>
 #include <map>
 
@@ -42,6 +43,9 @@ public:
     QString input(const QString& prompt, const QString&, const QString&) override {
         return told.append(prompt), QString();
     }
+    int decide(const QString& text, const QStringList& captions) override {
+        return told.append(text), answer < 0 ? static_cast<int>(captions.size()) - 1 : answer;
+    }
     void tone(int, int) override { ++tones; }
     void run(Form& form) override {
         windowOf(form)->present();
@@ -53,6 +57,7 @@ public:
     std::function<void(Form&)> hand;
     QStringList told;
     bool yes = true;
+    int answer = -1;  ///< to the window's own questions; -1 the safe one
     int tones = 0;
 };
 
@@ -61,6 +66,12 @@ inline void press(QWidget* widget, int key, Qt::KeyboardModifiers modifiers = {}
     QApplication::sendEvent(widget, &down);
     QApplication::sendEvent(widget, &up);
     QApplication::processEvents();
+}
+
+/// What the quiet line of a window says.
+inline QString quietLine(const QWidget& window) {
+    const auto* line = window.findChild<QLabel*>(QStringLiteral("Hinweiszeile"));
+    return line ? line->text() : QString();
 }
 
 /// Types into whatever has the focus of the window.

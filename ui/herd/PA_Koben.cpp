@@ -3,8 +3,10 @@
 #include <QMenuBar>
 #include <QSplitter>
 
+#include "ui/AnimalPanel.h"
 #include "ui/Layout.h"
 #include "ui/Menus.h"
+#include "ui/SearchMarks.h"
 
 namespace {
 
@@ -26,7 +28,7 @@ LAYOUT(PA_Koben) {
                                          "lesen Sie über „Optionen / Import Excel“ eine Liste ein."));
     const Piece panel = column({flow({button(form.cmdok), button(form.abwaerts[1]), button(form.abwaerts[0]),
                                       button(form.comdrucken), button(form.linksrechts)}),
-                                text(form.Text1)});
+                                animalPanel(form)});
     const Piece both = split(list, panel, 2, 1);
     auto* splitter = static_cast<QSplitter*>(both.widget);
     form.layoutChanged = [splitter, &form] {
@@ -35,13 +37,14 @@ LAYOUT(PA_Koben) {
         splitter->setSizes({wide ? third : 2 * third, wide ? 2 * third : third});
     };
     form.layoutChanged();
+    const Piece number = search(form.t, QStringLiteral("Saunummer"));
+    markFromSearch(*number.widget, form.t, form.datali);
     const Piece bar = menus(form.menuBar());
     addCommand(bar, "O_Optionen", QStringLiteral("Datenbank prüfen"), [&form] { form.Datenbank_pruefen(); });
     addCommand(bar, "H_Hilfe", QStringLiteral("Fehlerprotokoll für die Hilfe am Telefon"),
                [&form] { form.Fehlerprotokoll_zeigen(); });
     return column({bar, toolBar(form.toolBar()), label(form.hinweis),
-                   flow({segments(form.optianzeige), segments(form.optiverkauft),
-                         row({plain(form.Label1), search(form.t, QStringLiteral("Saunummer"))}),
+                   flow({segments(form.optianzeige), segments(form.optiverkauft), row({plain(form.Label1), number}),
                          row({plain(form.Label2), segments(form.optisauen)})}),
                    both, label(form.loeschhinweis), label(form.bezstati)});
 }

@@ -1,0 +1,186 @@
+// A farmer's day at the keyboard: what each errand costs in key strokes, played through the real windows.
+#include <QAbstractButton>
+#include <QTemporaryDir>
+
+#include "app/Katalog.h"
+#include "bookings/PE_Bewegungsdaten_Belegung.h"
+#include "core/PZ_Koben_Subs_Datenbank.h"
+#include "herd/PA_Koben.h"
+#include "tests/ui/Tasten.h"
+#include "ui/Application.h"
+
+namespace koben::ui {
+namespace {
+
+/// What is typed into a window from its opening on; what it opens takes the next line.
+struct Window {
+    const char* form;
+    const char* keys;
+};
+
+struct Errand {
+    const char* name;
+    int before;  ///< strokes that it took when Enter was Tab
+    int now;     ///< and takes; an answered question counts as one
+    std::vector<Window> windows;
+    const char* sql;
+    int expected;
+};
+
+const Window Frame{"PE_Bewegungsdaten", "<Return><Esc>"};
+
+// `before`: the same errand when Enter was Tab and the bookings had to be reached through the menus, counted by this
+// typist: every stroke from the main window until it is back in front.
+const Errand Errands[] = {
+    {"eine Jungsau vom Lieferschein",
+     35,
+     21,
+     {{"PA_Koben", "<Ctrl+N>"}, {"PB_Neues_Schwein", "1101<Alt+M>47110<Alt+E>150126<Alt+D>t<Ctrl+Return>"}},
+     "select count(*) from Sauen where Nummer = '1101' and Ohrmarke = '47110' and Geburtsdatum = #01/15/2026# and "
+     "Zugangsdatum = #07/15/2026# and Rasse = 'DE'",
+     1},
+    {"eine Belegung",
+     27,
+     16,
+     {{"PA_Koben", "<Ctrl+F>1023<Ctrl+1>"}, Frame, {"PE_Bewegungsdaten_Belegung", "1407<Return>E1<Ctrl+Return>"}},
+     "select count(*) from Belegung where Ebernr = 'E1' and Datum = #07/14/2026#",
+     1},
+    {"drei verstreute Sauen",
+     81,
+     28,
+     {{"PA_Koben", "<Ctrl+F>1023+1041+1077+<Ctrl+1>"},
+      Frame,
+      {"PE_Bewegungsdaten_Belegung", "1407<Return>E1<Ctrl+Return>"}},
+     "select count(*) from Belegung where Ebernr = 'E1' and Datum = #07/14/2026#",
+     3},
+    {"eine Ferkelung mit zwei Verlusten",
+     26,
+     15,
+     {{"PA_Koben", "<Ctrl+F>1023<Ctrl+3>"},
+      Frame,
+      {"PE_Bewegungsdaten_Ferkelung", "<Return>14<Return*2>2<Ctrl+Return>"}},
+     "select count(*) from Ferkelung where Ferkel_Gesamt = 14 and Ferkel_Lebendig = 12 and Ferkel_Tot = 2",
+     1},
+    {"eine Absetzung mit Einbuchen der Ferkel",
+     28,
+     17,
+     {{"PA_Koben", "<Ctrl+F>1050<Ctrl+4>"},
+      Frame,
+      {"PE_Bewegungsdaten_Absetzung", "<Return*2>7,8<Alt+E>A1<Ctrl+Return>"}},
+     "select count(*) from Sauen where Art = 'Ferkel' and Nummer like 'A1-*'",
+     12},
+    {"eine Behandlung",
+     29,
+     12,
+     {{"PA_Koben", "<Ctrl+F>1023<Ctrl+8>"}, Frame, {"PE_Bewegungsdaten_Behandlung", "<Return>Wu<Ctrl+Return>"}},
+     "select count(*) from Behandlung where Behandlungsart = 'Wurmkur' and Medikament = 'Ivomec' and Menge = 3",
+     1},
+};
+
+struct Hof : testing::Test {
+    QTemporaryDir data;
+    TestScreens screens;
+    TestPlatform platform;
+    Koben koben{screens, platform, katalog()};
+
+    Hof() {
+        static_cast<Application*>(qApp)->onFailure = [](const QString& reason) {
+            ADD_FAILURE() << reason.toStdString();
+        };
+        platform.folder = data.path() + u'/';
+        Workspace workspace;
+        Datenbank_anlegen(workspace, data.filePath(QStringLiteral("koben2.mdb")));
+        Database db = workspace.open(data.filePath(QStringLiteral("koben2.mdb")));
+        for (const char* number : {"1003", "1011", "1023", "1041", "1050", "1077"})
+            db.execute(QStringLiteral("insert into Sauen (Art, Nummer, Stallnr) values ('Sau', '%1', 'D1')")
+                           .arg(QString::fromUtf8(number)));
+        db.execute(QStringLiteral("insert into Sauen (Art, Nummer) values ('Eber', 'E1')"));
+        db.execute(
+            QStringLiteral("insert into Ferkelung (Kennung, Datum, Ferkel_Gesamt, Ferkel_Lebendig, Ferkel_Tot) "
+                           "select ID, #06/17/2026#, 12, 12, 0 from Sauen where Nummer = '1050'"));
+        db.execute(
+            QStringLiteral("insert into Medikamente (Medikament, Behandlungsart, Menge, Einheit, "
+                           "Wartezeit_Tage, Kosten_je_Gabe) values ('Ivomec', 'Wurmkur', 3, 'ml', 28, 1.5)"));
+        QFile mask(data.filePath(QStringLiteral("PB_Neues_Schwein.ko1")));
+        if (mask.open(QIODevice::WriteOnly)) mask.write("Sau\r\nJung\r\nD1\r\n\r\n\r\nDE\r\n");
+    }
+};
+
+struct TastenTest : Hof, testing::WithParamInterface<Errand> {};
+
+TEST_P(TastenTest, EinGangOhneMaus) {
+    const Errand& errand = GetParam();
+    Typist typist(screens);
+    size_t next = 0;
+    screens.hand = [&](Form& form) {
+        ASSERT_LT(next, errand.windows.size()) << form.name().toStdString();
+        const Window& window = errand.windows[next++];
+        ASSERT_EQ(form.name(), QString::fromUtf8(window.form));
+        typist.play(QString::fromUtf8(window.keys));
+        const FormWindow& shown = *screens.windowOf(form);
+        EXPECT_TRUE(form.name() != u"PA_Koben" || quietLine(shown).startsWith(u"Gespeichert: ")) << errand.name;
+    };
+    const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
+    koben.run(*main);
+    EXPECT_EQ(koben.Hauptdatenbank.table(QString::fromUtf8(errand.sql)).integer(0, 0), errand.expected)
+        << screens.told.join(u'|').toStdString();
+    const auto questions = static_cast<int>(screens.told.size());  // each is answered by one stroke
+    EXPECT_EQ(typist.strokes + questions, errand.now) << errand.name;
+    EXPECT_LE(errand.now * 3, errand.before * 2) << errand.name;
+}
+/// The main window: Escape empties the search and never ends the program, the panel shows the current animal or none.
+TEST_F(Hof, DasHauptfensterBleibt) {
+    Typist typist(screens);
+    screens.hand = [&](Form& form) {
+        auto& herd = static_cast<PA_Koben&>(form);
+        FormWindow& window = *screens.windowOf(form);
+        typist.play(QStringLiteral("<Ctrl+F>1041"));
+        EXPECT_EQ(herd.datali.cell(herd.datali.row(), u"Nummer"), QStringLiteral("1041"));
+        typist.play(QStringLiteral("<Esc>"));
+        EXPECT_EQ(herd.t.text(), QString());
+        typist.play(QStringLiteral("<Esc><Esc>"));
+        EXPECT_FALSE(form.closed());
+        QWidget* panel = window.widgetOf(herd.Text1);
+        herd.cmdok.click();
+        EXPECT_TRUE(panel->isVisible());
+        typist.play(QStringLiteral("1077"));
+        EXPECT_FALSE(panel->isVisible()) << "another animal's data";
+        QTest::qWait(400);
+        EXPECT_TRUE(panel->isVisible() && herd.Text1.text().contains(QStringLiteral("1077")));
+        typist.play(QStringLiteral("<Esc>1003+1011+"));
+        EXPECT_EQ(quietLine(window), QStringLiteral("2 Sauen markiert"));
+    };
+    const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
+    koben.run(*main);
+}
+
+/// Going on to another animal with something typed: by default nothing moves and nothing is lost.
+TEST_F(Hof, EinWechselDesTieresFragt) {
+    for (const int answer : {-1, 1, 0}) {
+        screens.answer = answer;
+        screens.told.clear();
+        Typist typist(screens);
+        QString boar, number;
+        screens.hand = [&](Form& form) {
+            if (form.name() == u"PA_Koben") return typist.play(QStringLiteral("<Ctrl+F>1023<Ctrl+1>"));
+            if (form.name() == u"PE_Bewegungsdaten") return typist.play(QStringLiteral("<Return>"));
+            auto& entry = static_cast<PE_Bewegungsdaten_Belegung&>(form);
+            typist.play(QStringLiteral("<Return>E1"));
+            static_cast<QAbstractButton*>(screens.windowOf(form)->widgetOf(entry.nextschwein[1]))->click();
+            boar = entry.kom[0].text();
+            number = entry.bezschwein[1].text();
+        };
+        const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
+        koben.run(*main);
+        EXPECT_EQ(screens.told.size(), 1) << screens.told.join(u'|').toStdString();
+        EXPECT_EQ(boar, answer < 0 ? QStringLiteral("E1") : QString());
+        EXPECT_EQ(number, answer < 0 ? QStringLiteral("1023") : QStringLiteral("1041"));
+        const Table booked = koben.Hauptdatenbank.table(QStringLiteral("select count(*) as n from Belegung"));
+        EXPECT_EQ(booked.integer(0, 0), answer == 0 ? 1 : 0);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Gaenge, TastenTest, testing::ValuesIn(Errands));
+
+}  // namespace
+}  // namespace koben::ui

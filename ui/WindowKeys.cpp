@@ -1,0 +1,139 @@
+#include "ui/WindowKeys.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QLineEdit>
+#include <QMenu>
+
+#include "forms/Koben.h"
+#include "ui/Application.h"
+#include "ui/Bound.h"
+#include "ui/FormWindow.h"
+#include "ui/Mnemonics.h"
+
+namespace koben::ui {
+
+namespace {
+
+struct EntryKey {
+    const char* entry;    ///< of the main window's menus
+    const char* caption;  ///< the same in context menus, "" where it is in none
+    const char* keys;
+};
+const EntryKey EntryKeys[] = {{"XB_neueschweine", "Neu", "Ctrl+N"},
+                              {"XB_schweinändern", "Ändern", "F2"},
+                              {"XE_belegung", "Belegung", "Ctrl+1"},
+                              {"XE_trächtigkeit", "Trächtigkeitsfeststellung", "Ctrl+2"},
+                              {"XE_ferkelung", "Ferkelung", "Ctrl+3"},
+                              {"XE_absetzung", "Absetzung", "Ctrl+4"},
+                              {"XE_Verschiebung", "Verschiebung", "Ctrl+5"},
+                              {"XE_verluste", "Verluste", "Ctrl+6"},
+                              {"XE_Ferkelverkauf", "Ferkelverkauf", "Ctrl+7"},
+                              {"XE_behandlung", "Behandlung", "Ctrl+8"},
+                              {"", "Löschen", "Del"}};
+
+/// Buttons of the other windows and the keys that press them; the first that can be pressed counts.
+struct ButtonKey {
+    const char* button;
+    const char* keys;
+};
+const ButtonKey ButtonKeys[] = {{"neu", "Ctrl+N"},       {"ändern", "F2"},      {"listen", "Ctrl+P"},
+                                {"comlisten", "Ctrl+P"}, {"drucken", "Ctrl+P"}, {"comtext", "Ctrl+P"}};
+
+bool isMain(const FormWindow& window) { return dynamic_cast<const HerdList*>(&window.form()); }
+
+QKeySequence sequence(const char* keys) { return QKeySequence(QString::fromLatin1(keys)); }
+
+QAbstractButton* buttonNamed(const FormWindow& window, const char* name) {
+    const Control* control = window.form().find(QString::fromUtf8(name));
+    return control ? qobject_cast<QAbstractButton*>(window.widgetOf(*control)) : nullptr;
+}
+
+/// The search field, or else the first list.
+QWidget* searchOf(const FormWindow& window) {
+    for (QLineEdit* edit : window.findChildren<QLineEdit*>())
+        if (edit->isClearButtonEnabled() && edit->isVisibleTo(&window)) return edit;
+    for (QWidget* widget : window.tabOrder())
+        if (qobject_cast<QAbstractItemView*>(widget) && widget->isVisibleTo(&window)) return widget;
+    return nullptr;
+}
+
+void search(FormWindow& window) {
+    QWidget* field = searchOf(window);
+    if (!field) return;
+    field->setFocus(Qt::ShortcutFocusReason);
+    if (auto* edit = qobject_cast<QLineEdit*>(field)) edit->selectAll();
+}
+
+void addAction(FormWindow& window, QMenu& menu, QAction* before, const char* caption, const char* keys,
+               const std::function<void()>& act) {
+    QSet<QChar> taken;
+    for (const QAction* other : menu.actions()) taken.insert(mnemonicOf(other->text()));
+    const QString text = QString::fromUtf8(caption);
+    auto* action = new QAction(withLetter(text, freeLetter(text, taken)), &menu);
+    action->setShortcut(sequence(keys));
+    QObject::connect(action, &QAction::triggered, &window, [act] { guarded(act); });
+    menu.insertAction(before, action);
+}
+
+/// Strg+1 to 8 bring a kind of booking to the front.
+bool kindKey(FormWindow& window, int key) {
+    if (key < Qt::Key_1 || key > Qt::Key_8 || window.form().name() != u"PE_Bewegungsdaten") return false;
+    if (auto* kind = dynamic_cast<Option*>(window.form().find(u"opti", key - Qt::Key_1))) kind->click();
+    return true;
+}
+
+}  // namespace
+
+QString menuKeys(const QString& entry) {
+    for (const EntryKey& key : EntryKeys)
+        if (*key.entry && entry == QString::fromUtf8(key.entry)) return QString::fromLatin1(key.keys);
+    return {};
+}
+
+QString shownKeys(const QString& plainCaption) {
+    for (const EntryKey& key : EntryKeys)
+        if (plainCaption == QString::fromUtf8(key.caption))
+            return sequence(key.keys).toString(QKeySequence::NativeText);
+    return {};
+}
+
+void prepareKeys(FormWindow& window) {
+    if (auto* menu = window.findChild<QMenu*>(QStringLiteral("XB_Bestand")); menu && isMain(window)) {
+        QAction* end = menu->findChild<QAction*>(QStringLiteral("XB_beenden"));
+        menu->insertSeparator(end);
+        addAction(window, *menu, end, "Tier suchen", "Ctrl+F", [&window] { search(window); });
+        addAction(window, *menu, end, "Liste neu lesen", "F5", [&window] {
+            const Koben& koben = window.form().koben;
+            if (koben.herdList) window.form().act([&koben] { koben.herdList->datenschweinelesen(); });
+        });
+        addAction(window, *menu, end, "Tierdaten drucken", "Ctrl+P", [&window] {
+            if (auto* button = buttonNamed(window, "comdrucken")) button->click();
+        });
+        menu->insertSeparator(end);
+        return;
+    }
+    for (const ButtonKey& key : ButtonKeys)
+        if (QAbstractButton* button = buttonNamed(window, key.button); button && button->toolTip().isEmpty())
+            button->setToolTip(plainCaption(button->text()) +
+                               QStringLiteral(" (%1)").arg(sequence(key.keys).toString(QKeySequence::NativeText)));
+}
+
+bool windowKey(FormWindow& window, const QKeyEvent& event) {
+    const QKeySequence pressed(event.keyCombination());
+    if (isMain(window)) return false;
+    if (event.modifiers() == Qt::ControlModifier && kindKey(window, event.key())) return true;
+    if (pressed == sequence("Ctrl+F")) return search(window), true;
+    for (const ButtonKey& key : ButtonKeys) {
+        if (pressed != sequence(key.keys)) continue;
+        QAbstractButton* button = buttonNamed(window, key.button);
+        if (!button || !button->isVisibleTo(&window) || !button->isEnabledTo(&window)) continue;
+        button->click();
+        return true;
+    }
+    return false;
+}
+
+}  // namespace koben::ui
