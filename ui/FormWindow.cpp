@@ -116,7 +116,8 @@ private:
     void tell() {
         m_waiting = false;
         const QString text = markedText(m_grid);
-        if (text != m_told) m_window.say(text);
+        // what was said since is newer than marks that went
+        if (text != m_told && (!text.isEmpty() || m_window.m_quiet->text() == m_told)) m_window.say(text);
         m_told = text;
     }
     Grid& m_grid;

@@ -1,6 +1,7 @@
 #include "ui/QuietLine.h"
 
 #include <QAccessible>
+#include <QRegularExpression>
 
 #include "forms/Grid.h"
 
@@ -59,9 +60,9 @@ QString markedText(const Grid& grid) {
 }
 
 QString doneText(const QString& action) {
-    const bool tellsItself = action.contains(QStringLiteral("gelöscht"), Qt::CaseInsensitive) ||
-                             action.contains(QStringLiteral("markiert"), Qt::CaseInsensitive);
-    return tellsItself ? action : QStringLiteral("Gespeichert: ") + action;
+    // "Belegung 1023 vom 17.07.2026 gelöscht" says what became of it, "Belegung 1023, 17.07.2026" does not
+    static const QRegularExpression participle(QStringLiteral(" (ge|ver|auf)\\w*[tn]$|iert$"));
+    return participle.match(action).hasMatch() ? action : QStringLiteral("Gespeichert: ") + action;
 }
 
 }  // namespace koben::ui
