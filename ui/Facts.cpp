@@ -22,8 +22,8 @@ Piece factBlock(ControlArray<Label>& values, const std::vector<QWidget*>& captio
         QFont bold = value->font();
         bold.setBold(true);
         value->setFont(bold);
-        for (QWidget* label : {captions[static_cast<size_t>(i)], static_cast<QWidget*>(value)})
-            label->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);  // whole where the window scrolls
+        QWidget* const said = captions[static_cast<size_t>(i)];
+        said->setMinimumWidth(said->sizeHint().width());  // whole where the window scrolls
         const int line = i / pairsPerLine, at = i % pairsPerLine * 3;
         grid->addWidget(captions[static_cast<size_t>(i)], line, at);
         grid->addWidget(value, line, at + 1);
