@@ -101,7 +101,8 @@ void PB_Verkauf_Schweine::neu_Click() {
         return dated ? li.setFocus() : tdat.setFocus();
     }
     if (!koben.yesNo(QStringLiteral("Sollen die %1 markierten Tiere wirklich als 'verkauft' gebucht werden?")
-                         .arg(animals.size())))
+                         .arg(animals.size()),
+                     true))
         return;
     koben.Liste_neu_laden = 1;
     const QStringList warnings = book(animals);

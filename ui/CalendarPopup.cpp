@@ -6,6 +6,8 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "ui/Look.h"
+
 namespace koben::ui {
 
 CalendarPopup::CalendarPopup(Calendar& model, QWidget* field)
@@ -42,6 +44,7 @@ void CalendarPopup::dropDown() {
     const QWidget* field = m_field ? m_field.data() : parentWidget()->window()->focusWidget();
     if (!field || !field->isVisible()) return;
     const QSignalBlocker quiet(m_month);
+    showDaysOff(*m_month);
     m_month->setSelectedDate(m_model.date().isValid() ? m_model.date() : QDate::currentDate());
     adjustSize();
     QPoint at = field->mapToGlobal(QPoint(0, field->height()));

@@ -2,6 +2,7 @@
 
 #include "bookings/Buchungseingabe.h"
 #include "forms/Stammdaten.h"
+#include "ui/LastBookings.h"
 
 namespace koben::ui {
 
@@ -77,7 +78,7 @@ Piece bookingFrame(Buchungseingabe& form, std::vector<Piece> pieces) {
 }  // namespace
 
 Piece bookingEntry(Buchungseingabe& form) {
-    std::vector<Piece> pieces{bookingInputs(form)};
+    std::vector<Piece> pieces{row({column({bookingInputs(form), spring()}), lastBookings(form)}) * 1};
     if (const auto rest = extras(form); !rest.empty()) pieces.push_back(automatic(rest));
     pieces.push_back(spring());
     return bookingFrame(form, pieces);

@@ -31,6 +31,7 @@
 #include "ui/Layout.h"
 #include "ui/Look.h"
 #include "ui/Menus.h"
+#include "ui/Names.h"
 
 namespace koben::ui {
 
@@ -90,6 +91,7 @@ FormWindow::FormWindow(Form& form, QWidget* parent) : QWidget(parent, Qt::Window
     form.captionChanged = [this] { setWindowTitle(m_form.caption()); };
     if (parent) setWindowModality(Qt::ApplicationModal);
     fill();
+    nameParts(*this);
     assignMnemonics();
     orderTabs();
 }
