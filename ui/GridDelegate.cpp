@@ -73,8 +73,10 @@ private:
     static void drawFrame(QPainter& painter, const QRect& cell, const QPalette& palette, bool filled, bool first,
                           bool last) {
         painter.save();
-        painter.setPen(QPen(palette.color(QPalette::Active, filled ? QPalette::HighlightedText : QPalette::Link), 2));
-        const QRect inner = cell.adjusted(first ? 1 : 0, 1, last ? -1 : 0, 0);
+        painter.setPen(
+            QPen(palette.color(QPalette::Active, filled ? QPalette::HighlightedText : QPalette::Link), filled ? 1 : 2));
+        const int inset = filled ? 3 : 1;  // a ring within the filled row
+        const QRect inner = cell.adjusted(first ? inset : 0, inset, last ? -inset : 0, 1 - inset);
         painter.drawLine(inner.left(), inner.top(), inner.right() + 1, inner.top());
         painter.drawLine(inner.left(), inner.bottom(), inner.right() + 1, inner.bottom());
         if (first) painter.drawLine(inner.topLeft(), inner.bottomLeft());

@@ -23,6 +23,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
             return m_grid.cell(row, column);
         case Qt::TextAlignmentRole:
             return QVariant(alignment(m_grid.column(column)));
+        case Qt::AccessibleDescriptionRole:
+            return m_grid.marked(row) ? QStringLiteral("markiert") : QVariant();
         default:
             return {};
     }

@@ -195,7 +195,7 @@ void GridView::fitColumns(bool anew) {
 /// As wide as its widest title, whatever rows are in sight.
 void GridView::fitRowHead() {
     m_doubled = -1;
-    if (!model().rowTitle) return verticalHeader()->hide();
+    if (!model().rowTitle || model().rowCount() == 0) return verticalHeader()->hide();
     const int rowCount = model().rowCount(), step = std::max(1, rowCount / 500);
     int widest = verticalHeader()->fontMetrics().horizontalAdvance(QStringLiteral("0000"));
     std::vector<bool> same(static_cast<size_t>(model().columnCount()), rowCount > 0);
@@ -214,7 +214,7 @@ void GridView::fitRowHead() {
 
 /// What a column says already need not stand beside it, until that column has left the sight.
 void GridView::showRowHead() {
-    if (!model().rowTitle) return;
+    if (!model().rowTitle || model().rowCount() == 0) return;
     const bool inSight = m_doubled >= 0 && columnViewportPosition(m_doubled) + columnWidth(m_doubled) > 0;
     if (verticalHeader()->isHidden() != inSight) verticalHeader()->setVisible(!inSight);
 }
@@ -263,7 +263,10 @@ void GridView::showCurrent(bool scroll) {
     const QModelIndex index = m_cells.index(row - 1, column);
     const bool autoScroll = hasAutoScroll();
     setAutoScroll(false);
-    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    // marks live in the grid; a selection of Qt's would fill the row as if it were marked
+    selectionModel()->setCurrentIndex(index, isMulti()
+                                                 ? QItemSelectionModel::NoUpdate
+                                                 : QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     setAutoScroll(autoScroll);
     if (!scroll) return;
     const int across = horizontalScrollBar()->value();

@@ -1,6 +1,7 @@
 // The table view of a grid: marks, sorting, editing, and that large lists are not walked.
 #include <QClipboard>
 #include <QHeaderView>
+#include <QImage>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QScrollBar>
@@ -88,6 +89,14 @@ TEST_F(GridViewTest, NoHandLeavesNothingMarked) {
         click(view.viewport(), cell(view, 6), Qt::ControlModifier);
         click(view.viewport(), cell(view, 6), Qt::ControlModifier);
         EXPECT_EQ(form.li.markedRows(), rows({4})) << "others are marked: the current row need not be";
+        const QImage picture = view.viewport()->grab().toImage();
+        const auto ground = [&](int row) {
+            return picture.pixelColor(view.columnViewportPosition(1) - 4, cell(view, row).y());
+        };
+        EXPECT_EQ(ground(4), view.palette().color(QPalette::Highlight)) << "marked";
+        EXPECT_EQ(ground(6), ground(8)) << "the current row is framed, not filled";
+        EXPECT_NE(picture.pixelColor(40, cell(view, 6).y() - view.rowHeight(0) / 2 + 1),
+                  picture.pixelColor(40, cell(view, 8).y() - view.rowHeight(0) / 2 + 1));
         click(view.viewport(), cell(view, 4), Qt::ControlModifier);
         EXPECT_EQ(form.li.markedRows(), rows({4}));
         view.allowNoMark();

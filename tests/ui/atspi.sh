@@ -28,7 +28,7 @@ ask() { gdbus call --address "$address" --dest "$1" --object-path "$2" --method 
 children() { ask "$1" "$2" org.a11y.atspi.Accessible.GetChildren | grep -o "':[^']*', [^)]*'" | sed "s/objectpath //g;s/[',]//g"; }
 property() { ask "$1" "$2" org.freedesktop.DBus.Properties.Get org.a11y.atspi.Accessible "$3" | sed "s/^(<['\"]//;s/['\"]>,)$//"; }
 
-for try in $(seq 40); do
+for try in $(seq 80); do
   app=$(children org.a11y.atspi.Registry /org/a11y/atspi/accessible/root | head -1)
   [ -n "$app" ] && [ -n "$(children $app | head -1)" ] && break
   sleep 0.5
