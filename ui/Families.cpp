@@ -78,8 +78,9 @@ Piece bookingFrame(Buchungseingabe& form, std::vector<Piece> pieces) {
 }  // namespace
 
 Piece bookingEntry(Buchungseingabe& form) {
-    std::vector<Piece> pieces{row({column({bookingInputs(form), spring()}), lastBookings(form)}) * 1};
-    if (const auto rest = extras(form); !rest.empty()) pieces.push_back(automatic(rest));
+    std::vector<Piece> beside{lastBookings(form)};
+    if (const auto rest = extras(form); !rest.empty()) beside.push_back(automatic(rest));
+    std::vector<Piece> pieces{row({column({bookingInputs(form), spring()}), column(beside) * 1}) * 1};
     pieces.push_back(spring());
     return bookingFrame(form, pieces);
 }

@@ -242,6 +242,7 @@ void GridView::fillWidth() {
     while (place > 0 && isColumnHidden(horizontalHeader()->logicalIndex(place - 1))) --place;
     const int last = place > 0 ? horizontalHeader()->logicalIndex(place - 1) + 1 : 0;
     if (last == 0 || model().column(last).width > 0) return;
+    if (model().column(last).align == Align::Right) return;  // a number far from its neighbours is hard to read
     const int others = horizontalHeader()->length() - columnWidth(last - 1);
     const int width = std::max(naturalWidth(last), viewport()->width() - others);
     if (width != columnWidth(last - 1)) setColumnWidth(last - 1, width);

@@ -258,6 +258,11 @@ void ListTable::keyPressEvent(QKeyEvent* event) {
         m_moved = true;
         return flush();
     }
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && isMulti() && m_search->hit()) {  // number, Enter, number, Enter marks one after the other
+        add(currentRow());
+        return m_search->end();
+    }
     if (!m_search->key(*event)) event->ignore();
 }
 

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QCalendarWidget>
+#include <QComboBox>
 #include <QFile>
 #include <QFontDatabase>
 #include <QImageReader>
@@ -28,7 +29,7 @@ struct Colours {
 const Colours light{"#f5f6f7", "#ffffff", "#f3f7fb", "#202428", "#5a6470", "#fbfcfd",
                     "#c3cad1", "#9aa4ae", "#2f6f9f", "#ffffff", "#1f5f8f", "#8d969f"};
 const Colours dark{"#1f2327", "#17191c", "#1d2125", "#e6e9ec", "#aab4be", "#2a2f35",
-                   "#4d565f", "#0f1113", "#2f6f9f", "#ffffff", "#7fbdea", "#848e98"};
+                   "#69737d", "#0f1113", "#2f6f9f", "#ffffff", "#7fbdea", "#848e98"};
 
 /// Draws an icon's text at one size in one colour.
 QPixmap drawn(QByteArray svg, const QColor& colour, int size) {
@@ -98,6 +99,7 @@ public:
             filled.palette.setColor(QPalette::ButtonText, filled.palette.color(QPalette::HighlightedText));
             return QProxyStyle::drawControl(element, &filled, painter, widget);
         }
+        if (element == CE_TabBarTabShape) return drawTab(*option, *painter);
         const auto* head = qstyleoption_cast<const QStyleOptionHeader*>(option);
         if (element != CE_HeaderLabel || !head) return QProxyStyle::drawControl(element, option, painter, widget);
         QStyleOptionHeader airy(*head);
@@ -107,6 +109,10 @@ public:
 
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override {
+        if (control == CC_ComboBox) {
+            QProxyStyle::drawComplexControl(control, option, painter, widget);
+            return drawOutline(*option, *painter);
+        }
         const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
         if (control != CC_GroupBox || !box || box->subControls & SC_GroupBoxCheckBox)
             return QProxyStyle::drawComplexControl(control, option, painter, widget);
@@ -127,7 +133,11 @@ public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         if (element == PE_PanelButtonCommand && isPrimary(option)) return drawPrimary(*option, *painter);
+        if (element == PE_FrameTabWidget) return;  // pages lie on the window's own ground
         QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const bool embedded = widget && qobject_cast<const QComboBox*>(widget->parentWidget());
+        if ((element == PE_FrameLineEdit && !embedded) || element == PE_PanelButtonCommand)
+            drawOutline(*option, *painter);
         if (element == PE_Frame && qobject_cast<const QAbstractItemView*>(widget) && widget->hasFocus())
             return drawFocus(*option, *painter);
         const bool round = element == PE_IndicatorRadioButton;
@@ -152,6 +162,27 @@ private:
             painter.setPen(option.palette.color(QPalette::HighlightedText));
             painter.drawRoundedRect(frame.adjusted(2, 2, -2, -2), 1, 1);
         }
+        painter.restore();
+    }
+
+    /// A tab in front bears the accent below, all stand on a hairline.
+    static void drawTab(const QStyleOption& option, QPainter& painter) {
+        const QRect& tab = option.rect;
+        painter.fillRect(tab.left(), tab.bottom(), tab.width(), 1, option.palette.color(QPalette::Mid));
+        if (option.state & State_Selected)
+            painter.fillRect(tab.left(), tab.bottom() - 2, tab.width(), 3, option.palette.color(QPalette::Highlight));
+        else if (option.state & State_MouseOver)
+            painter.fillRect(tab.adjusted(0, 0, 0, -1), option.palette.color(QPalette::AlternateBase));
+    }
+
+    /// Edges of fields and buttons, which Fusion draws too dark for a dark ground.
+    static void drawOutline(const QStyleOption& option, QPainter& painter) {
+        if (option.palette.window().color().lightness() >= 128 || option.state & State_HasFocus) return;
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(option.palette.color(QPalette::Mid));
+        painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
         painter.restore();
     }
 

@@ -94,7 +94,8 @@ void TypeSearch::look() {
     const int row = find();
     if (row >= 0) m_go(row);
     m_typed = typed;
-    if (row >= 0)
+    m_hit = row >= 0;
+    if (m_hit)
         say(QStringLiteral("Suche: %1").arg(typed), false);
     else
         say(QStringLiteral("„%1“ steht nicht in dieser Liste").arg(typed), true);

@@ -22,6 +22,8 @@ public:
     void begin();
     /// Forgets what was typed so far.
     void end();
+    /// Whether the current row is what was just typed.
+    bool hit() const { return m_hit && !m_typed.isEmpty(); }
     /// What the corner says; "" where it is hidden.
     QString said() const { return m_note.isHidden() ? QString() : m_note.text(); }
 
@@ -35,6 +37,7 @@ private:
     std::function<QString(int)> m_cell;
     std::function<void(int)> m_go;
     QString m_typed;
+    bool m_hit = false;
     QLabel& m_note;
     QTimer m_pause;
 };

@@ -164,10 +164,14 @@ TEST_F(NamesTest, SaleMarksByNumberAndCounts) {
             EXPECT_TRUE(texts.join(u'|').contains(QStringLiteral("2 von"))) << qPrintable(texts.join(u'|'));
             EXPECT_TRUE(texts.join(u'|').contains(QStringLiteral("241,00"))) << qPrintable(texts.join(u'|'));
             auto* animals = static_cast<ListTable*>(window.widgetOf(sale->li));
+            animals->setFocus();
+            type(window, stock.cell(7, u"Nummer"));
+            press(animals, Qt::Key_Return);
+            EXPECT_EQ(sale->li.markedCount(), 3) << "the same in the list itself";
             EXPECT_EQ(animals->QTableView::model()->index(0, 1).data().toString(),
                       sale->li.items().at(0).mid(5, 16).trimmed());
             animals->sortByColumn(1, Qt::DescendingOrder);
-            EXPECT_EQ(sale->li.markedCount(), 2) << "marks go with their rows";
+            EXPECT_EQ(sale->li.markedCount(), 3) << "marks go with their rows";
         }
     });
 }
