@@ -1,5 +1,7 @@
 #include "ui/Families.h"
 
+#include <algorithm>
+
 #include "bookings/Buchungseingabe.h"
 #include "forms/Stammdaten.h"
 #include "ui/LastBookings.h"
@@ -78,9 +80,14 @@ Piece bookingFrame(Buchungseingabe& form, std::vector<Piece> pieces) {
 }  // namespace
 
 Piece bookingEntry(Buchungseingabe& form) {
-    std::vector<Piece> beside{lastBookings(form)};
-    if (const auto rest = extras(form); !rest.empty()) beside.push_back(automatic(rest));
-    std::vector<Piece> pieces{row({column({bookingInputs(form), spring()}), column(beside) * 1}) * 1};
+    std::vector<Piece> inputs{bookingInputs(form)}, beside{lastBookings(form)};
+    const auto rest = extras(form);
+    // remarks belong to the inputs; buttons find room beside them
+    const bool remarks = std::all_of(rest.begin(), rest.end(),
+                                     [](const Control* control) { return dynamic_cast<const Label*>(control); });
+    if (!rest.empty()) (remarks ? inputs : beside).push_back(automatic(rest));
+    inputs.push_back(spring());
+    std::vector<Piece> pieces{row({column(inputs), column(beside) * 1}) * 1};
     pieces.push_back(spring());
     return bookingFrame(form, pieces);
 }

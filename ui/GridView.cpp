@@ -21,8 +21,9 @@ namespace {
 
 const QEvent::Type flushEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
 
-/// Rows that are looked at to find the widest cell of a column: all of them up to this many cells.
-constexpr qint64 mostMeasured = 400'000;
+/// To find the widest cells, all rows are looked at up to this many cells, and so many texts of a column measured.
+constexpr qint64 mostCounted = 400'000;
+constexpr int mostMeasured = 300;
 
 QString described(const Grid& grid) {
     return grid.multi ? QStringLiteral(
@@ -144,27 +145,32 @@ void GridView::flush() {
     verticalHeader()->viewport()->update();
 }
 
-/// Looks for the widest cell of each column, in all rows as long as these are not too many.
+/// Looks for the widest cell of each column, in all rows as long as these are not too many. Only the longest texts are
+/// measured: measuring costs far more than counting letters.
 void GridView::measureRows() {
-    const QFontMetrics metrics = fontMetrics();
     const int rowCount = model().rowCount(), columns = model().columnCount();
     const qint64 cells = static_cast<qint64>(rowCount) * std::max(columns, 1);
-    const int step = static_cast<int>(std::max<qint64>(1, cells / mostMeasured));
+    const int step = static_cast<int>(1 + cells / mostCounted);
     m_fitted.clear();
-    for (int column = 1; column <= columns; ++column) {
-        const Column& c = model().column(column);
-        if (c.technical) continue;
-        int widest = 0;
-        qsizetype longest = 0;
-        for (int row = 1; row <= rowCount; row += step) {
-            const QString text = GridModel::shown(model(), row, column);
-            if (text.size() * 4 < longest * 3) continue;  // far shorter texts are not wider
-            longest = std::max(longest, text.size());
-            widest = std::max(widest, metrics.horizontalAdvance(text));
-        }
-        m_fitted.insert(c.key, widest);
-    }
+    for (int column = 1; column <= columns; ++column)
+        if (const Column& c = model().column(column); !c.technical)
+            m_fitted.insert(c.key, widestCell(column, c.sort == Sort::Date ? step * 20 : step));  // dates are alike
     m_fittedRows = rowCount;
+}
+
+int GridView::widestCell(int column, int step) const {
+    const QFontMetrics metrics = fontMetrics();
+    int widest = 0, measured = 0;
+    qsizetype longest = 0;
+    for (int row = 1; row <= model().rowCount(); row += step) {
+        const QString text = model().cell(row, column);
+        const bool longer = text.size() > longest;
+        if (!longer && (measured > mostMeasured || text.size() * 4 < longest * 3)) continue;
+        longest = std::max(longest, text.size());
+        widest = std::max(widest, metrics.horizontalAdvance(GridModel::shown(model(), row, column)));
+        ++measured;
+    }
+    return widest;
 }
 
 int GridView::naturalWidth(int column) const {

@@ -60,6 +60,7 @@ private:
     void applyColumns();
     void fillWidth();
     void measureRows();
+    int widestCell(int column, int step) const;
     void fitColumns(bool anew);
     int naturalWidth(int column) const;
     void fitRowHead();
