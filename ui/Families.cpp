@@ -72,6 +72,7 @@ Piece bookingInputs(Buchungseingabe& form) {
 /// The animal above, the buttons below, and what stands between.
 Piece bookingFrame(Buchungseingabe& form, std::vector<Piece> pieces) {
     pieces.insert(pieces.begin(), group(QStringLiteral("Aktuelles Schwein"), facts(form.bezschwein, factCaptions)));
+    pieces.push_back(bookingNotice(form));
     pieces.push_back(buttons({button(form.nextschwein[0]), button(form.nextschwein[1])},
                              {button(form.ok[0]), button(form.ok[1]), button(form.ok[2]), button(form.abbrechen)}));
     return column(pieces);

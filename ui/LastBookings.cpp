@@ -4,6 +4,8 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QTableView>
+#include <memory>
+#include <vector>
 
 #include "bookings/Buchungseingabe.h"
 #include "core/PZ_Koben_Subs.h"
@@ -20,27 +22,62 @@ PE_Bewegungsdaten* frameBehind(const Form& form) {
     return nullptr;
 }
 
-class PastBookings final : public QWidget {
+/// A widget that follows several controls of a booking and shows them once, after the form has set them all.
+class Follower : public QWidget {
+public:
+    explicit Follower(std::initializer_list<Control*> controls) {
+        for (Control* control : controls) m_follows.push_back(std::make_unique<Follow>(*control, *this));
+    }
+
+protected:
+    virtual void refresh() = 0;
+
+private:
+    struct Follow final : Control::View {
+        Follow(Control& control, Follower& widget) : View(control), m_widget(widget) {}
+        void changed(Aspect) override { m_widget.schedule(); }
+        Follower& m_widget;
+    };
+    void schedule() {
+        if (m_scheduled) return;
+        m_scheduled = true;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                m_scheduled = false;
+                refresh();
+            },
+            Qt::QueuedConnection);
+    }
+    std::vector<std::unique_ptr<Follow>> m_follows;
+    bool m_scheduled = false;
+};
+
+constexpr int NumberAt = 1;  // of the facts of the animal
+
+bool changing(const Form& form) { return form.koben.Buchungsmodus == u"Ändern"; }
+QString kindOf(const Form& form) { return QString::fromUtf8(Buchungsarten[form.koben.Buchungsart_Nr].caption); }
+
+QLabel& boldLabel() {
+    auto* label = new QLabel;
+    QFont bold = label->font();
+    bold.setBold(true);
+    label->setFont(bold);
+    label->setTextFormat(Qt::PlainText);
+    return *label;
+}
+
+class PastBookings final : public Follower {
 public:
     PastBookings(Buchungseingabe& form, PE_Bewegungsdaten& frame)
-        : m_form(form),
-          m_frame(frame),
-          m_cells(frame.li),
-          m_rows(frame.li, *this),
-          m_marks(frame.schweinli, *this),
-          m_date(form.tdat, *this),
-          m_facts(form.bezschwein[NumberAt], *this) {
+        : Follower({&frame.li, &form.bezschwein[NumberAt]}), m_form(form), m_frame(frame), m_cells(frame.li) {
         auto* box = new QVBoxLayout(this);
         box->setContentsMargins(0, 0, 0, 0);
-        QFont bold = font();
-        bold.setBold(true);
-        m_heading.setFont(bold);
-        m_notice.setFont(bold);
-        m_notice.setWordWrap(true);
-        m_notice.setAccessibleName(QStringLiteral("Hinweis zur Buchung"));
+        box->addWidget(&m_heading);
+        box->addWidget(&m_table, 1);
         m_table.setModel(&m_cells);
         m_table.setItemDelegate(
-            rowDelegate({.current = [this](int row) { return changing() && row + 1 == m_frame.li.row(); },
+            rowDelegate({.current = [this](int row) { return changing(m_form) && row + 1 == m_frame.li.row(); },
                          .marked = [](int) { return false; },
                          .separator = [](int) { return false; }},
                         m_table));
@@ -58,68 +95,61 @@ public:
         m_table.horizontalHeader()->setHighlightSections(false);
         m_table.horizontalHeader()->setStretchLastSection(true);
         m_table.setMinimumWidth(fontMetrics().averageCharWidth() * 40);
-        for (QWidget* part :
-             {static_cast<QWidget*>(&m_heading), static_cast<QWidget*>(&m_table), static_cast<QWidget*>(&m_notice)})
-            box->addWidget(part, part == &m_table ? 1 : 0);
-        show();
+        PastBookings::refresh();
     }
     QSize sizeHint() const override { return {fontMetrics().averageCharWidth() * 64, fontMetrics().height() * 14}; }
 
 private:
-    static constexpr int NumberAt = 1;  // of the facts of the animal
-    struct Follow final : Control::View {
-        Follow(Control& control, PastBookings& panel) : View(control), m_panel(panel) {}
-        void changed(Aspect) override { m_panel.schedule(); }
-        PastBookings& m_panel;
-    };
-    bool changing() const { return m_form.koben.Buchungsmodus == u"Ändern"; }
-
-    /// Forms set a control many times within one action.
-    void schedule() {
-        if (m_scheduled) return;
-        m_scheduled = true;
-        QMetaObject::invokeMethod(
-            this, [this] { show(); }, Qt::QueuedConnection);
-    }
-
-    void show() {
-        m_scheduled = false;
+    void refresh() override {
         m_cells.refresh(true);
         for (int c = 1; c <= m_frame.li.columnCount(); ++c)
             m_table.setColumnHidden(c - 1, m_frame.li.column(c).technical);
         m_table.resizeColumnsToContents();
         m_table.scrollToBottom();
-        const QString kind = QString::fromUtf8(Buchungsarten[m_form.koben.Buchungsart_Nr].caption);
-        const QString number = m_form.bezschwein[NumberAt].text();
-        m_heading.setText(m_frame.li.rowCount() > 0
-                              ? QStringLiteral("Bisherige Buchungen von %1: %2").arg(number, kind)
-                              : QStringLiteral("Noch keine Buchung von %1: %2").arg(number, kind));
-        m_notice.setText(notice(kind));
-        m_notice.setVisible(!m_notice.text().isEmpty());
+        const QString text = m_frame.li.rowCount() > 0 ? QStringLiteral("Bisherige Buchungen von %1: %2")
+                                                       : QStringLiteral("Noch keine Buchung von %1: %2");
+        m_heading.setText(text.arg(m_form.bezschwein[NumberAt].text(), kindOf(m_form)));
+    }
+    Buchungseingabe& m_form;
+    PE_Bewegungsdaten& m_frame;
+    GridModel m_cells;
+    QLabel& m_heading = boldLabel();
+    QTableView& m_table = *new QTableView;
+};
+
+class Notice final : public Follower {
+public:
+    Notice(Buchungseingabe& form, PE_Bewegungsdaten& frame)
+        : Follower({&frame.li, &frame.schweinli, &form.tdat}), m_form(form), m_frame(frame) {
+        auto* box = new QVBoxLayout(this);
+        box->setContentsMargins(0, 0, 0, 0);
+        box->addWidget(&m_text);
+        m_text.setWordWrap(true);
+        m_text.setAccessibleName(QStringLiteral("Hinweis zur Buchung"));
+        Notice::refresh();
     }
 
-    QString notice(const QString& kind) const {
+private:
+    void refresh() override {
+        m_text.setText(text());
+        setVisible(!m_text.text().isEmpty());
+    }
+    QString text() const {
         if (m_frame.schweinli.markedCount() == 0)
             return QStringLiteral(
-                "⚠ Kein Tier ist markiert: „OK“ würde nichts buchen. Bitte mit „Abbrechen“ zurück "
-                "zur Liste gehen und dort die Tiere markieren.");
-        if (changing()) return {};
+                "⚠ Kein Tier ist markiert: „OK“ würde nichts buchen. Bitte mit „Abbrechen“ zurück zur Liste gehen und "
+                "dort die Tiere markieren.");
+        if (changing(m_form)) return {};
         const QString day = Datum_ergaenzen(m_form.tdat.text().trimmed(), m_form.koben.Heute);
         const int date = m_frame.li.columnOf(u"Datum");
         for (int row = 1; date > 0 && row <= m_frame.li.rowCount(); ++row)
             if (m_frame.li.cell(row, date) == day)
-                return QStringLiteral("⚠ Am %1 ist für dieses Tier schon gebucht: %2").arg(day, kind);
+                return QStringLiteral("⚠ Am %1 ist für dieses Tier schon gebucht: %2").arg(day, kindOf(m_form));
         return {};
     }
-
     Buchungseingabe& m_form;
     PE_Bewegungsdaten& m_frame;
-    GridModel m_cells;
-    QLabel& m_heading = *new QLabel;
-    QTableView& m_table = *new QTableView;
-    QLabel& m_notice = *new QLabel;
-    bool m_scheduled = false;
-    Follow m_rows, m_marks, m_date, m_facts;
+    QLabel& m_text = boldLabel();
 };
 
 }  // namespace
@@ -128,6 +158,11 @@ Piece lastBookings(Buchungseingabe& form) {
     PE_Bewegungsdaten* frame = frameBehind(form);
     if (!frame) return spring();
     return {.widget = new PastBookings(form, *frame), .stretch = 1};
+}
+
+Piece bookingNotice(Buchungseingabe& form) {
+    PE_Bewegungsdaten* frame = frameBehind(form);
+    return {.widget = frame ? new Notice(form, *frame) : nullptr};
 }
 
 }  // namespace koben::ui

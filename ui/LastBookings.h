@@ -12,4 +12,7 @@ namespace koben::ui {
 /// Only read; empty space where no booking frame stands behind the form.
 Piece lastBookings(Buchungseingabe& form);
 
+/// Says where the same day is booked already or no animal is marked; else it takes no room.
+Piece bookingNotice(Buchungseingabe& form);
+
 }  // namespace koben::ui

@@ -94,7 +94,7 @@ TEST_F(NamesTest, EveryControlHasAWordOfTheUsers) {
             neu->click();
         }
     });
-    EXPECT_EQ(seen.size(), 30) << "all forms of the program";
+    for (const QString& name : laidOutForms()) EXPECT_TRUE(seen.contains(name)) << qPrintable(name);
 }
 
 /// The same day again is said before it is booked, and so is a booking for nobody.
