@@ -72,7 +72,8 @@ void PB_Verkauf_Schweine::check(Findings& found) {
 
 bool PB_Verkauf_Schweine::agreed() {
     return koben.yesNo(QStringLiteral("Sollen die %1 markierten Tiere wirklich als 'verkauft' gebucht werden?")
-                           .arg(markedAnimals().size()));
+                           .arg(markedAnimals().size()),
+                       true);
 }
 
 QString PB_Verkauf_Schweine::actionName() const {

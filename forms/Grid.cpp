@@ -375,6 +375,23 @@ void Grid::sort(int column, int direction) {
     notify(Aspect::Rows);
 }
 
+void Grid::reorder(const std::vector<int>& rows, int column, int direction) {
+    if (rows.size() != m_order.size()) return;
+    std::vector<int> order;
+    order.reserve(rows.size());
+    int current = 0;
+    for (const int row : rows) {
+        order.push_back(m_order.at(static_cast<size_t>(row - 1)));
+        if (row == m_row) current = static_cast<int>(order.size());
+    }
+    m_order = std::move(order);
+    m_row = current;
+    m_sortColumn = column;
+    m_sortDirection = direction;
+    notify(Aspect::Columns);
+    notify(Aspect::Rows);
+}
+
 int Grid::findLike(QStringView key, const QString& pattern) const {
     const int column = columnOf(key);
     if (column == 0) return 0;

@@ -96,6 +96,9 @@ public:
     /// Sorts by several columns, ascending: "vom,bis,nummer". Rows equal in all keep their order.
     void sortBy(const QString& keys);
     void sort(int column, int direction);  ///< 1 ascending, 2 descending
+    /// Puts the rows into another order: `rows` names each of the present rows once, first to last. Marks and the
+    /// current row go with them; `column` and `direction` are what the arrow in the header shows.
+    void reorder(const std::vector<int>& rows, int column, int direction);
     int sortColumn() const { return m_sortColumn; }
     int sortDirection() const { return m_sortDirection; }
     /// First row whose cell is like the pattern (the dialect's LIKE); 0 for no hit.

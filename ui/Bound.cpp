@@ -1,5 +1,7 @@
 #include "ui/Bound.h"
 
+#include "ui/Names.h"
+
 namespace koben::ui {
 
 Control* controlOf(QWidget* widget) {
@@ -13,7 +15,8 @@ QString plainCaption(QString caption) {
 }
 
 QString accessibleName(const Control& control) {
-    if (!control.hint().isEmpty()) return control.hint();
+    if (!control.hint().isEmpty()) return control.hint().endsWith(u':') ? control.hint().chopped(1) : control.hint();
+    if (const QString word = wordFor(control); !word.isEmpty()) return word;
     if (const auto* button = dynamic_cast<const Button*>(&control); button && !button->caption().isEmpty())
         return plainCaption(button->caption());
     if (const auto* check = dynamic_cast<const CheckBox*>(&control)) return plainCaption(check->caption());

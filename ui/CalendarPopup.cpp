@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "ui/Look.h"
 #include "ui/TextViews.h"
 
 namespace koben::ui {
@@ -57,6 +58,7 @@ void CalendarPopup::dropDown() {
     if (!field || !field->isVisible()) return;
     m_from = field;
     const QSignalBlocker quiet(m_month);
+    showDaysOff(*m_month);
     m_month->setSelectedDate(m_model.date().isValid() ? m_model.date() : QDate::currentDate());
     adjustSize();
     QPoint at = field->mapToGlobal(QPoint(0, field->height()));

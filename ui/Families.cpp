@@ -1,7 +1,10 @@
 #include "ui/Families.h"
 
+#include <algorithm>
+
 #include "bookings/Buchungseingabe.h"
 #include "forms/Stammdaten.h"
+#include "ui/LastBookings.h"
 
 namespace koben::ui {
 
@@ -67,6 +70,7 @@ Piece bookingInputs(Buchungseingabe& form) {
 /// The animal above, the buttons below, and what stands between.
 Piece bookingFrame(Buchungseingabe& form, std::vector<Piece> pieces) {
     pieces.insert(pieces.begin(), group(QStringLiteral("Aktuelles Schwein"), facts(form.bezschwein, factCaptions)));
+    pieces.push_back(bookingNotice(form));
     pieces.push_back(buttons({button(form.nextschwein[0]), button(form.nextschwein[1])},
                              {button(form.ok[0]), button(form.ok[1]), button(form.ok[2]), button(form.abbrechen)}));
     return column(pieces);
@@ -75,8 +79,14 @@ Piece bookingFrame(Buchungseingabe& form, std::vector<Piece> pieces) {
 }  // namespace
 
 Piece bookingEntry(Buchungseingabe& form) {
-    std::vector<Piece> pieces{bookingInputs(form)};
-    if (const auto rest = extras(form); !rest.empty()) pieces.push_back(automatic(rest));
+    std::vector<Piece> inputs{bookingInputs(form)}, beside{lastBookings(form)};
+    const auto rest = extras(form);
+    // remarks belong to the inputs; buttons find room beside them
+    const bool remarks = std::all_of(rest.begin(), rest.end(),
+                                     [](const Control* control) { return dynamic_cast<const Label*>(control); });
+    if (!rest.empty()) (remarks ? inputs : beside).push_back(automatic(rest));
+    inputs.push_back(spring());
+    std::vector<Piece> pieces{row({column(inputs), column(beside) * 1}) * 1};
     pieces.push_back(spring());
     return bookingFrame(form, pieces);
 }

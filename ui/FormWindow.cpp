@@ -36,6 +36,7 @@
 #include "ui/Look.h"
 #include "ui/Menus.h"
 #include "ui/Mnemonics.h"
+#include "ui/Names.h"
 #include "ui/QuietLine.h"
 #include "ui/Simple.h"
 #include "ui/WindowKeys.h"
@@ -147,6 +148,7 @@ FormWindow::FormWindow(Form& form, QWidget* parent) : QWidget(parent, Qt::Window
     form.captionChanged = [this] { setWindowTitle(m_form.caption()); };
     if (parent) setWindowModality(Qt::ApplicationModal);
     fill();
+    nameParts(*this);
     prepareKeys(*this);
     assignMnemonics(*this);
     orderTabs();

@@ -1,5 +1,7 @@
 #include "ui/GridModel.h"
 
+#include <QHash>
+
 namespace koben::ui {
 
 void GridModel::refresh(bool columnsToo) {
@@ -16,11 +18,13 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     const int row = index.row() + 1, column = index.column() + 1;
     switch (role) {
         case Qt::DisplayRole:
-            return m_grid.isSeparator(row) ? QString() : m_grid.cell(row, column);
+            return m_grid.isSeparator(row) ? QString() : shown(m_grid, row, column);
         case Qt::EditRole:
             return m_grid.cell(row, column);
         case Qt::TextAlignmentRole:
             return QVariant(alignment(m_grid.column(column)));
+        case Qt::AccessibleDescriptionRole:
+            return m_grid.marked(row) ? QStringLiteral("markiert") : QVariant();
         default:
             return {};
     }
@@ -56,6 +60,37 @@ Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
 bool GridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (role != Qt::EditRole || index.row() >= m_grid.rowCount()) return false;
     return m_grid.editByUser(index.row() + 1, index.column() + 1, value.toString());
+}
+
+QString GridModel::caption(const Column& column) {
+    if (!column.caption.isEmpty()) return column.caption;
+    static const QHash<QString, QString> words{
+        {QStringLiteral("Beleg_Nr"), QStringLiteral("Beleg")},
+        {QStringLiteral("Belegungart"), QStringLiteral("Belegungsart")},
+        {QStringLiteral("Belegungsstation"), QStringLiteral("Besamungsstation")},
+        {QStringLiteral("Ebernr"), QStringLiteral("Eber")},
+        {QStringLiteral("Ferkel_Gesamt"), QStringLiteral("Ferkel gesamt")},
+        {QStringLiteral("Ferkel_Lebendig"), QStringLiteral("davon lebend")},
+        {QStringLiteral("Ferkel_Tot"), QStringLiteral("davon tot")},
+        {QStringLiteral("LNr"), QStringLiteral("Wurf")},
+        {QStringLiteral("LNrJahr"), QStringLiteral("Wurf im Jahr")},
+        {QStringLiteral("Stück_Gewicht_kg"), QStringLiteral("Stückgewicht (kg)")},
+        {QStringLiteral("Wartezeit_Datum"), QStringLiteral("Wartezeit bis")},
+        {QStringLiteral("Wartezeit_Tage"), QStringLiteral("Wartezeit (Tage)")},
+        {QStringLiteral("Zu_Saunr"), QStringLiteral("zu Sau")}};
+    if (const auto word = words.constFind(column.title); word != words.constEnd()) return *word;
+    QString title = column.title;
+    title.replace(QStringLiteral("_kg"), QStringLiteral(" (kg)"))
+        .replace(QStringLiteral("Anz_"), QStringLiteral("Anzahl "));
+    return title.replace(u'_', u' ');
+}
+
+QString GridModel::shown(const Grid& grid, int row, int column) {
+    QString text = grid.cell(row, column);
+    if (text.isEmpty() || !std::holds_alternative<Money>(grid.value(row, column).variant())) return text;
+    const auto comma = text.indexOf(u',');
+    if (comma < 0) return text + QStringLiteral(",00");
+    return comma == text.size() - 2 ? text + u'0' : text;
 }
 
 Qt::Alignment GridModel::alignment(const Column& column) {

@@ -21,7 +21,10 @@ public:
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
     static Qt::Alignment alignment(const Column& column);
-    static QString caption(const Column& column) { return column.caption.isEmpty() ? column.title : column.caption; }
+    /// What stands above a column: its caption, or its title in words.
+    static QString caption(const Column& column);
+    /// What stands in a cell (row and column from 1): its text, amounts of money with both decimals.
+    static QString shown(const Grid& grid, int row, int column);
 
 private:
     Grid& m_grid;

@@ -4,13 +4,15 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 #include <algorithm>
 
 #include "forms/Form.h"
 #include "ui/Application.h"
+#include "ui/GridDelegate.h"
+#include "ui/ListCopy.h"
 #include "ui/Menus.h"
 
 namespace koben::ui {
@@ -19,39 +21,23 @@ namespace {
 
 const QEvent::Type flushEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
 
-/// Paints rows as the grid marks them, and a separator row as a line.
-class GridDelegate final : public QStyledItemDelegate {
-public:
-    GridDelegate(const Grid& grid, QObject* parent) : QStyledItemDelegate(parent), m_grid(grid) {}
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        if (index.row() < m_grid.rowCount() && m_grid.isSeparator(index.row() + 1)) {
-            painter->setPen(option.palette.color(QPalette::Mid));
-            painter->drawLine(option.rect.left(), option.rect.center().y(), option.rect.right() + 1,
-                              option.rect.center().y());
-            return;
-        }
-        QStyledItemDelegate::paint(painter, option, index);
-    }
+/// To find the widest cells, all rows are looked at up to this many cells, and so many texts of a column measured.
+constexpr qint64 mostCounted = 400'000;
+constexpr int mostMeasured = 300;
 
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-        QStyledItemDelegate::initStyleOption(option, index);
-        const bool current = index.row() + 1 == m_grid.row();
-        option->state.setFlag(QStyle::State_Selected, m_grid.multi ? m_grid.marked(index.row() + 1) : current);
-        option->state.setFlag(QStyle::State_HasFocus, current && option->state.testFlag(QStyle::State_HasFocus));
-        option->textElideMode = Qt::ElideRight;
-    }
-
-private:
-    const Grid& m_grid;
-};
+QString described(const Grid& grid) {
+    return grid.multi ? QStringLiteral(
+                            "Leertaste markiert die Zeile, Strg+Pfeil geht weiter und lässt markiert, eine "
+                            "getippte Nummer führt zu ihrer Zeile.")
+                      : QStringLiteral("Eine getippte Nummer führt zu ihrer Zeile.");
+}
 
 }  // namespace
 
 GridView::GridView(Grid& grid, const QString& emptyHint)
     : Bound(grid), m_cells(grid), m_emptyHint(emptyHint.isEmpty() ? QStringLiteral("Keine Einträge") : emptyHint) {
     setModel(&m_cells);
-    setItemDelegate(new GridDelegate(grid, this));
+    setItemDelegate(rowDelegate(grid, *this));
     setSelectionMode(NoSelection);
     setSelectionBehavior(SelectRows);
     setEditTriggers(EditKeyPressed | AnyKeyPressed);  // mouse and Enter go to the form
@@ -76,9 +62,24 @@ GridView::GridView(Grid& grid, const QString& emptyHint)
         if (m_headerPressed) m_resized = section;
     });
     connect(horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this, [this](int section) {
+        measureRows();
         model().resizeByUser(section + 1, naturalWidth(section + 1));
         refresh(Aspect::Columns);
     });
+    m_columns = new ColumnHand(*horizontalHeader(), grid);
+    m_columns->sort = [this](int column, int direction) { sortBy(column, direction); };
+    m_columns->fitWidths = [this] { fitColumns(true); };
+    m_search = new TypeSearch(
+        *this, [this] { return rows(); }, [this](int row) { return searchText(row); },
+        [this](int row) { jumpTo(row); });
+    horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(horizontalHeader(), &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
+        flush();
+        m_columns->popUp(horizontalHeader()->mapToGlobal(at), horizontalHeader()->logicalIndexAt(at));
+    });
+    setAccessibleDescription(described(grid));
+    horizontalHeader()->setAccessibleName(QStringLiteral("Spaltenköpfe"));
+    verticalHeader()->setAccessibleName(QStringLiteral("Zeilenköpfe"));
     connect(verticalHeader(), &QHeaderView::sectionPressed, this,
             [this](int row) { press(row, QApplication::keyboardModifiers()); });
     grid.startEdit = [this](int row, int column) { edit(row, column); };
@@ -136,6 +137,7 @@ void GridView::flush() {
         verticalScrollBar()->setValue(down);
         horizontalScrollBar()->setValue(across);
     }
+    if (m_columns->natural() && (m_rowsStale || m_columnsStale)) m_columns->orderNaturally();
     showCurrent(m_rowMoved);
     m_rowsStale = m_columnsStale = m_rowMoved = false;
     viewport()->update();
@@ -143,38 +145,110 @@ void GridView::flush() {
     verticalHeader()->viewport()->update();
 }
 
+/// Looks for the widest cell of each column, in all rows as long as these are not too many. Only the longest texts are
+/// measured: measuring costs far more than counting letters.
+void GridView::measureRows() {
+    const int rowCount = model().rowCount(), columns = model().columnCount();
+    const qint64 cells = static_cast<qint64>(rowCount) * std::max(columns, 1);
+    const int step = static_cast<int>(1 + cells / mostCounted);
+    m_fitted.clear();
+    for (int column = 1; column <= columns; ++column)
+        if (const Column& c = model().column(column); !c.technical)
+            m_fitted.insert(c.key, widestCell(column, c.sort == Sort::Date ? step * 20 : step));  // dates are alike
+    m_fittedRows = rowCount;
+}
+
+int GridView::widestCell(int column, int step) const {
+    const QFontMetrics metrics = fontMetrics();
+    int widest = 0, measured = 0;
+    qsizetype longest = 0;
+    for (int row = 1; row <= model().rowCount(); row += step) {
+        const QString text = model().cell(row, column);
+        const bool longer = text.size() > longest;
+        if (!longer && (measured > mostMeasured || text.size() * 4 < longest * 3)) continue;
+        longest = std::max(longest, text.size());
+        widest = std::max(widest, metrics.horizontalAdvance(GridModel::shown(model(), row, column)));
+        ++measured;
+    }
+    return widest;
+}
+
 int GridView::naturalWidth(int column) const {
     const QFontMetrics metrics = fontMetrics();
     // the sort arrow needs room beside the title
-    int width = metrics.horizontalAdvance(GridModel::caption(model().column(column))) + metrics.height() * 2;
-    const int first = std::max(rowAt(0), 0);
-    const int last = std::min(model().rowCount(), first + 60);
-    for (int row = first + 1; row <= last; ++row)
-        width = std::max(width, metrics.horizontalAdvance(model().cell(row, column)) + metrics.height());
+    const int title = metrics.horizontalAdvance(GridModel::caption(model().column(column))) + metrics.height() * 2;
+    const int tick = isMulti() && horizontalHeader()->visualIndex(column - 1) == 0 ? metrics.height() : 0;
+    const int width = std::max(title, m_fitted.value(model().column(column).key) + metrics.height()) + tick;
     return std::clamp(width, metrics.averageCharWidth() * 5, metrics.averageCharWidth() * 45);
 }
 
+/// Widths are fitted to the rows once, and again only where rows came; sorting never changes them.
+void GridView::fitColumns(bool anew) {
+    const bool same = std::all_of(m_fitted.keyBegin(), m_fitted.keyEnd(),
+                                  [this](const QString& key) { return model().columnOf(key) > 0; });
+    if (anew || !same || m_fittedRows != model().rowCount()) {
+        const QHash<QString, int> before = same && !anew ? m_fitted : QHash<QString, int>();
+        measureRows();
+        for (auto at = before.begin(); at != before.end(); ++at)
+            m_fitted[at.key()] = std::max(m_fitted.value(at.key()), at.value());
+    }
+    if (!anew) return;
+    for (int c = 1; c <= model().columnCount(); ++c)
+        if (!isColumnHidden(c - 1)) model().resizeByUser(c, naturalWidth(c));
+    refresh(Aspect::Columns);
+}
+
+/// As wide as its widest title, whatever rows are in sight.
+void GridView::fitRowHead() {
+    m_doubled = -1;
+    if (!model().rowTitle || model().rowCount() == 0) return verticalHeader()->hide();
+    const int rowCount = model().rowCount(), step = std::max(1, rowCount / 500);
+    int widest = verticalHeader()->fontMetrics().horizontalAdvance(QStringLiteral("0000"));
+    std::vector<bool> same(static_cast<size_t>(model().columnCount()), rowCount > 0);
+    for (int row = 1; row <= rowCount; row += step) {
+        const QString title = m_cells.headerData(row - 1, Qt::Vertical).toString();
+        widest = std::max(widest, verticalHeader()->fontMetrics().horizontalAdvance(title));
+        for (int c = 1; c <= model().columnCount(); ++c)
+            if (same[static_cast<size_t>(c - 1)] && model().cell(row, c) != title)
+                same[static_cast<size_t>(c - 1)] = false;
+    }
+    for (int c = 0; c < model().columnCount() && m_doubled < 0; ++c)
+        if (same[static_cast<size_t>(c)] && !isColumnHidden(c)) m_doubled = c;
+    verticalHeader()->setFixedWidth(widest + verticalHeader()->fontMetrics().height());
+    showRowHead();
+}
+
+/// What a column says already need not stand beside it, until that column has left the sight.
+void GridView::showRowHead() {
+    if (!model().rowTitle || model().rowCount() == 0) return;
+    const bool inSight = m_doubled >= 0 && columnViewportPosition(m_doubled) + columnWidth(m_doubled) > 0;
+    if (verticalHeader()->isHidden() != inSight) verticalHeader()->setVisible(!inSight);
+}
+
 void GridView::applyColumns() {
+    fitColumns(false);
+    m_columns->apply();
     for (int c = 1; c <= model().columnCount(); ++c) {
         const Column& column = model().column(c);
         const int width = column.width > 0 ? column.width : naturalWidth(c);
-        if (columnWidth(c - 1) != width) setColumnWidth(c - 1, width);
-        if (isColumnHidden(c - 1) != column.technical) setColumnHidden(c - 1, column.technical);
+        if (!isColumnHidden(c - 1) && columnWidth(c - 1) != width) setColumnWidth(c - 1, width);
     }
     QHeaderView* header = horizontalHeader();
     header->setSortIndicatorShown(model().sortColumn() > 0);
     if (model().sortColumn() > 0)
         header->setSortIndicator(model().sortColumn() - 1,
                                  model().sortDirection() == 2 ? Qt::DescendingOrder : Qt::AscendingOrder);
-    verticalHeader()->setVisible(static_cast<bool>(model().rowTitle));
+    fitRowHead();
     fillWidth();
 }
 
 /// The last column takes the room that is left, unless the user has given it a width.
 void GridView::fillWidth() {
-    int last = model().columnCount();
-    while (last > 0 && isColumnHidden(last - 1)) --last;
+    int place = model().columnCount();
+    while (place > 0 && isColumnHidden(horizontalHeader()->logicalIndex(place - 1))) --place;
+    const int last = place > 0 ? horizontalHeader()->logicalIndex(place - 1) + 1 : 0;
     if (last == 0 || model().column(last).width > 0) return;
+    if (model().column(last).align == Align::Right) return;  // a number far from its neighbours is hard to read
     const int others = horizontalHeader()->length() - columnWidth(last - 1);
     const int width = std::max(naturalWidth(last), viewport()->width() - others);
     if (width != columnWidth(last - 1)) setColumnWidth(last - 1, width);
@@ -196,7 +270,10 @@ void GridView::showCurrent(bool scroll) {
     const QModelIndex index = m_cells.index(row - 1, column);
     const bool autoScroll = hasAutoScroll();
     setAutoScroll(false);
-    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    // marks live in the grid; a selection of Qt's would fill the row as if it were marked
+    selectionModel()->setCurrentIndex(index, isMulti()
+                                                 ? QItemSelectionModel::NoUpdate
+                                                 : QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     setAutoScroll(autoScroll);
     if (!scroll) return;
     const int across = horizontalScrollBar()->value();
@@ -206,6 +283,9 @@ void GridView::showCurrent(bool scroll) {
 
 void GridView::scrollContentsBy(int dx, int dy) {
     QTableView::scrollContentsBy(dx, dy);
+    if (dx != 0)
+        QMetaObject::invokeMethod(
+            this, [this] { showRowHead(); }, Qt::QueuedConnection);
     if (model().rowCount() == 0) viewport()->update();  // the hint stays in the middle
 }
 
@@ -300,16 +380,56 @@ bool GridView::editKey(QKeyEvent* event) {
     return QTableView::edit(index, word ? AnyKeyPressed : EditKeyPressed, event) || true;
 }
 
+bool GridView::event(QEvent* event) {
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) update();  // the frame tells the focus
+    return QTableView::event(event);
+}
+
+void GridView::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() != QEvent::FontChange) return;
+    m_fittedRows = -1;
+    m_fitted.clear();
+    refresh(Aspect::Columns);
+}
+
+QString GridView::searchText(int row) const {
+    int column = model().columnOf(u"Nummer");
+    for (int place = 0; column == 0 && place < horizontalHeader()->count(); ++place)
+        if (const int c = horizontalHeader()->logicalIndex(place); !isColumnHidden(c)) column = c + 1;
+    return model().cell(row + 1, column);
+}
+
+void GridView::jumpTo(int row) {
+    jump(row);
+    m_rowMoved = true;
+    flush();
+    if (isMulti()) guarded([this] { model().click(); });
+}
+
+/// The header's menu by key, on the column of the current cell.
+bool GridView::headerMenuKey(const QKeyEvent& event) {
+    const bool menu =
+        event.key() == Qt::Key_Menu || (event.key() == Qt::Key_F10 && event.modifiers() & Qt::ShiftModifier);
+    if (!menu || !(event.modifiers() & Qt::ControlModifier)) return false;
+    const int column = std::max(currentIndex().column(), 0);
+    const QPoint at(columnViewportPosition(column), horizontalHeader()->height());
+    m_columns->popUp(horizontalHeader()->viewport()->mapToGlobal(at), column);
+    return true;
+}
+
 void GridView::keyPressEvent(QKeyEvent* event) {
     if (state() == EditingState) return;  // the editor's Enter and Tab come up to here
     flush();
     if (event->matches(QKeySequence::Copy)) {
-        QApplication::clipboard()->setText(copied());
+        QApplication::clipboard()->setMimeData(copied());
         return;
     }
+    if (headerMenuKey(*event)) return;
     const int page = std::max(viewport()->height() / verticalHeader()->defaultSectionSize() - 1, 1);
     const bool sideways = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
     if (moveByKey(event->key(), event->modifiers(), page)) {
+        m_search->end();
         flush();
         if (isMulti()) guarded([this] { model().click(); });  // marking by key is a click, as marking by mouse is
         return;
@@ -319,7 +439,7 @@ void GridView::keyPressEvent(QKeyEvent* event) {
         if (next.isValid()) selectionModel()->setCurrentIndex(next, QItemSelectionModel::NoUpdate);
         return;
     }
-    if (editKey(event)) return;
+    if (editKey(event) || m_search->key(*event)) return;
     bool told = false;
     switch (event->key()) {
         case Qt::Key_Return:
@@ -343,30 +463,39 @@ void GridView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint) 
     QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
-QString GridView::copied() const {
+QMimeData* GridView::copied() const {
     std::vector<int> rows = isMulti() ? model().markedRows() : std::vector<int>();
     if (rows.empty() && model().row() > 0) rows = {model().row()};
     std::vector<int> columns;
+    std::vector<bool> isText;
     for (int visual = 0; visual < m_cells.columnCount(); ++visual) {
-        const int column = horizontalHeader()->logicalIndex(visual);
-        if (!isColumnHidden(column)) columns.push_back(column + 1);
+        const int column = horizontalHeader()->logicalIndex(visual) + 1;
+        if (isColumnHidden(column - 1)) continue;
+        columns.push_back(column);
+        isText.push_back(model().column(column).sort == Sort::Text);
     }
-    const auto line = [&](const std::function<QString(int)>& cell) {
-        QStringList cells;
-        for (const int column : columns) cells.append(cell(column).replace(u'\t', u' ').replace(u'\n', u' '));
-        return cells.join(u'\t') + u'\n';
+    std::vector<QStringList> cells;
+    const auto add = [&](const std::function<QString(int)>& cell) {
+        QStringList line;
+        for (const int column : columns) line.append(cell(column));
+        cells.push_back(line);
     };
-    QString text = line([&](int column) { return GridModel::caption(model().column(column)); });
-    for (const int row : rows) text += line([&](int column) { return model().cell(row, column); });
-    return text;
+    add([&](int column) { return GridModel::caption(model().column(column)); });
+    for (const int row : rows)
+        if (!model().isSeparator(row)) add([&](int column) { return GridModel::shown(model(), row, column); });
+    return clipboardRows(cells, isText);
 }
 
-void GridView::headerClicked(int section) {
-    const bool again = model().sortColumn() == section + 1 && model().sortDirection() == 1;
-    guarded([&] { model().sortByUser(section + 1, again ? 2 : 1); });
+void GridView::sortBy(int column, int direction) {
+    guarded([&] { model().sortByUser(column, direction); });
+    m_columns->orderNaturally();
     m_rowMoved = true;  // the current row is looked for where it now stands
     refresh(Aspect::Columns);
     flush();
+}
+
+void GridView::headerClicked(int section) {
+    sortBy(section + 1, model().sortColumn() == section + 1 && model().sortDirection() == 1 ? 2 : 1);
 }
 
 bool GridView::eventFilter(QObject* object, QEvent* event) {

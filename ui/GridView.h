@@ -3,8 +3,12 @@
 #include <QTableView>
 
 #include "ui/Bound.h"
+#include "ui/ColumnHand.h"
 #include "ui/GridModel.h"
 #include "ui/RowHand.h"
+#include "ui/TypeSearch.h"
+
+class QMimeData;
 
 namespace koben::ui {
 
@@ -16,8 +20,12 @@ public:
 
     /// Shows at once what changed; otherwise this happens before the next input.
     void flush();
-    /// Titles and marked rows (or the current one) as tab-separated text.
-    QString copied() const;
+    /// Titles and marked rows (or the current one) for the clipboard.
+    QMimeData* copied() const;
+    /// Lets the user mark no row at all, where that is a choice of its own.
+    void allowNoMark() { m_keepsOne = false; }
+    TypeSearch& search() { return *m_search; }
+    ColumnHand& columns() { return *m_columns; }
     QSize sizeHint() const override;
 
 protected:
@@ -25,6 +33,8 @@ protected:
     void customEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -43,12 +53,22 @@ protected:
     std::vector<int> markedRows() const override;
     void chooseRow(int row) override;
     void markRows(const std::vector<int>& rows) override;
+    bool keepsOneMarked() const override { return m_keepsOne; }
 
 private:
     void schedule();
     void applyColumns();
     void fillWidth();
+    void measureRows();
+    int widestCell(int column, int step) const;
+    void fitColumns(bool anew);
     int naturalWidth(int column) const;
+    void fitRowHead();
+    void showRowHead();
+    QString searchText(int row) const;
+    void jumpTo(int row);
+    void sortBy(int column, int direction);
+    bool headerMenuKey(const QKeyEvent& event);
     void showCurrent(bool scroll);
     void headerClicked(int section);
     void headerReleased();
@@ -56,6 +76,12 @@ private:
     void edit(int row, int column);
 
     GridModel m_cells;
+    ColumnHand* m_columns = nullptr;
+    TypeSearch* m_search = nullptr;
+    QHash<QString, int> m_fitted;  ///< widths by the columns' keys, once they were fitted to the rows
+    int m_fittedRows = -1;         ///< how many rows there were then
+    int m_doubled = -1;            ///< the column (from 0) that says the same as the row head; -1 for none
+    bool m_keepsOne = true;
     QString m_emptyHint;
     bool m_scheduled = false, m_rowsStale = true, m_columnsStale = true, m_rowMoved = false;
     bool m_headerPressed = false;

@@ -22,6 +22,7 @@
 #include "ui/Menus.h"
 #include "ui/Simple.h"
 #include "ui/TextViews.h"
+#include "ui/TypeSearch.h"
 
 namespace koben::ui {
 
@@ -90,6 +91,8 @@ private:
 
 Piece inGroup(QGroupBox* box, const Piece& content) {
     auto* layout = new QVBoxLayout(box);
+    const int gap = layout->spacing() > 0 ? layout->spacing() : 6;
+    layout->setContentsMargins(0, gap + 2, 0, gap);
     layout->addWidget(content.widget);
     return {.widget = box, .stretch = content.stretch};
 }
@@ -126,7 +129,41 @@ std::vector<Option*> optionsOf(OptionGroup& group) {
 
 Piece row(const std::vector<Piece>& pieces) { return boxed(new QHBoxLayout, pieces); }
 Piece row(Pieces pieces) { return row(std::vector<Piece>(pieces)); }
-Piece column(const std::vector<Piece>& pieces) { return boxed(new QVBoxLayout, pieces); }
+
+namespace {
+
+/// The blocks of fields that stand below each other in a piece.
+void collectFields(QLayout* layout, std::vector<QFormLayout*>& blocks) {
+    if (auto* block = qobject_cast<QFormLayout*>(layout)) return blocks.push_back(block);
+    if (!qobject_cast<QVBoxLayout*>(layout)) return;
+    for (int i = 0; i < layout->count(); ++i)
+        if (const QWidget* widget = layout->itemAt(i)->widget(); widget && widget->layout())
+            collectFields(widget->layout(), blocks);
+}
+
+/// Fields below each other begin at one line, whichever heading they stand under.
+void alignFields(QLayout* layout) {
+    std::vector<QFormLayout*> blocks;
+    collectFields(layout, blocks);
+    if (blocks.size() < 2) return;
+    int widest = 0;
+    std::vector<QWidget*> captions;
+    for (const QFormLayout* block : blocks)
+        for (int row = 0; row < block->rowCount(); ++row)
+            if (const QLayoutItem* item = block->itemAt(row, QFormLayout::LabelRole); item && item->widget()) {
+                captions.push_back(item->widget());
+                widest = std::max(widest, item->widget()->sizeHint().width());
+            }
+    for (QWidget* caption : captions) caption->setMinimumWidth(widest);
+}
+
+}  // namespace
+
+Piece column(const std::vector<Piece>& pieces) {
+    const Piece piece = boxed(new QVBoxLayout, pieces);
+    alignFields(piece.widget->layout());
+    return piece;
+}
 Piece column(Pieces pieces) { return column(std::vector<Piece>(pieces)); }
 Piece flow(const std::vector<Piece>& pieces) {
     auto* widget = new QWidget;
@@ -283,6 +320,7 @@ Piece search(TextBox& model, const QString& placeholder) {
     line->setPlaceholderText(placeholder);
     line->setClearButtonEnabled(true);
     setCharacters(*line, 16, line->fontMetrics().height());
+    makeSearchField(*line);
     return {.widget = line};
 }
 

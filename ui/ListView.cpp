@@ -21,6 +21,11 @@ protected:
         QStyledItemDelegate::initStyleOption(option, index);
         const bool on = m_list.multi ? m_list.marked(index.row()) : index.row() == m_list.current();
         option->state.setFlag(QStyle::State_Selected, on);
+        if (!m_list.multi) return;
+        // marked rows are told by a tick too, and a click on its box marks one more
+        option->features |= QStyleOptionViewItem::HasCheckIndicator;
+        option->checkState = on ? Qt::Checked : Qt::Unchecked;
+        option->state.setFlag(QStyle::State_HasFocus, index.row() == m_list.current());
     }
 
 private:
@@ -85,7 +90,9 @@ std::vector<int> ListView::markedRows() const {
 void ListView::mousePressEvent(QMouseEvent* event) {
     flush();
     if (event->button() != Qt::LeftButton) return;
-    press(indexAt(event->position().toPoint()).row(), event->modifiers());
+    const QModelIndex index = indexAt(event->position().toPoint());
+    const bool onBox = isMulti() && event->position().x() < style()->pixelMetric(QStyle::PM_IndicatorWidth) + 8;
+    press(index.row(), onBox ? event->modifiers() | Qt::ControlModifier : event->modifiers());
     flush();
 }
 

@@ -4,6 +4,7 @@
 #include <QPalette>
 
 class QApplication;
+class QCalendarWidget;
 
 namespace koben::ui {
 
@@ -17,6 +18,10 @@ void applyLook(QApplication& application, Shade shade);
 
 /// An icon of the program in the colours of a palette; empty for a name that has no drawing.
 QIcon iconOf(const QString& name, const QPalette& palette);
+/// The colour of what is wrong or holiday; legible on the ground of lists and fields in both shades.
+QColor alertColour(const QPalette& palette);
+/// Writes a calendar's days off in that colour.
+void showDaysOff(QCalendarWidget& calendar);
 /// The program's own sign, for windows and the task bar.
 QIcon programIcon();
 

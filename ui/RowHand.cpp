@@ -11,7 +11,21 @@ void RowHand::press(int row, Qt::KeyboardModifiers modifiers) {
     if (isMulti() && modifiers & Qt::ControlModifier) return toggle(row);
     if (isMulti() && modifiers & Qt::ShiftModifier && m_anchor >= 0) return extendTo(row);
     m_anchor = row;
+    m_gathering = false;
     chooseRow(row);
+}
+
+void RowHand::chooseKeepingMarks(int row) {
+    const std::vector<int> marks = markedRows();
+    chooseRow(row);
+    markRows(marks);
+}
+
+void RowHand::jump(int row) {
+    const bool gathers = !keepsOneMarked() || (m_gathering && !markedRows().empty());
+    if (!isMulti() || !gathers) return press(row, Qt::NoModifier);
+    m_anchor = row;
+    if (row != currentRow()) chooseKeepingMarks(row);
 }
 
 void RowHand::drag(int row) {
@@ -30,8 +44,10 @@ void RowHand::toggle(int row) {
         marks.erase(at);
     else
         marks.insert(at, row);
+    if (marks.empty() && keepsOneMarked()) marks.push_back(row);
     m_anchor = row;
-    chooseRow(row);
+    m_gathering = true;
+    if (row != currentRow()) chooseRow(row);
     markRows(marks);
 }
 
@@ -80,6 +96,12 @@ bool RowHand::moveByKey(int key, Qt::KeyboardModifiers modifiers, int page) {
             return false;
     }
     row = std::clamp(row, 0, count - 1);
+    if (isMulti() && modifiers & Qt::ControlModifier && !(modifiers & Qt::ShiftModifier)) {
+        m_gathering = true;
+        m_anchor = row;
+        if (row != currentRow()) chooseKeepingMarks(row);
+        return true;
+    }
     if (row == currentRow() && !(modifiers & Qt::ShiftModifier)) return true;
     if (isMulti() && modifiers & Qt::ShiftModifier)
         extendTo(row);

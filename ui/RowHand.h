@@ -19,15 +19,22 @@ protected:
     virtual std::vector<int> markedRows() const = 0;
     virtual void chooseRow(int row) = 0;
     virtual void markRows(const std::vector<int>& rows) = 0;
+    /// Whether the current row stays marked as long as no other is: what is then done to the marked rows never reaches
+    /// none. Not so in lists in which marking none is a choice of its own.
+    virtual bool keepsOneMarked() const { return false; }
 
     void press(int row, Qt::KeyboardModifiers modifiers);
     void drag(int row);
     /// Moves, marks or extends by a key; false where the key is none of these. `page` is the rows in sight.
     bool moveByKey(int key, Qt::KeyboardModifiers modifiers, int page);
+    /// Makes a row current from afar (by its number). Rows that were gathered one by one stay marked.
+    void jump(int row);
 
 private:
     void toggle(int row);
     void extendTo(int row);
+    void chooseKeepingMarks(int row);
+    bool m_gathering = false;  ///< rows are marked one by one
     int m_anchor = -1;
     int m_lastDrag = -1;
 };

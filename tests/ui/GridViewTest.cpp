@@ -1,11 +1,14 @@
 // The table view of a grid: marks, sorting, editing, and that large lists are not walked.
 #include <QClipboard>
 #include <QHeaderView>
+#include <QImage>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QScrollBar>
 
 #include "tests/ui/Support.h"
 #include "ui/GridView.h"
+#include "ui/ListCopy.h"
 
 namespace koben::ui {
 namespace {
@@ -65,6 +68,9 @@ TEST_F(GridViewTest, KeysWalkAndExtend) {
         press(&view, Qt::Key_Down, Qt::ShiftModifier);
         press(&view, Qt::Key_Down, Qt::ShiftModifier);
         EXPECT_EQ(form.li.markedRows(), rows({1, 2, 3}));
+        press(&view, Qt::Key_Down, Qt::ControlModifier);
+        EXPECT_EQ(form.li.row(), 4);
+        EXPECT_EQ(form.li.markedRows(), rows({1, 2, 3})) << "walking with Ctrl leaves the marks";
         press(&view, Qt::Key_End);
         EXPECT_EQ(form.li.markedRows(), rows({10}));
         press(&view, Qt::Key_A, Qt::ControlModifier);
@@ -72,11 +78,132 @@ TEST_F(GridViewTest, KeysWalkAndExtend) {
     });
 }
 
+/// Whoever takes the last mark away has the row that he stands on.
+TEST_F(GridViewTest, NoHandLeavesNothingMarked) {
+    hand(10, [&](GridView& view) {
+        click(view.viewport(), cell(view, 4));
+        press(&view, Qt::Key_Space, {}, QStringLiteral(" "));
+        EXPECT_EQ(form.li.markedRows(), rows({4}));
+        click(view.viewport(), cell(view, 4), Qt::ControlModifier);
+        EXPECT_EQ(form.li.markedRows(), rows({4}));
+        click(view.viewport(), cell(view, 6), Qt::ControlModifier);
+        click(view.viewport(), cell(view, 6), Qt::ControlModifier);
+        EXPECT_EQ(form.li.markedRows(), rows({4})) << "others are marked: the current row need not be";
+        const QImage picture = view.viewport()->grab().toImage();
+        const auto ground = [&](int row) {
+            return picture.pixelColor(view.columnViewportPosition(1) - 4, cell(view, row).y());
+        };
+        EXPECT_EQ(ground(4), view.palette().color(QPalette::Highlight)) << "marked";
+        EXPECT_EQ(ground(6), ground(8)) << "the current row is framed, not filled";
+        EXPECT_NE(picture.pixelColor(40, cell(view, 6).y() - view.rowHeight(0) / 2 + 1),
+                  picture.pixelColor(40, cell(view, 8).y() - view.rowHeight(0) / 2 + 1));
+        click(view.viewport(), cell(view, 4), Qt::ControlModifier);
+        EXPECT_EQ(form.li.markedRows(), rows({4}));
+        view.allowNoMark();
+        press(&view, Qt::Key_Space, {}, QStringLiteral(" "));
+        EXPECT_EQ(form.li.markedCount(), 0) << "a choice of its own in some lists";
+    });
+}
+
+/// Rows hold the numbers 299 down to 0.
+TEST_F(GridViewTest, TypedNumbersGatherRows) {
+    const auto number = [](GridView& view, const QString& digits) {
+        for (const QChar digit : digits) press(&view, 0, {}, QString(digit));
+    };
+    hand(300, [&](GridView& view) {
+        number(view, QStringLiteral("29"));
+        EXPECT_EQ(form.li.cell(form.li.row(), 1), QStringLiteral("29")) << "the whole number before its beginnings";
+        press(&view, Qt::Key_Space, {}, QStringLiteral(" "));
+        number(view, QStringLiteral("150"));
+        EXPECT_EQ(form.li.row(), 150);
+        press(&view, Qt::Key_Space, {}, QStringLiteral(" "));
+        EXPECT_EQ(form.li.markedRows(), rows({150, 271}));
+        number(view, QStringLiteral("777"));
+        EXPECT_TRUE(view.search().said().contains(QStringLiteral("„777“"))) << qPrintable(view.search().said());
+        press(&view, Qt::Key_Escape);
+        EXPECT_EQ(view.search().said(), QString());
+        EXPECT_FALSE(form.closed()) << "Escape ends the search, not the window";
+        EXPECT_EQ(form.li.markedCount(), 2);
+    });
+}
+
+TEST_F(GridViewTest, SortingKeepsWidths) {
+    for (const char* key : {"Name", "Ende"}) form.li.addColumn({.key = key, .title = key});
+    hand(0, [&](GridView& view) {
+        for (int i = 0; i < 400; ++i)
+            form.li.addRow(QStringLiteral("1\t1.1.2026\t1\t") +
+                           (i == 399 ? QStringLiteral("Ein langer Name ganz hinten") : QStringLiteral("a")));
+        view.flush();
+        const int width = view.columnWidth(3);
+        EXPECT_GE(width, view.fontMetrics().horizontalAdvance(form.li.cell(400, 4))) << "rows out of sight count";
+        form.li.sortByUser(4, 2);
+        view.flush();
+        EXPECT_EQ(view.columnWidth(3), width);
+    });
+}
+
+/// What the user hid and moved stands again, and a column that he has never seen stands beside its neighbour.
+TEST_F(GridViewTest, ColumnsStayArranged) {
+    hand(3, [&](GridView& view) {
+        view.horizontalHeader()->moveSection(1, 0);
+        EXPECT_EQ(platform.settings[QStringLiteral("Listen/Liste.li.Spalten")], QStringLiteral("Datum;Nummer;ID"));
+    });
+    platform.settings[QStringLiteral("Listen/Liste.li.Spalten")] = QStringLiteral("Datum;-Nummer;Weg;ID");
+    Liste later(koben);
+    later.li.clear();
+    for (const char* key : {"Nummer", "Datum", "Neu"}) later.li.addColumn({.key = key, .title = key});
+    later.li.addRow(QStringLiteral("1\t2\t3"));
+    run(later, [&](FormWindow& window) {
+        const auto& view = *static_cast<GridView*>(window.widgetOf(later.li));
+        EXPECT_TRUE(view.isColumnHidden(0));
+        EXPECT_FALSE(view.isColumnHidden(2));
+        EXPECT_EQ(view.horizontalHeader()->visualIndex(1), 0);
+        EXPECT_EQ(view.horizontalHeader()->visualIndex(2), 1);
+    });
+}
+
+TEST_F(GridViewTest, NumbersInNaturalOrderWhereTheUserWantsIt) {
+    platform.settings[QStringLiteral("Listen/Liste.li.Ordnung")] = QStringLiteral("Zahlen");
+    Liste animals(koben);
+    animals.li.clear();
+    animals.li.addColumn({.key = "Nummer", .title = "Nummer"});
+    for (const char* number : {"100", "E10", "9", "E9", "10"}) animals.li.addRow(QString::fromLatin1(number));
+    const auto order = [&] {
+        QString text;
+        for (int row = 1; row <= animals.li.rowCount(); ++row) text += animals.li.cell(row, 1) + u' ';
+        return text;
+    };
+    run(animals, [&](FormWindow& window) {
+        auto& view = *static_cast<GridView*>(window.widgetOf(animals.li));
+        EXPECT_EQ(order(), QStringLiteral("100 E10 9 E9 10 ")) << "the list begins as its form has it";
+        animals.li.setRow(1);
+        click(view.horizontalHeader()->viewport(), QPoint(view.columnViewportPosition(0) + 5, 5));
+        EXPECT_EQ(order(), QStringLiteral("9 10 100 E9 E10 "));
+        EXPECT_EQ(animals.li.row(), 3) << "the same animal stays current";
+        click(view.horizontalHeader()->viewport(), QPoint(view.columnViewportPosition(0) + 5, 5));
+        EXPECT_EQ(order(), QStringLiteral("E10 E9 100 10 9 "));
+    });
+}
+
+TEST_F(GridViewTest, CopiedCellsAreNoFormulas) {
+    const std::pair<const char*, const char*> cells[] = {
+        {"=1+1", "'=1+1"}, {" @SUM(1)", "' @SUM(1)"}, {"+49 170", "'+49 170"},
+        {"-", "'-"},       {"-12,50", "-12,50"},      {"-1.234,5", "-1.234,5"},
+        {"+3", "+3"},      {"0012", "0012"},          {"a\tb\nc", "a b c"}};
+    for (const auto& [cell, copied] : cells) EXPECT_EQ(harmless(QString::fromLatin1(cell)), QLatin1String(copied));
+}
+
 TEST_F(GridViewTest, CopyTakesTitlesAndShownColumns) {
     hand(5, [&](GridView& view) {
+        form.li.setRow(1);
         form.li.mark({1, 3});
         press(&view, Qt::Key_C, Qt::ControlModifier);
         EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Nummer\tGeboren\n4\t2.07.2026\n2\t4.07.2026\n"));
+        EXPECT_TRUE(QApplication::clipboard()->mimeData()->html().contains(QStringLiteral("<td>4</td>")));
+        form.li.clearMarks();
+        press(&view, Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Nummer\tGeboren\n4\t2.07.2026\n"))
+            << "the current row";
     });
 }
 

@@ -6,6 +6,7 @@
 #include "bookings/PE_Bewegungsdaten_Ferkelverkauf.h"
 #include "bookings/PE_Bewegungsdaten_Verluste.h"
 #include "ui/Families.h"
+#include "ui/GridView.h"
 
 namespace koben::ui {
 
@@ -14,9 +15,9 @@ namespace {
 /// The piglets in stock, and what becomes of the marked ones.
 template <class F>
 Piece piglets(F& form) {
-    return group(form.optiverkauf.frame,
-                 column({radios(form.optiverkauf), grid(form.gridli, QStringLiteral("Keine Ferkel im Bestand")),
-                         label(form.gridlisumme)}));
+    const Piece animals = grid(form.gridli, QStringLiteral("Keine Ferkel im Bestand"));
+    static_cast<GridView*>(animals.widget)->allowNoMark();  // a loss need not be one of these
+    return group(form.optiverkauf.frame, column({radios(form.optiverkauf), animals, label(form.gridlisumme)}));
 }
 
 Piece farmList(Ferkelliste& form) {

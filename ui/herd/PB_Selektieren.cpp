@@ -3,11 +3,16 @@
 #include "ui/Layout.h"
 
 LAYOUT(PB_Selektieren) {
-    std::vector<std::vector<Piece>> rules;
+    // What needs a value stands with its value at the right, all else at the left.
+    std::vector<std::vector<Piece>> chosen;
+    std::vector<Piece> plainRules;
     for (int rule = 0; rule < form.entselekt.count(); ++rule) {
-        ComboBox* input = form.inputOf(rule);
-        rules.push_back({button(form.entselekt[rule]), input ? combo(*input, 20) : Piece()});
+        if (ComboBox* input = form.inputOf(rule))
+            chosen.push_back({button(form.entselekt[rule]), combo(*input, 20)});
+        else
+            plainRules.push_back(button(form.entselekt[rule]));
     }
-    return column({group(form.Frame1, table(rules)), check(form.kon), label(form.hinweis), spring(),
-                   buttons({button(form.abbv)})});
+    plainRules.push_back(spring());
+    return column({group(form.Frame1, row({column(plainRules), column({table(chosen), spring()}) * 1})),
+                   check(form.kon), label(form.hinweis), spring(), buttons({button(form.abbv)})});
 }
