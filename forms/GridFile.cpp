@@ -90,8 +90,7 @@ bool Grid::writeFile(const QString& path, const QByteArray& bytes) {
     // Unbuffered, since the last flush of a buffer takes a half-done write for a whole one.
     const QString draft = path + QStringLiteral(".neu");
     QFile file(draft);
-    const bool written =
-        file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size();
+    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size();
     file.close();
     if (written && std::rename(QFile::encodeName(draft).constData(), QFile::encodeName(path).constData()) == 0)
         return true;

@@ -49,8 +49,8 @@ struct Koben : Variablen {
     Workspace workspace;
     HerdList* herdList = nullptr;
     const HandedList* handedList = nullptr;  ///< the list that is on its way to the list screen
-    QString lastAction;  ///< name of the newest action that reached the disk, "" before the first
-    bool ended = false;  ///< the program is ending: every open form closes
+    QString lastAction;                      ///< name of the newest action that reached the disk, "" before the first
+    bool ended = false;                      ///< the program is ending: every open form closes
 
     /// Opens a form modally and returns once it has closed. A name without a screen does nothing.
     void open(const QString& name);

@@ -59,11 +59,12 @@ void Bericht::bindMarks(ListBox& list, int slot, Marks marks) {
         for (int row = 0; row < list.items().size(); ++row)
             list.setMarked(row, kept.contains(u';' + list.items().at(row) + u';'));
     };
-    bind(marks == Marks::Restored ? std::function<void()>(restore) : [] {},
-         [&list, &kept] {
-             kept = QStringLiteral(";");
-             for (const QString& text : marked(list)) kept += text + u';';
-         });
+    bind(
+        marks == Marks::Restored ? std::function<void()>(restore) : [] {},
+        [&list, &kept] {
+            kept = QStringLiteral(";");
+            for (const QString& text : marked(list)) kept += text + u';';
+        });
 }
 
 void Bericht::bindAllAndNone(ControlArray<Button>& buttons, std::function<ListBox&()> list) {

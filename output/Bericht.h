@@ -9,7 +9,9 @@ namespace koben {
 
 class Bericht : public Form {
 protected:
-    Bericht(Koben& koben, const QString& name, const QString& caption) : Form(koben, name, caption) { helpTopic = name; }
+    Bericht(Koben& koben, const QString& name, const QString& caption) : Form(koben, name, caption) {
+        helpTopic = name;
+    }
 
     // ------------------------------------------------------------------------------------------------- the buttons
 

@@ -7,8 +7,8 @@
 namespace koben {
 
 struct Tabellenform {
-    QString datum = {};  ///< above the table, none where empty
-    QString kopf = {};   ///< a line of text under the date, none where empty
+    QString datum = {};            ///< above the table, none where empty
+    QString kopf = {};             ///< a line of text under the date, none where empty
     Progress* progress = nullptr;  ///< of two steps a row
 };
 

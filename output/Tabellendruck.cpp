@@ -48,9 +48,11 @@ std::vector<Spalte> measured(const Grid& grid, const Tabellenblatt& paper, Progr
     return columns;
 }
 
-double totalOf(const std::vector<Spalte>& columns) {
-    return std::accumulate(columns.begin(), columns.end(), 0.0,
-                           [](double sum, const Spalte& column) { return sum + column.width + gap; });
+/// Points in which all columns would stand beside each other; the gaps between them do not shrink.
+double fittingPoints(const std::vector<Spalte>& columns, double width) {
+    const double texts = std::accumulate(columns.begin(), columns.end(), 0.0,
+                                         [](double sum, const Spalte& column) { return sum + column.width; });
+    return largest * (width - gap * static_cast<double>(columns.size())) / std::max(texts, 1.0);
 }
 
 /// The pages of one list.
@@ -58,7 +60,7 @@ class Satz {
 public:
     Satz(const Grid& grid, const Tabellenblatt& paper, std::vector<Spalte> columns, QString kopf)
         : m_grid(grid), m_paper(paper), m_columns(std::move(columns)), m_kopf(std::move(kopf)) {
-        m_points = std::clamp(largest * paper.width / std::max(totalOf(m_columns), 1.0), smallest, largest);
+        m_points = std::clamp(fittingPoints(m_columns, paper.width), smallest, largest);
         for (Spalte& column : m_columns) column.width = std::min(column.width * m_points / largest + gap, paper.width);
         m_line = m_points * lineHeight;
         formBands();
@@ -71,9 +73,8 @@ public:
             if (!advance(progress)) return {};
             const double height = heightOf(lines[i]);
             // A line before a sum does not stand alone at the foot of a page.
-            const double wanted = lines[i].art == Zeilenart::Strich && i + 1 < lines.size()
-                                      ? height + heightOf(lines[i + 1])
-                                      : height;
+            const double wanted =
+                lines[i].art == Zeilenart::Strich && i + 1 < lines.size() ? height + heightOf(lines[i + 1]) : height;
             if (m_y + wanted > m_paper.height && m_y > m_top) beginPages();
             for (size_t band = 0; band < m_bands.size(); ++band) addRow(lines[i], band);
             m_y += height;
@@ -203,7 +204,7 @@ private:
 }  // namespace
 
 bool braucht_Querformat(const Grid& grid, const Tabellenblatt& upright) {
-    return totalOf(measured(grid, upright, nullptr)) * readable / largest > upright.width;
+    return fittingPoints(measured(grid, upright, nullptr), upright.width) < readable;
 }
 
 Drawing Tabellendruck(const Grid& grid, const Tabellenblatt& paper, const Sheet& sheet, const QString& kopf,

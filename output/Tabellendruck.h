@@ -15,8 +15,8 @@ struct Tabellenblatt {
 /// True where the list is too wide for upright paper in a size that reads well.
 bool braucht_Querformat(const Grid& grid, const Tabellenblatt& upright);
 
-/// The pages. The type shrinks until all columns fit beside each other; where it would no longer be read, the columns go
-/// on on further pages, each with the first column. Nothing is cut: a text wider than the paper takes several lines.
+/// The pages. The type shrinks until all columns fit beside each other; where it would no longer be read, the columns
+/// go on on further pages, each with the first column. Nothing is cut: a text wider than the paper takes several lines.
 /// `kopf` stands above the table of the first page, "" for none. Empty pages where the work was cancelled.
 Drawing Tabellendruck(const Grid& grid, const Tabellenblatt& paper, const Sheet& sheet, const QString& kopf,
                       Progress* progress = nullptr);

@@ -11,7 +11,7 @@ struct Textlistenform {
     QString trenner = QStringLiteral(" | ");  ///< between two columns
     QString datum = {};                       ///< head line "Datum: ...", none where empty
     QString kopf = {};                        ///< further head line, none where empty
-    Progress* progress = nullptr;  ///< of two steps a row
+    Progress* progress = nullptr;             ///< of two steps a row
 };
 
 /// The whole list with CR LF behind each line; "" where cancelled. Every column is as wide as its longest text or

@@ -90,7 +90,8 @@ Tabellenblatt sheetOf(QPrinter& printer, Faces& faces) {
 
 Drawing drawTable(QPrinter& printer, Koben& koben, const Grid& grid, const QString& title) {
     Faces faces(printer);
-    Progress progress(koben, QStringLiteral("Die Seiten werden aufgebaut ..."), 2 * static_cast<qint64>(grid.rowCount()));
+    Progress progress(koben, QStringLiteral("Die Seiten werden aufgebaut ..."),
+                      2 * static_cast<qint64>(grid.rowCount()));
     return Tabellendruck(grid, sheetOf(printer, faces), {.title = title, .date = koben.Heute},
                          koben.Konfig_Text[Text::Berichtskopf], &progress);
 }

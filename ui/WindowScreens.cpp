@@ -231,6 +231,8 @@ bool WindowScreens::progress(const QString& what, int percent) {
         m_progress->setAutoReset(false);
     }
     m_progress->setLabelText(what);
+    // The dialog looks for its cancel only where the value is another.
+    if (m_progress->isVisible() && m_progress->value() == percent) QCoreApplication::processEvents();
     m_progress->setValue(percent);
     return !m_progress->wasCanceled();
 }

@@ -73,8 +73,8 @@ TEST(Zwischenliste, CellsAreNoStructure) {
         Liste_uebergeben(run.koben, list.gridli);
         EXPECT_EQ(f.gridli.cell(1, 1), "1");
     });
-    EXPECT_EQ(run.lines("LISTE.TXT").mid(2), (QStringList{".    | A B        | 1,5", QString(23, u'-'),
-                                                          "S  1 | 15.07.2026 | 2,5"}));
+    EXPECT_EQ(run.lines("LISTE.TXT").mid(2),
+              (QStringList{".    | A B        | 1,5", QString(23, u'-'), "S  1 | 15.07.2026 | 2,5"}));
     EXPECT_EQ(run.bytes("report.htm").count("<td>.</td>"), 1);
     EXPECT_EQ(run.bytes("report.htm").count("class=\"strich\""), 1);
 }

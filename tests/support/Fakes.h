@@ -81,7 +81,11 @@ public:
         if (onBreathe) onBreathe();
     }
     int progressInterval() const override { return 0; }
-    bool progress(const QString& what, int percent) override { return !onProgress || onProgress(what, percent); }
+    /// Told once for each percent.
+    bool progress(const QString& what, int percent) override {
+        return std::exchange(m_percent, percent) == percent || !onProgress || onProgress(what, percent);
+    }
+    void progressEnds() override { m_percent = -1; }
 
 private:
     bool ask(const QString& text, const char* yes, const char* no) {
@@ -100,6 +104,7 @@ private:
     }
 
     std::deque<std::function<void(Form&)>> m_scripts;
+    int m_percent = -1;
 };
 
 /// What a job left behind. A change of font stands where it takes effect, as "{Courier New 10 fett}";

@@ -15,9 +15,8 @@ LAYOUT(PA_Zwischenliste) {
         previewTable(*print->window(), form.koben, form.gridli, Berichtstitel(form.koben));
     });
     leadsToAnimals(form.gridli);
-    return column(
-        {grid(form.gridli, QStringLiteral("Die Liste ist leer.")),
-         buttons({button(form.comtext), button(form.comexcel), button(form.roexplorer[0]), button(form.roexplorer[1]),
-                  own(print)},
-                 {button(form.hilfe), button(form.cmdschließen)})});
+    return column({grid(form.gridli, QStringLiteral("Die Liste ist leer.")),
+                   buttons({button(form.comtext), button(form.comexcel), button(form.roexplorer[0]),
+                            button(form.roexplorer[1]), own(print)},
+                           {button(form.hilfe), button(form.cmdschließen)})});
 }
