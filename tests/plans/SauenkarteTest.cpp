@@ -162,7 +162,7 @@ TEST_F(Sauenkarte, isNotedAsPrintedOnlyWhereItWas) {
     print();
     EXPECT_EQ(hof.zeige("select Aenderung from Sauen"), "X");
     hof.platform.printerReady = true;
-    hof.platform.failAtLine = 20;
+    hof.platform.failAtLine = 10;
     EXPECT_ANY_THROW(print());
     EXPECT_EQ(hof.zeige("select Aenderung from Sauen"), "X");
     EXPECT_FALSE(hof.platform.jobs.back()->ended);
