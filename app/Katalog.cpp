@@ -25,11 +25,19 @@
 #include "output/PA_Textausgabe.h"
 #include "output/PA_Zwischenliste.h"
 #include "plans/PB_Arbeitsplan.h"
+#include "plans/PB_Sauenkarte.h"
+#include "plans/PB_Statusplan.h"
+#include "plans/PB_Tierinformation_Buchungen.h"
+#include "plans/PB_Tierinformation_Schweine.h"
 #include "plans/PB_Wartezeiten.h"
 #include "plans/PV_Arbeitsplandaten.h"
 #include "plans/PV_Arbeitsplandaten_Eingabe.h"
 #include "plans/PV_Termine.h"
 #include "plans/PV_Termine_Eingabe.h"
+#include "stock/PB_Bestand.h"
+#include "stock/PB_Bestandsregister.h"
+#include "stock/PV_Bestandsdaten.h"
+#include "stock/PV_Bestandsdaten_Eingabe.h"
 
 namespace koben {
 
@@ -66,6 +74,14 @@ Catalogue all() {
     forms.add<PB_Wartezeiten>(QStringLiteral("PB_Wartezeiten"));
     forms.add<PV_Termine>(QStringLiteral("PV_Termine"));
     forms.add<PV_Termine_Eingabe>(QStringLiteral("PV_Termine_Eingabe"));
+    forms.add<PB_Statusplan>(QStringLiteral("PB_Statusplan"));
+    forms.add<PB_Sauenkarte>(QStringLiteral("PB_Sauenkarte"));
+    forms.add<PB_Tierinformation_Schweine>(QStringLiteral("PB_Tierinformation_Schweine"));
+    forms.add<PB_Tierinformation_Buchungen>(QStringLiteral("PB_Tierinformation_Buchungen"));
+    forms.add<PB_Bestand>(QStringLiteral("PB_Bestand"));
+    forms.add<PB_Bestandsregister>(QStringLiteral("PB_Bestandsregister"));
+    forms.add<PV_Bestandsdaten>(QStringLiteral("PV_Bestandsdaten"));
+    forms.add<PV_Bestandsdaten_Eingabe>(QStringLiteral("PV_Bestandsdaten_Eingabe"));
     forms.add<S_Importtabelle>(QStringLiteral("S_Importtabelle"));
     return forms;
 }

@@ -8,7 +8,14 @@ namespace Zahl {
 enum Slot : int {
     TageBelegungFerkelung = 0,
     TageFerkelungBelegung = 1,
-    PlanFeldNummer = 14,  ///< 14 to 17: the columns Nummer, Art, Stallnr, Gruppe of the work plan
+    TierberichtTiere = 2,
+    TierberichtBetrieb = 3,  ///< 0 in the herd on the day, 1 not
+    TierberichtSortierung = 4,
+    BuchungsberichtTiere = 5,
+    BuchungsberichtAuswahl = 6,
+    BuchungsberichtTierfelder = 7,  ///< a bit each: Art, Nummer, Gruppe, Stallnr
+    BuchungsberichtForm = 8,        ///< a bit each: empty rows, events, events by animal
+    PlanFeldNummer = 14,            ///< 14 to 17: the columns Nummer, Art, Stallnr, Gruppe of the work plan
     PlanFeldGruppe = 17,
     Druckformat = 18,  ///< 0 portrait, 1 landscape
     DruckFett = 19,
@@ -20,6 +27,9 @@ enum Slot : int {
     ListeSortSpalte = 25,
     ListeSortRichtung = 26,  ///< 1 ascending, 2 descending, else none
     PlanTage = 27,
+    BestandNurBezugsdatum = 28,
+    BestandAlter = 29,
+    BestandBericht = 30,  ///< the special report chosen last
     TageFerkelungAbsetzung = 34,
     TageBelegungKontrolle = 39,
     TageAbsetzungBelegung = 40,
@@ -41,25 +51,32 @@ enum Slot : int {
     PlanWartezeit = 56,
     NummerErhoehen = 57,
     ListeBreit = 58,  ///< 1: the panel takes two thirds
+    BestandSortierung = 59,
     PlanNurSauen = 60,
+    RegisterFerkel = 61,
     FilterAnzeige = 62,
     FilterVerkauft = 63,
     FilterSauen = 64,
     TaetowierungDoppelt = 67,
     Starts = 68,
+    RegisterAddieren = 70,
 };
 }
 
 /// Slots of Variablen::Konfig_Text.
 namespace Text {
 enum Slot : int {
+    TierberichtFelder = 3,
     Listentrenner = 4,
     Trenner = 10,
     PlanZeichenTermin = 15,
     PlanZeichenFrei = 16,
     PlanArten = 17,
+    BestandFelder = 19,
     Berichtskopf = 25,
     LetzteSicherung = 26,
+    RegisterVon = 27,
+    RegisterBetrieb = 28,  ///< 28 to 32: the farm's lines in the head of the register
     Sortierung1 = 33,
     Sortierung2 = 34,
 };

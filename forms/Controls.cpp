@@ -34,6 +34,11 @@ void CheckBox::click() {
 Option::Option(OptionGroup& group, Form& form, const QString& name, const QString& caption, int index)
     : Control(form, name, index), m_group(group), m_caption(caption) {}
 
+void Option::setCaption(const QString& caption) {
+    m_caption = caption;
+    notify(Aspect::Text);
+}
+
 bool Option::selected() const { return m_group.selected() == index(); }
 
 void Option::click() {

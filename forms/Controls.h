@@ -77,6 +77,7 @@ class Option : public Control {
 public:
     Option(OptionGroup& group, Form& form, const QString& name, const QString& caption, int index);
     const QString& caption() const { return m_caption; }
+    void setCaption(const QString& caption);
     bool selected() const;
     void click();
 

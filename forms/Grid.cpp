@@ -215,6 +215,11 @@ const Value& Grid::sourceValue(int source, int column) const {
     return column <= cells.size() ? cells.at(column - 1) : missing;
 }
 
+qint64 Grid::animal(int row) const {
+    const bool own = !m_bound && row >= 1 && row <= rowCount();
+    return own ? m_cells[static_cast<size_t>(m_order[static_cast<size_t>(row - 1)])].animal : 0;
+}
+
 bool Grid::isSeparator(int row) const {
     return !m_bound && row >= 1 && row <= rowCount() &&
            m_cells[static_cast<size_t>(m_order[static_cast<size_t>(row - 1)])].separator;

@@ -45,8 +45,10 @@ public:
     /// Adding rows makes a bound grid one of cells of its own. A cell holds any text; none is read as structure.
     void addRow(const QStringList& cells) { insertRow(rowCount() + 1, cells); }
     void insertRow(int row, const QStringList& cells);
-    /// Typed cells: a number shows as its column says, Null as nothing.
-    void addValues(Row cells) { insert(rowCount() + 1, {std::move(cells)}); }
+    /// Typed cells: a number shows as its column says, Null as nothing. `animal` is the ID of the animal that the row
+    /// is about, 0 for none: by it a window leads there.
+    void addValues(Row cells, qint64 animal = 0) { insert(rowCount() + 1, {std::move(cells), false, animal}); }
+    qint64 animal(int row) const;
     /// A line before a sum, or with another one the end of a block. Shows as "." in its first cell.
     void addSeparator() { insert(rowCount() + 1, {{Value(QStringLiteral("."))}, true}); }
     /// Shows a result: a column for each field, titled by its name (unless columns with those keys stand already),
@@ -133,6 +135,7 @@ private:
     struct Source {
         Row cells;
         bool separator = false;
+        qint64 animal = 0;
     };
     QString sourceText(int source, int column) const;
     const Value& sourceValue(int source, int column) const;

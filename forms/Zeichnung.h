@@ -60,6 +60,9 @@ struct DrawPage {
 struct Sheet {
     QString title = {}, date = {};    ///< in the upper margin; with a title, "Seite x von y" in the lower one
     std::vector<TextLine> head = {};  ///< stands again above lines that a full sheet has pushed to the next
+    /// Of cards: so many characters of the printer's own font stand on a line, for which the side margins give way, and
+    /// a page that is too high becomes smaller as a whole instead of going on on the next sheet. 0 for other documents.
+    int cardColumns = 0;
 };
 
 struct Drawing {

@@ -79,7 +79,7 @@ public:
             cells << from << to << work;
             addFields(cells, due.animal);
         }
-        m_grid.addValues(std::move(cells));
+        m_grid.addValues(std::move(cells), m_animals.integer(due.animal, m_id));
     }
 
 private:
@@ -126,6 +126,7 @@ private:
     const Zeitraum m_period;
     const Arbeitsplanform& m_form;
     std::array<int, 4> m_columns{};  // of the table of animals; -1 for a field that is not listed
+    const int m_id = m_animals.columnOf(u"ID");
     const Value m_due = m_form.due, m_free = m_form.free;
 };
 

@@ -9,9 +9,10 @@ namespace {
 /// The animals whose latest block ends today or later; those that have left too.
 Table blocked(const Database& db, const QString& today) {
     return db.table(
-        QStringLiteral("select Nummer, Art, Gruppe, Stallnr, xdatum from Sauen inner join (select Kennung, "
-                       "max(Wartezeit_Datum) as xdatum from Behandlung where Wartezeit_Datum >= %1 group by Kennung) "
-                       "as sperre on Sauen.ID = sperre.Kennung order by Nummer")
+        QStringLiteral(
+            "select Nummer, Art, Gruppe, Stallnr, xdatum, Sauen.ID as tier from Sauen inner join (select Kennung, "
+            "max(Wartezeit_Datum) as xdatum from Behandlung where Wartezeit_Datum >= %1 group by Kennung) "
+            "as sperre on Sauen.ID = sperre.Kennung order by Nummer")
             .arg(Sql_Datum(QString(today))));
 }
 
@@ -38,7 +39,7 @@ void PB_Wartezeiten::Load() {
         for (int column = 0; column < 4; ++column) cells += Hochkomma_ersetzen(animals.text(row, column));
         const QDate until = animals.value(row, 4).toDate();
         cells << until << today.daysTo(until);
-        gridli.addValues(std::move(cells));
+        gridli.addValues(std::move(cells), animals.integer(row, 5));
     }
 }
 

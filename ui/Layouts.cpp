@@ -10,8 +10,14 @@
     X(PA_Textausgabe) \
     X(PA_Zwischenliste) \
     X(PB_Arbeitsplan) \
+    X(PB_Bestand) \
+    X(PB_Bestandsregister) \
     X(PB_Neues_Schwein) \
+    X(PB_Sauenkarte) \
     X(PB_Selektieren) \
+    X(PB_Statusplan) \
+    X(PB_Tierinformation_Buchungen) \
+    X(PB_Tierinformation_Schweine) \
     X(PB_Verkauf_Ferkel) \
     X(PB_Verkauf_Ferkel_Eingabe) \
     X(PB_Verkauf_Schweine) \
@@ -23,6 +29,7 @@
     X(PE_Bewegungsdaten_Verluste) \
     X(PO_Einstellungen) \
     X(PV_Arbeitsplandaten_Eingabe) \
+    X(PV_Bestandsdaten_Eingabe) \
     X(PV_Medizin_Eingabe) \
     X(PV_Stichworte) \
     X(PV_Termine_Eingabe) \

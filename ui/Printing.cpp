@@ -52,7 +52,16 @@ Sheets::Sheets(const Drawing& drawing, QPrinter& printer)
     const QRectF paper = printer.pageRect(QPrinter::DevicePixel);
     m_width = paper.width();
     m_height = paper.height();
+    widenForCards();
     for (const DrawPage& page : drawing.pages) layOut(page);
+}
+
+void Sheets::widenForCards() {
+    const double wanted = m_drawing.sheet.cardColumns * m_faces.of({}).metrics.horizontalAdvance(u'0');
+    if (wanted <= m_width) return;
+    const QRectF sheet = m_printer.paperRect(QPrinter::DevicePixel), within = m_printer.pageRect(QPrinter::DevicePixel);
+    m_left = sheet.left() + (sheet.width() - wanted) / 2 - within.left();
+    m_width = wanted;
 }
 
 void Sheets::layOut(const DrawPage& page) {
@@ -94,7 +103,7 @@ void Sheets::add(Line& line, const Faces::Face& face, QString rest, bool repeatH
 /// Puts what stands on one line onto the sheet, or onto the next where it is full.
 void Sheets::flush(Line& line, bool repeatHead) {
     const double height = line.ascent + line.below;
-    if (m_y > 0 && m_y + height > m_height) {
+    if (m_y > 0 && m_y + height > m_height && m_drawing.sheet.cardColumns == 0) {
         m_sheets.emplace_back();
         m_y = 0;
         if (repeatHead)
@@ -105,6 +114,7 @@ void Sheets::flush(Line& line, bool repeatHead) {
         m_sheets.back().runs.push_back(std::move(run));
     }
     m_y += height;
+    m_sheets.back().height = m_y;
     line = {};
 }
 
@@ -117,16 +127,24 @@ void Sheets::paint(QPainter& painter) {
         const OneSheet& one = m_sheets[static_cast<size_t>(sheet)];
         if (one.placed)
             for (const DrawItem& item : one.placed->items) paintItem(painter, item);
-        for (const Run& run : one.runs) {
-            painter.setFont(run.face->font);
-            painter.drawText(run.at, run.text);
-        }
+        paintLines(painter, one);
     }
+}
+
+void Sheets::paintLines(QPainter& painter, const OneSheet& sheet) {
+    painter.save();
+    painter.translate(m_left, 0);
+    if (sheet.height > m_height) painter.scale(m_height / sheet.height, m_height / sheet.height);
+    for (const Run& run : sheet.runs) {
+        painter.setFont(run.face->font);
+        painter.drawText(run.at, run.text);
+    }
+    painter.restore();
 }
 
 /// The title and the day above what the job prints, the number of the sheet below it.
 void Sheets::paintMargins(QPainter& painter, int number) {
-    const auto& [title, date, head] = m_drawing.sheet;
+    const QString &title = m_drawing.sheet.title, &date = m_drawing.sheet.date;
     if (title.isEmpty()) return;
     const Faces::Face& face = m_faces.of(marginFace);
     painter.setFont(face.font);

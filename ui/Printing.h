@@ -45,6 +45,7 @@ private:
     struct OneSheet {
         std::vector<Run> runs;
         const DrawPage* placed = nullptr;  ///< what has places of its own
+        double height = 0;
     };
     /// A line that is being set.
     struct Line {
@@ -55,10 +56,12 @@ private:
             below = std::max(below, face.metrics.lineSpacing() - face.metrics.ascent());
         }
     };
+    void widenForCards();
     void layOut(const DrawPage& page);
     void add(const TextLine& line, bool repeatHead);
     void add(Line& line, const Faces::Face& face, QString rest, bool repeatHead);
     void flush(Line& line, bool repeatHead);
+    void paintLines(QPainter& painter, const OneSheet& sheet);
     void paintMargins(QPainter& painter, int number);
     void paintItem(QPainter& painter, const DrawItem& item);
     QRectF pixels(const QRectF& millimetres) const;
@@ -68,6 +71,7 @@ private:
     Faces m_faces;
     std::vector<OneSheet> m_sheets;
     double m_width, m_height, m_dots;  ///< pixels; dots a millimetre
+    double m_left = 0;                 ///< of the lines, from the left margin
     double m_y = 0;
 };
 

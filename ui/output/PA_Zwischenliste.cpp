@@ -3,6 +3,7 @@
 #include "output/Uebergabe.h"
 #include "ui/Layout.h"
 #include "ui/Preview.h"
+#include "ui/ToAnimal.h"
 
 LAYOUT(PA_Zwischenliste) {
     // The list as it stands, on paper: the window's own, beside the roads that the form offers.
@@ -13,6 +14,7 @@ LAYOUT(PA_Zwischenliste) {
         if (form.gridli.rowCount() == 0) return form.koben.message(QStringLiteral("Es sind keine Daten in der Liste."));
         previewTable(*print->window(), form.koben, form.gridli, Berichtstitel(form.koben));
     });
+    leadsToAnimals(form.gridli);
     return column({grid(form.gridli, QStringLiteral("Die Liste ist leer.")),
                    buttons({button(form.comtext), button(form.comexcel), button(form.roexplorer[0]),
                             button(form.roexplorer[1]), own(print)},
