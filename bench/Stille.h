@@ -5,6 +5,7 @@
 
 #include "forms/Form.h"
 #include "forms/Koben.h"
+#include "ui/Printing.h"
 
 namespace koben {
 
@@ -40,7 +41,10 @@ public:
     QDateTime now() override { return QDateTime(m_heute, QTime(8, 0)); }
     QStringList printers() override { return {QStringLiteral("Drucker")}; }
     QStringList fonts() override { return {QStringLiteral("Courier New")}; }
-    std::unique_ptr<PrintJob> print(const QString&, bool) override { return nullptr; }
+    /// Every document becomes a PDF.
+    std::unique_ptr<PrintJob> print(const QString&, bool landscape) override {
+        return ui::beginPdf(m_ordner + QStringLiteral("/druck.pdf"), landscape, {});
+    }
     bool open(const QString&) override { return true; }
     bool start(const QString&) override { return true; }
     std::optional<QByteArray> httpGet(const QString&) override { return std::nullopt; }

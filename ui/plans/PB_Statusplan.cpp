@@ -9,7 +9,7 @@ LAYOUT(PB_Statusplan) {
         leadsToAnimals(*list);
         // A sign beside the row, so that what is late is seen without reading and without colours.
         list->rowTitle = [list](int row) {
-            return PB_Statusplan::isOverdue(*list, row) ? QStringLiteral("! %1").arg(row) : QString();
+            return PB_Statusplan::isOverdue(*list, row) ? QStringLiteral(" ! ") : QStringLiteral("   ");
         };
         lists.push_back(grid(*list, QStringLiteral("Keine Sau in diesem Zustand.")));
     }
