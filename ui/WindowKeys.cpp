@@ -1,10 +1,8 @@
 #include "ui/WindowKeys.h"
 
 #include <QAbstractButton>
-#include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QKeySequence>
-#include <QLineEdit>
 #include <QMenu>
 
 #include "forms/Koben.h"
@@ -12,6 +10,7 @@
 #include "ui/Bound.h"
 #include "ui/FormWindow.h"
 #include "ui/Mnemonics.h"
+#include "ui/TypeSearch.h"
 
 namespace koben::ui {
 
@@ -51,22 +50,6 @@ QAbstractButton* buttonNamed(const FormWindow& window, const char* name) {
     return control ? qobject_cast<QAbstractButton*>(window.widgetOf(*control)) : nullptr;
 }
 
-/// The search field, or else the first list.
-QWidget* searchOf(const FormWindow& window) {
-    for (QLineEdit* edit : window.findChildren<QLineEdit*>())
-        if (edit->isClearButtonEnabled() && edit->isVisibleTo(&window)) return edit;
-    for (QWidget* widget : window.tabOrder())
-        if (qobject_cast<QAbstractItemView*>(widget) && widget->isVisibleTo(&window)) return widget;
-    return nullptr;
-}
-
-void search(FormWindow& window) {
-    QWidget* field = searchOf(window);
-    if (!field) return;
-    field->setFocus(Qt::ShortcutFocusReason);
-    if (auto* edit = qobject_cast<QLineEdit*>(field)) edit->selectAll();
-}
-
 void addAction(FormWindow& window, QMenu& menu, QAction* before, const char* caption, const char* keys,
                const std::function<void()>& act) {
     QSet<QChar> taken;
@@ -104,7 +87,7 @@ void prepareKeys(FormWindow& window) {
     if (auto* menu = window.findChild<QMenu*>(QStringLiteral("XB_Bestand")); menu && isMain(window)) {
         QAction* end = menu->findChild<QAction*>(QStringLiteral("XB_beenden"));
         menu->insertSeparator(end);
-        addAction(window, *menu, end, "Tier suchen", "Ctrl+F", [&window] { search(window); });
+        addAction(window, *menu, end, "Tier suchen", "Ctrl+F", [&window] { toSearch(window); });
         addAction(window, *menu, end, "Liste neu lesen", "F5", [&window] {
             const Koben& koben = window.form().koben;
             if (koben.herdList) window.form().act([&koben] { koben.herdList->datenschweinelesen(); });
@@ -125,7 +108,7 @@ bool windowKey(FormWindow& window, const QKeyEvent& event) {
     const QKeySequence pressed(event.keyCombination());
     if (isMain(window)) return false;
     if (event.modifiers() == Qt::ControlModifier && kindKey(window, event.key())) return true;
-    if (pressed == sequence("Ctrl+F")) return search(window), true;
+    if (pressed == sequence("Ctrl+F")) return toSearch(window), true;
     for (const ButtonKey& key : ButtonKeys) {
         if (pressed != sequence(key.keys)) continue;
         QAbstractButton* button = buttonNamed(window, key.button);

@@ -89,7 +89,7 @@ TEST_F(NamesTest, EveryControlHasAWordOfTheUsers) {
             plan->woche[3].click();
             plan->ok[0].click();
         } else if (dynamic_cast<PE_Bewegungsdaten*>(&form)) {
-            for (const Buchungsart& kind : Buchungsarten) koben.open(QString::fromUtf8(kind.screen));
+            for (const auto& kind : Buchungsarten) koben.open(QString::fromUtf8(kind.screen));
         } else if (auto* neu = dynamic_cast<Button*>(form.find(u"neu"))) {
             neu->click();
         }
