@@ -23,7 +23,7 @@ void Bewegungseingabe::bookingDate(const QString& label, TextBox& control, Butto
 QString Bewegungseingabe::stored(const QString& column) const { return li().cell(li().row(), column); }
 
 double Bewegungseingabe::storedNumber(const QString& column) const {
-    return adding() ? 0 : li().value(li().row(), column).toDouble();
+    return adding() ? 0 : Wert(li().cell(li().row(), column));
 }
 
 bool Bewegungseingabe::dateEntered() const { return Ist_Datum(tdat.text()); }

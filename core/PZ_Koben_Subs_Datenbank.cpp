@@ -1,7 +1,6 @@
 // Creating and upgrading the database, keywords, litter numbers. (The cycle engine is in units of its own.)
 #include "core/PZ_Koben_Subs_Datenbank.h"
 
-
 #include "core/PZ_Koben_Subs.h"
 #include "core/Wurfnummern.h"
 #include "store/Schema.h"

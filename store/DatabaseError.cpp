@@ -40,8 +40,7 @@ DatabaseError DatabaseError::ofStatement(Kind kind, const QString& what, const Q
 
 QString programFault() {
     return QStringLiteral(
-        "Dieser Schritt konnte nicht ausgeführt werden, weil im Programm ein Fehler ist. Es wurde nichts gespeichert. "
-        "Bitte starten Sie KOBEN neu, und fragen Sie die Hilfe am Telefon, wenn es wieder vorkommt.");
+        "Im Programm ist ein Fehler aufgetreten. Bitte fragen Sie die Hilfe am Telefon, wenn er wieder vorkommt.");
 }
 
 }  // namespace koben

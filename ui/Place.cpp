@@ -11,7 +11,7 @@ namespace koben::ui {
 
 namespace {
 
-/// What the desktop draws around the window; a guess until it has told.
+/// What the desktop draws around the window; a guess until that is known.
 QMargins frameOf(const QWidget& window) {
     const QWindow* handle = window.windowHandle();
     const QMargins told = handle ? handle->frameMargins() : QMargins();

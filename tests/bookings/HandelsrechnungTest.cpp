@@ -34,7 +34,7 @@ TEST_F(HandelsrechnungTest, ränderDerEingabe) {
                            {"0=2 2=-0,45", "2 -0,23 -0,45 0,00 0,00"},  // away from zero
                            {"0=3 1=1234567,89", "3 1234567,89 3703703,67 0,00 0,00"},
                            {"0=4 4=abc1.5", "4 0,00 0,00 0,38 1,50"},
-                           {"1=1,2,3", "1 0,00 0,00 0,00 0,00"}})
+                           {"1=1,2,3", "1 1,2,3 0,00 0,00 0,00"}})
         neu<Sauverkauf>(Ferkelverkauf, {1}, [&](Sauverkauf& form) { pruefe(form, c); });
     for (const Steps& c : {Steps{"0=5 2=30 1=3", "0 3 30,00 90,00 0,00 0,00 0,00"},  // a sale ends the purchase
                            {"1=10 3=290 4=50", "0 10 29,00 290,00 50,00 0,00 0,00"},

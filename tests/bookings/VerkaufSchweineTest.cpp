@@ -92,7 +92,8 @@ TEST_F(VerkaufSchweineTest, fünfhundertVonDreißigtausend) {
         for (int row = 59; row < 30000; row += 60) marks.push_back(row);
         form.li.mark(marks);
         screens.answers = {true, true};
-        EXPECT_THROW(form.neu.click(), DatabaseError);
+        form.neu.click();
+        EXPECT_FALSE(texte().filter("nichts davon gespeichert").isEmpty());
         EXPECT_EQ(sold(), "");
         EXPECT_EQ(screens.waiting, 0);
         failAt = 0;

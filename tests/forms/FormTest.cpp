@@ -87,7 +87,7 @@ TEST_F(FormTest, WhatAHandlerThrowsGoesNoFurther) {
     const QStringList told = log.filter("! ");
     ASSERT_EQ(told.size(), 2);
     EXPECT_TRUE(told[0].contains("Die Platte ist voll.") && told[0].contains("nichts davon gespeichert"));
-    EXPECT_TRUE(told[1].contains("unerwarteter Fehler") && !told[1].contains("broken"));
+    EXPECT_TRUE(told[1].contains("Im Programm ist ein Fehler") && !told[1].contains("broken"));
     for (const QString& line : told) log.removeAll(line);
     EXPECT_EQ(taken(),
               "+ A, load A, first A, activate A, + B, load B, first B, activate B, + K, - K, activate B, - B, click "

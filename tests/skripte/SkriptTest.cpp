@@ -211,7 +211,7 @@ TEST(Skript, ReadingAndChecking) {
                         "klick opti(1)\npruefe opti(1) an\npruefe opti(0) aus\npruefe weg unsichtbar\n"
                         "pruefe aus gesperrt\nmenue XE_eingabe\nzeige PA_Koben.datali\nwahl kom = zwei\nzeige kom\n"
                         "zeige kom.text\nzeige tätowierung\nzeige PA_Koben.li"),
-              "> text Text1 = a\\tb\\nc\\\\n\n> zeige text1\n= a\tb\n= c\\n\n> zeige bez\n= Zeile 1\\nZeile 2\n"
+              "> text Text1 = a\\tb\\nc\\\\n\n> zeige text1\n= a b  c\\n\n> zeige bez\n= Zeile 1\\nZeile 2\n"
               "> zeige beenden\n= &Ende\n> haken kon an\n> zeige kon\n= an\n> klick opti(1)\n> pruefe opti(1) an\n"
               "> pruefe opti(0) aus\n> pruefe weg unsichtbar\n> pruefe aus gesperrt\n"
               "> menue XE_eingabe\n+ PE_Eingabe\n"
