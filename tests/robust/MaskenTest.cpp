@@ -18,7 +18,11 @@ bool structural(QChar c) { return (c < u' ' && c != u'\n') || c == QChar(0x7f); 
 TEST_P(MaskenTest, nichtsUnpassendesWirdGeschrieben) {
     const Aktion& aktion = GetParam();
     if (!aktion.hof) return;
+    static int turn = 0;  // in a short run each action meets two of the texts, and each text some actions
+    const int every = longRun() ? 1 : 5;
+    int number = turn++;
     for (const QString& text : Hostile) {
+        if (number++ % every != 0) continue;
         SCOPED_TRACE(text.left(40).toStdString());
         const auto folder = angerichtet(aktion);
         Sitzung run(*folder);
