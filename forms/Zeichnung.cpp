@@ -17,9 +17,9 @@ void DrawnJob::newPage() {
     m_drawing.pages.emplace_back();
 }
 
-void DrawnJob::end() {
+bool DrawnJob::end(const Go& go) {
     endLine();
-    finish(m_drawing);
+    return finish(m_drawing, go);
 }
 
 namespace {

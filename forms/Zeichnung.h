@@ -6,6 +6,7 @@
 #include <QRectF>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <variant>
 #include <vector>
 
@@ -87,7 +88,11 @@ public:
     /// Title, date and repeated head; they are no lines of the job.
     virtual void setSheet(const Sheet& sheet) { Q_UNUSED(sheet) }
     virtual void newPage() = 0;
-    virtual void end() = 0;  ///< without it nothing is printed
+    /// Called now and then with how far the output is; false gives it up.
+    using Go = std::function<bool(int percent)>;
+    /// Prints; without it nothing is printed. False where it was given up or could not be printed: a file is not there
+    /// then, and of a printer's sheets none is known to be.
+    virtual bool end(const Go& go = {}) = 0;
 };
 
 /// A job that gathers its drawing and shows it at the end.
@@ -103,10 +108,10 @@ public:
     void place(const DrawItem& item) override { m_drawing.pages.back().items.push_back(item); }
     void setSheet(const Sheet& sheet) override { m_drawing.sheet = sheet; }
     void newPage() override;
-    void end() override;
+    bool end(const Go& go = {}) override;
 
 protected:
-    virtual void finish(const Drawing& drawing) = 0;
+    virtual bool finish(const Drawing& drawing, const Go& go) = 0;
 
 private:
     void endLine();
@@ -122,7 +127,10 @@ public:
     Drawing drawing;  ///< whole after end()
 
 private:
-    void finish(const Drawing& whole) override { drawing = whole; }
+    bool finish(const Drawing& whole, const Go&) override {
+        drawing = whole;
+        return true;
+    }
 };
 
 /// Sends a drawing through any job.

@@ -40,6 +40,12 @@ void stillschweigend(Step step) {
     }
 }
 
+/// With a bar and a cancel: painting many sheets takes long. False where nothing was printed.
+bool finishPrint(Koben& koben, PrintJob& job) {
+    Progress progress(koben, QStringLiteral("Der Text wird gedruckt ..."), 100);
+    return job.end([&](int percent) { return progress.step(percent); });
+}
+
 }  // namespace
 
 PA_Textausgabe::PA_Textausgabe(Koben& koben_)
@@ -241,7 +247,7 @@ void PA_Textausgabe::dateidrucken_Click() {
     if (!read)
         throw std::runtime_error(
             QStringLiteral("Die Datei %1 kann nicht gelesen werden.").arg(koben.Ausgabedatei).toStdString());
-    job->end();
+    finishPrint(koben, *job);
 }
 
 /// Prints by way of a file, so that the text passes through the code page of all printed files. The file lies in the
@@ -261,7 +267,7 @@ void PA_Textausgabe::drucken_Click() {
     };
     if (!written || !Zeilen_lesen(path, print))
         for (const QString& line : t.text().split(u'\n')) print(line.endsWith(u'\r') ? line.chopped(1) : line);
-    stillschweigend([&] { job->end(); });
+    stillschweigend([&] { finishPrint(koben, *job); });
 }
 
 void PA_Textausgabe::abbv_Click() {

@@ -1,12 +1,15 @@
 #include "plans/PB_Sauenkarte.h"
 
 #include "core/PZ_Koben_Subs.h"
+#include "store/Action.h"
 
 namespace koben {
 
 namespace {
 
 enum Choice { All, None, Changed, Selected };
+
+constexpr int Steps = 1000, Drawn = 200;  // of the progress: painting takes longest
 
 }  // namespace
 
@@ -57,29 +60,33 @@ void PB_Sauenkarte::ok_Click() {
 /// All cards as one document, whole or not at all. False where nothing was printed.
 bool PB_Sauenkarte::print(const std::vector<int>& rows) {
     const auto job = koben.platform.print(komdrucker.text(), false);
-    if (!job) {
+    bool printed = false;
+    const bool whole = !job || run("Die Sauenkarten werden gedruckt ...", Steps, nullptr, [&](Progress& progress) {
+        if (!drawAll(*job, rows, progress)) return;
+        printed = job->end([&](int percent) { return progress.step(Drawn + percent * (Steps - Drawn) / 100); });
+    });
+    if (whole && !printed)
         koben.message(
             "Die Sauenkarten können nicht gedruckt werden, weil der Drucker nicht bereit ist. Bitte prüfen Sie, ob er "
             "eingeschaltet und angeschlossen ist, oder wählen Sie einen anderen Drucker.");
-        return false;
-    }
+    return printed;
+}
+
+/// False where the user has cancelled.
+bool PB_Sauenkarte::drawAll(PrintJob& job, const std::vector<int>& rows, Progress& progress) const {
     std::vector<qint64> sows;
     for (const int row : rows) sows.push_back(datali.value(row, u"ID").toInt());
-    const Kartenbuchungen bookings(m_db, sows);
+    const Kartenbuchungen bookings(m_db, sows, [&](qint64) { return progress.step(0); });
     const Kartentage days(koben);
-    Sauenkarten_beginnen(*job);
+    Sauenkarten_beginnen(job);
     const auto count = static_cast<qint64>(rows.size());
-    const bool whole = run("Die Sauenkarten werden gedruckt ...", count, nullptr, [&](Progress& progress) {
-        for (size_t i = 0; i < rows.size(); ++i) {
-            if (i > 0) job->newPage();
-            Sauenkarte_drucken(*job, sow(rows[i]), bookings.of(sows[i]), days);
-            if (!progress.advance()) return;
-        }
-    });
-    if (!whole) return false;
-    const WaitCursor wait(koben);
-    job->end();
-    return true;
+    for (qint64 i = 0; i < count; ++i) {
+        if (!progress.step(i * Drawn / count)) return false;
+        if (i > 0) job.newPage();
+        const auto at = static_cast<size_t>(i);
+        Sauenkarte_drucken(job, sow(rows[at]), bookings.of(sows[at]), days);
+    }
+    return !progress.cancelled();
 }
 
 void PB_Sauenkarte::draw(PrintJob& job, int row) const {
@@ -104,7 +111,8 @@ Kartensau PB_Sauenkarte::sow(int row) const {
 
 /// Their cards are up to date now.
 void PB_Sauenkarte::notePrinted(const std::vector<int>& rows) {
-    Transaction action(m_db);
+    Action action(m_db, rows.size() == 1 ? QStringLiteral("1 Sauenkarte gedruckt")
+                                         : QStringLiteral("%1 Sauenkarten gedruckt").arg(rows.size()));
     Statement clear =
         m_db.prepare("update Sauen set Aenderung = '' where ID = ? and (Aenderung <> '' or Aenderung IS NULL)");
     const int field = datali.columnOf(u"Aenderung");

@@ -29,6 +29,7 @@ private:
     void alletier_Click(int index);
     void ok_Click();
     bool print(const std::vector<int>& rows);
+    bool drawAll(PrintJob& job, const std::vector<int>& rows, Progress& progress) const;
     Kartensau sow(int row) const;
     void notePrinted(const std::vector<int>& rows);
 };

@@ -39,13 +39,17 @@ void PB_Tierinformation_Schweine::fillChoices() {
 
 void PB_Tierinformation_Schweine::ok_Click() {
     const QStringList fields = markedOrAll(liste);
-    const Table animals = [&] {
-        const WaitCursor wait(koben);
-        return m_db.table(query(fields));
-    }();
-    if (animals.rowCount() == 0)
-        return koben.message("Es wurden lt. den aktuellen Einstellungen keine Tiere gefunden!");
-    if (fill(animals, fields)) Liste_uebergeben(koben, gridli);
+    const qint64 herd = m_db.table("select count(*) from Sauen").integer(0, 0);
+    int found = 0;
+    const bool whole = run("Der Bericht wird erstellt ...", 2 * herd, &meter, [&](Progress& progress) {
+        const auto animals = m_db.table(query(fields), [&](qint64 rows) { return progress.step(rows); });
+        found = animals ? animals->rowCount() : 0;
+        if (found > 0) fill(*animals, fields, progress);
+    });
+    if (!whole) return;
+    if (found == 0) return koben.message("Es wurden lt. den aktuellen Einstellungen keine Tiere gefunden!");
+    gridli.addRow({QStringLiteral("Gesamt: %1 Tiere").arg(found)});
+    Liste_uebergeben(koben, gridli);
 }
 
 QString PB_Tierinformation_Schweine::query(const QStringList& fields) {
@@ -66,21 +70,16 @@ QString PB_Tierinformation_Schweine::presence() const {
         .arg(day);
 }
 
-/// False where the user has cancelled.
-bool PB_Tierinformation_Schweine::fill(const Table& animals, const QStringList& fields) {
+/// Not all of them where the user has cancelled.
+void PB_Tierinformation_Schweine::fill(const Table& animals, const QStringList& fields, Progress& progress) {
     const Tabellenfelder columns(animals, fields, Tabellenfelder::Betraege::Kurz);
     gridli.clear();
     for (int i = 0; i < columns.count(); ++i) gridli.addColumn(columns.column(i));
-    const bool whole = run("Der Bericht wird erstellt ...", animals.rowCount(), &meter, [&](Progress& progress) {
-        for (int row = 0; row < animals.rowCount(); ++row) {
-            Grid::Row cells;
-            columns.append(cells, row);
-            gridli.addValues(std::move(cells), animals.integer(row, animals.columnCount() - 1));
-            if (!progress.advance()) return;
-        }
-    });
-    if (whole) gridli.addRow({QStringLiteral("Gesamt: %1 Tiere").arg(animals.rowCount())});
-    return whole;
+    for (int row = 0; row < animals.rowCount() && progress.step(animals.rowCount() + row); ++row) {
+        Grid::Row cells;
+        columns.append(cells, row);
+        gridli.addValues(std::move(cells), animals.integer(row, animals.columnCount() - 1));
+    }
 }
 
 }  // namespace koben

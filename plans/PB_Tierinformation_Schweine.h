@@ -28,7 +28,7 @@ private:
     void ok_Click();
     QString query(const QStringList& fields);
     QString presence() const;
-    bool fill(const Table& animals, const QStringList& fields);
+    void fill(const Table& animals, const QStringList& fields, Progress& progress);
 };
 
 }  // namespace koben

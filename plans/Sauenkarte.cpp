@@ -206,7 +206,8 @@ private:
 };
 
 /// The rows of a table of bookings that belong to these sows, by day; those without a day are left out.
-Table read(const Database& db, const QString& fields, const QString& table, const std::vector<qint64>& sows) {
+std::optional<Table> read(const Database& db, const QString& fields, const QString& table,
+                          const std::vector<qint64>& sows, const std::function<bool(qint64)>& go) {
     QString which = QStringLiteral("Kennung in (select ID from Sauen where Art = 'Sau' and Abgangsdatum IS NULL)");
     if (sows.size() <= FewSows) {
         QStringList ids;
@@ -214,19 +215,22 @@ Table read(const Database& db, const QString& fields, const QString& table, cons
         which = QStringLiteral("Kennung in (%1)").arg(ids.join(u','));
     }
     return db.table(QStringLiteral("select Kennung, Datum, %1 from %2 where %3 and Datum IS NOT NULL order by Datum")
-                        .arg(fields, table, which));
+                        .arg(fields, table, which),
+                    go);
 }
 
 }  // namespace
 
-Kartenbuchungen::Kartenbuchungen(const Database& db, const std::vector<qint64>& sows) {
+Kartenbuchungen::Kartenbuchungen(const Database& db, const std::vector<qint64>& sows,
+                                 const std::function<bool(qint64)>& go) {
+    const auto always = [](qint64) { return true; };
     m_bookings.reserve(static_cast<qsizetype>(sows.size()));
     for (const qint64 id : sows) m_bookings.insert(id, {});
     const auto each = [&](const QString& fields, const QString& table, const auto& take) {
-        const Table rows = read(db, fields, table, sows);
-        for (int row = 0; row < rows.rowCount(); ++row) {
-            const auto sow = m_bookings.find(rows.integer(row, 0));
-            if (sow != m_bookings.end()) take(*sow, rows, row, QDate::fromJulianDay(rows.integer(row, 1)));
+        const auto rows = read(db, fields, table, sows, go ? go : always);
+        for (int row = 0; rows && row < rows->rowCount(); ++row) {
+            const auto sow = m_bookings.find(rows->integer(row, 0));
+            if (sow != m_bookings.end()) take(*sow, *rows, row, QDate::fromJulianDay(rows->integer(row, 1)));
         }
     };
     const auto text = [](const Table& rows, int row, int column) { return Hochkomma_ersetzen(rows.text(row, column)); };

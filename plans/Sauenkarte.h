@@ -2,6 +2,7 @@
 // The sow card: all cycles of a sow on one page, and ruled forms for what comes next.
 #include <QDate>
 #include <QHash>
+#include <functional>
 #include <vector>
 
 #include "core/Variablen.h"
@@ -43,8 +44,9 @@ public:
         std::vector<Weaning> weanings;
     };
 
-    /// Reads four tables once for all these sows.
-    Kartenbuchungen(const Database& db, const std::vector<qint64>& sows);
+    /// Reads four tables once for all these sows; `go` is asked now and then, and where it says no, some are missing.
+    Kartenbuchungen(const Database& db, const std::vector<qint64>& sows,
+                    const std::function<bool(qint64 rows)>& go = {});
     const Bookings& of(qint64 sow) const;
 
 private:

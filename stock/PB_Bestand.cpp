@@ -13,6 +13,7 @@ enum Run { GroupList, SpecialList, GroupCounts, SpecialCounts };
 constexpr std::array Orders{"Nummer", "Art, Nummer", "Stallnr, Nummer", "Ohrmarke, Nummer", "Geburtsdatum, Nummer"};
 constexpr int Narrow = 133, Wide = 400;  // pixels of the overview's columns; 2000 and 6000 twips
 constexpr double DaysPerYear = 365;
+constexpr int Steps = 1000, Read = 400;  // of the progress of a list
 
 const QString NoAnimals = QStringLiteral("Es wurden lt. den aktuellen Einstellungen keine Tiere gefunden!");
 
@@ -71,7 +72,7 @@ void PB_Bestand::ok_Click(int index) {
         return koben.message(
             "Die Bestandsliste kann nicht erstellt werden. Bitte geben Sie ein korrektes Bezugsdatum ein.");
     gridli.clear();
-    bool whole = true;
+    bool whole = false;
     switch (index) {
         case GroupList:
             whole = listGroups();
@@ -80,10 +81,10 @@ void PB_Bestand::ok_Click(int index) {
             whole = listSpecial();
             break;
         case GroupCounts:
-            countGroups();
+            whole = countGroups();
             break;
         default:
-            countSpecial();
+            whole = countSpecial();
     }
     if (whole) Liste_uebergeben(koben, gridli);
 }
@@ -91,9 +92,8 @@ void PB_Bestand::ok_Click(int index) {
 // ---------------------------------------------------------------------------------------------------------- the lists
 
 /// The animals that meet any of the conditions ("" for all), in the chosen order: the fields to list, the day of birth,
-/// and for each condition whether it is met.
-Table PB_Bestand::animals(const QStringList& conditions) {
-    const WaitCursor wait(koben);
+/// and for each condition whether it is met. Nothing where the user has cancelled.
+std::optional<Table> PB_Bestand::animals(const QStringList& conditions, Progress& progress) {
     QStringList columns = m_fields;
     columns += {QStringLiteral("Geburtsdatum as geboren"), QStringLiteral("ID as tier")};
     for (qsizetype i = 0; i < conditions.size(); ++i)
@@ -101,8 +101,10 @@ Table PB_Bestand::animals(const QStringList& conditions) {
                                            : QStringLiteral("iif(%1, 1, 0) as m%2").arg(conditions[i]).arg(i);
     QString select = "select " + columns.join(QStringLiteral(", ")) + " from Sauen";
     if (!conditions.contains(QString())) select += " where " + conditions.join(QStringLiteral(" or "));
-    return m_db.table(select + " order by " +
-                      QString::fromUtf8(Orders[static_cast<size_t>(std::max(optisort.selected(), 0))]));
+    const qint64 herd = std::max<qint64>(Tiere_zaehlen(m_db, {QString()}).front(), 1);
+    return m_db.table(
+        select + " order by " + QString::fromUtf8(Orders[static_cast<size_t>(std::max(optisort.selected(), 0))]),
+        [&](qint64 rows) { return progress.step(rows * Read / herd); });
 }
 
 void PB_Bestand::addColumns(const Tabellenfelder& fields, const char* age) {
@@ -115,24 +117,32 @@ void PB_Bestand::addColumns(const Tabellenfelder& fields, const char* age) {
 }
 
 bool PB_Bestand::listSpecial() {
-    const Table found = animals({Sonderbericht(optibest.selected(), onlyInHerd())});
-    if (found.rowCount() == 0) return koben.message(NoAnimals), false;
-    const Tabellenfelder fields(found, m_fields, Tabellenfelder::Betraege::ZweiStellen);
-    addColumns(fields, "Alter_Jahre");
-    const int born = found.columnOf(u"geboren"), id = found.columnOf(u"tier");
-    const bool whole = run("Die Bestandsliste wird erstellt ...", found.rowCount(), &meter, [&](Progress& progress) {
-        for (int row = 0; row < found.rowCount(); ++row) {
-            Grid::Row cells;
-            fields.append(cells, row);
-            const QDate birth = found.value(row, born).toDate();
-            if (konalter.checked() && birth.isValid())
-                cells.append(static_cast<double>(std::max<qint64>(birth.daysTo(day()), 0)) / DaysPerYear);
-            gridli.addValues(std::move(cells), found.integer(row, id));
-            if (!progress.advance()) return;
-        }
+    int count = 0;
+    const bool whole = run("Die Bestandsliste wird erstellt ...", Steps, &meter, [&](Progress& progress) {
+        const auto found = animals({Sonderbericht(optibest.selected(), onlyInHerd())}, progress);
+        count = found ? found->rowCount() : 0;
+        if (count > 0) addAnimals(*found, progress);
     });
-    if (whole) gridli.addRow({QStringLiteral("Anzahl Tiere: %1").arg(found.rowCount())});
-    return whole;
+    if (!whole) return false;
+    if (count == 0) return koben.message(NoAnimals), false;
+    gridli.addRow({QStringLiteral("Anzahl Tiere: %1").arg(count)});
+    return true;
+}
+
+/// The animals of a special report.
+void PB_Bestand::addAnimals(const Table& animals, Progress& progress) {
+    const Tabellenfelder fields(animals, m_fields, Tabellenfelder::Betraege::ZweiStellen);
+    addColumns(fields, "Alter_Jahre");
+    const int born = animals.columnOf(u"geboren"), id = animals.columnOf(u"tier"), count = animals.rowCount();
+    for (int row = 0; row < count; ++row) {
+        if (!progress.step(Read + qint64(row) * (Steps - Read) / count)) return;
+        Grid::Row cells;
+        fields.append(cells, row);
+        const QDate birth = animals.value(row, born).toDate();
+        if (konalter.checked() && birth.isValid())
+            cells.append(static_cast<double>(std::max<qint64>(birth.daysTo(day()), 0)) / DaysPerYear);
+        gridli.addValues(std::move(cells), animals.integer(row, id));
+    }
 }
 
 bool PB_Bestand::listGroups() {
@@ -141,27 +151,30 @@ bool PB_Bestand::listGroups() {
     if (Tiere_zaehlen(m_db, {QString()}).front() == 0) return koben.message(NoAnimals), false;
     QStringList conditions;
     for (const Bestandsgruppe& group : groups) conditions += group.condition(day(), konbestand.checked());
-    const Table found = animals(conditions);
-    const Tabellenfelder fields(found, m_fields, Tabellenfelder::Betraege::ZweiStellen);
-    addColumns(fields, "Alter");
-    const int members = found.columnOf(u"m0");
-    const qint64 steps = found.rowCount() * static_cast<qint64>(groups.size());
-    return run("Die Bestandsliste wird erstellt ...", steps, &meter, [&](Progress& progress) {
+    return run("Die Bestandsliste wird erstellt ...", Steps, &meter, [&](Progress& progress) {
+        const auto found = animals(conditions, progress);
+        if (!found) return;
+        const Tabellenfelder fields(*found, m_fields, Tabellenfelder::Betraege::ZweiStellen);
+        addColumns(fields, "Alter");
+        const int members = found->columnOf(u"m0");
+        const qint64 rows = std::max<qint64>(found->rowCount() * static_cast<qint64>(groups.size()), 1);
+        qint64 done = 0;
+        const auto rowDone = [&] { return progress.step(Read + done++ * (Steps - Read) / rows); };
         for (size_t i = 0; i < groups.size(); ++i)
-            if (!addGroup(groups[i], fields, found, members + static_cast<int>(i), progress)) return;
+            if (!addGroup(groups[i], fields, *found, members + static_cast<int>(i), rowDone)) return;
     });
 }
 
 /// The group's animals between its head and its sums; `member` is the column that tells who belongs to it. False where
 /// the user has cancelled.
 bool PB_Bestand::addGroup(const Bestandsgruppe& group, const Tabellenfelder& fields, const Table& animals, int member,
-                          Progress& progress) {
+                          const std::function<bool()>& rowDone) {
     gridli.addRow({group.name});
     gridli.addRow({group.ages()});
     const int born = animals.columnOf(u"geboren"), id = animals.columnOf(u"tier");
     qint64 count = 0;
     for (int row = 0; row < animals.rowCount(); ++row) {
-        if (!progress.advance()) return false;
+        if (!rowDone()) return false;
         if (animals.integer(row, member) == 0) continue;
         ++count;
         Grid::Row cells;
@@ -186,25 +199,38 @@ void PB_Bestand::addOverviewColumns(int width) {
     gridli.addColumn({.key = "xanzahl", .title = "Anzahl"});
 }
 
-void PB_Bestand::countGroups() {
-    const WaitCursor wait(koben);
+/// Counted by one pass over the animals. Nothing where the user has cancelled.
+std::optional<std::vector<qint64>> PB_Bestand::counts(const QStringList& conditions) {
+    std::vector<qint64> counted;
+    const auto steps = static_cast<qint64>(conditions.size());
+    const bool whole = run("Die Stückzahlen werden ermittelt ...", steps, &meter, [&](Progress& progress) {
+        counted = Tiere_zaehlen(m_db, conditions);
+        progress.step(steps);
+    });
+    return whole ? std::optional(counted) : std::nullopt;
+}
+
+bool PB_Bestand::countGroups() {
     addOverviewColumns(Narrow);
     gridli.addColumn({.key = "xhinweise", .title = "Hinweise", .width = Narrow});
     const auto groups = Bestandsgruppen_lesen(m_db, marked(libestand));
     QStringList conditions;
     for (const Bestandsgruppe& group : groups) conditions += group.condition(day(), konbestand.checked());
-    const std::vector<qint64> counts = Tiere_zaehlen(m_db, conditions);
-    for (size_t i = 0; i < groups.size(); ++i) gridli.addValues({groups[i].name, counts[i], groups[i].ages()});
+    const auto counted = counts(conditions);
+    if (!counted) return false;
+    for (size_t i = 0; i < groups.size(); ++i) gridli.addValues({groups[i].name, (*counted)[i], groups[i].ages()});
+    return true;
 }
 
-void PB_Bestand::countSpecial() {
-    const WaitCursor wait(koben);
+bool PB_Bestand::countSpecial() {
     addOverviewColumns(Wide);
     QStringList conditions;
     for (int i = 0; i < optibest.count(); ++i) conditions += Sonderbericht(i, onlyInHerd());
-    const std::vector<qint64> counts = Tiere_zaehlen(m_db, conditions);
+    const auto counted = counts(conditions);
+    if (!counted) return false;
     for (int i = 0; i < optibest.count(); ++i)
-        gridli.addValues({optibest[i].caption(), counts[static_cast<size_t>(i)]});
+        gridli.addValues({optibest[i].caption(), (*counted)[static_cast<size_t>(i)]});
+    return true;
 }
 
 }  // namespace koben

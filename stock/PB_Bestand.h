@@ -57,13 +57,15 @@ private:
     // the four runs; false where there is nothing to hand over
     bool listGroups();
     bool listSpecial();
-    void countGroups();
-    void countSpecial();
+    bool countGroups();
+    bool countSpecial();
 
-    Table animals(const QStringList& conditions);
+    std::optional<Table> animals(const QStringList& conditions, Progress& progress);
+    std::optional<std::vector<qint64>> counts(const QStringList& conditions);
+    void addAnimals(const Table& animals, Progress& progress);
     void addColumns(const Tabellenfelder& fields, const char* age);
     bool addGroup(const Bestandsgruppe& group, const Tabellenfelder& fields, const Table& animals, int member,
-                  Progress& progress);
+                  const std::function<bool()>& rowDone);
     void addOverviewColumns(int width);
     QDate day() const;
     QDate onlyInHerd() const;

@@ -47,13 +47,17 @@ const Faces::Face& Faces::of(const Typeface& typeface) {
 
 // ------------------------------------------------------------------------------------------------------------- layout
 
-Sheets::Sheets(const Drawing& drawing, QPrinter& printer)
+Sheets::Sheets(const Drawing& drawing, QPrinter& printer, const PrintJob::Go& go)
     : m_drawing(drawing), m_printer(printer), m_faces(printer), m_dots(printer.resolution() / millimetresPerInch) {
     const QRectF paper = printer.pageRect(QPrinter::DevicePixel);
     m_width = paper.width();
     m_height = paper.height();
     widenForCards();
-    for (const DrawPage& page : drawing.pages) layOut(page);
+    size_t items = 0, done = 0;
+    for (const DrawPage& page : drawing.pages) items += page.items.size();
+    const auto itemDone = [&] { return m_whole = !go || go(static_cast<int>(++done * 100 / items)); };
+    for (const DrawPage& page : drawing.pages)
+        if (m_whole) layOut(page, itemDone);
 }
 
 void Sheets::widenForCards() {
@@ -64,11 +68,13 @@ void Sheets::widenForCards() {
     m_width = wanted;
 }
 
-void Sheets::layOut(const DrawPage& page) {
+void Sheets::layOut(const DrawPage& page, const std::function<bool()>& itemDone) {
     m_sheets.push_back({{}, &page});
     m_y = 0;
-    for (const DrawItem& item : page.items)
+    for (const DrawItem& item : page.items) {
         if (const auto* line = std::get_if<TextLine>(&item)) add(*line, true);
+        if (!itemDone()) return;
+    }
 }
 
 void Sheets::add(const TextLine& line, bool repeatHead) {
@@ -120,8 +126,9 @@ void Sheets::flush(Line& line, bool repeatHead) {
 
 // ----------------------------------------------------------------------------------------------------------- painting
 
-void Sheets::paint(QPainter& painter) {
+bool Sheets::paint(QPainter& painter, const PrintJob::Go& go) {
     for (int sheet = 0; sheet < count(); ++sheet) {
+        if (go && !go(sheet * 100 / count())) return false;
         if (sheet > 0) m_printer.newPage();
         paintMargins(painter, sheet + 1);
         const OneSheet& one = m_sheets[static_cast<size_t>(sheet)];
@@ -129,6 +136,7 @@ void Sheets::paint(QPainter& painter) {
             for (const DrawItem& item : one.placed->items) paintItem(painter, item);
         paintLines(painter, one);
     }
+    return true;
 }
 
 void Sheets::paintLines(QPainter& painter, const OneSheet& sheet) {
@@ -203,7 +211,7 @@ class Job final : public DrawnJob {
 public:
     Job(std::unique_ptr<QPrinter> printer, bool landscape) : DrawnJob(landscape), m_printer(std::move(printer)) {}
     ~Job() override {
-        if (m_ended) return;
+        if (m_ended || !m_painter.isActive()) return;
         m_printer->abort();
         m_painter.end();
         if (!m_path.isEmpty()) QFile::remove(m_printer->outputFileName());
@@ -211,7 +219,7 @@ public:
     Job(const Job&) = delete;
     Job& operator=(const Job&) = delete;
 
-    bool begin() { return m_painter.begin(m_printer.get()); }
+    bool begin() { return m_painter.isActive() || m_painter.begin(m_printer.get()); }
     /// The document is written beside its file and takes its place at the end.
     void setTarget(const QString& path, std::function<void(const QString&)> finished) {
         m_path = path;
@@ -219,17 +227,28 @@ public:
     }
 
 private:
-    void finish(const Drawing& drawing) override {
+    /// A printer is begun once its sheets are laid out: a job that has begun cannot leave without a sheet.
+    bool finish(const Drawing& drawing, const Go& go) override {
+        const auto part = [&go](int from) {
+            return [&go, from](int percent) { return !go || go(from + percent / 2); };
+        };
+        Sheets sheets(drawing, *m_printer, part(0));
+        if (!sheets.isWhole() || !begin() || !sheets.paint(m_painter, part(50))) return false;
         m_ended = true;
-        Sheets(drawing, *m_printer).paint(m_painter);
         const bool whole = m_painter.end();
-        if (m_path.isEmpty()) return;
+        if (m_path.isEmpty()) return whole;
         const QString written = m_printer->outputFileName();
         m_printer.reset();
-        if (!whole) return void(QFile::remove(written));
-        std::error_code failed;
-        std::filesystem::rename(written.toStdString(), m_path.toStdString(), failed);
-        if (!failed && m_finished) m_finished(m_path);
+        if (whole) {
+            std::error_code failed;
+            std::filesystem::rename(written.toStdString(), m_path.toStdString(), failed);
+            if (!failed) {
+                if (m_finished) m_finished(m_path);
+                return true;
+            }
+        }
+        QFile::remove(written);
+        return false;
     }
 
     std::unique_ptr<QPrinter> m_printer;
@@ -247,8 +266,8 @@ std::unique_ptr<PrintJob> beginPrint(const QString& name, bool landscape) {
     auto printer = std::make_unique<QPrinter>(info, QPrinter::HighResolution);
     printer->setDocName(QStringLiteral("KOBEN"));
     setPage(*printer, landscape);
-    auto job = std::make_unique<Job>(std::move(printer), landscape);
-    return job->begin() ? std::move(job) : nullptr;
+    if (!printer->isValid() || info.state() == QPrinter::Error) return nullptr;
+    return std::make_unique<Job>(std::move(printer), landscape);
 }
 
 std::unique_ptr<PrintJob> beginPdf(const QString& path, bool landscape, std::function<void(const QString&)> finished) {

@@ -30,11 +30,12 @@ private:
 /// A drawing on the sheets of a printer. All measures are the printer's, so paper, PDF and preview break alike.
 class Sheets {
 public:
-    /// Keeps a reference to both.
-    Sheets(const Drawing& drawing, QPrinter& printer);
+    /// Keeps a reference to both. Where `go` gives up, the layout stops short and paint() must not follow.
+    Sheets(const Drawing& drawing, QPrinter& printer, const PrintJob::Go& go = {});
+    bool isWhole() const { return m_whole; }
     int count() const { return static_cast<int>(m_sheets.size()); }
-    /// Paints all sheets; the painter has begun on the printer.
-    void paint(QPainter& painter);
+    /// Paints all sheets; the painter has begun on the printer. False where `go` gave up.
+    bool paint(QPainter& painter, const PrintJob::Go& go = {});
 
 private:
     struct Run {
@@ -57,7 +58,7 @@ private:
         }
     };
     void widenForCards();
-    void layOut(const DrawPage& page);
+    void layOut(const DrawPage& page, const std::function<bool()>& itemDone);
     void add(const TextLine& line, bool repeatHead);
     void add(Line& line, const Faces::Face& face, QString rest, bool repeatHead);
     void flush(Line& line, bool repeatHead);
@@ -73,9 +74,11 @@ private:
     double m_width, m_height, m_dots;  ///< pixels; dots a millimetre
     double m_left = 0;                 ///< of the lines, from the left margin
     double m_y = 0;
+    bool m_whole = true;
 };
 
-/// A job on a printer of the system; nothing where it cannot begin.
+/// A job on a printer of the system; nothing where it cannot begin. Given up while its sheets are painted, it may print
+/// those that are.
 std::unique_ptr<PrintJob> beginPrint(const QString& printer, bool landscape);
 /// A job into a PDF file, which is there whole or, without end(), not at all. `finished` gets the finished file.
 std::unique_ptr<PrintJob> beginPdf(const QString& path, bool landscape, std::function<void(const QString&)> finished);

@@ -163,16 +163,23 @@ TEST_F(Sauenkarte, isNotedAsPrintedOnlyWhereItWas) {
     EXPECT_EQ(hof.zeige("select Aenderung from Sauen"), "X");
     hof.platform.printerReady = true;
     hof.platform.failAtLine = 10;
-    EXPECT_ANY_THROW(print());
+    hof.screens.takeLog();
+    print();
+    EXPECT_EQ(hof.screens.log.filter("! ").size(), 1) << "the failure is told";
     EXPECT_EQ(hof.zeige("select Aenderung from Sauen"), "X");
     EXPECT_FALSE(hof.platform.jobs.back()->ended);
     hof.platform.failAtLine = 0;
-    hof.screens.onProgress = [](const QString&, int) { return false; };
-    EXPECT_EQ(print(), QStringList());
-    EXPECT_EQ(hof.zeige("select Aenderung from Sauen"), "X");
+    hof.screens.takeLog();
+    for (const int until : {1, 50}) {  // given up while it is drawn, and while it is painted
+        hof.screens.onProgress = [until](const QString&, int percent) { return percent < until; };
+        EXPECT_EQ(print(), QStringList());
+        EXPECT_EQ(hof.zeige("select Aenderung from Sauen"), "X");
+    }
+    EXPECT_EQ(hof.screens.log.filter("! "), QStringList()) << "a cancel needs no word";
     hof.screens.onProgress = {};
     EXPECT_FALSE(print().isEmpty());
     EXPECT_EQ(hof.zeige("select Aenderung from Sauen"), "");
+    EXPECT_EQ(hof.actions, QStringList("1 Sauenkarte gedruckt"));
 }
 
 }  // namespace

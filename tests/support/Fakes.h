@@ -139,7 +139,7 @@ public:
     }
     void setSheet(const Sheet& sheet) override { m_job->sheet = sheet; }
     void newPage() override { m_job->lines += "{Seite}"; }
-    void end() override { m_job->ended = true; }
+    bool end(const Go& go) override { return m_job->ended = !go || go(50); }
 
 private:
     std::shared_ptr<PrintedJob> m_job;

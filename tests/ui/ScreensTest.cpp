@@ -262,6 +262,12 @@ TEST_F(Printing, AListKeptAsPdfFromItsPreview) {
 
 TEST_F(Printing, WithoutAnEndNothingIsLeft) {
     { beginPdf(folder.filePath(QStringLiteral("a.pdf")), true, {})->line(QStringLiteral("halb")); }
+    for (const int until : {0, 20, 60, 99}) {  // given up while it is laid out, and while it is painted
+        const auto job = beginPdf(path, false, [&](const QString& file) { opened = file; });
+        for (int page = 0; page < 100; ++page) job->line(QStringLiteral("Zeile")), job->newPage();
+        EXPECT_FALSE(job->end([until](int percent) { return percent < until; })) << until;
+    }
+    EXPECT_EQ(opened, QString());
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
     EXPECT_EQ(beginPdf(folder.filePath(QStringLiteral("fehlt/a.pdf")), true, {}), nullptr);
 }

@@ -78,6 +78,9 @@ private:
 
 }  // namespace
 
-void ScriptPrintJob::finish(const Drawing& drawing) { m_onEnd(Writer(drawing).job); }
+bool ScriptPrintJob::finish(const Drawing& drawing, const Go&) {
+    m_onEnd(Writer(drawing).job);
+    return true;
+}
 
 }  // namespace koben::skript

@@ -22,7 +22,7 @@ public:
         : DrawnJob(landscape), m_onEnd(std::move(onEnd)) {}
 
 private:
-    void finish(const Drawing& drawing) override;
+    bool finish(const Drawing& drawing, const Go& go) override;
     std::function<void(const PrintedJob&)> m_onEnd;
 };
 
