@@ -4,8 +4,9 @@
 #include <QLineEdit>
 #include <algorithm>
 
+#include "forms/Form.h"
 #include "ui/Bound.h"
-#include "ui/FormWindow.h"
+#include "ui/Window.h"
 
 namespace koben::ui {
 
@@ -14,7 +15,7 @@ namespace {
 /// Where a window says nothing, these accept; the one that is in sight counts.
 const char* const Accepting[] = {"ok", "neu", "comnächster2"};
 
-bool canBePressed(const FormWindow& window, const Button& button) {
+bool canBePressed(const Window& window, const Button& button) {
     const QWidget* widget = window.widgetOf(button);
     return widget && widget->isVisibleTo(&window) && widget->isEnabledTo(&window);
 }
@@ -33,7 +34,7 @@ size_t placeOf(const std::vector<QWidget*>& order, QWidget* widget) {
 
 }  // namespace
 
-Button* acceptOf(const FormWindow& window) {
+Button* acceptOf(const Window& window) {
     const Form& form = window.form();
     if (form.acceptButton) return canBePressed(window, *form.acceptButton) ? form.acceptButton : nullptr;
     for (const char* name : Accepting)
@@ -55,7 +56,7 @@ bool standsForGroup(const Option& option) {
     return first == &option;
 }
 
-bool takesEntry(const FormWindow& window, QWidget* widget) {
+bool takesEntry(const Window& window, QWidget* widget) {
     if (!widget->isVisibleTo(&window) || !widget->isEnabledTo(&window)) return false;
     Control* control = controlOf(widget);
     if (const auto* box = dynamic_cast<const TextBox*>(control)) return !box->readOnly;
@@ -64,7 +65,7 @@ bool takesEntry(const FormWindow& window, QWidget* widget) {
            dynamic_cast<const ListBox*>(control);
 }
 
-void moveOn(FormWindow& window, QWidget* from) {
+void moveOn(Window& window, QWidget* from) {
     const std::vector<QWidget*>& order = window.tabOrder();
     const size_t at = from ? placeOf(order, from) : order.size();
     const Control* here = controlOf(from);

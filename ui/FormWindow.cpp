@@ -40,7 +40,6 @@
 #include "ui/QuietLine.h"
 #include "ui/Simple.h"
 #include "ui/WindowKeys.h"
-#include "ui/WindowScreens.h"
 
 namespace koben::ui {
 
@@ -140,7 +139,7 @@ private:
     FormWindow& m_window;
 };
 
-FormWindow::FormWindow(Form& form, QWidget* parent) : QWidget(parent, Qt::Window), m_form(form), m_draft(form) {
+FormWindow::FormWindow(Form& form, QWidget* parent) : Window(parent, Qt::Window), m_form(form), m_draft(form) {
     setObjectName(form.name());
     setAcceptDrops(true);
     setWindowIcon(programIcon());
@@ -245,7 +244,7 @@ void FormWindow::orderTabs() {
     for (size_t i = 1; i < m_order.size(); ++i) setTabOrder(m_order[i - 1], m_order[i]);
 }
 
-WindowScreens* FormWindow::screens() const { return dynamic_cast<WindowScreens*>(&m_form.koben.screens); }
+Decisions* FormWindow::decisions() const { return dynamic_cast<Decisions*>(&m_form.koben.screens); }
 
 void FormWindow::say(const QString& text) { m_quiet->say(text); }
 
@@ -379,20 +378,20 @@ void FormWindow::focusWrong() {
 }
 
 bool FormWindow::mayClose() {
-    if (m_form.closed() || !m_draft.pending() || !screens()) return true;
+    if (m_form.closed() || !m_draft.pending() || !decisions()) return true;
     if (std::exchange(m_asking, true)) return false;
-    const int answer = screens()->decide(QStringLiteral("Die Eingabe ist noch nicht gespeichert."),
-                                         {QStringLiteral("Eingabe &verwerfen"), QStringLiteral("&Weiter eingeben")});
+    const int answer = decisions()->decide(QStringLiteral("Die Eingabe ist noch nicht gespeichert."),
+                                           {QStringLiteral("Eingabe &verwerfen"), QStringLiteral("&Weiter eingeben")});
     m_asking = false;
     return answer == 0;
 }
 
 bool FormWindow::mayLeaveAnimal() {
-    if (!screens()) return true;
+    if (!decisions()) return true;
     const int answer =
-        screens()->decide(QStringLiteral("Für dieses Tier ist etwas eingetragen, das noch nicht gebucht ist."),
-                          {QStringLiteral("&Buchen und weiter"), QStringLiteral("&Verwerfen und weiter"),
-                           QStringLiteral("&Hier bleiben")});
+        decisions()->decide(QStringLiteral("Für dieses Tier ist etwas eingetragen, das noch nicht gebucht ist."),
+                            {QStringLiteral("&Buchen und weiter"), QStringLiteral("&Verwerfen und weiter"),
+                             QStringLiteral("&Hier bleiben")});
     if (answer != 0) return answer == 1;
     auto* book = dynamic_cast<Button*>(m_form.find(u"ok", 2));
     if (!book || !book->enabled()) return false;

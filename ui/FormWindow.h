@@ -1,12 +1,12 @@
 #pragma once
 // The window of one form: content, keys that belong to the window, what was typed and not saved, its place.
-#include <QWidget>
 #include <memory>
 #include <vector>
 
 #include "forms/Form.h"
 #include "ui/Draft.h"
 #include "ui/Place.h"
+#include "ui/Window.h"
 
 class QScrollArea;
 class QLabel;
@@ -14,26 +14,22 @@ class QLabel;
 namespace koben::ui {
 
 class QuietLine;
-class WindowScreens;
 
-class FormWindow final : public QWidget {
+class FormWindow final : public Window {
 public:
     explicit FormWindow(Form& form, QWidget* parent = nullptr);
     ~FormWindow() override;
 
-    Form& form() const { return m_form; }
-    /// The widget of a control; nothing where the window has none.
-    QWidget* widgetOf(const Control& control) const;
+    Form& form() const override { return m_form; }
+    QWidget* widgetOf(const Control& control) const override;
     /// Controls that the form's own layout left out (they are arranged below it).
     const std::vector<Control*>& leftOver() const { return m_leftOver; }
-    /// Focusable widgets in the order of the Tab key.
-    const std::vector<QWidget*>& tabOrder() const { return m_order; }
+    const std::vector<QWidget*>& tabOrder() const override { return m_order; }
 
     /// Shows the window where it was last, or at its natural size in the middle of its screen.
     void present();
     void keepPlace();
-    /// Presses a button for the user: asks before it would throw away what was typed.
-    void press(Button& button);
+    void press(Button& button) override;
     /// Says a sentence in the quiet line.
     void say(const QString& text);
     /// An action of the form reached the disk: what stands in the inputs is saved.
@@ -69,7 +65,7 @@ private:
     bool mayClose();
     bool mayLeaveAnimal();
     void reviewButtons();
-    WindowScreens* screens() const;
+    Decisions* decisions() const;
 
     Form& m_form;
     QWidget* m_content = nullptr;

@@ -9,8 +9,8 @@
 
 #include "ui/Application.h"
 #include "ui/Effect.h"
-#include "ui/FormWindow.h"
 #include "ui/Look.h"
+#include "ui/Window.h"
 
 namespace koben::ui {
 
@@ -71,7 +71,7 @@ ButtonView::ButtonView(Button& model, bool iconOnly) : Bound(model), m_iconOnly(
         if (!hasFocus()) setFocus(Qt::ShortcutFocusReason);
         guarded([this] {
             if (!this->model().enabled()) return;
-            auto* form = dynamic_cast<FormWindow*>(window());
+            auto* form = dynamic_cast<Window*>(window());
             form ? form->press(this->model()) : this->model().click();
         });
     });

@@ -8,9 +8,9 @@
 #include "forms/Koben.h"
 #include "ui/Application.h"
 #include "ui/Bound.h"
-#include "ui/FormWindow.h"
 #include "ui/Mnemonics.h"
 #include "ui/TypeSearch.h"
+#include "ui/Window.h"
 
 namespace koben::ui {
 
@@ -41,16 +41,16 @@ struct ButtonKey {
 const ButtonKey ButtonKeys[] = {{"neu", "Ctrl+N"},       {"ändern", "F2"},      {"listen", "Ctrl+P"},
                                 {"comlisten", "Ctrl+P"}, {"drucken", "Ctrl+P"}, {"comtext", "Ctrl+P"}};
 
-bool isMain(const FormWindow& window) { return dynamic_cast<const HerdList*>(&window.form()); }
+bool isMain(const Window& window) { return dynamic_cast<const HerdList*>(&window.form()); }
 
 QKeySequence sequence(const char* keys) { return QKeySequence(QString::fromLatin1(keys)); }
 
-QAbstractButton* buttonNamed(const FormWindow& window, const char* name) {
+QAbstractButton* buttonNamed(const Window& window, const char* name) {
     const Control* control = window.form().find(QString::fromUtf8(name));
     return control ? qobject_cast<QAbstractButton*>(window.widgetOf(*control)) : nullptr;
 }
 
-void addAction(FormWindow& window, QMenu& menu, QAction* before, const char* caption, const char* keys,
+void addAction(Window& window, QMenu& menu, QAction* before, const char* caption, const char* keys,
                const std::function<void()>& act) {
     QSet<QChar> taken;
     for (const QAction* other : menu.actions()) taken.insert(mnemonicOf(other->text()));
@@ -62,7 +62,7 @@ void addAction(FormWindow& window, QMenu& menu, QAction* before, const char* cap
 }
 
 /// Strg+1 to 8 bring a kind of booking to the front.
-bool kindKey(FormWindow& window, int key) {
+bool kindKey(Window& window, int key) {
     if (key < Qt::Key_1 || key > Qt::Key_8 || window.form().name() != u"PE_Bewegungsdaten") return false;
     if (auto* kind = dynamic_cast<Option*>(window.form().find(u"opti", key - Qt::Key_1))) kind->click();
     return true;
@@ -83,7 +83,7 @@ QString shownKeys(const QString& plainCaption) {
     return {};
 }
 
-void prepareKeys(FormWindow& window) {
+void prepareKeys(Window& window) {
     if (auto* menu = window.findChild<QMenu*>(QStringLiteral("XB_Bestand")); menu && isMain(window)) {
         QAction* end = menu->findChild<QAction*>(QStringLiteral("XB_beenden"));
         menu->insertSeparator(end);
@@ -104,7 +104,7 @@ void prepareKeys(FormWindow& window) {
                                QStringLiteral(" (%1)").arg(sequence(key.keys).toString(QKeySequence::NativeText)));
 }
 
-bool windowKey(FormWindow& window, const QKeyEvent& event) {
+bool windowKey(Window& window, const QKeyEvent& event) {
     const QKeySequence pressed(event.keyCombination());
     if (isMain(window)) return false;
     if (event.modifiers() == Qt::ControlModifier && kindKey(window, event.key())) return true;

@@ -7,7 +7,7 @@ class QKeyEvent;
 
 namespace koben::ui {
 
-class FormWindow;
+class Window;
 
 /// The keys of an entry of the main window's menus as Qt writes them, "" for none.
 QString menuKeys(const QString& entry);
@@ -16,8 +16,8 @@ QString shownKeys(const QString& plainCaption);
 
 /// Adds search, reading anew and printing to the menus of the main window, and tells the keys in the tooltips of
 /// others.
-void prepareKeys(FormWindow& window);
+void prepareKeys(Window& window);
 /// A key that no widget took; true where it meant something.
-bool windowKey(FormWindow& window, const QKeyEvent& event);
+bool windowKey(Window& window, const QKeyEvent& event);
 
 }  // namespace koben::ui

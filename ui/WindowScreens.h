@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "forms/Ports.h"
+#include "ui/Window.h"
 
 class QProgressDialog;
 class QWidget;
@@ -13,7 +14,7 @@ namespace koben::ui {
 
 class FormWindow;
 
-class WindowScreens : public Screens {
+class WindowScreens : public Screens, public Decisions {
 public:
     WindowScreens();
     ~WindowScreens() override;
@@ -32,9 +33,7 @@ public:
     void closed(Form& form) override;
 
     void done(const QString& action) override;
-    /// A question of the window's own, with a button for each caption; the last one is safe, and the default. Gives the
-    /// position of the button.
-    virtual int decide(const QString& text, const QStringList& captions);
+    int decide(const QString& text, const QStringList& captions) override;
 
     void waitCursor(bool on) override;
     void tone(int hertz, int milliseconds) override;
