@@ -16,7 +16,7 @@ LAYOUT(PA_Zwischenliste) {
     });
     leadsToAnimals(form.gridli);
     return column({grid(form.gridli, QStringLiteral("Die Liste ist leer.")),
-                   buttons({button(form.comtext), button(form.comexcel), button(form.roexplorer[0]),
-                            button(form.roexplorer[1]), own(print)},
-                           {button(form.hilfe), button(form.cmdschließen)})});
+                   flow({button(form.comtext), button(form.comexcel), button(form.roexplorer[0]),
+                         button(form.roexplorer[1]), own(print)}),
+                   buttons({button(form.hilfe), button(form.cmdschließen)})});
 }
