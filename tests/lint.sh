@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Style and floors: formatting, includes that climb, widgets below the windows, doors of the libraries, circles between
-# units, comments that lean on a text elsewhere.
+# units, actions without a name.
 set -u
 cd "$(dirname "$0")/.."
 temp=$(mktemp -d)
@@ -61,11 +61,6 @@ for folder in "${!floor[@]}" tools bench tests; do
                   { sub(/^tsort: /, ""); if (way) way = way " -> " $0; else way = first = $0 }
                   END { if (way) print way " -> " first }' "$temp/circles")
 done
-
-leaning='\bas told|as prescribed|to the letter|the rules (say|as)\b|farms know it'
-hits=$(git ls-files -co --exclude-standard -- '*.h' '*.cpp' '*.md' '*.sh' '*.cmake' '*CMakeLists.txt' |
-    grep -v '^tests/lint\.sh$' | xargs -d '\n' grep -HniE "$leaning" 2>/dev/null)
-[ -z "$hits" ] || { echo "$hits"; fail "a comment leans on a text elsewhere"; }
 
 # What a user does to her data has a name: outside store/ and core/ it is an Action.
 nameless=$(grep -rlE '\bTransaction [a-z]+[({]' forms output herd cycle bookings plans stock analytics exchange ui app 2>/dev/null)
