@@ -7,16 +7,13 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QSet>
-#include <QTemporaryDir>
 #include <QtTest/QTest>
 
-#include "app/Katalog.h"
 #include "bookings/PE_Bewegungsdaten.h"
 #include "bookings/PE_Bewegungsdaten_Belegung.h"
 #include "herd/PA_Koben.h"
 #include "plans/PB_Arbeitsplan.h"
-#include "tests/ui/Support.h"
-#include "tools/herdengenerator/Ausgabe.h"
+#include "tests/ui/ProgramTest.h"
 #include "ui/Bound.h"
 #include "ui/EnterKey.h"
 #include "ui/Layout.h"
@@ -24,24 +21,7 @@
 namespace koben::ui {
 namespace {
 
-struct FormsTest : testing::Test {
-    QTemporaryDir data;
-    TestScreens screens;
-    TestPlatform platform;
-    Koben koben{screens, platform, katalog()};
-    FormsTest() {
-        platform.folder = data.path() + u'/';
-        Vorgaben herd;
-        herd.sauen = 12;
-        herd.ende = QDate(2026, 7, 15);
-        Herde_in_Datenbank(Herde_erzeugen(herd), data.filePath(QStringLiteral("koben2.mdb")));
-    }
-    void runProgram(const std::function<void(Form&)>& hand) {
-        screens.hand = hand;
-        const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
-        koben.run(*main);
-    }
-};
+using FormsTest = ProgramTest;
 
 /// The letter behind a single "&".
 QChar mnemonic(const QString& text) {

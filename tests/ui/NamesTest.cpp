@@ -6,39 +6,19 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QTableView>
-#include <QTemporaryDir>
 
-#include "app/Katalog.h"
 #include "bookings/Buchungseingabe.h"
 #include "bookings/PB_Verkauf_Schweine.h"
 #include "herd/PA_Koben.h"
 #include "plans/PB_Arbeitsplan.h"
-#include "tests/ui/Support.h"
-#include "tools/herdengenerator/Ausgabe.h"
+#include "tests/ui/ProgramTest.h"
 #include "ui/Layout.h"
 #include "ui/ListTable.h"
 
 namespace koben::ui {
 namespace {
 
-struct NamesTest : testing::Test {
-    QTemporaryDir data;
-    TestScreens screens;
-    TestPlatform platform;
-    Koben koben{screens, platform, katalog()};
-    NamesTest() {
-        platform.folder = data.path() + u'/';
-        Vorgaben herd;
-        herd.sauen = 12;
-        herd.ende = QDate(2026, 7, 15);
-        Herde_in_Datenbank(Herde_erzeugen(herd), data.filePath(QStringLiteral("koben2.mdb")));
-    }
-    void runProgram(const std::function<void(Form&)>& hand) {
-        screens.hand = hand;
-        const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
-        koben.run(*main);
-    }
-};
+using NamesTest = ProgramTest;
 
 /// Roles that a user works with.
 bool isControl(QAccessible::Role role) {
