@@ -1,6 +1,7 @@
 #include "bench/Programm.h"
 
 #include "app/Katalog.h"
+#include "core/Konfig.h"
 
 namespace koben {
 

@@ -1,6 +1,7 @@
 // Plans and selection: the work plan in both forms, the waiting times, the selection by rule.
 #include "bench/Boden.h"
 #include "bench/Programm.h"
+#include "core/Konfig.h"
 
 namespace koben {
 namespace {

@@ -1,6 +1,7 @@
 // Start, status, and what the booking frame leaves to do when it closes.
 #include "bench/Boden.h"
 #include "bench/Programm.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 
 namespace koben {

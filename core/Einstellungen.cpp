@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "store/Files.h"
 

@@ -1,6 +1,7 @@
 #include "forms/Koben.h"
 
 #include "core/ErrorLog.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 
 namespace koben {

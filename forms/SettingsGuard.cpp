@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include "core/Einstellungen.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "store/Files.h"
 

@@ -43,7 +43,7 @@ bool PA_Koben::setForAll(const std::vector<qint64>& animals, const QString& fiel
     Progress progress(koben, QStringLiteral("Die Tiere werden geändert ..."), static_cast<qint64>(animals.size()));
     Statement update = m_db.prepare(QStringLiteral("update Sauen set %1 = ? where ID >= ? and ID <= ?").arg(field));
     qint64 done = 0;
-    for (const auto& [first, last] : spannen(animals, MostAtOnce)) {
+    for (const auto& [first, last] : consecutive(animals, MostAtOnce)) {
         if (!progress.step(done)) return false;
         update.run({value, first, last});
         done += last - first + 1;

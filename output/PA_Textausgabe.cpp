@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "core/Einstellungen.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "output/Uebergabe.h"
 

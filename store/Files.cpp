@@ -56,10 +56,12 @@ QString flushFile(const QString& path) {
     return result == 0 ? QString() : fileReason();
 }
 
-QString replaceFile(const QString& from, const QString& to) {
-    if (const QString reason = flushFile(from); !reason.isEmpty()) return reason;
+QString replaceFile(const QString& from, const QString& to, bool flush) {
+    errno = 0;
+    if (flush)
+        if (const QString reason = flushFile(from); !reason.isEmpty()) return reason;
     if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) return fileReason();
-    flushFolder(folderOf(to));  // in place it is; a disk that now fails tells so with the next write
+    if (flush) flushFolder(folderOf(to));  // in place it is; a disk that now fails tells so with the next write
     return {};
 }
 

@@ -8,8 +8,10 @@
 #include <QPrintPreviewDialog>
 #include <QToolBar>
 
+#include "core/Konfig.h"
 #include "forms/Koben.h"
 #include "output/Tabellendruck.h"
+#include "store/Files.h"
 #include "ui/Printing.h"
 
 namespace koben::ui {
@@ -54,7 +56,7 @@ bool writePdf(const QString& path, const QPageLayout& paper, const Draw& draw) {
         printer.setPageLayout(paper);
         whole = paint(printer, draw);
     }
-    if (whole && (!QFile::exists(path) || QFile::remove(path)) && QFile::rename(draft, path)) return true;
+    if (whole && replaceFile(draft, path).isEmpty()) return true;
     QFile::remove(draft);
     return false;
 }

@@ -6,7 +6,8 @@
 #include <QPrinterInfo>
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
+
+#include "store/Files.h"
 
 namespace koben::ui {
 
@@ -239,13 +240,9 @@ private:
         if (m_path.isEmpty()) return whole;
         const QString written = m_printer->outputFileName();
         m_printer.reset();
-        if (whole) {
-            std::error_code failed;
-            std::filesystem::rename(written.toStdString(), m_path.toStdString(), failed);
-            if (!failed) {
-                if (m_finished) m_finished(m_path);
-                return true;
-            }
+        if (whole && replaceFile(written, m_path).isEmpty()) {
+            if (m_finished) m_finished(m_path);
+            return true;
         }
         QFile::remove(written);
         return false;

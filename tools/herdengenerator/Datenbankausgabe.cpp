@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "core/Buchungen.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 #include "tools/herdengenerator/Ausgabe.h"
 #include "tools/herdengenerator/Texte.h"

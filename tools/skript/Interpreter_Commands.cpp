@@ -185,14 +185,14 @@ void Commands::pruefe(Interpreter& run, const Command& command) {
 void Commands::titel(Interpreter& run, const Command&) { run.m_transcript.printed(frontForm(run).caption()); }
 
 void Commands::variable(Interpreter& run, const Command& command) {
-    const auto value = run.program().lesen(command.arguments);
+    const auto value = run.program().read(command.arguments);
     if (!value) throw Failure{QStringLiteral("unbekannte Variable %1").arg(command.arguments)};
     run.m_transcript.printed(*value);
 }
 
 void Commands::setze(Interpreter& run, const Command& command) {
     const auto [name, value] = command.assignment();
-    if (!run.program().setzen(name, value))
+    if (!run.program().set(name, value))
         throw Failure{QStringLiteral("%1 lässt sich nicht auf \"%2\" setzen").arg(name, value)};
 }
 

@@ -3,6 +3,7 @@
 #include <QMenuBar>
 #include <QSplitter>
 
+#include "core/Konfig.h"
 #include "ui/AnimalPanel.h"
 #include "ui/Layout.h"
 #include "ui/Menus.h"
