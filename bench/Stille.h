@@ -52,7 +52,7 @@ public:
     void setUserSetting(const QString&, const QString&, const QString&) override {}
     QString programFolder() override { return m_ordner; }
     QString dataFolder() override { return m_ordner; }
-    QString userFolder() override { return m_ordner; }
+    QString userFolder() override { return m_ordner + u'/'; }
     bool lockDataFolder(const QString&) override { return true; }
 
 private:
