@@ -175,7 +175,10 @@ void PA_Koben::Saunummern_verlaengern() {
     if (length < 1 || length > LongestNumber) return koben.message(QStringLiteral("Falsche Eingabe!"));
     const WaitCursor wait(koben);
     koben::Action action(m_db, {});
-    const auto changed = Nummern_verlaengern(static_cast<int>(length));
+    const auto changed = [&] {
+        const ChangeLog::Silence silence(m_db);  // no derived field hangs on a number, and its sort key is written too
+        return Nummern_verlaengern(static_cast<int>(length));
+    }();
     if (!changed) return;
     action.setName(QStringLiteral("Nummern von %1 auf %2 Zeichen verlängert")
                        .arg(counted(*changed, "Tier", "Tieren"))

@@ -28,8 +28,8 @@ public:
     /// True after expect() until settle(): where it holds at a start, the dialog did not come to its end.
     bool expected() const;
 
-    /// While it lives, this file's changes are not noted: for many of them that settle() would strike out again within
-    /// the same transaction, and that no other purpose hangs on. Statements prepared before are prepared anew.
+    /// While it lives, no trigger of this file runs: for many changes that settle() would strike out again within the
+    /// same transaction, or that nothing watched hangs on. Statements prepared before are prepared anew.
     class Silence {
     public:
         explicit Silence(const Database& database);
