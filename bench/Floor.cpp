@@ -1,11 +1,12 @@
-#include "bench/Boden.h"
+#include "bench/Floor.h"
 
+#include <QFile>
 #include <stdexcept>
 
 namespace koben {
 namespace {
 
-const char* const listenfelder =
+const char* const listFields =
     "Art, Nummer, Gruppe, Stallnr, BoxDatum, Selektiert, Ohrmarke, Tätowierung, Geburtsdatum, Anz_Belegungen, "
     "Anz_Ferkelungen, Anz_Ferkel_Gesamt, Anz_Ferkel_Lebend, Status, Statusabfrage, Rasse, Belegungsart, N_Belegung, "
     "N_Ferkelung, L_Belegung, L_Ferkelung, L_Trächtigkeit, L_Absetzung, Mechanische_Amme, Zugangsdatum, "
@@ -13,7 +14,7 @@ const char* const listenfelder =
     "Abgangsgrund, Abnehmer, Infos, Aenderung, ID";
 
 /// Beside those that the file has: for the filters, the search, the counters, the selection and the lists of choice.
-const char* const indexe[] = {
+const char* const indexes[] = {
     "boden_bestand ON Sauen(ID) WHERE Abgangsdatum IS NULL",
     "boden_nummer ON Sauen(Nummer, ID) WHERE Abgangsdatum IS NULL",
     "boden_gruppe ON Sauen(Art, Status) WHERE Abgangsdatum IS NULL",
@@ -44,105 +45,127 @@ const char* const indexe[] = {
     "boden_kommentar7 ON Ferkelverkauf(Kommentar)",
     "boden_kommentar8 ON Behandlung(Kommentar)"};
 
-void aufnehmen(sqlite3_stmt* statement, int column, std::string& inhalt) {
-    inhalt += static_cast<char>(sqlite3_column_type(statement, column));
-    if (inhalt.back() == SQLITE_TEXT) {
-        inhalt.append(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)),
-                      static_cast<size_t>(sqlite3_column_bytes(statement, column)));
+void take(sqlite3_stmt* statement, int column, std::string& content) {
+    content += static_cast<char>(sqlite3_column_type(statement, column));
+    if (content.back() == SQLITE_TEXT) {
+        content.append(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)),
+                       static_cast<size_t>(sqlite3_column_bytes(statement, column)));
     } else {
         const double number = sqlite3_column_double(statement, column);
-        inhalt.append(reinterpret_cast<const char*>(&number), sizeof number);
+        content.append(reinterpret_cast<const char*>(&number), sizeof number);
     }
 }
 
 }  // namespace
 
-Datei::Datei(const QString& path) {
-    if (sqlite3_open(path.toUtf8().constData(), &m_file) != SQLITE_OK) scheitern("open");
+SqliteFile::SqliteFile(const QString& path) {
+    if (sqlite3_open(path.toUtf8().constData(), &m_file) != SQLITE_OK) fail("open");
     // the same promises as the program's file: a write-ahead log, on the disk with each commit
     for (const char* pragma : {"journal_mode = WAL", "synchronous = FULL", "cache_size = -65536",
                                "mmap_size = 1073741824", "temp_store = MEMORY"})
-        ausfuehren(std::string("PRAGMA ") + pragma);
+        execute(std::string("PRAGMA ") + pragma);
 }
 
-void Datei::ausfuehren(const std::string& sql) {
-    if (sqlite3_exec(m_file, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) scheitern(sql);
+void SqliteFile::execute(const std::string& sql) {
+    if (sqlite3_exec(m_file, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) fail(sql);
 }
 
-void Datei::buchen(const std::vector<std::string>& statements) {
-    ausfuehren("BEGIN IMMEDIATE");
-    for (const std::string& sql : statements) ausfuehren(sql);
-    ausfuehren("COMMIT");
+void SqliteFile::commit(const std::vector<std::string>& statements) {
+    execute("BEGIN IMMEDIATE");
+    for (const std::string& sql : statements) execute(sql);
+    execute("COMMIT");
 }
 
-Datei::Statement Datei::vorbereiten(const std::string& sql) {
+SqliteFile::Statement SqliteFile::prepare(const std::string& sql) {
     sqlite3_stmt* raw = nullptr;
-    if (sqlite3_prepare_v2(m_file, sql.c_str(), -1, &raw, nullptr) != SQLITE_OK) scheitern(sql);
+    if (sqlite3_prepare_v2(m_file, sql.c_str(), -1, &raw, nullptr) != SQLITE_OK) fail(sql);
     return {raw, sqlite3_finalize};
 }
 
-void Datei::schritt(sqlite3_stmt* statement) {
-    if (sqlite3_step(statement) != SQLITE_DONE) scheitern(sqlite3_sql(statement));
+void SqliteFile::step(sqlite3_stmt* statement) {
+    if (sqlite3_step(statement) != SQLITE_DONE) fail(sqlite3_sql(statement));
     sqlite3_reset(statement);
 }
 
-void Datei::jede(const std::string& sql, const std::vector<qint64>& values) {
-    const Statement statement = vorbereiten(sql);
+void SqliteFile::each(const std::string& sql, const std::vector<qint64>& values) {
+    const Statement statement = prepare(sql);
     for (const qint64 value : values) {
         sqlite3_bind_int64(statement.get(), 1, value);
-        schritt(statement.get());
+        step(statement.get());
     }
 }
 
-void Datei::jede(const std::string& sql, const std::vector<std::vector<std::string>>& rows) {
-    const Statement statement = vorbereiten(sql);
+void SqliteFile::each(const std::string& sql, const std::vector<std::vector<std::string>>& rows) {
+    const Statement statement = prepare(sql);
     for (const auto& row : rows) {
         for (size_t i = 0; i < row.size(); ++i)
             sqlite3_bind_text(statement.get(), static_cast<int>(i) + 1, row[i].data(), static_cast<int>(row[i].size()),
                               SQLITE_STATIC);
-        schritt(statement.get());
+        step(statement.get());
     }
 }
 
-qint64 Datei::lesen(const std::string& sql) {
-    const Statement statement = vorbereiten(sql);
+qint64 SqliteFile::read(const std::string& sql) {
+    const Statement statement = prepare(sql);
     const int columns = sqlite3_column_count(statement.get());
-    std::string inhalt;
+    std::string content;
     qint64 rows = 0;
     for (; sqlite3_step(statement.get()) == SQLITE_ROW; ++rows)
-        for (int c = 0; c < columns; ++c) aufnehmen(statement.get(), c, inhalt);
+        for (int c = 0; c < columns; ++c) take(statement.get(), c, content);
     return rows;
 }
 
-std::vector<qint64> Datei::zahlen(const std::string& sql) {
-    const Statement statement = vorbereiten(sql);
+std::vector<qint64> SqliteFile::numbers(const std::string& sql) {
+    const Statement statement = prepare(sql);
     std::vector<qint64> result;
     while (sqlite3_step(statement.get()) == SQLITE_ROW) result.push_back(sqlite3_column_int64(statement.get(), 0));
     return result;
 }
 
-void Datei::scheitern(const std::string& sql) const {
+std::vector<std::string> SqliteFile::texts(const std::string& sql) {
+    const Statement statement = prepare(sql);
+    std::vector<std::string> result;
+    while (sqlite3_step(statement.get()) == SQLITE_ROW)
+        result.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)));
+    return result;
+}
+
+qint64 SqliteFile::write(const std::string& sql, const QString& path) {
+    const Statement statement = prepare(sql);
+    const int columns = sqlite3_column_count(statement.get());
+    std::string lines;
+    qint64 rows = 0;
+    for (; sqlite3_step(statement.get()) == SQLITE_ROW; ++rows) {
+        for (int c = 0; c < columns; ++c) {
+            if (const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), c)))
+                lines += text;
+            lines += " | ";
+        }
+        lines += "\r\n";
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(lines.data(), static_cast<qint64>(lines.size())) < 0)
+        fail("write");
+    return rows;
+}
+
+void SqliteFile::fail(const std::string& sql) const {
     throw std::runtime_error(std::string(sqlite3_errmsg(m_file)) + ": " + sql);
 }
 
-void Boden_anlegen(const QString& path) {
-    Datei datei(path);
-    for (const char* table : {"Sauen", "Belegung", "Ferkelung", "Absetzung", "Trächtigkeit"})
-        for (const char* kind : {"werte", "status"})
-            for (const char* event : {"i", "u", "d", "r"})
-                datei.ausfuehren(std::string("DROP TRIGGER IF EXISTS \"koben_log_") + kind + "_" + table + "_" + event +
-                                 "\"");
-    for (const char* event : {"i", "u", "d", "r"})
-        datei.ausfuehren(std::string("DROP TRIGGER IF EXISTS koben_log_deckungen_") + event);
-    for (const char* index : indexe) datei.ausfuehren(std::string("CREATE INDEX ") + index);
+void prepareFloor(const QString& path) {
+    SqliteFile file(path);
+    for (const std::string& trigger : file.texts("SELECT name FROM sqlite_master WHERE type = 'trigger'"))
+        file.execute("DROP TRIGGER \"" + trigger + "\"");
+    for (const char* index : indexes) file.execute(std::string("CREATE INDEX ") + index);
 }
 
-namespace boden {
+namespace sqlfloor {
 
 namespace {
 
 /// Counters and days from the row `w` of what the bookings give.
-std::string abgeleitet(int tageFerkelungBelegung) {
+std::string derived(int tageFerkelungBelegung) {
     return ", Anz_Ferkelungen = w.n, Anz_Ferkel_Gesamt = w.g, Anz_Ferkel_Lebend = w.l, L_Belegung = w.lb, "
            "L_Ferkelung = w.lf, L_Trächtigkeit = w.lt, L_Absetzung = w.la, N_Belegung = CASE WHEN w.lb > w.lf THEN "
            "NULL ELSE date(w.lf, '+" +
@@ -152,37 +175,37 @@ std::string abgeleitet(int tageFerkelungBelegung) {
 
 }  // namespace
 
-std::string liste(const std::string& where) {
-    return std::string("SELECT ") + listenfelder + " FROM Sauen" + (where.empty() ? "" : " WHERE " + where);
+std::string list(const std::string& where) {
+    return std::string("SELECT ") + listFields + " FROM Sauen" + (where.empty() ? "" : " WHERE " + where);
 }
 
-std::string Bestandsliste() {
-    return std::string("SELECT ") + listenfelder + " FROM Sauen INDEXED BY boden_bestand WHERE " + bestand;
+std::string stockList() {
+    return std::string("SELECT ") + listFields + " FROM Sauen INDEXED BY boden_bestand WHERE " + inStock;
 }
 
-std::string ableiten(qint64 id) {
+std::string derive(qint64 id) {
     const std::string n = std::to_string(id);
-    const auto letzter = [&](const char* table, const char* where) {
+    const auto latest = [&](const char* table, const char* where) {
         return std::string("(SELECT max(Datum) FROM ") + table + " WHERE Kennung = " + n + where + ")";
     };
     return "UPDATE Sauen SET Anz_Belegungen = (SELECT count(*) FROM Belegung WHERE Kennung = " + n +
-           " AND Datum >= ifnull(w.lf, ''))" + abgeleitet(36) +
+           " AND Datum >= ifnull(w.lf, ''))" + derived(36) +
            " FROM (SELECT count(*) n, sum(Ferkel_Gesamt) g, sum(Ferkel_Lebendig) l, max(Datum) lf, " +
-           letzter("Belegung", "") + " lb, " + letzter("Trächtigkeit", " AND Trächtig = 'J'") + " lt, " +
-           letzter("Absetzung", "") + " la FROM Ferkelung WHERE Kennung = " + n + ") w WHERE ID = " + n;
+           latest("Belegung", "") + " lb, " + latest("Trächtigkeit", " AND Trächtig = 'J'") + " lt, " +
+           latest("Absetzung", "") + " la FROM Ferkelung WHERE Kennung = " + n + ") w WHERE ID = " + n;
 }
 
-std::string alle_ableiten(int tageFerkelungBelegung) {
-    const auto letzter = [](const char* table, const char* where, const char* name) {
+std::string deriveAll(int tageFerkelungBelegung) {
+    const auto latest = [](const char* table, const char* where, const char* name) {
         return std::string(" LEFT JOIN (SELECT Kennung, max(Datum) ") + name + " FROM " + table + where +
                " GROUP BY Kennung) " + name + " ON " + name + ".Kennung = t.ID";
     };
-    return "UPDATE Sauen SET Anz_Belegungen = w.b" + abgeleitet(tageFerkelungBelegung) +
+    return "UPDATE Sauen SET Anz_Belegungen = w.b" + derived(tageFerkelungBelegung) +
            " FROM (SELECT t.ID id, n, g, l, lf, lb, lt, la, (SELECT count(*) FROM Belegung WHERE Kennung = t.ID AND "
            "Datum >= ifnull(lf, '')) b FROM Sauen t LEFT JOIN (SELECT Kennung, count(*) n, sum(Ferkel_Gesamt) g, "
            "sum(Ferkel_Lebendig) l, max(Datum) lf FROM Ferkelung GROUP BY Kennung) f ON f.Kennung = t.ID" +
-           letzter("Belegung", "", "lb") + letzter("Trächtigkeit", " WHERE Trächtig = 'J'", "lt") +
-           letzter("Absetzung", "", "la") +
+           latest("Belegung", "", "lb") + latest("Trächtigkeit", " WHERE Trächtig = 'J'", "lt") +
+           latest("Absetzung", "", "la") +
            " WHERE t.Art = 'Sau') w WHERE Sauen.ID = w.id AND (lb IS NOT NULL OR lf IS NOT NULL)";
 }
 
@@ -198,12 +221,12 @@ std::string status(const std::string& where) {
 
 std::string iso(QDate date) { return "'" + date.toString(Qt::ISODate).toStdString() + "'"; }
 
-std::string verschiedene(const std::string& table, const std::string& field) {
+std::string distinctValues(const std::string& table, const std::string& field) {
     return "WITH RECURSIVE v(x) AS (SELECT min(" + field + ") FROM " + table + " UNION ALL SELECT (SELECT min(" +
            field + ") FROM " + table + " WHERE " + field +
            " > x) FROM v WHERE x IS NOT NULL) SELECT x FROM v WHERE x "
            "IS NOT NULL";
 }
 
-}  // namespace boden
+}  // namespace sqlfloor
 }  // namespace koben

@@ -9,34 +9,34 @@
 
 namespace koben {
 
-class Programm;
-class Datei;
+class Program;
+class SqliteFile;
 
 /// Limits in milliseconds: what the farmer does all day must not make her wait; the rest may take a moment.
-inline constexpr double taeglich = 100, selten = 1000;
+inline constexpr double daily = 100, seldom = 1000;
 
 /// Adds up the times of one repetition; what lies between the timed parts prepares or tidies.
-class Uhr {
+class Stopwatch {
 public:
-    void los() {
+    void start() {
         m_timer.start();
         m_begin = std::clock();
     }
-    void halt() {
+    void stop() {
         m_ms += static_cast<double>(m_timer.nsecsElapsed()) / 1e6;
         m_cpu += static_cast<double>(std::clock() - m_begin) * 1e3 / CLOCKS_PER_SEC;
     }
     /// What another clock has counted so far.
-    void dazu(Uhr other) {
-        other.halt();
+    void add(Stopwatch other) {
+        other.stop();
         m_ms += other.m_ms;
         m_cpu += other.m_cpu;
     }
     template <class Work>
-    void messen(const Work& work) {
-        los();
+    void measure(const Work& work) {
+        start();
         work();
-        halt();
+        stop();
     }
     double ms() const { return m_ms; }
     double cpu() const { return m_cpu; }  ///< of the process: without waiting for the disk or for other programs
@@ -48,36 +48,36 @@ private:
 };
 
 /// When the program starts, or the floor opens its file: once for all repetitions, or anew for each.
-enum class Anlauf { Einmal, JedesMal };
+enum class Start { Once, EachTime };
 
 /// A row of the report. Both sides do the work once, time it, and say how many rows came out.
-struct Zeile {
+struct Row {
     QString name;
-    double grenze;  ///< ms
-    std::function<qint64(Programm&, Uhr&)> programm;
-    std::function<qint64(Datei&, Uhr&)> boden;
-    Anlauf anlauf = Anlauf::Einmal;
+    double limit;  ///< ms
+    std::function<qint64(Program&, Stopwatch&)> program;
+    std::function<qint64(SqliteFile&, Stopwatch&)> floor;
+    Start start = Start::Once;
 };
 
 /// What the rows are tried on. Made from the farm before anything is measured.
-struct Probe {
-    QDate heute;
-    QString nummer;   ///< of an animal far down the list, to be searched for
+struct Sample {
+    QDate today;
+    QString number;   ///< of an animal far down the list, to be searched for
     qint64 sau = 0;   ///< a suckling sow: a service changes her status
     QString partner;  ///< number of another sow in stock
-    qint64 letztesTier = 0;
+    qint64 lastAnimal = 0;
 };
 
 /// So many sows are booked together, so many piglets sold, led as fattening pigs, and imported.
-inline constexpr int Sammelzahl = 200, Verkaufszahl = 240, Mastzahl = 50000, Importzahl = 100000;
+inline constexpr int Together = 200, Sold = 240, Fattened = 50000, Imported = 100000;
 
 // The rows, by theme, in the order of the report; later ones change the herd more.
-std::vector<Zeile> Zeilen_Liste(const Probe& probe);
-std::vector<Zeile> Zeilen_Zyklus(const Probe& probe);
-std::vector<Zeile> Zeilen_Buchung(const Probe& probe);
-std::vector<Zeile> Zeilen_Plan(const Probe& probe);
-std::vector<Zeile> Zeilen_Papier(const Probe& probe);
-std::vector<Zeile> Zeilen_Ferkel(const Probe& probe);
-std::vector<Zeile> Zeilen_Masse(const Probe& probe);
+std::vector<Row> Rows_Liste(const Sample& sample);
+std::vector<Row> Rows_Zyklus(const Sample& sample);
+std::vector<Row> Rows_Buchung(const Sample& sample);
+std::vector<Row> Rows_Plan(const Sample& sample);
+std::vector<Row> Rows_Papier(const Sample& sample);
+std::vector<Row> Rows_Ferkel(const Sample& sample);
+std::vector<Row> Rows_Masse(const Sample& sample);
 
 }  // namespace koben
