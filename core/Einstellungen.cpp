@@ -25,6 +25,7 @@ char alsByte(char16_t c) {
 }
 
 QString dateiname(const Variablen& v) { return v.Datenordner + QStringLiteral("Einstellungen.ko2"); }
+QString entwurf(const Variablen& v) { return dateiname(v) + QStringLiteral(".koben-entwurf"); }
 
 /// The lines of a text file; a last one without a line break counts, with or without carriage returns.
 QStringList zeilen(const QByteArray& bytes) {
@@ -128,7 +129,7 @@ int Einstellungen_schadhafte_Zeile(const QByteArray& bytes) {
 }
 
 QString Einstellungen_sichern(const Variablen& v) {
-    if (writeFile(dateiname(v), nachWindows1252(inhalt(v))).isEmpty()) return {};
+    if (writeFileThrough(entwurf(v), dateiname(v), nachWindows1252(inhalt(v))).isEmpty()) return {};
     return QStringLiteral(
                "Die Einstellungen konnten nicht in die Datei %1 geschrieben werden (Datenträger voll oder "
                "schreibgeschützt?). Die bisherige Datei bleibt unverändert. Bitte schaffen Sie Platz oder prüfen Sie, "
@@ -136,6 +137,8 @@ QString Einstellungen_sichern(const Variablen& v) {
                "Sie im Datenordner schreiben dürfen.")
         .arg(dateiname(v));
 }
+
+void Einstellungen_aufraeumen(const Variablen& v) { QFile::remove(entwurf(v)); }
 
 QByteArray nachWindows1252(const QString& text) {
     QByteArray bytes;

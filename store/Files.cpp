@@ -75,6 +75,26 @@ QString writeFile(const QString& path, const QByteArray& bytes) {
     return {};
 }
 
+QString writeFileThrough(const QString& draft, const QString& path, const QByteArray& bytes) {
+    const QFileInfo before(path);
+    const QString target = before.exists() ? before.canonicalFilePath() : path;
+    errno = EACCES;
+    if (before.exists() && !before.isWritable()) return fileReason();
+    QFile::remove(draft);
+    QString reason;
+    {
+        QFile file(draft);
+        errno = 0;
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(bytes) != bytes.size())
+            reason = fileReason();
+        else if (before.exists())
+            file.setPermissions(before.permissions());
+    }
+    if (reason.isEmpty()) reason = replaceFile(draft, target);
+    if (!reason.isEmpty()) QFile::remove(draft);
+    return reason;
+}
+
 QString fileFailure(const QString& what, const QString& reason) {
     return what + QStringLiteral(
                       ": %1. Bitte prüfen Sie Platz, Schreibrechte und Verbindung des Datenträgers, und "

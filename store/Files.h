@@ -19,6 +19,9 @@ QString flushFile(const QString& path);
 QString replaceFile(const QString& from, const QString& to, bool flush = true);
 /// Writes a file whole or not at all: on failure the one before stands.
 QString writeFile(const QString& path, const QByteArray& bytes);
+/// The same through a draft of this name in the same folder. A killed program may leave the draft; unlike one of a name
+/// by chance it can be known, and removed, later.
+QString writeFileThrough(const QString& draft, const QString& path, const QByteArray& bytes);
 
 /// The whole sentence for the user: `what` names the problem ("Die Datei X kann nicht geschrieben werden").
 QString fileFailure(const QString& what, const QString& reason);

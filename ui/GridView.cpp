@@ -86,6 +86,19 @@ GridView::GridView(Grid& grid, const QString& emptyHint)
 
 GridView::~GridView() { model().startEdit = nullptr; }
 
+void GridView::setUrgent(std::function<bool(int row)> urgent, const QString& word) {
+    m_cells.urgent = urgent;
+    m_cells.urgentWord = word;
+    delete itemDelegate();
+    setItemDelegate(rowDelegate(model(), *this, std::move(urgent)));
+}
+
+void GridView::showUrgent() {
+    for (int row = 1; model().row() == 0 && row <= model().rowCount(); ++row)
+        if (m_cells.urgent(row - 1)) model().setRow(row);
+    m_rowMoved = true;
+}
+
 QSize GridView::sizeHint() const {
     const QFontMetrics metrics = fontMetrics();
     return {metrics.averageCharWidth() * 60, verticalHeader()->defaultSectionSize() * 12};
@@ -125,6 +138,7 @@ void GridView::flush() {
     m_scheduled = false;
     const int down = verticalScrollBar()->value(), across = horizontalScrollBar()->value();
     const bool rowsGone = m_cells.rowCount() != model().rowCount();
+    if (rowsGone && m_cells.urgent) showUrgent();
     if (m_rowsStale || m_columnsStale) {
         const bool columns = m_columnsStale || m_cells.columnCount() != model().columnCount();
         m_cells.refresh(columns && m_cells.columnCount() != model().columnCount());
@@ -141,8 +155,6 @@ void GridView::flush() {
     verticalHeader()->viewport()->update();
 }
 
-/// Looks for the widest cell of each column, in all rows as long as these are not too many. Only the longest texts are
-/// measured: measuring costs far more than counting letters.
 void GridView::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
     if (m_cells.columnCount() == model().columnCount()) fillWidth();

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QEvent>
+#include <QLayout>
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolBar>
@@ -147,15 +148,23 @@ protected:
     void changeEvent(QEvent* event) override {
         QToolBar::changeEvent(event);
         if (event->type() == QEvent::PaletteChange) drawIcons();
+        if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) m_whole = 0;
     }
     /// Where the captions have no room the icons stand alone: no button goes out of sight.
     void resizeEvent(QResizeEvent* event) override {
-        if (m_whole == 0) m_whole = sizeHint().width();
+        if (m_whole == 0) m_whole = widthWithCaptions();
         setToolButtonStyle(width() < m_whole ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon);
         QToolBar::resizeEvent(event);
     }
 
 private:
+    /// Asked of the buttons themselves once they have their fonts.
+    int widthWithCaptions() {
+        setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+        for (QWidget* button : findChildren<QWidget*>()) button->ensurePolished();
+        layout()->invalidate();
+        return layout()->sizeHint().width();
+    }
     int m_whole = 0;  ///< width with captions
     void drawIcons() {
         for (QAction* action : actions())
