@@ -6,7 +6,7 @@
 #include <cstdio>
 
 #include "bench/Run.h"
-#include "tools/herdengenerator/Ausgabe.h"
+#include "tools/herdengenerator/Output.h"
 
 namespace koben {
 namespace {
@@ -21,7 +21,7 @@ QString farm(const Vorgaben& farmOptions) {
     const QString fresh = path + QStringLiteral(".neu");
     for (const char* suffix : {"", "-wal", "-shm"})
         QFile::remove(fresh + QString::fromUtf8(suffix));  // of a run cut off
-    watch.measure([&] { Herde_in_Datenbank(Herde_erzeugen(farmOptions), fresh); });
+    watch.measure([&] { writeDatabase(makeHerde(farmOptions), fresh); });
     QFile::rename(fresh, path);
     std::printf("Hof angelegt in %.1f s, %.0f MB\n", watch.ms() / 1000, static_cast<double>(QFile(path).size()) / 1e6);
     return path;

@@ -2,14 +2,14 @@
 #include <set>
 
 #include "tests/exchange/Importlauf.h"
-#include "tools/herdengenerator/Ausgabe.h"
+#include "tools/herdengenerator/Output.h"
 
 namespace koben {
 namespace {
 
 QByteArray csv(const Vorgaben& vorgaben) {
     const TestRun run;
-    EXPECT_TRUE(Herde_als_CSV(Herde_erzeugen(vorgaben), run.path("herde.csv")));
+    EXPECT_TRUE(writeCsv(makeHerde(vorgaben), run.path("herde.csv")));
     return run.bytes("herde.csv");
 }
 
@@ -32,7 +32,7 @@ TEST(Herdengenerator, beispielOrdnetSichSelbstZu) {
 
 /// What a farmer would check first.
 TEST(Herdengenerator, herdeIstGlaubhaft) {
-    const Herde herde = Herde_erzeugen({.sauen = 200, .jahre = 7, .seed = 3});
+    const Herde herde = makeHerde({.sauen = 200, .jahre = 7, .seed = 3});
     std::set<std::pair<int, int>> dienste;  // sow and day
     for (const Belegung& b : herde.belegungen) dienste.emplace(b.sau, b.tag);
     double tragen = 0, saeugen = 0, lebend = 0, abgesetzt = 0;
@@ -58,8 +58,8 @@ TEST(Herdengenerator, herdeIstGlaubhaft) {
 
 TEST(Herdengenerator, datenbankStimmtInSich) {
     Importlauf run;
-    const Herde herde = Herde_erzeugen({.sauen = 30, .jahre = 2, .seed = 5});
-    Herde_in_Datenbank(herde, run.path("gross.mdb"));
+    const Herde herde = makeHerde({.sauen = 30, .jahre = 2, .seed = 5});
+    writeDatabase(herde, run.path("gross.mdb"));
     run.db = run.koben.workspace.open(run.path("gross.mdb"));
     EXPECT_EQ(run.anzahl(), static_cast<qint64>(herde.tiere.size() + herde.ferkel.size()));
     EXPECT_EQ(run.zeilen("select count(*) as n from Ferkelung"), QString::number(herde.wuerfe.size()));

@@ -4,7 +4,7 @@
 
 #include "app/Katalog.h"
 #include "tests/ui/Support.h"
-#include "tools/herdengenerator/Ausgabe.h"
+#include "tools/herdengenerator/Output.h"
 
 namespace koben::ui {
 
@@ -18,7 +18,7 @@ struct ProgramTest : testing::Test {
         Vorgaben herd;
         herd.sauen = 12;
         herd.ende = QDate(2026, 7, 15);
-        Herde_in_Datenbank(Herde_erzeugen(herd), data.filePath(QStringLiteral("koben2.mdb")));
+        writeDatabase(makeHerde(herd), data.filePath(QStringLiteral("koben2.mdb")));
     }
     void runProgram(const std::function<void(Form&)>& hand) {
         screens.hand = hand;

@@ -15,7 +15,7 @@
 #include "forms/Stammdaten.h"
 #include "herd/PA_Koben.h"
 #include "plans/PB_Arbeitsplan.h"
-#include "tools/herdengenerator/Ausgabe.h"
+#include "tools/herdengenerator/Output.h"
 #include "ui/Application.h"
 #include "ui/FormWindow.h"
 #include "ui/Look.h"
@@ -191,7 +191,7 @@ int photograph(int argc, char** argv, const QString& folder, const Variant& vari
     Vorgaben herd;
     herd.sauen = 60;
     herd.ende = today;
-    Herde_in_Datenbank(Herde_erzeugen(herd), data.filePath(QStringLiteral("koben2.mdb")));
+    writeDatabase(makeHerde(herd), data.filePath(QStringLiteral("koben2.mdb")));
     Photographer screens(folder, QString::fromLatin1(variant.name));
     PicturePlatform platform(data.path() + u'/');
     Koben koben(screens, platform, katalog());

@@ -6,10 +6,10 @@
 namespace koben {
 
 /// Makes the database file, which must not exist, with derived data and status up to date. Throws DatabaseError.
-void Herde_in_Datenbank(const Herde& herde, const QString& path);
+void writeDatabase(const Herde& herde, const QString& path);
 
 /// Writes the animals in stock and those that left in the last year, Windows-1252 with CR LF and the heads of the
 /// import; false where the file cannot be written.
-bool Herde_als_CSV(const Herde& herde, const QString& path);
+bool writeCsv(const Herde& herde, const QString& path);
 
 }  // namespace koben
