@@ -22,6 +22,7 @@
 #include "herd/PA_Koben.h"
 #include "herd/PB_Neues_Schwein.h"
 #include "herd/PB_Selektieren.h"
+#include "output/PA_Erklaerung.h"
 #include "output/PA_Textausgabe.h"
 #include "output/PA_Zwischenliste.h"
 #include "plans/PB_Arbeitsplan.h"
@@ -48,6 +49,7 @@ Catalogue all() {
     forms.add<PA_Koben>(QStringLiteral("PA_Koben"));
     forms.add<PB_Selektieren>(QStringLiteral("PB_Selektieren"));
     forms.add<PB_Neues_Schwein>(QStringLiteral("PB_Neues_Schwein"));
+    forms.add<PA_Erklärung>(QStringLiteral("PA_Erklärung"));
     forms.add<PA_Textausgabe>(QStringLiteral("PA_Textausgabe"));
     forms.add<PA_Zwischenliste>(QStringLiteral("PA_Zwischenliste"));
     forms.add<PE_Bewegungsdaten>(QStringLiteral("PE_Bewegungsdaten"));

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "core/PZ_Koben_Subs.h"
+#include "forms/Erklaerung.h"
 #include "store/Collation.h"
 
 namespace koben {
@@ -68,6 +69,7 @@ void Grid::clearRows() {
     m_table = Table();
     m_bound = false;
     m_cells.clear();
+    explain = nullptr;
     resetRows(0);
 }
 
@@ -203,8 +205,17 @@ void Grid::copy(const Grid& source) {
         for (int column = 1; column <= columnCount(); ++column) cells.append(source.value(row, column));
         m_cells.push_back({cells});
     }
+    if (source.explain)
+        explain = [tell = source.explain, rows = source.m_order](int row, int column) {
+            return tell(rows.at(static_cast<size_t>(row - 1)) + 1, column);
+        };
     notify(Aspect::Columns);
     resetRows(static_cast<int>(m_cells.size()));
+}
+
+std::optional<Explanation> Grid::explanation(int row, int column) const {
+    if (!explain || row < 1 || row > rowCount() || column < 1 || column > columnCount()) return {};
+    return explain(m_order[static_cast<size_t>(row - 1)] + 1, column);
 }
 
 /// Of an unbound grid.
@@ -447,6 +458,10 @@ bool Grid::editByUser(int row, int column, const QString& text) {
         if (onEdited) onEdited(row, column, text);
     });
     return true;
+}
+
+void Grid::explainByUser(int row, int column) {
+    act([&] { Zelle_erklaeren(*this, row, column); });
 }
 
 bool Grid::key(Key key) {

@@ -6,6 +6,7 @@
 
 // clang-format off
 #define LAYOUTS(X) \
+    X(PA_Erklärung) \
     X(PA_Koben) \
     X(PA_Textausgabe) \
     X(PA_Zwischenliste) \
