@@ -246,7 +246,12 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (m_cells.flags(index) & Qt::ItemIsEditable)
         QTableView::edit(index);
     else
-        guarded([this] { model().doubleClick(); });
+        guarded([&] { model().doubleClick(index.column() + 1); });
+}
+
+void GridView::explainCurrent() {
+    const int column = std::max(currentIndex().column(), 0) + 1;
+    guarded([&] { model().explainByUser(model().row(), column); });
 }
 
 void GridView::contextMenuEvent(QContextMenuEvent* event) {
@@ -255,11 +260,15 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
     if (event->reason() == QContextMenuEvent::Mouse) {
         const int row = rowAt(event->pos().y());
         if (row >= 0 && !(isMulti() && isMarked(row)) && row != currentRow()) chooseRow(row);
+        if (const QModelIndex cell = indexAt(event->pos()); cell.isValid())
+            selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
     } else {
         at = viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft());
     }
     model().rightClick();
-    popUpMenu(model().form(), *this, at);
+    std::function<void()> explain;
+    if (model().explain) explain = [this] { explainCurrent(); };
+    popUpMenu(model().form(), *this, at, explain);
 }
 
 void GridView::edit(int row, int column) {
@@ -343,6 +352,10 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     if (editKey(event) || m_search->key(*event)) return;
     bool told = false;
     switch (event->key()) {
+        case Qt::Key_F2:
+            if (!(told = model().explain != nullptr)) break;
+            explainCurrent();
+            break;
         case Qt::Key_Return:
         case Qt::Key_Enter:
             told = model().key(Key::Enter);

@@ -22,6 +22,8 @@ public:
     void flush();
     /// Titles and marked rows (or the current one) for the clipboard.
     QMimeData* copied() const;
+    /// Shows where the current cell comes from.
+    void explainCurrent();
     /// Lets the user mark no row at all, where that is a choice of its own.
     void allowNoMark() { m_keepsOne = false; }
     /// Rows (from 0) that must be seen at a glance, and the word for it. The first of them is current when rows come.

@@ -188,7 +188,7 @@ Control* controlOfAction(const QObject* action) {
     return bound ? &bound->control() : nullptr;
 }
 
-void popUpMenu(Form& form, QWidget& widget, const QPoint& at) {
+void popUpMenu(Form& form, QWidget& widget, const QPoint& at, const std::function<void()>& explain) {
     auto* menu = new QMenu(&widget);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     for (Control* control : form.controls())
@@ -198,6 +198,10 @@ void popUpMenu(Form& form, QWidget& widget, const QPoint& at) {
             menu->addAction(action);
         }
     assignLetters(*menu);
+    if (explain) {
+        menu->addSeparator();
+        QObject::connect(menu->addAction(QStringLiteral("&Zahl herleiten\tF2")), &QAction::triggered, menu, explain);
+    }
     if (menu->isEmpty())
         delete menu;
     else

@@ -48,6 +48,7 @@ Commands::Handler Commands::find(const QString& word) {
         {QStringLiteral("schliesse"), schliesse},
         {QStringLiteral("antwort"), antwort},
         {QStringLiteral("zeige"), zeige},
+        {QStringLiteral("erklaere"), erklaere},
         {QStringLiteral("pruefe"), pruefe},
         {QStringLiteral("titel"), titel},
         {QStringLiteral("variable"), variable},
@@ -174,6 +175,15 @@ void Commands::antwort(Interpreter& run, const Command& command) { run.m_answers
 
 void Commands::zeige(Interpreter& run, const Command& command) {
     show(toRead(run.program(), command.arguments), run.m_transcript);
+}
+
+void Commands::erklaere(Interpreter& run, const Command& command) {
+    const QStringList words = command.words(3, 2);
+    const Target target = toRead(run.program(), words[0]);
+    auto& grid = as<Grid>(target, "keine Tabelle");
+    const auto told = grid.explanation(rowOf(words[1], grid.rowCount()), columnOf(grid, words[2]));
+    if (!told) throw Failure{QStringLiteral("%1 erklärt diese Zelle nicht").arg(target.name())};
+    show(*told, run.program(), run.m_transcript);
 }
 
 void Commands::pruefe(Interpreter& run, const Command& command) {
