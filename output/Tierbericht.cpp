@@ -1,4 +1,4 @@
-#include "plans/Tierbericht.h"
+#include "output/Tierbericht.h"
 
 #include <map>
 
