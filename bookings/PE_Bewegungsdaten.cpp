@@ -86,6 +86,8 @@ void PE_Bewegungsdaten::Activate() {
         cmdschließen_Click();
     } else {
         Liste_aufbauen();
+        if (const qint64 shown = std::exchange(koben.shownBooking, 0))
+            if (const int row = li.findText(u"ID", QString::number(shown))) li.setRow(row);
     }
     koben.Uebergabe_Anzahl.clear();
 }

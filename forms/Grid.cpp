@@ -28,8 +28,10 @@ bool isNumber(const Value& value) {
 
 qint64 changedKey(int source, int column) { return static_cast<qint64>(source) << 12 | column; }
 
-/// A cell's number with a decimal comma and thousands points; texts that are none sort before all numbers.
+/// A cell's number with a decimal comma and thousands points, or such an amount; texts that are none sort before all
+/// numbers.
 double cellNumber(QString text) {
+    if (text.endsWith(u'€')) text.chop(1);
     text.remove(u'.').replace(u',', u'.');
     bool ok = false;
     const double number = text.trimmed().toDouble(&ok);
@@ -70,6 +72,7 @@ void Grid::clearRows() {
     m_bound = false;
     m_cells.clear();
     explain = nullptr;
+    lead = nullptr;
     resetRows(0);
 }
 
@@ -131,7 +134,8 @@ void Grid::bind(const Table& table) {
     }
     m_fieldOf.clear();
     for (Column& column : m_columns) {
-        const int f = table.columnOf(column.key);
+        const int own = static_cast<int>(m_fieldOf.size());  // a crosstab may name two fields alike
+        const int f = keepColumns ? table.columnOf(column.key) : own;
         m_fieldOf.push_back(f);
         const Type type = table.field(f).type;
         if (type == Type::Date) column.sort = Sort::Date;
@@ -205,10 +209,10 @@ void Grid::copy(const Grid& source) {
         for (int column = 1; column <= columnCount(); ++column) cells.append(source.value(row, column));
         m_cells.push_back({cells});
     }
+    const auto original = [rows = source.m_order](int row) { return rows.at(static_cast<size_t>(row - 1)) + 1; };
+    if (source.lead) lead = [go = source.lead, original](int row, int column) { go(original(row), column); };
     if (source.explain)
-        explain = [tell = source.explain, rows = source.m_order](int row, int column) {
-            return tell(rows.at(static_cast<size_t>(row - 1)) + 1, column);
-        };
+        explain = [tell = source.explain, original](int row, int column) { return tell(original(row), column); };
     notify(Aspect::Columns);
     resetRows(static_cast<int>(m_cells.size()));
 }
@@ -433,7 +437,12 @@ void Grid::mark(const std::vector<int>& rows) {
 }
 
 void Grid::click() { act(onClick); }
-void Grid::doubleClick() { act(onDoubleClick); }
+
+void Grid::doubleClick(int column) {
+    if (!lead) return act(onDoubleClick);
+    if (m_row > 0) act([&] { lead(m_order[static_cast<size_t>(m_row - 1)] + 1, column); });
+}
+
 void Grid::rightClick() { act(onRightClick); }
 
 void Grid::sortByUser(int column, int direction) {
@@ -469,8 +478,8 @@ bool Grid::key(Key key) {
         act(onDelete);
         return true;
     }
-    if (key == Key::Enter && onDoubleClick && !onKey) {
-        act(onDoubleClick);
+    if (key == Key::Enter && (onDoubleClick || lead) && !onKey) {
+        doubleClick();
         return true;
     }
     return Control::key(key);

@@ -122,7 +122,7 @@ public:
     void choose(int row);
     void mark(const std::vector<int>& rows);
     void click();
-    void doubleClick();
+    void doubleClick(int column = 0);  ///< on the current row; 0 where no cell is meant
     void rightClick();
     void sortByUser(int column, int direction);
     void resizeByUser(int column, int width);
@@ -141,6 +141,9 @@ public:
     /// Says where a cell comes from. `row` counts in the order in which the rows were added. Goes with the rows: copy()
     /// takes it over, clearRows() drops it.
     std::function<std::optional<Explanation>(int row, int column)> explain;
+    /// Leads on from a row: goes before `onDoubleClick`, counts rows and goes with them like `explain`. A list that
+    /// leads on comes up where its current row is.
+    std::function<void(int row, int column)> lead;
     /// Asks the window to open the editor of a cell.
     std::function<void(int row, int column)> startEdit;
 

@@ -235,7 +235,7 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (m_cells.flags(index) & Qt::ItemIsEditable)
         QTableView::edit(index);
     else
-        guarded([this] { model().doubleClick(); });
+        guarded([&] { model().doubleClick(index.column() + 1); });
 }
 
 void GridView::explainCurrent() {
