@@ -1,5 +1,8 @@
 #include "app/Katalog.h"
 
+#include "analytics/PB_Deckungsbeitrag.h"
+#include "analytics/PB_Gruppierungen.h"
+#include "analytics/PB_Logiktest.h"
 #include "bookings/PB_Verkauf_Ferkel.h"
 #include "bookings/PB_Verkauf_Ferkel_Eingabe.h"
 #include "bookings/PB_Verkauf_Schweine.h"
@@ -84,6 +87,9 @@ Catalogue all() {
     forms.add<PB_Bestandsregister>(QStringLiteral("PB_Bestandsregister"));
     forms.add<PV_Bestandsdaten>(QStringLiteral("PV_Bestandsdaten"));
     forms.add<PV_Bestandsdaten_Eingabe>(QStringLiteral("PV_Bestandsdaten_Eingabe"));
+    forms.add<PB_Deckungsbeitrag>(QStringLiteral("PB_Deckungsbeitrag"));
+    forms.add<PB_Gruppierungen>(QStringLiteral("PB_Gruppierungen"));
+    forms.add<PB_Logiktest>(QStringLiteral("PB_Logiktest"));
     forms.add<S_Importtabelle>(QStringLiteral("S_Importtabelle"));
     return forms;
 }

@@ -77,6 +77,7 @@ std::vector<Zeile> Zeilen_Zyklus(const Probe& probe);
 std::vector<Zeile> Zeilen_Buchung(const Probe& probe);
 std::vector<Zeile> Zeilen_Plan(const Probe& probe);
 std::vector<Zeile> Zeilen_Papier(const Probe& probe);
+std::vector<Zeile> Zeilen_Gruppen(const Probe& probe);
 std::vector<Zeile> Zeilen_Ferkel(const Probe& probe);
 std::vector<Zeile> Zeilen_Masse(const Probe& probe);
 

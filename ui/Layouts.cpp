@@ -13,6 +13,9 @@
     X(PB_Arbeitsplan) \
     X(PB_Bestand) \
     X(PB_Bestandsregister) \
+    X(PB_Deckungsbeitrag) \
+    X(PB_Gruppierungen) \
+    X(PB_Logiktest) \
     X(PB_Neues_Schwein) \
     X(PB_Sauenkarte) \
     X(PB_Selektieren) \
