@@ -9,6 +9,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "forms/Erklaerung.h"
 #include "forms/Form.h"
 #include "ui/Application.h"
 #include "ui/GridDelegate.h"
