@@ -1,5 +1,6 @@
 #include "app/Katalog.h"
 
+#include "analytics/PB_Statistiken.h"
 #include "bookings/PB_Verkauf_Ferkel.h"
 #include "bookings/PB_Verkauf_Ferkel_Eingabe.h"
 #include "bookings/PB_Verkauf_Schweine.h"
@@ -84,6 +85,7 @@ Catalogue all() {
     forms.add<PB_Bestandsregister>(QStringLiteral("PB_Bestandsregister"));
     forms.add<PV_Bestandsdaten>(QStringLiteral("PV_Bestandsdaten"));
     forms.add<PV_Bestandsdaten_Eingabe>(QStringLiteral("PV_Bestandsdaten_Eingabe"));
+    forms.add<PB_Statistiken>(QStringLiteral("PB_Statistiken"));
     forms.add<S_Importtabelle>(QStringLiteral("S_Importtabelle"));
     return forms;
 }

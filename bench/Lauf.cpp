@@ -157,7 +157,7 @@ int messen(const Laufvorgabe& vorgabe, QDate heute) {
     Kopf_drucken();
     int misses = 0;
     for (const auto& theme :
-         {Zeilen_Liste, Zeilen_Zyklus, Zeilen_Plan, Zeilen_Papier, Zeilen_Buchung, Zeilen_Ferkel, Zeilen_Masse})
+         {Zeilen_Liste, Zeilen_Zyklus, Zeilen_Plan, Zeilen_Zahlen, Zeilen_Papier, Zeilen_Buchung, Zeilen_Ferkel, Zeilen_Masse})
         for (const Zeile& zeile : theme(probe))
             if (gewuenscht(zeile, vorgabe.nur)) misses += !Zeile_messen(zeile, programm, boden, vorgabe.mal);
     std::printf("%d rows miss their limit\n", misses);

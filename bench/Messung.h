@@ -76,6 +76,7 @@ std::vector<Zeile> Zeilen_Liste(const Probe& probe);
 std::vector<Zeile> Zeilen_Zyklus(const Probe& probe);
 std::vector<Zeile> Zeilen_Buchung(const Probe& probe);
 std::vector<Zeile> Zeilen_Plan(const Probe& probe);
+std::vector<Zeile> Zeilen_Zahlen(const Probe& probe);
 std::vector<Zeile> Zeilen_Papier(const Probe& probe);
 std::vector<Zeile> Zeilen_Ferkel(const Probe& probe);
 std::vector<Zeile> Zeilen_Masse(const Probe& probe);

@@ -16,6 +16,7 @@
     X(PB_Neues_Schwein) \
     X(PB_Sauenkarte) \
     X(PB_Selektieren) \
+    X(PB_Statistiken) \
     X(PB_Statusplan) \
     X(PB_Tierinformation_Buchungen) \
     X(PB_Tierinformation_Schweine) \
