@@ -91,10 +91,10 @@ void Einstellungen_vorgeben(Variablen& v, int currentYear) {
                                             {Zahl::ToleranzTage, 14},
                                             {Zahl::SicherungTage, 14},
                                             {Zahl::Geburtsgewicht, 1000},
-                                            {35, 2005},  // first year of the statistics
-                                            {36, currentYear},
-                                            {37, 1},
-                                            {38, 10},
+                                            {Zahl::StatistikJahrVon, 2005},
+                                            {Zahl::StatistikJahrBis, currentYear},
+                                            {Zahl::StatistikWurfVon, 1},
+                                            {Zahl::StatistikWurfBis, 10},
                                             {Zahl::BerichtZeilen, 60},
                                             {Zahl::BerichtDatum, 1}};
     for (const auto& [slot, value] : defaults) v.Konfig_Zahl[static_cast<size_t>(slot)] = static_cast<qint16>(value);

@@ -35,6 +35,10 @@ enum Slot : int {
     DeckungsbeitragBis = 32,
     DeckungsbeitragZeilen = 33,  ///< 0 a row per year, 1 per animal
     TageFerkelungAbsetzung = 34,
+    StatistikJahrVon = 35,
+    StatistikJahrBis = 36,
+    StatistikWurfVon = 37,
+    StatistikWurfBis = 38,
     TageBelegungKontrolle = 39,
     TageAbsetzungBelegung = 40,
     TageGeburtBelegung = 41,
@@ -79,6 +83,8 @@ enum Slot : int {
     DeckungsbeitragPosten = 18,  ///< ten digits, 1 for each kind that takes part
     BestandFelder = 19,
     DeckungsbeitragFutter = 20,  ///< 20 to 22: lump sums of a sow, a boar, a fattening pig
+    StatistikSauen = 23,
+    StatistikEber = 24,
     Berichtskopf = 25,
     LetzteSicherung = 26,
     RegisterVon = 27,
