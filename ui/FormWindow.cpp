@@ -286,8 +286,9 @@ QRect FormWindow::naturalPlace() const {
         const auto* text = dynamic_cast<const TextBox*>(control);
         return control->visible() && (dynamic_cast<const Grid*>(control) || (text && text->multiLine));
     });
-    for (GridView* list : findChildren<GridView*>())
-        if (list->model().visible()) size.setWidth(std::max(size.width(), list->wholeWidth() + 4 * bar));
+    for (QTableView* table : findChildren<QTableView*>())
+        if (auto* list = dynamic_cast<GridView*>(table); list && list->model().visible())
+            size.setWidth(std::max(size.width(), list->wholeWidth() + 4 * bar));
     if (large) size = size.expandedTo(room.size() * (parentWidget() ? 0.7 : 0.95));
     size = size.boundedTo(room.size());
     return {room.center() - QPoint(size.width() / 2, size.height() / 2), size};
