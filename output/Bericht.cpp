@@ -184,6 +184,7 @@ std::optional<Explanation> Bericht::explainMeansAndSums(const Grid& grid, int ro
     const auto number = [](double value) { return Value(Wert(QString::number(value, 'f', 6))); };
     const QString head = grid.column(1).title;
     Explanation told{
+        .sentence = {},
         .value = grid.cell(row, column),
         .columns = {{.key = "zeile", .title = head},
                     {.key = "zelle", .title = "Zelle", .align = Align::Right, .sort = Sort::Number},
