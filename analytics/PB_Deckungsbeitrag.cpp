@@ -9,7 +9,7 @@ namespace koben {
 
 namespace {
 
-constexpr int MostYears = 30, LastYear = 9999;
+constexpr int MostYears = 30, LastYear = 9999, Percent = 100;
 constexpr int AllAnimals = 0, AllSows = 2, CurrentAnimal = 5;
 constexpr std::array NameFields{"Art", "Nummer", "Gruppe", "Stallnr"};
 
@@ -90,11 +90,12 @@ void PB_Deckungsbeitrag::ok_Click() {
     const bool years = optiauswertung.selected() != 1;
     const Deckungsauswahl chosen = choice();
     gridli.clear();
-    const bool whole = run("Die Deckungsbeiträge werden berechnet ...", 100, &meter, [&](Progress& progress) {
-        const Deckungsbeitrag margin(m_db, chosen);
+    const bool whole = run("Die Deckungsbeiträge werden berechnet ...", 2 * Percent, &meter, [&](Progress& progress) {
         const auto go = [&](int percent) { return progress.step(percent); };
+        const Deckungsbeitrag margin(m_db, chosen, go);
+        if (!margin.whole()) return;
         auto rows = years ? margin.perYear(go) : margin.perAnimal(go);
-        if (rows) fill(margin, std::move(*rows), chosen, years);
+        if (rows) fill(margin, std::move(*rows), chosen, years, progress);
     });
     if (whole) Liste_ausgeben(koben, gridli);
 }
@@ -115,7 +116,7 @@ void PB_Deckungsbeitrag::addColumns(bool years) {
 }
 
 void PB_Deckungsbeitrag::fill(const Deckungsbeitrag& margin, std::vector<Deckungsbeitrag::Zeile> rows,
-                              const Deckungsauswahl& chosen, bool years) {
+                              const Deckungsauswahl& chosen, bool years, Progress& progress) {
     addColumns(years);
     std::vector<int> items;
     for (int i = 0; i < konkost.count(); ++i)
@@ -126,6 +127,7 @@ void PB_Deckungsbeitrag::fill(const Deckungsbeitrag& margin, std::vector<Deckung
     };
     Betraege totals{};
     for (size_t at = 0; at < rows.size(); ++at) {
+        if (!progress.step(Percent + static_cast<qint64>(at * Percent / rows.size()))) return;
         const int row = static_cast<int>(at);
         Grid::Row cells;
         if (years) cells.append(rows[at].year);
