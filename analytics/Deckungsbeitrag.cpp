@@ -83,7 +83,7 @@ void Deckungsbeitrag::read(int item, int from, int to, Zeit time, qint64 animal,
 Betraege& Deckungsbeitrag::addUp(Betraege& amounts) const {
     float sum = 0;
     for (size_t i = 0; i < Postenzahl; ++i) sum = Postenliste[i].income ? sum + amounts[i] : sum - amounts[i];
-    amounts[Summe] = sum;
+    amounts[Endposten] = sum;
     return amounts;
 }
 
@@ -225,12 +225,12 @@ void Deckungsbeitrag::feedBehind(std::vector<Beleg>& found, int year, int row) c
 std::vector<Deckungsbeitrag::Beleg> Deckungsbeitrag::behind(int item, int year, int row) const {
     std::vector<Beleg> found;
     for (int i = 0; i < Postenzahl; ++i) {
-        if (!m_choice.chosen[static_cast<size_t>(i)] || (item != Summe && item != i)) continue;
+        if (!m_choice.chosen[static_cast<size_t>(i)] || (item != Endposten && item != i)) continue;
         const size_t before = found.size();
         i == Futter ? feedBehind(found, year, row) : bookingsBehind(found, i, year, row);
         std::stable_sort(found.begin() + static_cast<std::ptrdiff_t>(before), found.end(),
                          [](const Beleg& a, const Beleg& b) { return a.day < b.day; });
-        if (item != Summe || Postenliste[static_cast<size_t>(i)].income) continue;
+        if (item != Endposten || Postenliste[static_cast<size_t>(i)].income) continue;
         for (size_t at = before; at < found.size(); ++at) {  // costs lessen the sum
             Value& amount = found[at].amount;
             amount = i == Futter ? Value(static_cast<float>(-amount.toDouble()))

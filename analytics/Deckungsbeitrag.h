@@ -21,7 +21,7 @@ struct Posten {
     const char* sentence;  ///< what the figure is
 };
 
-inline constexpr int Postenzahl = 10, Summe = Postenzahl;
+inline constexpr int Postenzahl = 10, Endposten = Postenzahl;
 inline constexpr std::array<Posten, Postenzahl> Postenliste{{
     {"E_Tierverkauf", "Verkauf von Sauen / Eber / Mastschweine", true, "Sauen", "Abgangsdatum", "Verkaufspreis",
      "Abnehmer", "Verkaufspreise der Tiere mit einem Abgangsdatum in der Zeit"},

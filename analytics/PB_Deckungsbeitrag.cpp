@@ -121,7 +121,7 @@ void PB_Deckungsbeitrag::fill(const Deckungsbeitrag& margin, std::vector<Deckung
     std::vector<int> items;
     for (int i = 0; i < konkost.count(); ++i)
         if (konkost[i].checked()) items.push_back(i);
-    items.push_back(Summe);
+    items.push_back(Endposten);
     const auto append = [&](Grid::Row& cells, const Betraege& amounts) {
         for (const int item : items) cells.append(Betrag_mit_Waehrung(amounts[static_cast<size_t>(item)]));
     };
@@ -139,7 +139,7 @@ void PB_Deckungsbeitrag::fill(const Deckungsbeitrag& margin, std::vector<Deckung
     }
     const int names = gridli.columnCount() - static_cast<int>(items.size());
     gridli.explain = Deckungsbeitrag_herleiten({m_db, chosen, std::move(rows), totals, names, items, years});
-    if (totals[Summe] == 0) return;
+    if (totals[Endposten] == 0) return;
     Grid::Row closing;
     append(closing, totals);
     if (names == 0) closing[0] = "SUMME" + closing[0].toText();  // no column is left for the word
