@@ -9,7 +9,8 @@ namespace {
 constexpr std::array AnimalFields{"Art", "Nummer", "Gruppe", "Stallnr"};
 
 QString columnName(int item) {
-    return item == Endposten ? QStringLiteral("Summe") : QString::fromUtf8(Postenliste[static_cast<size_t>(item)].column);
+    return item == Endposten ? QStringLiteral("Summe")
+                             : QString::fromUtf8(Postenliste[static_cast<size_t>(item)].column);
 }
 
 Column column(const QString& title, Sort sort = Sort::Text) {
