@@ -156,8 +156,8 @@ int messen(const Laufvorgabe& vorgabe, QDate heute) {
     programm.lauf([] {});  // makes the settings
     Kopf_drucken();
     int misses = 0;
-    for (const auto& theme :
-         {Zeilen_Liste, Zeilen_Zyklus, Zeilen_Plan, Zeilen_Zahlen, Zeilen_Papier, Zeilen_Buchung, Zeilen_Ferkel, Zeilen_Masse})
+    for (const auto& theme : {Zeilen_Liste, Zeilen_Zyklus, Zeilen_Plan, Zeilen_Zahlen, Zeilen_Papier, Zeilen_Buchung,
+                              Zeilen_Ferkel, Zeilen_Masse})
         for (const Zeile& zeile : theme(probe))
             if (gewuenscht(zeile, vorgabe.nur)) misses += !Zeile_messen(zeile, programm, boden, vorgabe.mal);
     std::printf("%d rows miss their limit\n", misses);
