@@ -86,7 +86,7 @@ QString Buchungsauszug::where(bool ofPeriod, const QString& more) const {
     return conditions.isEmpty() ? QString() : " where " + conditions.join(QStringLiteral(" and "));
 }
 
-void Buchungsauszug::read(Tabelle table, bool ofPeriod, std::vector<Buchung>& rows) const {
+void Buchungsauszug::read(Tabelle table, bool ofPeriod, std::vector<Zaehlbuchung>& rows) const {
     QString select = QStringLiteral("select Kennung, Datum");
     size_t amounts = 0;
     for (; amounts < 4 && source(table).amounts[amounts]; ++amounts)
@@ -94,7 +94,7 @@ void Buchungsauszug::read(Tabelle table, bool ofPeriod, std::vector<Buchung>& ro
     Statement row = m_db.prepare(select + " from " + Buchungsname(table) + where(ofPeriod));
     for (int read = 0; row.next(); ++read) {
         if (m_go && read % Often == 0 && !m_go()) return;
-        Buchung booking{row.isNull(0) ? -1 : m_animals.place(row.integer(0)), row.integer(0), row.day(1)};
+        Zaehlbuchung booking{row.isNull(0) ? -1 : m_animals.place(row.integer(0)), row.integer(0), row.day(1)};
         if (booking.place < 0) continue;
         for (size_t i = 0; i < amounts; ++i) booking.amounts[i] = amountOf(row, static_cast<int>(i) + 2);
         rows.push_back(booking);
@@ -103,7 +103,7 @@ void Buchungsauszug::read(Tabelle table, bool ofPeriod, std::vector<Buchung>& ro
 
 /// Each service counts as a success (first amount) or a failure (second) by the check of the sow that was entered first
 /// among those of its day or later; neither where there is none.
-void Buchungsauszug::readServices(std::vector<Buchung>& rows) const {
+void Buchungsauszug::readServices(std::vector<Zaehlbuchung>& rows) const {
     Checks checks;
     Statement check = m_db.prepare("select Kennung, Datum, Trächtig from Trächtigkeit");
     for (int read = 0; check.next(); ++read) {
@@ -116,7 +116,7 @@ void Buchungsauszug::readServices(std::vector<Buchung>& rows) const {
     const std::vector<int> any{-1};
     for (int read = 0; row.next(); ++read) {
         if (m_go && read % Often == 0 && !m_go()) return;
-        Buchung booking{0, row.integer(0), row.day(1)};
+        Zaehlbuchung booking{0, row.integer(0), row.day(1)};
         const auto found = checks.constFind(booking.kennung);
         if (booking.day != 0 && !row.isNull(0) && found != checks.constEnd())
             for (const auto& [day, pregnant] : *found)
@@ -131,7 +131,7 @@ void Buchungsauszug::readServices(std::vector<Buchung>& rows) const {
     }
 }
 
-const std::vector<Buchung>& Buchungsauszug::rows(Tabelle table) {
+const std::vector<Zaehlbuchung>& Buchungsauszug::rows(Tabelle table) {
     auto& rows = m_rows[static_cast<size_t>(table)];
     if (rows) return *rows;
     rows.emplace();
@@ -143,18 +143,18 @@ const std::vector<Buchung>& Buchungsauszug::rows(Tabelle table) {
 }
 
 Buchungsauszug::Days Buchungsauszug::daysOf(Tabelle table) {
-    std::vector<Buchung> all;
+    std::vector<Zaehlbuchung> all;
     const bool ofPeriod = m_cut.von.isValid();
     if (ofPeriod) read(table, false, all);
-    const std::vector<Buchung>& bookings = ofPeriod ? all : rows(table);
+    const std::vector<Zaehlbuchung>& bookings = ofPeriod ? all : rows(table);
     Days result;
     result.begins.resize(static_cast<size_t>(m_animals.count()) + 1);
-    for (const Buchung& booking : bookings)
+    for (const Zaehlbuchung& booking : bookings)
         if (booking.day != 0) ++result.begins[static_cast<size_t>(booking.place) + 1];
     for (size_t i = 1; i < result.begins.size(); ++i) result.begins[i] += result.begins[i - 1];
     result.days.resize(result.begins.back());
     std::vector<size_t> next = result.begins;
-    for (const Buchung& booking : bookings)
+    for (const Zaehlbuchung& booking : bookings)
         if (booking.day != 0) result.days[next[static_cast<size_t>(booking.place)]++] = booking.day;
     for (size_t i = 1; i < result.begins.size(); ++i)
         std::sort(result.days.begin() + static_cast<qsizetype>(result.begins[i - 1]),

@@ -12,7 +12,7 @@
 namespace koben {
 
 /// An animal that has a row of its own, or whose bookings count.
-struct Tier {
+struct Zaehltier {
     qint64 id = 0;
     QString nummer, stallnr, gruppe;
     Value belegungen;                    ///< Anz_Belegungen as stored
@@ -23,20 +23,20 @@ struct Tier {
 class Tierliste {
 public:
     Tierliste(const Database& db, const QString& condition);
-    const std::vector<Tier>& all() const { return m_animals; }
+    const std::vector<Zaehltier>& all() const { return m_animals; }
     int count() const { return static_cast<int>(m_animals.size()); }
     int place(qint64 id) const { return m_places.value(id, -1); }  ///< -1 for another animal
-    const Tier& operator[](int place) const { return m_animals[static_cast<size_t>(place)]; }
+    const Zaehltier& operator[](int place) const { return m_animals[static_cast<size_t>(place)]; }
 
 private:
-    std::vector<Tier> m_animals;
+    std::vector<Zaehltier> m_animals;
     QHash<qint64, int> m_places;
 };
 
 /// `Deckung` is a service seen from the boar, by the number that it names.
 enum class Tabelle { Belegung, Traechtigkeit, Ferkelung, Absetzung, Verluste, Verschiebung, Deckung };
 
-struct Buchung {
+struct Zaehlbuchung {
     int place = 0;       ///< of the animal in the list; -1 for a service whose boar does not matter
     qint64 kennung = 0;  ///< ID of the animal booked
     qint32 day = 0;      ///< Julian day; 0 without a date
@@ -65,7 +65,7 @@ public:
                    bool byBoar = true)
         : m_db(db), m_animals(animals), m_cut(cut), m_go(std::move(go)), m_byBoar(byBoar) {}
 
-    const std::vector<Buchung>& rows(Tabelle table);
+    const std::vector<Zaehlbuchung>& rows(Tabelle table);
     /// The latest day before this one on which the animal has a booking of the table, whatever the period; 0 for none.
     qint32 before(Tabelle table, int place, qint32 day);
     const Tierliste& animals() const { return m_animals; }
@@ -77,8 +77,8 @@ private:
         std::vector<qint32> days;
     };
     QString where(bool ofPeriod, const QString& more = {}) const;
-    void read(Tabelle table, bool ofPeriod, std::vector<Buchung>& rows) const;
-    void readServices(std::vector<Buchung>& rows) const;
+    void read(Tabelle table, bool ofPeriod, std::vector<Zaehlbuchung>& rows) const;
+    void readServices(std::vector<Zaehlbuchung>& rows) const;
     Days daysOf(Tabelle table);
 
     const Database m_db;
@@ -86,7 +86,7 @@ private:
     const Ausschnitt m_cut;
     const std::function<bool()> m_go;
     const bool m_byBoar;
-    std::array<std::optional<std::vector<Buchung>>, 7> m_rows;
+    std::array<std::optional<std::vector<Zaehlbuchung>>, 7> m_rows;
     std::array<std::optional<Days>, 7> m_days;
 };
 

@@ -25,9 +25,9 @@ constexpr Figure Figures[] = {
 
 qint32 lastDay() { return static_cast<qint32>(QDate(2099, 12, 31).toJulianDay()); }
 
-std::vector<std::vector<const Buchung*>> byAnimal(const std::vector<Buchung>& rows, int animals) {
-    std::vector<std::vector<const Buchung*>> result(static_cast<size_t>(animals));
-    for (const Buchung& booking : rows) result[static_cast<size_t>(booking.place)].push_back(&booking);
+std::vector<std::vector<const Zaehlbuchung*>> byAnimal(const std::vector<Zaehlbuchung>& rows, int animals) {
+    std::vector<std::vector<const Zaehlbuchung*>> result(static_cast<size_t>(animals));
+    for (const Zaehlbuchung& booking : rows) result[static_cast<size_t>(booking.place)].push_back(&booking);
     return result;
 }
 
@@ -63,7 +63,7 @@ const std::vector<Ferkelungslauf::Bookings>& Ferkelungslauf::of(int figure) cons
 std::vector<Ferkelungslauf::Row> Ferkelungslauf::farrowings(int place, int& listed) const {
     std::vector<qint32> days;
     const Bookings& all = m_farrowings[static_cast<size_t>(place)];
-    for (const Buchung* farrowing : all)
+    for (const Zaehlbuchung* farrowing : all)
         if (const double number = farrowing->amounts[StoredNumber]; number >= m_from && number <= m_to)
             if (number != NoNumberStored) days.push_back(farrowing->day);
     std::sort(days.begin(), days.end());
@@ -71,7 +71,8 @@ std::vector<Ferkelungslauf::Row> Ferkelungslauf::farrowings(int place, int& list
     std::vector<Row> rows;
     for (size_t i = 0; i < days.size(); ++i) {
         if (days[i] == 0) continue;
-        const auto first = std::find_if(all.begin(), all.end(), [&](const Buchung* b) { return b->day == days[i]; });
+        const auto first =
+            std::find_if(all.begin(), all.end(), [&](const Zaehlbuchung* b) { return b->day == days[i]; });
         rows.push_back({*first, i + 1 < days.size() ? days[i + 1] : lastDay()});
     }
     return rows;
@@ -81,13 +82,13 @@ double Ferkelungslauf::amount(int figure, const Row& row, int place) const {
     const Figure& kind = Figures[figure];
     if (kind.table == Tabelle::Ferkelung) return row.farrowing->amounts[kind.amount];
     double sum = 0;
-    for (const Buchung* booking : of(figure)[static_cast<size_t>(place)])
+    for (const Zaehlbuchung* booking : of(figure)[static_cast<size_t>(place)])
         if (booking->day >= row.farrowing->day && booking->day < row.next) sum += booking->amounts[kind.amount];
     return sum;
 }
 
 void Ferkelungslauf::addSow(Grid& grid, int place, Progress&) {
-    const Tier& sow = m_sows[place];
+    const Zaehltier& sow = m_sows[place];
     int listed = 0;
     const std::vector<Row> rows = farrowings(place, listed);
     const int figures = static_cast<int>(std::size(Figures));
@@ -122,7 +123,7 @@ std::optional<Explanation> Ferkelungslauf::explain(const Grid& grid, int row, in
     const Figure& kind = Figures[figure];
     Herleitung lines(m_db);
     const QString table = Buchungsname(kind.table);
-    const auto add = [&, place = place](const Buchung& booking) {
+    const auto add = [&, place = place](const Zaehlbuchung& booking) {
         Herleitungszeile line = lines.line(booking, table);
         line.numerator = booking.amounts[kind.amount];
         if (kind.table != Tabelle::Verschiebung || *line.numerator != 0) lines.add(std::move(line));
@@ -131,7 +132,7 @@ std::optional<Explanation> Ferkelungslauf::explain(const Grid& grid, int row, in
         if (kind.table == Tabelle::Ferkelung)
             add(*litter.farrowing);
         else
-            for (const Buchung* booking : of(figure)[static_cast<size_t>(place)])
+            for (const Zaehlbuchung* booking : of(figure)[static_cast<size_t>(place)])
                 if (booking->day >= litter.farrowing->day && booking->day < litter.next) add(*booking);
     }
     QString sentence = QString::fromUtf8(kind.sentence);

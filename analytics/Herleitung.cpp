@@ -13,7 +13,7 @@ QString dayText(qint32 julian) {
 }
 
 /// What one booking brings to some quantities of its table.
-std::optional<double> partOf(const std::vector<Groesse>& quantities, Tabelle table, const Buchung& booking,
+std::optional<double> partOf(const std::vector<Groesse>& quantities, Tabelle table, const Zaehlbuchung& booking,
                              Buchungsauszug& bookings) {
     std::optional<double> sum;
     for (const Groesse quantity : quantities)
@@ -38,19 +38,19 @@ QString Herleitung::nummer(qint64 id) {
     return *m_numbers.insert(id, row.next() ? Hochkomma_ersetzen(row.text(0)) : QString());
 }
 
-Herleitungszeile Herleitung::line(const Buchung& booking, const QString& name) {
+Herleitungszeile Herleitung::line(const Zaehlbuchung& booking, const QString& name) {
     return {nummer(booking.kennung), booking.kennung, booking.day, name, {}, {}, {}};
 }
 
 void Herleitung::addParts(const std::vector<Groesse>& numerator, const std::vector<Groesse>& denominator,
-                          Buchungsauszug& bookings, const std::function<bool(const Buchung&)>& mine) {
+                          Buchungsauszug& bookings, const std::function<bool(const Zaehlbuchung&)>& mine) {
     std::vector<Groesse> all = numerator;
     all.insert(all.end(), denominator.begin(), denominator.end());
     std::set<Tabelle> tables;
     for (const Groesse quantity : all) tables.insert(art(quantity).table);
     const bool chosen = onlyChosen(all);
     for (const Tabelle table : tables)
-        for (const Buchung& booking : bookings.rows(table)) {
+        for (const Zaehlbuchung& booking : bookings.rows(table)) {
             if (!mine(booking)) continue;
             Herleitungszeile added = line(booking, Buchungsname(table));
             added.numerator = partOf(numerator, table, booking, bookings);
@@ -60,15 +60,15 @@ void Herleitung::addParts(const std::vector<Groesse>& numerator, const std::vect
         }
 }
 
-void Herleitung::add(const Formel& formel, Buchungsauszug& bookings, const std::function<bool(const Buchung&)>& mine,
-                     const Zellenlage& from) {
+void Herleitung::add(const Formel& formel, Buchungsauszug& bookings,
+                     const std::function<bool(const Zaehlbuchung&)>& mine, const Zellenlage& from) {
     switch (formel.kind) {
         case Formel::Fehlt:
         case Formel::Strich:
             return;
         case Formel::Abstand: {
             const Groessenart& kind = art(formel.of[0]);
-            for (const Buchung& booking : bookings.rows(kind.table)) {
+            for (const Zaehlbuchung& booking : bookings.rows(kind.table)) {
                 if (!mine(booking)) continue;
                 Herleitungszeile added = line(booking, Buchungsname(kind.table));
                 const qint32 before = bookings.before(*kind.since, booking.place, booking.day);
@@ -89,7 +89,7 @@ void Herleitung::add(const Formel& formel, Buchungsauszug& bookings, const std::
         case Formel::Letzte: {
             const Summe& all = from.sum(formel.of[0]);
             const qint32 day = formel.kind == Formel::Erste ? all.first : all.last;
-            for (const Buchung& booking : bookings.rows(art(formel.of[0]).table))
+            for (const Zaehlbuchung& booking : bookings.rows(art(formel.of[0]).table))
                 if (mine(booking) && booking.day == day)
                     m_lines.push_back(line(booking, Buchungsname(Tabelle::Deckung)));
             return;
@@ -114,7 +114,7 @@ void Herleitung::add(const Formel& formel, Buchungsauszug& bookings, const std::
 }
 
 /// Where the stored figure is not that of the bookings, a line says by how much.
-void Herleitung::balance(double stored, size_t first, const Tier& tier) {
+void Herleitung::balance(double stored, size_t first, const Zaehltier& tier) {
     for (size_t i = first; i < m_lines.size(); ++i) stored -= m_lines[i].numerator.value_or(0);
     if (stored != 0)
         m_lines.push_back(
@@ -125,8 +125,8 @@ void Herleitung::addStock(const Zellenlage& from) {
     const Tierliste animal(m_db, QStringLiteral("ID = %1").arg(from.tier->id));
     Buchungsauszug life(m_db, animal, {.tier = from.tier->id});
     qint32 last = 0;
-    for (const Buchung& farrowing : life.rows(Tabelle::Ferkelung)) last = std::max(last, farrowing.day);
-    for (const Buchung& service : life.rows(Tabelle::Belegung))
+    for (const Zaehlbuchung& farrowing : life.rows(Tabelle::Ferkelung)) last = std::max(last, farrowing.day);
+    for (const Zaehlbuchung& service : life.rows(Tabelle::Belegung))
         if (last == 0 || service.day >= last) {
             m_lines.push_back(line(service, Buchungsname(Tabelle::Belegung)));
             m_lines.back().numerator = 1;
@@ -137,12 +137,12 @@ void Herleitung::addStock(const Zellenlage& from) {
 void Herleitung::addPerYear(Groesse quantity, Buchungsauszug& bookings, const Zellenlage& from) {
     const Tierliste animal(m_db, QStringLiteral("ID = %1").arg(from.tier->id));
     Buchungsauszug life(m_db, animal, {.tier = from.tier->id});
-    addParts({quantity}, {}, life, [](const Buchung&) { return true; });
+    addParts({quantity}, {}, life, [](const Zaehlbuchung&) { return true; });
     balance(static_cast<double>(quantity == Groesse::Ferkel ? from.tier->ferkel : from.tier->ferkelungen), 0,
             *from.tier);
     Summe services, farrowings;
-    for (const Buchung& booking : bookings.rows(Tabelle::Belegung)) services.add(booking.day, {});
-    for (const Buchung& booking : bookings.rows(Tabelle::Ferkelung)) farrowings.add(booking.day, {});
+    for (const Zaehlbuchung& booking : bookings.rows(Tabelle::Belegung)) services.add(booking.day, {});
+    for (const Zaehlbuchung& booking : bookings.rows(Tabelle::Ferkelung)) farrowings.add(booking.day, {});
     if (services.undated || services.first == 0 || farrowings.last <= services.first) return;
     m_lines.push_back({from.tier->nummer,
                        from.tier->id,
@@ -161,10 +161,10 @@ void Herleitung::addPerYear(Groesse quantity, Buchungsauszug& bookings, const Ze
 }
 
 /// The denominator is a product: piglets and days of each weaning stand in words.
-void Herleitung::addGain(Buchungsauszug& bookings, const std::function<bool(const Buchung&)>& mine,
+void Herleitung::addGain(Buchungsauszug& bookings, const std::function<bool(const Zaehlbuchung&)>& mine,
                          const Zellenlage& from) {
     constexpr int gramsPerKilo = 1000;
-    for (const Buchung& weaning : bookings.rows(Tabelle::Absetzung)) {
+    for (const Zaehlbuchung& weaning : bookings.rows(Tabelle::Absetzung)) {
         if (!mine(weaning)) continue;
         Herleitungszeile added = line(weaning, Buchungsname(Tabelle::Absetzung));
         const auto days = part(Groesse::Saeugezeit, weaning, bookings);

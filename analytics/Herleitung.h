@@ -20,24 +20,25 @@ public:
     explicit Herleitung(const Database& db) : m_db(db) {}
 
     /// Adds the bookings of one row of a run, by what they mean in the formula; `mine` tells which are the row's.
-    void add(const Formel& formel, Buchungsauszug& bookings, const std::function<bool(const Buchung&)>& mine,
+    void add(const Formel& formel, Buchungsauszug& bookings, const std::function<bool(const Zaehlbuchung&)>& mine,
              const Zellenlage& from);
     void add(Herleitungszeile line) { m_lines.push_back(std::move(line)); }
     /// Number of the animal with this ID; "" for one that is not there any more.
     QString nummer(qint64 id);
     /// A line for a booking of an animal.
-    Herleitungszeile line(const Buchung& booking, const QString& name);
+    Herleitungszeile line(const Zaehlbuchung& booking, const QString& name);
 
     /// The whole explanation of a cell, its lines by day and animal.
     Explanation told(const QString& sentence, const Zelle& cell, const QString& shown);
 
 private:
     void addParts(const std::vector<Groesse>& numerator, const std::vector<Groesse>& denominator,
-                  Buchungsauszug& bookings, const std::function<bool(const Buchung&)>& mine);
+                  Buchungsauszug& bookings, const std::function<bool(const Zaehlbuchung&)>& mine);
     void addPerYear(Groesse quantity, Buchungsauszug& bookings, const Zellenlage& from);
     void addStock(const Zellenlage& from);
-    void addGain(Buchungsauszug& bookings, const std::function<bool(const Buchung&)>& mine, const Zellenlage& from);
-    void balance(double stored, size_t first, const Tier& tier);
+    void addGain(Buchungsauszug& bookings, const std::function<bool(const Zaehlbuchung&)>& mine,
+                 const Zellenlage& from);
+    void balance(double stored, size_t first, const Zaehltier& tier);
 
     const Database m_db;
     std::vector<Herleitungszeile> m_lines;

@@ -90,7 +90,7 @@ const Groessenart& art(Groesse quantity) {
     return arten[static_cast<size_t>(quantity)];
 }
 
-std::optional<double> part(Groesse quantity, const Buchung& booking, Buchungsauszug& bookings) {
+std::optional<double> part(Groesse quantity, const Zaehlbuchung& booking, Buchungsauszug& bookings) {
     const Groessenart& kind = art(quantity);
     if (kind.since) {
         const qint32 before = bookings.before(*kind.since, booking.place, booking.day);
@@ -114,7 +114,7 @@ const Summe& Summen::of(Groesse quantity, int key) {
     auto& sums = m_sums[quantity];
     if (sums.empty()) {
         sums.resize(static_cast<size_t>(m_keys));
-        for (const Buchung& booking : m_bookings.rows(art(quantity).table))
+        for (const Zaehlbuchung& booking : m_bookings.rows(art(quantity).table))
             if (const int row = m_key(booking); row >= 0)
                 sums[static_cast<size_t>(row)].add(booking.day, part(quantity, booking, m_bookings));
     }

@@ -45,7 +45,7 @@ struct Groessenart {
 const Groessenart& art(Groesse quantity);
 
 /// The part of a booking in a quantity; nothing where there is no earlier booking to count days from.
-std::optional<double> part(Groesse quantity, const Buchung& booking, Buchungsauszug& bookings);
+std::optional<double> part(Groesse quantity, const Zaehlbuchung& booking, Buchungsauszug& bookings);
 
 /// How a cell is computed.
 struct Formel {
@@ -99,14 +99,14 @@ struct Summe {
 class Summen {
 public:
     /// `key` is the row of a booking, from 0; below 0 it is of none.
-    Summen(Buchungsauszug& bookings, int keys, std::function<int(const Buchung&)> key)
+    Summen(Buchungsauszug& bookings, int keys, std::function<int(const Zaehlbuchung&)> key)
         : m_bookings(bookings), m_keys(keys), m_key(std::move(key)) {}
     const Summe& of(Groesse quantity, int key);
 
 private:
     Buchungsauszug& m_bookings;
     int m_keys;
-    std::function<int(const Buchung&)> m_key;
+    std::function<int(const Zaehlbuchung&)> m_key;
     std::map<Groesse, std::vector<Summe>> m_sums;
 };
 
@@ -119,9 +119,9 @@ struct Zelle {
 /// What a cell is computed from.
 struct Zellenlage {
     std::function<const Summe&(Groesse)> sum;
-    const Tier* tier = nullptr;  ///< of runs by animal
-    int zyklustage = 0;          ///< days from farrowing to service, of the settings
-    int geburtsgewicht = 0;      ///< grams, of the settings
+    const Zaehltier* tier = nullptr;  ///< of runs by animal
+    int zyklustage = 0;               ///< days from farrowing to service, of the settings
+    int geburtsgewicht = 0;           ///< grams, of the settings
 };
 Zelle berechnen(const Formel& formel, const Zellenlage& from);
 

@@ -70,12 +70,12 @@ void Kennwertlauf::fill(Grid& grid, Progress& progress) {
         addAnimals(grid, bookings, progress);
 }
 
-Zellenlage Kennwertlauf::source(Summen& sums, int key, const Tier* tier) const {
+Zellenlage Kennwertlauf::source(Summen& sums, int key, const Zaehltier* tier) const {
     return {[&sums, key](Groesse quantity) -> const Summe& { return sums.of(quantity, key); }, tier, m_order.zyklustage,
             m_order.geburtsgewicht};
 }
 
-void Kennwertlauf::addCells(Grid::Row& cells, Summen& sums, int key, const Tier* tier) const {
+void Kennwertlauf::addCells(Grid::Row& cells, Summen& sums, int key, const Zaehltier* tier) const {
     const Zellenlage from = source(sums, key, tier);
     for (const Kennwert* measure : m_order.measures) {
         const Formel& formel = measure->formel(byYear());
@@ -84,11 +84,11 @@ void Kennwertlauf::addCells(Grid::Row& cells, Summen& sums, int key, const Tier*
 }
 
 void Kennwertlauf::addAnimals(Grid& grid, Buchungsauszug& bookings, Progress& progress) const {
-    Summen sums(bookings, m_animals.count(), [](const Buchung& booking) { return booking.place; });
+    Summen sums(bookings, m_animals.count(), [](const Zaehlbuchung& booking) { return booking.place; });
     const qint64 read = steps() * ReadingShare / 100;
     for (int i = 0; i < m_animals.count(); ++i) {
         if (!progress.step(read + i * (steps() - read) / m_animals.count())) return;
-        const Tier& animal = m_animals[i];
+        const Zaehltier& animal = m_animals[i];
         Grid::Row cells{animal.nummer, animal.stallnr, animal.gruppe};
         addCells(cells, sums, i, &animal);
         grid.addValues(std::move(cells), animal.id);
@@ -99,7 +99,7 @@ void Kennwertlauf::addYears(Grid& grid, Buchungsauszug& bookings, Progress& prog
     int first = m_order.years.front().von.year(), last = first;
     for (const Statistikjahr& year : m_order.years)
         first = std::min(first, year.von.year()), last = std::max(last, year.von.year());
-    Summen sums(bookings, last - first + 1, [&](const Buchung& booking) {
+    Summen sums(bookings, last - first + 1, [&](const Zaehlbuchung& booking) {
         return booking.day == 0 ? -1 : QDate::fromJulianDay(booking.day).year() - first;
     });
     for (const Statistikjahr& year : m_order.years) {
@@ -135,18 +135,18 @@ std::optional<Explanation> Kennwertlauf::explain(const Grid& grid, int row, int 
     const Formel& formel = measure.formel(byYear());
 
     const Ausschnitt all{0, m_order.von, m_order.bis};
-    const Tier* tier = byYear() ? nullptr : &m_animals[row - 1];
+    const Zaehltier* tier = byYear() ? nullptr : &m_animals[row - 1];
     const Statistikjahr year = byYear() ? m_order.years[static_cast<size_t>(row - 1)] : Statistikjahr{};
     const Tierliste one(m_db, tier ? QStringLiteral("ID = %1").arg(tier->id) : m_order.condition);
     const Ausschnitt cut = byYear()       ? Ausschnitt{0, year.von, year.bis}
                            : m_order.eber ? all
                                           : Ausschnitt{tier->id, m_order.von, m_order.bis};
     Buchungsauszug bookings(m_db, one, cut, {}, !byYear());
-    Summen sums(bookings, 1, [](const Buchung&) { return 0; });
+    Summen sums(bookings, 1, [](const Zaehlbuchung&) { return 0; });
     const Zellenlage from = source(sums, 0, tier);
     Herleitung lines(m_db);
     lines.add(
-        formel, bookings, [](const Buchung&) { return true; }, from);
+        formel, bookings, [](const Zaehlbuchung&) { return true; }, from);
 
     QString sentence = QString::fromUtf8(measure.caption) + ": " +
                        QString::fromUtf8(formel.sentence ? formel.sentence : measure.sentence) + scope(row);

@@ -48,8 +48,8 @@ private:
     bool preload(Buchungsauszug& bookings, Progress& progress) const;
     void addAnimals(Grid& grid, Buchungsauszug& bookings, Progress& progress) const;
     void addYears(Grid& grid, Buchungsauszug& bookings, Progress& progress) const;
-    void addCells(Grid::Row& cells, Summen& sums, int key, const Tier* tier) const;
-    Zellenlage source(Summen& sums, int key, const Tier* tier) const;
+    void addCells(Grid::Row& cells, Summen& sums, int key, const Zaehltier* tier) const;
+    Zellenlage source(Summen& sums, int key, const Zaehltier* tier) const;
     QString scope(int row) const;
 
     const Database m_db;
@@ -89,9 +89,9 @@ public:
     std::optional<Explanation> explain(const Grid& grid, int row, int column) const override;
 
 private:
-    using Bookings = std::vector<const Buchung*>;
+    using Bookings = std::vector<const Zaehlbuchung*>;
     struct Row {
-        const Buchung* farrowing;
+        const Zaehlbuchung* farrowing;
         qint32 next;  ///< day of the next one; what is booked before it belongs to this litter
     };
     void addColumns(Grid& grid) const;

@@ -32,10 +32,10 @@ const std::vector<Figure>& figures() {
 
 /// The litter number of each farrowing, in the order of the rows; 0 for one outside of the range.
 std::vector<int> Wurflauf::numbers(Buchungsauszug& bookings) const {
-    const std::vector<Buchung>& rows = bookings.rows(Tabelle::Ferkelung);
+    const std::vector<Zaehlbuchung>& rows = bookings.rows(Tabelle::Ferkelung);
     std::vector<int> order(rows.size()), result(rows.size());
     std::iota(order.begin(), order.end(), 0);
-    const auto row = [&](int i) -> const Buchung& { return rows[static_cast<size_t>(i)]; };
+    const auto row = [&](int i) -> const Zaehlbuchung& { return rows[static_cast<size_t>(i)]; };
     std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
         return row(a).place != row(b).place ? row(a).place < row(b).place : row(a).day < row(b).day;
     });
@@ -58,13 +58,14 @@ void Wurflauf::fill(Grid& grid, Progress& progress) {
     Buchungsauszug bookings(m_db, m_sows, {}, [&] { return progress.step(0); });
     const std::vector<int> number = numbers(bookings);
     if (!progress.step(steps())) return;
-    const Buchung* first = bookings.rows(Tabelle::Ferkelung).data();
-    Summen byNumber(bookings, Most + 1, [&](const Buchung& booking) {
+    const Zaehlbuchung* first = bookings.rows(Tabelle::Ferkelung).data();
+    Summen byNumber(bookings, Most + 1, [&](const Zaehlbuchung& booking) {
         const int found = number[static_cast<size_t>(&booking - first)];
         return found == 0 ? -1 : found;
     });
-    Summen total(bookings, 1,
-                 [&](const Buchung& booking) { return number[static_cast<size_t>(&booking - first)] == 0 ? -1 : 0; });
+    Summen total(bookings, 1, [&](const Zaehlbuchung& booking) {
+        return number[static_cast<size_t>(&booking - first)] == 0 ? -1 : 0;
+    });
     const auto add = [&](const Value& head, Summen& sums, int key) {
         Grid::Row cells{head};
         const Zellenlage from{[&](Groesse quantity) -> const Summe& { return sums.of(quantity, key); }};
@@ -83,13 +84,13 @@ std::optional<Explanation> Wurflauf::explain(const Grid& grid, int row, int colu
     const Figure& figure = figures()[static_cast<size_t>(column - 2)];
     Buchungsauszug bookings(m_db, m_sows, {});
     const std::vector<int> number = numbers(bookings);
-    const Buchung* first = bookings.rows(Tabelle::Ferkelung).data();
+    const Zaehlbuchung* first = bookings.rows(Tabelle::Ferkelung).data();
     const int wanted = row == grid.rowCount() ? 0 : m_from + row - 1;
-    const auto mine = [&](const Buchung& booking) {
+    const auto mine = [&](const Zaehlbuchung& booking) {
         const int found = number[static_cast<size_t>(&booking - first)];
         return found != 0 && (wanted == 0 || found == wanted);
     };
-    Summen sums(bookings, 1, [&](const Buchung& booking) { return mine(booking) ? 0 : -1; });
+    Summen sums(bookings, 1, [&](const Zaehlbuchung& booking) { return mine(booking) ? 0 : -1; });
     const Zellenlage from{[&](Groesse quantity) -> const Summe& { return sums.of(quantity, 0); }};
     Herleitung lines(m_db);
     lines.add(figure.formel, bookings, mine, from);
