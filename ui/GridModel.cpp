@@ -2,6 +2,8 @@
 
 #include <QHash>
 
+#include "forms/Form.h"
+
 namespace koben::ui {
 
 void GridModel::refresh(bool columnsToo) {
@@ -89,6 +91,7 @@ QString GridModel::caption(const Column& column) {
 
 QString GridModel::shown(const Grid& grid, int row, int column) {
     QString text = grid.cell(row, column);
+    if (grid.form().name() == u"PA_Zwischenliste") return text;  // as text, pages and spreadsheet will have it
     if (text.isEmpty() || !std::holds_alternative<Money>(grid.value(row, column).variant())) return text;
     const auto comma = text.indexOf(u',');
     if (comma < 0) return text + QStringLiteral(",00");

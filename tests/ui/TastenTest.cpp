@@ -128,6 +128,31 @@ TEST_P(TastenTest, EinGangOhneMaus) {
     EXPECT_EQ(typist.strokes + questions, errand.now) << errand.name;
     EXPECT_LE(errand.now * 3, errand.before * 2) << errand.name;
 }
+
+/// Each number and Enter; before, marking in this list needed the mouse.
+TEST_F(Hof, EinVerkaufVon40TierenNachNummern) {
+    {
+        Database db = koben.workspace.open(data.filePath(QStringLiteral("koben2.mdb")));
+        for (int i = 0; i < 200; ++i)
+            db.execute(QStringLiteral("insert into Sauen (Art, Nummer) values ('Mast', '%1')").arg(5001 + i));
+    }
+    Typist typist(screens);
+    screens.hand = [&](Form& form) {
+        if (form.name() == u"PA_Koben") return typist.play(QStringLiteral("<Alt+B>v"));
+        typist.play(QStringLiteral("<Ctrl+F>"));
+        for (int i = 0; i < 40; ++i) typist.play(QStringLiteral("%1<Return>").arg(5002 + 4 * i));
+        typist.play(QStringLiteral("<Alt+A>t<Ctrl+Return><Esc>"));
+        EXPECT_TRUE(form.closed());
+    };
+    const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
+    koben.run(*main);
+    const Table sold = koben.Hauptdatenbank.table(
+        QStringLiteral("select count(*), min(Nummer), max(Nummer) from Sauen where Abgangsdatum = #07/15/2026#"));
+    EXPECT_EQ(sold.integer(0, 0), 40) << screens.told.join(u'|').toStdString();
+    EXPECT_EQ(sold.text(0, 1) + u'-' + sold.text(0, 2), QStringLiteral("5002-5158"));
+    EXPECT_EQ(typist.strokes + static_cast<int>(screens.told.size()), 208);
+}
+
 /// The main window: Escape empties the search and never ends the program, the panel shows the current animal or none.
 TEST_F(Hof, DasHauptfensterBleibt) {
     Typist typist(screens);

@@ -1,0 +1,241 @@
+// Every report on the example herd: the same cells in the list, the text, the HTML pages, the spreadsheet, the PDF and
+// the clipboard. A further report is one line of the table.
+#include <QClipboard>
+#include <QPrinter>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTableView>
+#include <QXmlStreamReader>
+
+#include "output/Listenzeilen.h"
+#include "output/PA_Textausgabe.h"
+#include "output/PA_Zwischenliste.h"
+#include "output/Tabelle_xlsx.h"
+#include "tests/ui/ProgramTest.h"
+#include "ui/ListCopy.h"
+#include "ui/Preview.h"
+#include "ui/Printing.h"
+
+namespace koben::ui {
+namespace {
+
+struct Report {
+    const char* form;
+    const char* clicks;  ///< what the user clicks there, "ok(1)" for one of several; the last one hands the list over
+};
+const Report Reports[] = {{"PB_Statusplan", "ok"},
+                          {"PB_Statusplan", "sstab(3) ok"},
+                          {"PB_Wartezeiten", "ok"},
+                          {"PB_Arbeitsplan", "allearplan(0) woche(3) ok(0)"},
+                          {"PB_Arbeitsplan", "allearplan(0) woche(1) ok(1)"},
+                          {"PB_Tierinformation_Schweine", "optitieraus(0) alletier(0) ok"},
+                          {"PB_Tierinformation_Buchungen", "optitieraus(3) alletier(0) ok"},
+                          {"PB_Tierinformation_Buchungen", "optitieraus(3) konereignis ok"},
+                          {"PB_Bestand", "libestand(1) alletiere(0) ok(0)"},
+                          {"PB_Bestand", "alletiere(0) ok(1)"},
+                          {"PB_Bestand", "libestand(1) ok(2)"},
+                          {"PB_Bestand", "ok(3)"}};
+
+using Cells = std::vector<QStringList>;
+
+void clickOn(Form& form, const QString& target) {
+    const QString name = target.section(u'(', 0, 0);
+    const int index = target.contains(u'(') ? target.section(u'(', 1).chopped(1).toInt() : -1;
+    Control* control = form.find(name, index);
+    if (auto* pages = dynamic_cast<Tabs*>(form.find(name))) return pages->choose(index);
+    if (auto* button = dynamic_cast<Button*>(control)) return button->click();
+    if (auto* option = dynamic_cast<Option*>(control)) return option->click();
+    if (auto* box = dynamic_cast<CheckBox*>(control)) return box->click();
+    if (auto* list = dynamic_cast<ListBox*>(form.find(name))) return list->mark({index});
+    ADD_FAILURE() << target.toStdString();
+}
+
+QString cellText(const QString& cell) { return einzeilig(cell).simplified(); }
+
+Cells cellsOf(const Grid& grid) {
+    Cells rows;
+    for (const Listenzeile& line : Listenzeilen(grid)) {
+        if (line.art != Zeilenart::Daten) continue;
+        rows.emplace_back();
+        for (int c = 1; c <= grid.columnCount(); ++c) rows.back().append(cellText(grid.cell(line.row, c)));
+    }
+    return rows;
+}
+
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString output(const char* program, const QStringList& arguments) {
+    QProcess reader;
+    reader.start(QString::fromLatin1(program), arguments);
+    reader.waitForFinished();
+    return QString::fromUtf8(reader.readAllStandardOutput());
+}
+
+/// The rows of the HTML pages, lines and blocks left out.
+Cells htmlCells(const QString& folder) {
+    Cells rows;
+    for (int page = 1;; ++page) {
+        const QString name = page == 1 ? QStringLiteral("report.htm") : QStringLiteral("report-%1.htm").arg(page);
+        if (!QFile::exists(folder + name)) return rows;
+        QXmlStreamReader xml(contentOf(folder + name));
+        while (!xml.atEnd()) {
+            xml.readNext();
+            if (!xml.isStartElement()) continue;
+            if (xml.name() == u"tr" && xml.attributes().isEmpty()) rows.emplace_back();
+            if (xml.name() == u"th") rows.back().clear();
+            if (xml.name() == u"td" && !rows.empty() && !xml.attributes().hasAttribute(QStringLiteral("colspan")))
+                rows.back().append(cellText(xml.readElementText()));
+        }
+        EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+        std::erase_if(rows, [](const QStringList& row) { return row.isEmpty(); });
+    }
+}
+
+/// The cells of the spreadsheet: a number as the list would show it where it is stored as one.
+struct SheetCell {
+    QString text;
+    std::optional<double> number;
+};
+std::map<int, std::map<int, SheetCell>> sheetRows(const QString& path) {
+    std::map<int, std::map<int, SheetCell>> rows;  // as they count there, from 1
+    QXmlStreamReader xml(
+        output("unzip", {QStringLiteral("-p"), path, QStringLiteral("xl/worksheets/sheet1.xml")}).toUtf8());
+    int row = 0, column = 0;
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (!xml.isStartElement()) continue;
+        if (xml.name() == u"row") row = xml.attributes().value(QStringLiteral("r")).toInt();
+        if (xml.name() == u"c") {
+            column = 0;
+            for (const QChar c : xml.attributes().value(QStringLiteral("r")))
+                if (c.isLetter()) column = column * 26 + (c.unicode() - u'A' + 1);
+        }
+        if (xml.name() == u"v") rows[row][column].number = xml.readElementText().toDouble();
+        if (xml.name() == u"t") rows[row][column].text = cellText(xml.readElementText());
+    }
+    return rows;
+}
+
+struct Berichte : ProgramTest, testing::WithParamInterface<Report> {
+    void compare(PA_Zwischenliste& list) {
+        ++lists;
+        const Cells cells = cellsOf(list.gridli);
+        ASSERT_FALSE(cells.empty());
+        compareView(list);
+        compareClipboard(list);
+        list.roexplorer[0].click();
+        const Cells html = htmlCells(koben.Datenordner);
+        ASSERT_EQ(html.size(), cells.size());
+        for (size_t row = 0; row < cells.size(); ++row) EXPECT_EQ(html[row], cells[row]) << "HTML, row " << row;
+        list.comexcel.click();
+        compareSheet(list.gridli);
+        comparePdf(list.gridli, cells);
+        list.comtext.click();
+    }
+    /// The list on the screen.
+    void compareView(PA_Zwischenliste& list) {
+        const auto* view = qobject_cast<QTableView*>(screens.windowOf(list)->widgetOf(list.gridli));
+        for (int row = 1; row <= list.gridli.rowCount(); ++row)
+            for (int c = 1; c <= list.gridli.columnCount() && !list.gridli.isSeparator(row); ++c)
+                EXPECT_EQ(view->model()->index(row - 1, c - 1).data().toString(), list.gridli.cell(row, c))
+                    << row << ' ' << list.gridli.column(c).title.toStdString();
+    }
+    void compareClipboard(PA_Zwischenliste& list) {
+        QWidget* view = screens.windowOf(list)->widgetOf(list.gridli);
+        for (int row = 1; row <= std::min(list.gridli.rowCount(), 20); ++row) {
+            if (list.gridli.isSeparator(row)) continue;
+            list.gridli.choose(row);
+            press(view, Qt::Key_C, Qt::ControlModifier);
+            QStringList expected;
+            for (int c = 1; c <= list.gridli.columnCount(); ++c) expected.append(harmless(list.gridli.cell(row, c)));
+            const QString copied = QApplication::clipboard()->text().section(u'\n', 1, 1);
+            EXPECT_EQ(copied, expected.join(u'\t')) << "clipboard, row " << row;
+        }
+    }
+    /// Row for row; numbers are numbers there, and dates texts that read as they stand.
+    void compareSheet(const Grid& grid) {
+        auto rows = sheetRows(koben.Datenordner + QStringLiteral("liste.xlsx"));
+        int titles = 1;
+        while (titles < 5 && rows[titles][grid.columnCount()].text != cellText(grid.column(grid.columnCount()).title))
+            ++titles;
+        for (int row = 1; row <= grid.rowCount(); ++row)
+            for (int c = 1; c <= grid.columnCount(); ++c) {
+                auto& cells = rows[titles + row];
+                const QString cell = grid.cell(row, c);
+                const bool isNumber = grid.column(c).sort == Sort::Number && !cell.isEmpty() && !grid.isSeparator(row);
+                EXPECT_TRUE(!isNumber || cells[c].number) << cell.toStdString() << " is no number";
+                if (cells[c].number)
+                    EXPECT_EQ(cells[c].number, Tabellenzahl(cell)) << cell.toStdString();
+                else
+                    EXPECT_EQ(cells[c].text, cellText(cell)) << "spreadsheet, row " << row;
+            }
+    }
+    /// Row for row in the order of the pages; where the columns go on on further pages, cell by cell.
+    void comparePdf(const Grid& grid, const Cells& cells) {
+        const QString path = data.filePath(QStringLiteral("bericht.pdf"));
+        QPrinter printer(QPrinter::HighResolution);
+        setPage(printer, true);
+        ASSERT_TRUE(writePdf(path, printer.pageLayout(), [&](QPrinter& target) {
+            return drawTable(target, koben, grid, QStringLiteral("Bericht"));
+        }));
+        QString text = output("pdftotext", {QStringLiteral("-raw"), path, QStringLiteral("-")});
+        const bool split = text.count(cellText(grid.column(1).title)) >
+                           text.count(cellText(grid.column(grid.columnCount()).title)) + 1;
+        text.remove(QRegularExpression(QStringLiteral("\\s")));
+        qsizetype from = 0;
+        for (const QStringList& row : cells) {
+            if (split) {
+                for (const QString& cell : row) EXPECT_TRUE(text.contains(QString(cell).remove(u' ')));
+                continue;
+            }
+            const QString whole = row.join(QString()).remove(u' ');
+            const qsizetype at = text.indexOf(whole, from);
+            EXPECT_GE(at, 0) << "PDF: " << row.join(u'|').toStdString();
+            if (at >= 0) from = at + whole.size();
+        }
+    }
+    /// The lines of the text that hold cells, against those of the list.
+    void compareText(const PA_Textausgabe& sheet, const Cells& cells, int columns) {
+        ++texts;
+        QString text = QString(sheet.t.text()).remove(u' ');
+        qsizetype from = 0;
+        for (const QStringList& row : cells) {
+            const QString whole = QString(row.mid(0, columns).join(u'|')).remove(u' ');
+            const qsizetype at = text.indexOf(whole, from);
+            EXPECT_GE(at, 0) << "text: " << whole.toStdString();
+            if (at >= 0) from = at + whole.size();
+        }
+    }
+    int lists = 0, texts = 0;
+};
+
+TEST_P(Berichte, DieselbenZellenInJederForm) {
+    for (const char* program : {"pdftotext", "unzip"})
+        if (QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty()) GTEST_SKIP() << "no " << program;
+    const Report& report = GetParam();
+    const PA_Zwischenliste* list = nullptr;
+    runProgram([&](Form& form) {
+        if (form.name() == u"PA_Koben") {
+            koben.Buchungsmodus = QStringLiteral("Neu");
+            koben.open(QString::fromUtf8(report.form));
+        } else if (form.name() == QString::fromUtf8(report.form)) {
+            for (const QString& target : QString::fromUtf8(report.clicks).split(u' ')) clickOn(form, target);
+        } else if (auto* shown = dynamic_cast<PA_Zwischenliste*>(&form)) {
+            list = shown;
+            QApplication::processEvents();
+            compare(*shown);
+        } else if (const auto* text = dynamic_cast<PA_Textausgabe*>(&form)) {
+            compareText(*text, cellsOf(list->gridli), 52);
+        }
+    });
+    EXPECT_EQ(lists, 1) << screens.told.join(u'|').toStdString();
+    EXPECT_EQ(texts, 1);
+    EXPECT_EQ(screens.told, QStringList());
+}
+INSTANTIATE_TEST_SUITE_P(Formen, Berichte, testing::ValuesIn(Reports));
+
+}  // namespace
+}  // namespace koben::ui
