@@ -56,29 +56,6 @@ TEST(Zwischenliste, TextListGoesToTheViewer) {
     EXPECT_EQ(run.koben.Konfig_Text[4], " | ");
 }
 
-/// What the cells hold is not read as structure, as long as the list comes from its report.
-TEST(Zwischenliste, CellsAreNoStructure) {
-    Ausgabelauf run;
-    run.handOver({"Nr", "Box", ">kg"}, {"1\t2\t3"}, [&](PA_Zwischenliste& f) {
-        Liste list(run.koben, {"Nr", "Box", ">kg"}, {});
-        list.gridli.addRow({".", "A\tB", "1,5"});
-        list.gridli.addSeparator();
-        list.gridli.addValues({QStringLiteral("S\r\n1"), QDate(2026, 7, 15), 2.5});
-        run.screens.workIn<PA_Zwischenliste>([&](PA_Zwischenliste& inner) {
-            EXPECT_EQ(inner.gridli.value(3, u"box"), Value(QDate(2026, 7, 15)));
-            run.screens.workIn<PA_Textausgabe>([](PA_Textausgabe& viewer) { viewer.abbv.click(); });
-            inner.comtext.click();
-            inner.roexplorer[0].click();
-        });
-        Liste_uebergeben(run.koben, list.gridli);
-        EXPECT_EQ(f.gridli.cell(1, 1), "1");
-    });
-    EXPECT_EQ(run.lines("LISTE.TXT").mid(2),
-              (QStringList{".    | A B        | 1,5", QString(23, u'-'), "S  1 | 15.07.2026 | 2,5"}));
-    EXPECT_EQ(run.bytes("report.htm").count("<td>.</td>"), 1);
-    EXPECT_EQ(run.bytes("report.htm").count("class=\"strich\""), 1);
-}
-
 TEST(Zwischenliste, TheFileCountsWhereItSaysSomethingElse) {
     Ausgabelauf run;
     const Liste report(run.koben, {"Nr"}, {"1"}), other(run.koben, {"Nr"}, {"2"});
@@ -178,29 +155,6 @@ TEST(Zwischenliste, ReportHeadFootAndPageNumbers) {
         };
         EXPECT_EQ(texts("report.htm"), c.first);
         EXPECT_EQ(texts("report-2.htm"), c.last);
-    }
-}
-
-/// Cancelled at any time, a hand-over leaves what an earlier one wrote, shows nothing and says nothing.
-TEST(Zwischenliste, CancellingLeavesTheEarlierOutput) {
-    QStringList rows;
-    for (int i = 0; i < 500; ++i) rows += QString::number(i);
-    const QStringList files{"LISTE.TXT", "liste.xlsx", "report.htm", "report-2.htm"};
-    for (int enough = 0; enough < 95; enough += 13) {
-        Ausgabelauf run;
-        run.koben.Konfig_Zahl[49] = 60;
-        const QDir folder(run.koben.Datenordner);
-        for (const QString& name : files) run.write(name, "alt");
-        int told = 0;
-        run.screens.onProgress = [&](const QString&, int percent) { return ++told, percent < enough; };
-        run.handOver({"Nr"}, rows, [&](PA_Zwischenliste& f) {
-            for (Button* button : {&f.comtext, &f.comexcel, &f.roexplorer[0]}) button->click();
-        });
-        EXPECT_GE(told, 3);
-        EXPECT_EQ(run.screens.log, (QStringList{"+ PA_Zwischenliste", "- PA_Zwischenliste"})) << enough;
-        EXPECT_TRUE(run.platform.opened.isEmpty()) << enough;
-        for (const QString& name : files) EXPECT_EQ(run.bytes(name.toUtf8()), "alt") << enough;
-        EXPECT_EQ(folder.entryList({"*.neu"}, QDir::Files), QStringList()) << enough;
     }
 }
 
