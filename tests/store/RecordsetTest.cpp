@@ -63,7 +63,7 @@ TEST_F(RecordsetTest, AddingKeepsTheCurrentRecord) {
     r.addNew();
     EXPECT_TRUE(r.value(u"Nummer").isNull());
     r.set(u"NUMMER", u"neu");
-    r.set(u"Preis", "12,345678");
+    r.set(u"Preis", QStringLiteral("12,345678"));
     r.set(u"Geburtsdatum", QDate(2024, 2, 29));
     r.set(u"Gewicht", 0.1);
     r.update();
