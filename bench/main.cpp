@@ -5,23 +5,25 @@
 #include <QFile>
 #include <cstdio>
 
-#include "bench/Lauf.h"
-#include "tools/herdengenerator/Ausgabe.h"
+#include "bench/Run.h"
+#include "tools/herdengenerator/Output.h"
 
 namespace koben {
 namespace {
 
 /// The farm's database, made once and kept.
-QString hof(const Vorgaben& vorgaben) {
+QString farm(const Vorgaben& farmOptions) {
     QDir().mkpath(QStringLiteral(KOBEN_BENCH_CACHE));
-    const QString path = QStringLiteral(KOBEN_BENCH_CACHE "/hof-%1-%2.mdb").arg(vorgaben.sauen).arg(vorgaben.jahre);
+    const QString path =
+        QStringLiteral(KOBEN_BENCH_CACHE "/hof-%1-%2.mdb").arg(farmOptions.sauen).arg(farmOptions.jahre);
     if (QFile::exists(path)) return path;
-    Uhr uhr;
-    const QString neu = path + QStringLiteral(".neu");
-    for (const char* rest : {"", "-wal", "-shm"}) QFile::remove(neu + QString::fromUtf8(rest));  // of a run cut off
-    uhr.messen([&] { Herde_in_Datenbank(Herde_erzeugen(vorgaben), neu); });
-    QFile::rename(neu, path);
-    std::printf("Hof angelegt in %.1f s, %.0f MB\n", uhr.ms() / 1000, static_cast<double>(QFile(path).size()) / 1e6);
+    Stopwatch watch;
+    const QString fresh = path + QStringLiteral(".neu");
+    for (const char* suffix : {"", "-wal", "-shm"})
+        QFile::remove(fresh + QString::fromUtf8(suffix));  // of a run cut off
+    watch.measure([&] { writeDatabase(makeHerde(farmOptions), fresh); });
+    QFile::rename(fresh, path);
+    std::printf("Hof angelegt in %.1f s, %.0f MB\n", watch.ms() / 1000, static_cast<double>(QFile(path).size()) / 1e6);
     return path;
 }
 
@@ -41,15 +43,15 @@ int main(int argc, char** argv) {
           QStringLiteral("TEXT")},
          {QStringLiteral("ohne-boden"), QStringLiteral("the program alone, for a profiler")}});
     parser.process(app);
-    koben::Vorgaben vorgaben;
-    vorgaben.sauen = std::clamp(parser.value(QStringLiteral("sauen")).toInt(), 20, 100000);
-    vorgaben.jahre = std::clamp(parser.value(QStringLiteral("jahre")).toInt(), 1, 30);
+    koben::Vorgaben farmOptions;
+    farmOptions.sauen = std::clamp(parser.value(QStringLiteral("sauen")).toInt(), 20, 100000);
+    farmOptions.jahre = std::clamp(parser.value(QStringLiteral("jahre")).toInt(), 1, 30);
     try {
-        koben::messen({.hof = koben::hof(vorgaben),
-                       .nur = parser.value(QStringLiteral("nur")),
-                       .mal = std::clamp(parser.value(QStringLiteral("mal")).toInt(), 1, 1000),
-                       .boden = !parser.isSet(QStringLiteral("ohne-boden"))},
-                      vorgaben.ende);
+        koben::measure({.farm = koben::farm(farmOptions),
+                        .only = parser.value(QStringLiteral("nur")),
+                        .repeats = std::clamp(parser.value(QStringLiteral("mal")).toInt(), 1, 1000),
+                        .floor = !parser.isSet(QStringLiteral("ohne-boden"))},
+                       farmOptions.ende);
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "koben-bench: %s\n", error.what());

@@ -113,7 +113,7 @@ bool Ferkelbestand::ausbuchen(const Database& db, const Abgang& fields) {
                                      QStringLiteral(" where ID >= ? and ID <= ?"));
     int touched = 0;
     // piglets come into the stock by the litter or the lorry, so a whole pen is one run and costs one statement
-    for (const auto& [first, last] : spannen(markierte())) {
+    for (const auto& [first, last] : consecutive(markierte())) {
         std::vector<Value> run = values;
         run.emplace_back(first);
         run.emplace_back(last);

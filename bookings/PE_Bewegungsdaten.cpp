@@ -86,6 +86,8 @@ void PE_Bewegungsdaten::Activate() {
         cmdschließen_Click();
     } else {
         Liste_aufbauen();
+        if (const qint64 shown = std::exchange(koben.shownBooking, 0))
+            if (const int row = li.findText(u"ID", QString::number(shown))) li.setRow(row);
     }
     koben.Uebergabe_Anzahl.clear();
 }
@@ -228,13 +230,25 @@ void PE_Bewegungsdaten::kom_Click() {
 void PE_Bewegungsdaten::cmdschließen_Click() {
     koben.Status_neu_berechnen = 1;
     koben.Liste_neu_laden = 1;
-    {
+    bool derived = false;
+    const bool worked = koben.attempt([&] {
         const WaitCursor wait(koben);
         Progress progress(koben, QStringLiteral("Die Werte der Tiere werden berechnet ..."), 100);
-        if (!Werte_berechnen(m_db, koben, [&](int percent) { return progress.step(percent); })) return;
-    }
+        derived = Werte_berechnen(m_db, koben, [&](int percent) { return progress.step(percent); });
+    });
+    if (!derived && (worked || !closesUnderived())) return;
     m_db.close();
     close();
+}
+
+// A disk that stays full must not hold the user in this window; what is left to derive is noted in the file.
+bool PE_Bewegungsdaten::closesUnderived() {
+    return koben.yesNo(
+        QStringLiteral("Die Buchungen sind gespeichert, aber Zähler, Termine und Status der Tiere sind noch nicht neu "
+                       "berechnet.") +
+        Crlf + Crlf +
+        QStringLiteral("Soll das Fenster trotzdem geschlossen werden? Berechnet wird dann, wenn es das nächste Mal "
+                       "geschlossen wird, spätestens beim nächsten Start."));
 }
 
 void PE_Bewegungsdaten::popzeile_Click(int index) {

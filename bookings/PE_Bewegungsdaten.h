@@ -55,6 +55,7 @@ private:
     void kopieren_Click();
     void kom_Click();
     void cmdschließen_Click();
+    bool closesUnderived();
     void popzeile_Click(int index);
     bool mixedKinds() const;
     /// Number of the current animal and day of the current booking, for the names of actions.

@@ -1,4 +1,5 @@
 // The hint about distances of cycle dates that lie outside their tolerance.
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 

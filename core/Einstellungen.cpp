@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "store/Files.h"
 
@@ -24,6 +25,7 @@ char alsByte(char16_t c) {
 }
 
 QString dateiname(const Variablen& v) { return v.Datenordner + QStringLiteral("Einstellungen.ko2"); }
+QString entwurf(const Variablen& v) { return dateiname(v) + QStringLiteral(".koben-entwurf"); }
 
 /// The lines of a text file; a last one without a line break counts, with or without carriage returns.
 QStringList zeilen(const QByteArray& bytes) {
@@ -89,10 +91,10 @@ void Einstellungen_vorgeben(Variablen& v, int currentYear) {
                                             {Zahl::ToleranzTage, 14},
                                             {Zahl::SicherungTage, 14},
                                             {Zahl::Geburtsgewicht, 1000},
-                                            {35, 2005},  // first year of the statistics
-                                            {36, currentYear},
-                                            {37, 1},
-                                            {38, 10},
+                                            {Zahl::StatistikJahrVon, 2005},
+                                            {Zahl::StatistikJahrBis, currentYear},
+                                            {Zahl::StatistikWurfVon, 1},
+                                            {Zahl::StatistikWurfBis, 10},
                                             {Zahl::BerichtZeilen, 60},
                                             {Zahl::BerichtDatum, 1}};
     for (const auto& [slot, value] : defaults) v.Konfig_Zahl[static_cast<size_t>(slot)] = static_cast<qint16>(value);
@@ -127,7 +129,7 @@ int Einstellungen_schadhafte_Zeile(const QByteArray& bytes) {
 }
 
 QString Einstellungen_sichern(const Variablen& v) {
-    if (writeFile(dateiname(v), nachWindows1252(inhalt(v))).isEmpty()) return {};
+    if (writeFileThrough(entwurf(v), dateiname(v), nachWindows1252(inhalt(v))).isEmpty()) return {};
     return QStringLiteral(
                "Die Einstellungen konnten nicht in die Datei %1 geschrieben werden (Datenträger voll oder "
                "schreibgeschützt?). Die bisherige Datei bleibt unverändert. Bitte schaffen Sie Platz oder prüfen Sie, "
@@ -135,6 +137,8 @@ QString Einstellungen_sichern(const Variablen& v) {
                "Sie im Datenordner schreiben dürfen.")
         .arg(dateiname(v));
 }
+
+void Einstellungen_aufraeumen(const Variablen& v) { QFile::remove(entwurf(v)); }
 
 QByteArray nachWindows1252(const QString& text) {
     QByteArray bytes;

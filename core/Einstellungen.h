@@ -16,6 +16,8 @@ void Einstellungen_uebernehmen(const QByteArray& bytes, Variablen& v);
 int Einstellungen_schadhafte_Zeile(const QByteArray& bytes);
 /// Writes the file anew, whole or not at all. "" or the reason (German) why the old one was kept.
 QString Einstellungen_sichern(const Variablen& v);
+/// Removes what a program that was killed while it wrote the file has left of its draft.
+void Einstellungen_aufraeumen(const Variablen& v);
 
 /// Text of the program's files: Windows-1252 with CR LF. Characters outside become "?".
 QByteArray nachWindows1252(const QString& text);

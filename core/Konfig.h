@@ -15,6 +15,7 @@ enum Slot : int {
     BuchungsberichtAuswahl = 6,
     BuchungsberichtTierfelder = 7,  ///< a bit each: Art, Nummer, Gruppe, Stallnr
     BuchungsberichtForm = 8,        ///< a bit each: empty rows, events, events by animal
+    DeckungsbeitragFelder = 9,      ///< 9 to 12: the columns Art, Nummer, Gruppe, Stallnr of the contribution margin
     PlanFeldNummer = 14,            ///< 14 to 17: the columns Nummer, Art, Stallnr, Gruppe of the work plan
     PlanFeldGruppe = 17,
     Druckformat = 18,  ///< 0 portrait, 1 landscape
@@ -29,8 +30,15 @@ enum Slot : int {
     PlanTage = 27,
     BestandNurBezugsdatum = 28,
     BestandAlter = 29,
-    BestandBericht = 30,  ///< the special report chosen last
+    BestandBericht = 30,      ///< the special report chosen last
+    DeckungsbeitragVon = 31,  ///< year
+    DeckungsbeitragBis = 32,
+    DeckungsbeitragZeilen = 33,  ///< 0 a row per year, 1 per animal
     TageFerkelungAbsetzung = 34,
+    StatistikJahrVon = 35,
+    StatistikJahrBis = 36,
+    StatistikWurfVon = 37,
+    StatistikWurfBis = 38,
     TageBelegungKontrolle = 39,
     TageAbsetzungBelegung = 40,
     TageGeburtBelegung = 41,
@@ -72,7 +80,11 @@ enum Slot : int {
     PlanZeichenTermin = 15,
     PlanZeichenFrei = 16,
     PlanArten = 17,
+    DeckungsbeitragPosten = 18,  ///< ten digits, 1 for each kind that takes part
     BestandFelder = 19,
+    DeckungsbeitragFutter = 20,  ///< 20 to 22: lump sums of a sow, a boar, a fattening pig
+    StatistikSauen = 23,
+    StatistikEber = 24,
     Berichtskopf = 25,
     LetzteSicherung = 26,
     RegisterVon = 27,

@@ -14,53 +14,53 @@ bool isDigit(QChar c) { return c >= u'0' && c <= u'9'; }
 bool isSign(QChar c) { return c == u'-' || c == u'+'; }
 
 /// Blanks alone, as the program's texts are trimmed; tabs and line breaks stay.
-QStringView ohneBlanks(QStringView text) {
+QStringView trimmedBlanks(QStringView text) {
     while (!text.isEmpty() && text.front() == u' ') text = text.mid(1);
     while (!text.isEmpty() && text.back() == u' ') text.chop(1);
     return text;
 }
 
-/// An unrounded decimal number: value = 0.ZIFFERN * 10^komma, so that nothing passes through a float.
-struct Dezimal {
-    bool negativ = false;
-    QString ziffern;
-    qsizetype komma = 0;  ///< digits before the decimal point; may be negative
+/// An unrounded decimal number: value = 0.DIGITS * 10^point, so that nothing passes through a float.
+struct Decimal {
+    bool negative = false;
+    QString digits;
+    qsizetype point = 0;  ///< digits before the decimal point; may be negative
 };
 
 /// Reads sign, digits, mark and digits off the front of `rest`; nothing where there is no digit.
-std::optional<Dezimal> nehmeDezimal(QStringView& rest, QChar mark) {
-    Dezimal number;
+std::optional<Decimal> takeDecimal(QStringView& rest, QChar mark) {
+    Decimal number;
     qsizetype at = 0;
-    if (at < rest.size() && isSign(rest[at])) number.negativ = rest[at++] == u'-';
+    if (at < rest.size() && isSign(rest[at])) number.negative = rest[at++] == u'-';
     const qsizetype whole = at;
     while (at < rest.size() && isDigit(rest[at])) ++at;
-    number.ziffern = rest.mid(whole, at - whole).toString();
-    number.komma = number.ziffern.size();
+    number.digits = rest.mid(whole, at - whole).toString();
+    number.point = number.digits.size();
     if (at < rest.size() && rest[at] == mark) {
         const qsizetype fraction = ++at;
         while (at < rest.size() && isDigit(rest[at])) ++at;
-        number.ziffern += rest.mid(fraction, at - fraction);
+        number.digits += rest.mid(fraction, at - fraction);
     }
-    if (number.ziffern.isEmpty()) return std::nullopt;
+    if (number.digits.isEmpty()) return std::nullopt;
     rest = rest.mid(at);
     return number;
 }
 
 /// A text that is a number as a whole, decimal comma, with or without exponent.
-std::optional<Dezimal> numerisch(QStringView text) {
-    QStringView rest = ohneBlanks(text);
-    auto number = nehmeDezimal(rest, u',');
+std::optional<Decimal> wholeDecimal(QStringView text) {
+    QStringView rest = trimmedBlanks(text);
+    auto number = takeDecimal(rest, u',');
     if (!number || rest.isEmpty()) return number;
     if (rest.front().toLower() != u'e') return std::nullopt;
     bool ok = false;
     const int exponent = rest.mid(1).toInt(&ok);
     if (!ok || exponent < -308 || exponent > 308) return std::nullopt;
-    number->komma += exponent;
+    number->point += exponent;
     return number;
 }
 
 /// Adds one to a row of digits; true where it overflowed to zeros.
-bool erhoehe(QString& digits) {
+bool increment(QString& digits) {
     for (qsizetype i = digits.size() - 1; i >= 0; --i) {
         if (digits[i] != u'9') {
             digits[i] = QChar(digits[i].unicode() + 1);
@@ -72,13 +72,13 @@ bool erhoehe(QString& digits) {
 }
 
 /// Cuts to `decimals` places, half away from zero or half to even; at least one digit stands before the point.
-void runde(Dezimal& number, int decimals, bool halfToEven) {
-    QString& digits = number.ziffern;
-    if (number.komma < 1) {
-        digits.prepend(QString(1 - number.komma, u'0'));
-        number.komma = 1;
+void roundTo(Decimal& number, int decimals, bool halfToEven) {
+    QString& digits = number.digits;
+    if (number.point < 1) {
+        digits.prepend(QString(1 - number.point, u'0'));
+        number.point = 1;
     }
-    const qsizetype end = number.komma + decimals;
+    const qsizetype end = number.point + decimals;
     if (digits.size() <= end) {
         digits.append(QString(end - digits.size(), u'0'));
         return;
@@ -90,43 +90,43 @@ void runde(Dezimal& number, int decimals, bool halfToEven) {
         up = (digits[end - 1].unicode() - u'0') % 2 == 1;
     }
     digits.truncate(end);
-    if (up && erhoehe(digits)) {
+    if (up && increment(digits)) {
         digits.prepend(u'1');
-        ++number.komma;
+        ++number.point;
     }
 }
 
 /// The rounded number with a decimal comma, never "-0".
-QString alsText(Dezimal number, int decimals) {
-    runde(number, decimals, false);
+QString asText(Decimal number, int decimals) {
+    roundTo(number, decimals, false);
     qsizetype zeros = 0;
-    while (zeros < number.komma - 1 && number.ziffern[zeros] == u'0') ++zeros;
-    QString text = number.ziffern.mid(zeros, number.komma - zeros);
-    if (decimals > 0) text += u',' + number.ziffern.mid(number.komma);
+    while (zeros < number.point - 1 && number.digits[zeros] == u'0') ++zeros;
+    QString text = number.digits.mid(zeros, number.point - zeros);
+    if (decimals > 0) text += u',' + number.digits.mid(number.point);
     const bool zero = std::all_of(text.begin(), text.end(), [](QChar c) { return c == u'0' || c == u','; });
-    if (number.negativ && !zero) text.prepend(u'-');
+    if (number.negative && !zero) text.prepend(u'-');
     return text;
 }
 
 /// Nothing for amounts beyond the type.
-std::optional<Money> alsBetrag(Dezimal number) {
-    runde(number, 4, true);
+std::optional<Money> asAmount(Decimal number) {
+    roundTo(number, 4, true);
     bool ok = false;
-    const qint64 value = number.ziffern.toLongLong(&ok);
-    return ok ? std::optional(Money{number.negativ ? -value : value}) : std::nullopt;
+    const qint64 value = number.digits.toLongLong(&ok);
+    return ok ? std::optional(Money{number.negative ? -value : value}) : std::nullopt;
 }
 
-QStringView ohneFuehrende(QStringView text) {
+QStringView withoutLeading(QStringView text) {
     while (!text.isEmpty() && (text.front() == u' ' || text.front() == u'\t')) text = text.mid(1);
     return text;
 }
 
-void ersetzeErstes(QString& text, QChar from, QChar to) {
+void replaceFirst(QString& text, QChar from, QChar to) {
     if (const qsizetype at = text.indexOf(from); at >= 0) text[at] = to;
 }
 
 /// "0.00" of an amount, half away from zero.
-QString zweiStellen(Money amount) {
+QString twoPlaces(Money amount) {
     const bool negative = amount.tenThousandths < 0;
     const auto raw = static_cast<quint64>(amount.tenThousandths);
     const quint64 cents = ((negative ? 0 - raw : raw) + 50) / 100;
@@ -138,16 +138,16 @@ QString zweiStellen(Money amount) {
 }  // namespace
 
 double Wert(const QString& text) {
-    QStringView rest = ohneFuehrende(text);
+    QStringView rest = withoutLeading(text);
     const QStringView whole = rest;
-    if (!nehmeDezimal(rest, u'.')) return 0;
+    if (!takeDecimal(rest, u'.')) return 0;
     const double value = whole.chopped(rest.size()).toDouble();
     constexpr double limit = std::numeric_limits<double>::max();
     return std::clamp(value, -limit, limit) + 0.0;  // + 0.0: no minus zero
 }
 
 float Zahl_aus_Text(QString& text) {
-    ersetzeErstes(text, u',', u'.');
+    replaceFirst(text, u',', u'.');
     constexpr double limit = std::numeric_limits<float>::max();
     return static_cast<float>(std::clamp(Wert(text), -limit, limit));
 }
@@ -155,25 +155,25 @@ float Zahl_aus_Text(QString& text) {
 float Zahl_aus_Text(QString&& text) { return Zahl_aus_Text(text); }
 
 Money Betrag_aus_Text(QString& text) {
-    ersetzeErstes(text, u',', u'.');
-    QStringView rest = ohneFuehrende(text);
-    const auto number = nehmeDezimal(rest, u'.');
+    replaceFirst(text, u',', u'.');
+    QStringView rest = withoutLeading(text);
+    const auto number = takeDecimal(rest, u'.');
     if (!number) return {};
     constexpr Money end{std::numeric_limits<qint64>::max()};
-    return alsBetrag(*number).value_or(number->negativ ? Money{-end.tenThousandths} : end);
+    return asAmount(*number).value_or(number->negative ? Money{-end.tenThousandths} : end);
 }
 
 Money Betrag_aus_Text(QString&& text) { return Betrag_aus_Text(text); }
 
 std::optional<Money> Betrag_lesen(const QString& text) {
     QString withComma = text;
-    ersetzeErstes(withComma, u'.', u',');
-    const auto number = numerisch(withComma);
-    return number ? alsBetrag(*number) : std::nullopt;
+    replaceFirst(withComma, u'.', u',');
+    const auto number = wholeDecimal(withComma);
+    return number ? asAmount(*number) : std::nullopt;
 }
 
 bool severalSeparators(const QString& text) {
-    const QStringView number = ohneBlanks(text);
+    const QStringView number = trimmedBlanks(text);
     const auto isSeparator = [](QChar c) { return c == u'.' || c == u','; };
     return std::count_if(number.begin(), number.end(), isSeparator) > 1 &&
            std::any_of(number.begin(), number.end(), isDigit) &&
@@ -184,16 +184,16 @@ bool severalSeparators(const QString& text) {
 Reading readAmount(const QString& text) {
     if (severalSeparators(text)) return Reading::Unreadable;
     QString withPoint = text;
-    ersetzeErstes(withPoint, u',', u'.');
-    QStringView rest = ohneFuehrende(withPoint);
-    const auto number = nehmeDezimal(rest, u'.');
-    return !number || alsBetrag(*number) ? Reading::Fits : Reading::TooLarge;
+    replaceFirst(withPoint, u',', u'.');
+    QStringView rest = withoutLeading(withPoint);
+    const auto number = takeDecimal(rest, u'.');
+    return !number || asAmount(*number) ? Reading::Fits : Reading::TooLarge;
 }
 
 Reading readWeight(const QString& text) {
     if (severalSeparators(text)) return Reading::Unreadable;
     QString withPoint = text;
-    ersetzeErstes(withPoint, u',', u'.');
+    replaceFirst(withPoint, u',', u'.');
     return std::abs(Wert(withPoint)) > std::numeric_limits<float>::max() ? Reading::TooLarge : Reading::Fits;
 }
 
@@ -209,20 +209,20 @@ QString withoutControls(const QString& text, bool keepLineBreaks) {
 
 QString Zahl_formatieren(QString& wert, int decimals) {
     if (wert.isEmpty()) wert = QStringLiteral("0");
-    ersetzeErstes(wert, u'.', u',');
-    return alsText(numerisch(wert).value_or(Dezimal{false, QStringLiteral("0"), 1}), std::max(decimals, 0));
+    replaceFirst(wert, u'.', u',');
+    return asText(wholeDecimal(wert).value_or(Decimal{false, QStringLiteral("0"), 1}), std::max(decimals, 0));
 }
 
 QString Zahl_formatieren(QString&& wert, int decimals) { return Zahl_formatieren(wert, decimals); }
 
 QString Betrag_formatieren(int width, Money amount) {
-    return zweiStellen(amount).leftJustified(std::max(width, 0), u' ', true);
+    return twoPlaces(amount).leftJustified(std::max(width, 0), u' ', true);
 }
 
-QString Betrag_als_Punkttext(Money amount) { return zweiStellen(amount); }
+QString Betrag_als_Punkttext(Money amount) { return twoPlaces(amount); }
 
 QString Hochkomma_ersetzen(const QString& text) {
-    const QStringView trimmed = ohneBlanks(text);
+    const QStringView trimmed = trimmedBlanks(text);
     QString result = trimmed.size() == text.size() ? text : trimmed.toString();
     if (result.contains(u'\'')) result.replace(u'\'', u'`');
     return result;
@@ -234,11 +234,11 @@ QString Hochkomma_ersetzen(const Value& value) {
 }
 
 QString Text_links(const QString& text, int width) {
-    return ohneBlanks(text).toString().leftJustified(std::max(width, 0), u' ', true);
+    return trimmedBlanks(text).toString().leftJustified(std::max(width, 0), u' ', true);
 }
 
 QString Text_rechts(const QString& text, int width) {
-    return ohneBlanks(text).toString().rightJustified(std::max(width, 0), u' ', true);
+    return trimmedBlanks(text).toString().rightJustified(std::max(width, 0), u' ', true);
 }
 
 int Nur_Ziffern(int key) {

@@ -31,7 +31,7 @@ std::vector<std::span<const qint64>> groups(const std::vector<qint64>& ids) {
     return result;
 }
 
-std::vector<std::pair<qint64, qint64>> spannen(std::vector<qint64> ids, qint64 most) {
+std::vector<std::pair<qint64, qint64>> consecutive(std::vector<qint64> ids, qint64 most) {
     std::sort(ids.begin(), ids.end());
     std::vector<std::pair<qint64, qint64>> runs;
     for (const qint64 id : ids) {

@@ -31,8 +31,8 @@ std::vector<std::span<const qint64>> groups(const std::vector<qint64>& ids);
 
 /// The runs of consecutive IDs among these, first and last, none longer than `most`: a statement for a run is far
 /// quicker than one an animal.
-std::vector<std::pair<qint64, qint64>> spannen(std::vector<qint64> ids,
-                                               qint64 most = std::numeric_limits<qint64>::max());
+std::vector<std::pair<qint64, qint64>> consecutive(std::vector<qint64> ids,
+                                                   qint64 most = std::numeric_limits<qint64>::max());
 
 /// The animals with changes; nothing where the whole herd is to be derived, which is quicker for very many.
 std::optional<std::vector<qint64>> changedAnimals(const ChangeLog& log, const QString& basis);

@@ -8,38 +8,38 @@
 namespace koben {
 namespace {
 
-struct Textvariable {
+struct TextVariable {
     const char* name;
     QString Variablen::*member;
 };
-struct Zahlvariable {
+struct NumberVariable {
     const char* name;
     int Variablen::*member;
 };
 
-constexpr Textvariable texte[] = {
+constexpr TextVariable texts[] = {
     {"Datenordner", &Variablen::Datenordner},           {"Programmordner", &Variablen::Programmordner},
     {"Datenbankpfad", &Variablen::Datenbankpfad},       {"Heute", &Variablen::Heute},
     {"Buchungsmodus", &Variablen::Buchungsmodus},       {"Uebergabe_Marke", &Variablen::Uebergabe_Marke},
     {"Uebergabe_Anzahl", &Variablen::Uebergabe_Anzahl}, {"Ausgabedatei", &Variablen::Ausgabedatei},
 };
 
-constexpr Zahlvariable zahlen[] = {
+constexpr NumberVariable numbers[] = {
     {"Status_neu_berechnen", &Variablen::Status_neu_berechnen},
     {"Liste_neu_laden", &Variablen::Liste_neu_laden},
     {"Start_erledigt", &Variablen::Start_erledigt},
     {"Buchungsart_Nr", &Variablen::Buchungsart_Nr},
 };
 
-bool gleich(QStringView a, const char* b) { return a.compare(QLatin1String(b), Qt::CaseInsensitive) == 0; }
+bool same(QStringView a, const char* b) { return a.compare(QLatin1String(b), Qt::CaseInsensitive) == 0; }
 
 /// Name and index of "Konfig_Zahl(62)"; index -1 where there is none.
-struct Zugriff {
+struct Access {
     QString name;
     int index = -1;
 };
 
-Zugriff zerlegt(const QString& text) {
+Access parsed(const QString& text) {
     const QString name = text.trimmed();
     const qsizetype open = name.indexOf(u'(');
     if (open < 0 || !name.endsWith(u')')) return {name, -1};
@@ -50,62 +50,62 @@ Zugriff zerlegt(const QString& text) {
 
 /// The member of an array that an access names, or null.
 template <typename Array>
-auto glied(Array& array, const char* name, const Zugriff& access) -> decltype(&array[0]) {
-    const bool hit = gleich(access.name, name) && access.index >= 0 && static_cast<size_t>(access.index) < array.size();
+auto member(Array& array, const char* name, const Access& access) -> decltype(&array[0]) {
+    const bool hit = same(access.name, name) && access.index >= 0 && static_cast<size_t>(access.index) < array.size();
     return hit ? &array[static_cast<size_t>(access.index)] : nullptr;
 }
 
 /// A signed 16-bit number, as all numbers of the shared variables are.
-std::optional<qint16> kurzeZahl(const QString& text) {
+std::optional<qint16> shortNumber(const QString& text) {
     bool ok = false;
     const qint16 value = text.trimmed().toShort(&ok);
     return ok ? std::optional(value) : std::nullopt;
 }
 
-bool setzeZahl(const QString& text, auto& target) {
-    const auto number = kurzeZahl(text);
+bool setNumber(const QString& text, auto& target) {
+    const auto number = shortNumber(text);
     if (number) target = *number;
     return number.has_value();
 }
 
 }  // namespace
 
-std::optional<QString> Variablen::lesen(const QString& name) const {
-    const Zugriff access = zerlegt(name);
-    if (const qint16* number = glied(Konfig_Zahl, "Konfig_Zahl", access)) return QString::number(*number);
-    if (const Money* amount = glied(Konfig_Betrag, "Konfig_Betrag", access)) return Value(*amount).toText();
-    if (const QString* text = glied(Konfig_Text, "Konfig_Text", access)) return *text;
+std::optional<QString> Variablen::read(const QString& name) const {
+    const Access access = parsed(name);
+    if (const qint16* number = member(Konfig_Zahl, "Konfig_Zahl", access)) return QString::number(*number);
+    if (const Money* amount = member(Konfig_Betrag, "Konfig_Betrag", access)) return Value(*amount).toText();
+    if (const QString* text = member(Konfig_Text, "Konfig_Text", access)) return *text;
     if (access.index >= 0) return std::nullopt;
-    if (gleich(access.name, "Crlf")) return Crlf;
-    for (const auto& entry : texte) {
-        if (gleich(access.name, entry.name)) return this->*entry.member;
+    if (same(access.name, "Crlf")) return Crlf;
+    for (const auto& entry : texts) {
+        if (same(access.name, entry.name)) return this->*entry.member;
     }
-    for (const auto& entry : zahlen) {
-        if (gleich(access.name, entry.name)) return QString::number(this->*entry.member);
+    for (const auto& entry : numbers) {
+        if (same(access.name, entry.name)) return QString::number(this->*entry.member);
     }
     return std::nullopt;
 }
 
-bool Variablen::setzen(const QString& name, const QString& value) {
-    const Zugriff access = zerlegt(name);
-    if (qint16* number = glied(Konfig_Zahl, "Konfig_Zahl", access)) return setzeZahl(value, *number);
-    if (Money* amount = glied(Konfig_Betrag, "Konfig_Betrag", access)) {
+bool Variablen::set(const QString& name, const QString& value) {
+    const Access access = parsed(name);
+    if (qint16* number = member(Konfig_Zahl, "Konfig_Zahl", access)) return setNumber(value, *number);
+    if (Money* amount = member(Konfig_Betrag, "Konfig_Betrag", access)) {
         const auto parsed = Betrag_lesen(value);
         if (parsed) *amount = *parsed;
         return parsed.has_value();
     }
-    if (QString* text = glied(Konfig_Text, "Konfig_Text", access)) return *text = value, true;
+    if (QString* text = member(Konfig_Text, "Konfig_Text", access)) return *text = value, true;
     if (access.index >= 0) return false;
-    if (gleich(access.name, "Heute")) {
+    if (same(access.name, "Heute")) {
         const QDate date = Datum_aus_Text(value);
         if (date.isValid()) Heute = Datum_als_Anzeige(date);
         return date.isValid();
     }
-    for (const auto& entry : texte) {
-        if (gleich(access.name, entry.name)) return this->*entry.member = value, true;
+    for (const auto& entry : texts) {
+        if (same(access.name, entry.name)) return this->*entry.member = value, true;
     }
-    for (const auto& entry : zahlen) {
-        if (gleich(access.name, entry.name)) return setzeZahl(value, this->*entry.member);
+    for (const auto& entry : numbers) {
+        if (same(access.name, entry.name)) return setNumber(value, this->*entry.member);
     }
     return false;
 }

@@ -6,7 +6,6 @@
 #include <array>
 #include <optional>
 
-#include "core/Konfig.h"
 #include "store/Database.h"
 
 namespace koben {
@@ -34,9 +33,9 @@ struct Variablen {
     QString Ausgabedatei;
 
     /// A variable by its name, array members as Konfig_Zahl(62); nothing where there is no such variable.
-    std::optional<QString> lesen(const QString& name) const;
+    std::optional<QString> read(const QString& name) const;
     /// Sets one by name; false where there is none or the value does not fit.
-    bool setzen(const QString& name, const QString& value);
+    bool set(const QString& name, const QString& value);
 };
 
 }  // namespace koben

@@ -3,6 +3,8 @@
 #include <QHash>
 #include <algorithm>
 
+#include "core/Konfig.h"
+
 namespace koben {
 namespace {
 

@@ -25,6 +25,8 @@ Zykluswerte readValues(const Statement& row, int first) {
     return {count(0), count(1), count(2), count(3), day(4), day(5), day(6), day(7), day(8), day(9)};
 }
 
+constexpr size_t Many = 1000;  // changes, beyond which noting each costs more than preparing the statements anew
+
 Value asNumber(qint64 value) { return value == NoNumber ? Value::null() : Value(value); }
 Value asDay(qint32 day) { return day == 0 ? Value::null() : Value(DateTime{day, 0}); }
 
@@ -107,18 +109,17 @@ bool changed(qint32 before, qint32 now) { return before != 0 && now != 0 && befo
 class ValueWriter {
 public:
     explicit ValueWriter(const Database& db)
-        : m_next(db.prepare(QStringLiteral("update Sauen set N_Belegung = ?, N_Ferkelung = ? where ID = ?"))),
+        : m_db(db),
+          m_next(db.prepare(QStringLiteral("update Sauen set N_Belegung = ?, N_Ferkelung = ? where ID = ?"))),
           m_plain(db.prepare(all(QString()))),
           m_marking(db.prepare(all(QStringLiteral(", Aenderung = 'X'")))) {}
 
+    /// Next days alone come together at the end.
     void write(qint64 animal, const Zykluswerte& before, const Zykluswerte& n) {
         Zykluswerte other = before;
         other.nBelegung = n.nBelegung;
         other.nFerkelung = n.nFerkelung;
-        if (other == n) {
-            m_next.run({asDay(n.nBelegung), asDay(n.nFerkelung), animal});
-            return;
-        }
+        if (other == n) return m_onlyNext.push_back({animal, n});
         const bool mark = changed(before.lBelegung, n.lBelegung) || changed(before.lFerkelung, n.lFerkelung) ||
                           changed(before.lAbsetzung, n.lAbsetzung);
         (mark ? m_marking : m_plain)
@@ -127,13 +128,28 @@ public:
                   asDay(n.nBelegung), asDay(n.nFerkelung), animal});
     }
 
+    /// False where it was given up.
+    bool finish(const CycleProgress& go, int from) {
+        std::optional<ChangeLog::Silence> silence;
+        if (m_onlyNext.size() >= Many) silence.emplace(m_db);
+        for (size_t i = 0; i < m_onlyNext.size(); ++i) {
+            if (!goesOn(go, from + static_cast<int>(static_cast<size_t>(100 - from) * i / m_onlyNext.size())))
+                return false;
+            const Zykluswerte& n = m_onlyNext[i].werte;
+            m_next.run({asDay(n.nBelegung), asDay(n.nFerkelung), m_onlyNext[i].tier});
+        }
+        return true;
+    }
+
 private:
     static QString all(const QString& mark) {
         return QStringLiteral("update Sauen set ") +
                QString(valueFields).replace(QStringLiteral(","), QStringLiteral(" = ?,")) + QStringLiteral(" = ?") +
                mark + QStringLiteral(" where ID = ?");
     }
+    const Database& m_db;
     Statement m_next, m_plain, m_marking;
+    std::vector<Tierwerte> m_onlyNext;
 };
 
 /// The kind, departure and mark of a sow whose status counts, in the columns from `first`: Abgangsdatum, Art,
@@ -217,7 +233,7 @@ bool writeValues(const Database& db, const std::vector<Tierwerte>& stored, const
     ValueWriter writer(db);
     const size_t total = std::max<size_t>(stored.size() + now.size(), 1);
     for (size_t s = 0, n = 0; s < stored.size() || n < now.size();) {
-        if (!goesOn(go, 50 + static_cast<int>(50 * (s + n) / total))) return false;
+        if (!goesOn(go, 50 + static_cast<int>(10 * (s + n) / total))) return false;
         const bool isStored = s < stored.size() && (n == now.size() || stored[s].tier <= now[n].tier);
         const bool isNow = n < now.size() && (s == stored.size() || now[n].tier <= stored[s].tier);
         const Zykluswerte& before = isStored ? stored[s].werte : none;
@@ -226,7 +242,7 @@ bool writeValues(const Database& db, const std::vector<Tierwerte>& stored, const
         s += isStored;
         n += isNow;
     }
-    return true;
+    return writer.finish(go, 60);
 }
 
 std::vector<StoredStatus> readStatus(const Database& db, const Umfang& umfang) {
@@ -255,6 +271,8 @@ bool writeStatus(const Database& db, const std::vector<StoredStatus>& animals, c
         ids[static_cast<size_t>(now)].push_back(animal.tier);
         ++total;
     }
+    std::optional<ChangeLog::Silence> silence;
+    if (total >= Many) silence.emplace(db);
     for (size_t code = 0; code < ids.size(); ++code)
         for (const auto& group : groups(ids[code])) {
             if (!goesOn(go, static_cast<int>(100 * done / total))) return false;

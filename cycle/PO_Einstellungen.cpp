@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "forms/Eingabe.h"
 #include "forms/SettingsGuard.h"

@@ -147,11 +147,28 @@ void PV_Stichworte::li_Edited(int row, const QString& typed) {
     const QString text = Hochkomma_ersetzen(withoutControls(typed));
     if (text.isEmpty()) return refuseEmpty(row, before);
     if (text.size() > width()) return refuseLong(row, before, typed);
-    li.setCell(row, 1, before);  // until it is stored
-    store(storedFor(before), text);
+    try {
+        store(storedFor(before), text);
+    } catch (...) {  // told by whoever runs the form; what was typed stays in the list
+        keepAsDraft(row, before, typed);
+        throw;
+    }
     if (isDraft(before)) m_draft.reset();
     li.setCell(row, 1, text);
     remember();
+}
+
+/// The row shows what was typed, beside what the table holds for it. An unfinished row that is another one is given up;
+/// the number of this one afterwards.
+int PV_Stichworte::keepAsDraft(int row, const QString& before, const QString& typed) {
+    const auto stored = storedFor(before);
+    if (m_draft && !isDraft(before)) {
+        dropDraft();
+        row = li.findText(u"Inhalt", typed);
+    }
+    m_draft = Draft{typed, stored};
+    remember();
+    return row;
 }
 
 /// A new row that stays empty goes again; a keyword keeps its text.
@@ -171,13 +188,7 @@ void PV_Stichworte::refuseEmpty(int row, const QString& before) {
 
 /// The typed text stays in the list, to be shortened; the table keeps what it holds.
 void PV_Stichworte::refuseLong(int row, const QString& before, const QString& typed) {
-    const auto stored = storedFor(before);
-    if (m_draft && !isDraft(before)) {
-        dropDraft();
-        row = li.findText(u"Inhalt", typed);
-    }
-    m_draft = Draft{typed, stored};
-    remember();
+    row = keepAsDraft(row, before, typed);
     koben.message(QStringLiteral("Das Stichwort \"%1\" ist mit %2 Zeichen zu lang und wurde noch nicht gespeichert. Es "
                                  "sind höchstens %3 Zeichen möglich. Bitte kürzen Sie die Eingabe.")
                       .arg(typed)

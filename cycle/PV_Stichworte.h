@@ -53,6 +53,7 @@ private:
     void remember();
     void refuseEmpty(int row, const QString& before);
     void refuseLong(int row, const QString& before, const QString& typed);
+    int keepAsDraft(int row, const QString& before, const QString& typed);
     void dropDraft();
     void store(const std::optional<QString>& before, const QString& text);
 

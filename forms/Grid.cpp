@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "core/PZ_Koben_Subs.h"
+#include "forms/Erklaerung.h"
 #include "store/Collation.h"
 
 namespace koben {
@@ -27,8 +28,10 @@ bool isNumber(const Value& value) {
 
 qint64 changedKey(int source, int column) { return static_cast<qint64>(source) << 12 | column; }
 
-/// A cell's number with a decimal comma and thousands points; texts that are none sort before all numbers.
+/// A cell's number with a decimal comma and thousands points, or such an amount; texts that are none sort before all
+/// numbers.
 double cellNumber(QString text) {
+    if (text.endsWith(u'€')) text.chop(1);
     text.remove(u'.').replace(u',', u'.');
     bool ok = false;
     const double number = text.trimmed().toDouble(&ok);
@@ -68,6 +71,8 @@ void Grid::clearRows() {
     m_table = Table();
     m_bound = false;
     m_cells.clear();
+    explain = nullptr;
+    lead = nullptr;
     resetRows(0);
 }
 
@@ -129,7 +134,8 @@ void Grid::bind(const Table& table) {
     }
     m_fieldOf.clear();
     for (Column& column : m_columns) {
-        const int f = table.columnOf(column.key);
+        const int own = static_cast<int>(m_fieldOf.size());  // a crosstab may name two fields alike
+        const int f = keepColumns ? table.columnOf(column.key) : own;
         m_fieldOf.push_back(f);
         const Type type = table.field(f).type;
         if (type == Type::Date) column.sort = Sort::Date;
@@ -203,8 +209,17 @@ void Grid::copy(const Grid& source) {
         for (int column = 1; column <= columnCount(); ++column) cells.append(source.value(row, column));
         m_cells.push_back({cells});
     }
+    const auto original = [rows = source.m_order](int row) { return rows.at(static_cast<size_t>(row - 1)) + 1; };
+    if (source.lead) lead = [go = source.lead, original](int row, int column) { go(original(row), column); };
+    if (source.explain)
+        explain = [tell = source.explain, original](int row, int column) { return tell(original(row), column); };
     notify(Aspect::Columns);
     resetRows(static_cast<int>(m_cells.size()));
+}
+
+std::optional<Explanation> Grid::explanation(int row, int column) const {
+    if (!explain || row < 1 || row > rowCount() || column < 1 || column > columnCount()) return {};
+    return explain(m_order[static_cast<size_t>(row - 1)] + 1, column);
 }
 
 /// Of an unbound grid.
@@ -422,7 +437,12 @@ void Grid::mark(const std::vector<int>& rows) {
 }
 
 void Grid::click() { act(onClick); }
-void Grid::doubleClick() { act(onDoubleClick); }
+
+void Grid::doubleClick(int column) {
+    if (!lead) return act(onDoubleClick);
+    if (m_row > 0) act([&] { lead(m_order[static_cast<size_t>(m_row - 1)] + 1, column); });
+}
+
 void Grid::rightClick() { act(onRightClick); }
 
 void Grid::sortByUser(int column, int direction) {
@@ -449,13 +469,17 @@ bool Grid::editByUser(int row, int column, const QString& text) {
     return true;
 }
 
+void Grid::explainByUser(int row, int column) {
+    act([&] { Zelle_erklaeren(*this, row, column); });
+}
+
 bool Grid::key(Key key) {
     if (key == Key::Delete && onDelete) {
         act(onDelete);
         return true;
     }
-    if (key == Key::Enter && onDoubleClick && !onKey) {
-        act(onDoubleClick);
+    if (key == Key::Enter && (onDoubleClick || lead) && !onKey) {
+        doubleClick();
         return true;
     }
     return Control::key(key);

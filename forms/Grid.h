@@ -4,11 +4,14 @@
 #include <QHash>
 #include <QList>
 #include <QStringList>
+#include <optional>
 
 #include "forms/Control.h"
 #include "store/Database.h"
 
 namespace koben {
+
+struct Explanation;
 
 enum class Align : quint8 { Left = 0, Right = 1, Centre = 2 };
 enum class Sort : quint8 { Text = 0, Number = 1, Date = 2 };
@@ -79,6 +82,8 @@ public:
     void setCell(int row, int column, const QString& text);
     void removeRow(int row);  ///< the next row becomes current where the current one goes
     bool isSeparator(int row) const;
+    /// Where a cell comes from; nothing where the list does not say. Follows the rows however they are sorted.
+    std::optional<Explanation> explanation(int row, int column) const;
 
     // current row and marks
     int row() const { return m_row; }  ///< 0 where no row is current
@@ -117,12 +122,14 @@ public:
     void choose(int row);
     void mark(const std::vector<int>& rows);
     void click();
-    void doubleClick();
+    void doubleClick(int column = 0);  ///< on the current row; 0 where no cell is meant
     void rightClick();
     void sortByUser(int column, int direction);
     void resizeByUser(int column, int width);
     /// In-place editing, finished as with Enter. False where the grid does not edit that cell.
     bool editByUser(int row, int column, const QString& text);
+    /// Shows where a cell comes from.
+    void explainByUser(int row, int column);
     bool key(Key key) override;
 
     std::function<void()> onRowChange, onClick, onDoubleClick, onRightClick, onDelete;
@@ -131,6 +138,12 @@ public:
     std::function<void(int row, int column, const QString& text)> onEdited;
     /// The fixed column at the left edge: what the window shows as a row's name; the number where empty.
     std::function<QString(int row)> rowTitle;
+    /// Says where a cell comes from. `row` counts in the order in which the rows were added. Goes with the rows: copy()
+    /// takes it over, clearRows() drops it.
+    std::function<std::optional<Explanation>(int row, int column)> explain;
+    /// Leads on from a row: goes before `onDoubleClick`, counts rows and goes with them like `explain`. A list that
+    /// leads on comes up where its current row is.
+    std::function<void(int row, int column)> lead;
     /// Asks the window to open the editor of a cell.
     std::function<void(int row, int column)> startEdit;
 

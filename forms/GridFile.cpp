@@ -1,5 +1,6 @@
 // The grid's own file format (docs/dateiformate.md): a head line, one line a column, one line a row, tab-separated.
 #include <QFile>
+#include <algorithm>
 #include <cstdio>
 
 #include "core/Einstellungen.h"
@@ -13,6 +14,15 @@ const QString Mark = QStringLiteral("KOBEN-Liste 1");
 
 /// Keeps a text within its cell and within Windows-1252: what stands in the bytes is Latin-1, which it contains.
 void append(QByteArray& bytes, const QString& text) {
+    const auto plain = [](QChar c) {
+        const ushort code = c.unicode();
+        return code != u'\\' && code <= 0xff && code != u'\t' && code != u'\n' && code != u'\r' &&
+               (code < 0x80 || code >= 0xa0);
+    };
+    if (std::all_of(text.begin(), text.end(), plain)) {
+        bytes += text.toLatin1();
+        return;
+    }
     for (const QChar c : text) {
         const ushort code = c.unicode();
         if (code == u'\\')

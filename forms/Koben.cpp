@@ -1,7 +1,9 @@
 #include "forms/Koben.h"
 
 #include "core/ErrorLog.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
+#include "forms/PrintError.h"
 
 namespace koben {
 
@@ -20,6 +22,9 @@ QString failureText(const QString& cause, const std::optional<QString>& saved) {
     return QStringLiteral("Die Aktion konnte nicht zu Ende geführt werden.") + Crlf + Crlf + cause + Crlf + Crlf +
            state;
 }
+
+/// Forms that are only read, the help: what stands below them goes on as if they had never been there.
+bool standsAside(const Form& form) { return form.name().startsWith(u"PH_"); }
 
 }  // namespace
 
@@ -64,7 +69,7 @@ void Koben::run(Form& form) {
             form.close();
         if (!form.closed()) screens.run(form);
     }
-    if (Form* behind = front()) behind->activateLater();
+    if (Form* behind = front(); behind && !standsAside(form)) behind->activateLater();
 }
 
 void Koben::begin(Form& form) {
@@ -90,6 +95,8 @@ bool Koben::attempt(const std::function<void()>& work) {
         return true;
     } catch (const DatabaseError& error) {
         return failed(error.message(), error.detail());
+    } catch (const PrintError& error) {
+        return failed(QString::fromUtf8(error.what()), QString::fromUtf8(error.what()));
     } catch (const std::exception& error) {
         return failed(programFault(), QString::fromUtf8(error.what()));
     }

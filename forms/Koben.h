@@ -12,6 +12,7 @@
 namespace koben {
 
 class ProgressBar;
+struct Explanation;
 struct HandedList;
 
 /// How forms are made, by name. Forms open each other through it, so none includes another's folder.
@@ -47,6 +48,8 @@ struct Koben : Variablen, FormHost {
     Workspace workspace;
     HerdList* herdList = nullptr;
     const HandedList* handedList = nullptr;  ///< the list that is on its way to the list screen
+    const Explanation* explained = nullptr;  ///< what the screen of explanations shows
+    qint64 shownBooking = 0;                 ///< ID of the booking that the booking frame opens on, 0 for the latest
     QString lastAction;                      ///< name of the newest action that reached the disk, "" before the first
     bool ended = false;                      ///< the program is ending: every open form closes
 

@@ -38,6 +38,7 @@ bool Liste_uebernehmen(Koben& koben, Grid& gridli) {
         QFile file(pathOf(koben));
         if (file.open(QIODevice::ReadOnly) && file.readAll() == koben.handedList->file) {
             gridli.copy(koben.handedList->grid);
+            if (gridli.lead) gridli.setRow(koben.handedList->grid.row());
             return true;
         }
     }

@@ -21,7 +21,7 @@ void Liste_ausgeben(Koben& koben, const Grid& gridli,
                     const QString& empty = QStringLiteral("Keine zu listenden Daten gefunden"));
 
 /// Fills `gridli` with the list being handed over, or from the file where that says something else or nobody hands one
-/// over. No row is current then. False, with nothing in the grid, where there is neither.
+/// over. No row is current then, unless the list leads on. False, with nothing in the grid, where there is neither.
 bool Liste_uebernehmen(Koben& koben, Grid& gridli);
 
 /// A list without any field would say nothing: ticks all where none is ticked.

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 
 #include "core/Einstellungen.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "store/Files.h"
 
@@ -65,6 +66,7 @@ QString SettingsGuard::fileTime() const {
 
 QStringList SettingsGuard::load(int currentYear, QString& failed) {
     Einstellungen_vorgeben(m_koben, currentYear);
+    Einstellungen_aufraeumen(m_koben);
     const auto bytes = contentOf(file());
     const bool known = !m_state.get(Checksum).isEmpty();
     const Finding finding = bytes ? look(*bytes) : known ? Finding::Missing : Finding::AsLeft;

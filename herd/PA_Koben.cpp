@@ -3,6 +3,7 @@
 
 #include <exception>
 
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "forms/RunState.h"
 

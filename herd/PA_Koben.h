@@ -125,6 +125,7 @@ private:
     void Stallnr_neu_zuordnen();
     void Ferkel_in_Mast();
     void Saunummern_verlaengern();
+    std::optional<qint64> Nummern_verlaengern(int length);
     std::vector<qint64> markedAnimals(QStringView art = {}) const;
     QString countedMarks() const;
     bool setForAll(const std::vector<qint64>& animals, const QString& field, const QString& value);

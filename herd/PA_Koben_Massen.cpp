@@ -1,5 +1,6 @@
 // Selection, marking, and what is done to all marked animals at once. Questions come first, then one transaction.
 #include <algorithm>
+#include <limits>
 
 #include "core/Aktionsnamen.h"
 #include "core/PZ_Koben_Subs.h"
@@ -43,7 +44,7 @@ bool PA_Koben::setForAll(const std::vector<qint64>& animals, const QString& fiel
     Progress progress(koben, QStringLiteral("Die Tiere werden geändert ..."), static_cast<qint64>(animals.size()));
     Statement update = m_db.prepare(QStringLiteral("update Sauen set %1 = ? where ID >= ? and ID <= ?").arg(field));
     qint64 done = 0;
-    for (const auto& [first, last] : spannen(animals, MostAtOnce)) {
+    for (const auto& [first, last] : consecutive(animals, MostAtOnce)) {
         if (!progress.step(done)) return false;
         update.run({value, first, last});
         done += last - first + 1;
@@ -126,6 +127,40 @@ void PA_Koben::Ferkel_in_Mast() {
     datenschweinelesen();
 }
 
+/// Puts zeros before the numbers that are shorter, within the caller's transaction: by one statement for the animals of
+/// a part, and by one each for the numbers that are written otherwise before. How many; nothing once the user has
+/// cancelled.
+std::optional<qint64> PA_Koben::Nummern_verlaengern(int length) {
+    Statement part =
+        m_db.prepare(QStringLiteral("select top %1 ID, Nummer from Sauen where ID >= ? order by ID").arg(MostAtOnce));
+    Statement one = m_db.prepare(QStringLiteral("update Sauen set Nummer = ? where ID = ?"));
+    Statement many = m_db.prepare(
+        QStringLiteral(
+            "update Sauen set Nummer = right('%1' & Nummer, ?) where ID >= ? and ID <= ? and len(Nummer) < ?")
+            .arg(QString(LongestNumber, u'0')));
+    Progress progress(koben, QStringLiteral("Die Saunummern werden geändert ..."),
+                      m_db.table(QStringLiteral("select max(ID) as hoechste from Sauen")).integer(0, 0));
+    qint64 changed = 0, next = std::numeric_limits<qint64>::min();
+    for (qint64 first = next;; first = next) {
+        std::vector<std::pair<QString, qint64>> others;
+        bool any = false, plain = false;
+        for (part.bind({first}); part.next(); any = true) {
+            const qint64 id = part.integer(0);
+            const QString stored = part.text(1), number = Hochkomma_ersetzen(stored);
+            next = id + 1;
+            if (number.size() >= length) continue;
+            if (stored == number && !part.isNull(1))
+                plain = true;
+            else
+                others.emplace_back(number.rightJustified(length, u'0'), id);
+        }
+        if (!any) return changed;
+        for (const auto& [number, id] : others) changed += one.run({number, id});
+        if (plain) changed += many.run({length, first, next - 1, length});
+        if (!progress.step(next - 1)) return std::nullopt;
+    }
+}
+
 void PA_Koben::Saunummern_verlaengern() {
     if (!koben.yesNo(QStringLiteral(
             "Durch diese Aktion wird die Saunummer auf eine feste Länge geändert. Dadurch lassen sich die Sauen nach "
@@ -139,19 +174,14 @@ void PA_Koben::Saunummern_verlaengern() {
         "nichts verändert.")));
     if (length < 1 || length > LongestNumber) return koben.message(QStringLiteral("Falsche Eingabe!"));
     const WaitCursor wait(koben);
-    const Table animals = m_db.table(QStringLiteral("select Nummer, ID from Sauen"));
     koben::Action action(m_db, {});
-    qint64 changed = 0;
-    Statement update = m_db.prepare(QStringLiteral("update Sauen set Nummer = ? where ID = ?"));
-    Progress progress(koben, QStringLiteral("Die Saunummern werden geändert ..."), animals.rowCount());
-    for (int row = 0; row < animals.rowCount(); ++row) {
-        if (!progress.step(row)) return;
-        const QString number = Hochkomma_ersetzen(animals.text(row, 0));
-        const QString full = number.rightJustified(static_cast<int>(length), u'0');
-        if (full != number) changed += update.run({full, animals.integer(row, 1)});
-    }
+    const auto changed = [&] {
+        const ChangeLog::Silence silence(m_db);  // no derived field hangs on a number, and its sort key is written too
+        return Nummern_verlaengern(static_cast<int>(length));
+    }();
+    if (!changed) return;
     action.setName(QStringLiteral("Nummern von %1 auf %2 Zeichen verlängert")
-                       .arg(counted(changed, "Tier", "Tieren"))
+                       .arg(counted(*changed, "Tier", "Tieren"))
                        .arg(static_cast<int>(length)));
     action.commit();
     datenschweinelesen();

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "core/Einstellungen.h"
+#include "core/Konfig.h"
 #include "core/Ordnersperre.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "core/Einstellungen.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 
 namespace koben {

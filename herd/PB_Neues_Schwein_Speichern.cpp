@@ -1,4 +1,5 @@
 // The rules of an animal's entry, and its save.
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/Wartezeit.h"
 #include "herd/PB_Neues_Schwein.h"

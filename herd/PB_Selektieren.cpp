@@ -4,6 +4,7 @@
 #include <map>
 
 #include "core/Aktionsnamen.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 
 namespace koben {

@@ -135,21 +135,86 @@ bool Bericht::run(const QString& what, qint64 steps, ProgressBar* meter, const s
     return !progress.cancelled();
 }
 
+namespace {
+
+bool holdsNumbers(const Grid& grid, int column, int first) {
+    return column >= std::max(first, 2) && column <= grid.columnCount() && grid.column(column).sort == Sort::Number;
+}
+
+/// What the cells of a column up to a row add up to; a cell that is empty or 0 does not count.
+struct ColumnSum {
+    double sum = 0;
+    int count = 0;
+    ColumnSum(const Grid& grid, int column, int rows) {
+        for (int row = 1; row <= rows; ++row)
+            if (const double number = Zahl_aus_Text(grid.cell(row, column)); number != 0) sum += number, ++count;
+    }
+    double mean() const { return count > 0 ? sum / count : 0; }
+};
+
+QString shown(double number) { return Zahl_formatieren(QString::number(number, 'f', 6), 1); }
+
+/// "12, 15 und 3 weitere".
+QString listed(const QStringList& names) {
+    constexpr int most = 10;
+    if (names.size() <= most) return names.join(QStringLiteral(", "));
+    return names.mid(0, most).join(QStringLiteral(", ")) + QStringLiteral(" und %1 weitere").arg(names.size() - most);
+}
+
+}  // namespace
+
 void Bericht::addMeansAndSums(Grid& grid, int first) {
     if (grid.rowCount() == 0) return;
     Grid::Row means{QStringLiteral("SCHNITT")}, sums{QStringLiteral("SUMME")};
-    const auto shown = [](double number) { return Zahl_formatieren(QString::number(number, 'f', 6), 1); };
     for (int c = 2; c <= grid.columnCount(); ++c) {
-        double sum = 0;
-        int count = 0;
-        for (int row = 1; row <= grid.rowCount(); ++row)
-            if (const double number = Zahl_aus_Text(grid.cell(row, c)); number != 0) sum += number, ++count;
-        const bool numbers = c >= first && grid.column(c).sort == Sort::Number;
-        means.append(numbers ? Value(shown(count > 0 ? sum / count : 0)) : Value());
-        sums.append(numbers ? Value(shown(sum)) : Value());
+        const ColumnSum column(grid, c, grid.rowCount());
+        const bool numbers = holdsNumbers(grid, c, first);
+        means.append(numbers ? Value(shown(column.mean())) : Value());
+        sums.append(numbers ? Value(shown(column.sum)) : Value());
     }
     grid.addValues(std::move(means));
     grid.addValues(std::move(sums));
+}
+
+std::optional<Explanation> Bericht::explainMeansAndSums(const Grid& grid, int row, int column, int first) {
+    const int rows = grid.rowCount() - 2;
+    if (rows < 1 || row <= rows || !holdsNumbers(grid, column, first)) return {};
+    const bool mean = row == rows + 1;
+    const ColumnSum total(grid, column, rows);
+    const auto number = [](double value) { return Value(Wert(QString::number(value, 'f', 6))); };
+    const QString head = grid.column(1).title;
+    Explanation told{
+        .sentence = {},
+        .value = grid.cell(row, column),
+        .columns = {{.key = "zeile", .title = head},
+                    {.key = "zelle", .title = "Zelle", .align = Align::Right, .sort = Sort::Number},
+                    {.key = "anmerkung", .title = "Anmerkung"},
+                    {.key = "wert", .title = mean ? "Zähler" : "Wert", .align = Align::Right, .sort = Sort::Number}}};
+    if (mean) {
+        told.numerator = number(total.sum).toText(), told.denominator = QString::number(total.count);
+        told.columns.push_back({.key = "nenner", .title = "Nenner", .align = Align::Right, .sort = Sort::Number});
+    }
+    QStringList leftOut;
+    for (int r = 1; r <= rows; ++r) {
+        if (grid.isSeparator(r)) continue;
+        const QString cell = grid.cell(r, column);
+        const double value = Zahl_aus_Text(QString(cell));
+        const QString name = grid.cell(r, 1);
+        const QString why = value != 0       ? QString()
+                            : cell.isEmpty() ? QStringLiteral("leer, ausgelassen")
+                                             : QStringLiteral("0 oder keine Zahl, ausgelassen");
+        if (value == 0) leftOut += name.isEmpty() ? QStringLiteral("Zeile %1").arg(r) : name;
+        Grid::Row cells{name, cell, why, value != 0 ? number(value) : Value()};
+        if (mean) cells.append(value != 0 ? Value(1) : Value());
+        told.lines.push_back({std::move(cells), grid.animal(r)});
+    }
+    told.sentence =
+        QStringLiteral("%1 der Spalte „%2“ über die %3 Zellen, die nicht leer und nicht 0 sind. ")
+            .arg(mean ? "Mittelwert" : "Summe", grid.column(column).title)
+            .arg(total.count) +
+        (leftOut.isEmpty() ? QStringLiteral("Keine Zelle ist ausgelassen.")
+                           : QStringLiteral("Ausgelassen: %1 (%2 %3).").arg(leftOut.size()).arg(head, listed(leftOut)));
+    return told;
 }
 
 }  // namespace koben

@@ -2,6 +2,7 @@
 // The shape of a report: choices that are remembered, a run with progress and cancel, one hand-over to list or text. A
 // report says only what is its own: its controls, where their choices are kept, and what a run puts into the grid.
 #include "core/Konfig.h"
+#include "forms/Erklaerung.h"
 #include "forms/Form.h"
 #include "forms/Liste.h"
 
@@ -63,6 +64,9 @@ protected:
     /// The two rows under a statistic, the means above the sums, over the shown numbers of the columns from `first` on
     /// whose `sort` says that they hold numbers. A cell that is empty or 0 does not count for the mean.
     static void addMeansAndSums(Grid& grid, int first = 2);
+    /// Where a cell of those two rows, the last of the grid, comes from: which cells it is made of and which are left
+    /// out. Nothing for any other cell.
+    static std::optional<Explanation> explainMeansAndSums(const Grid& grid, int row, int column, int first = 2);
 
     Database m_db;
 

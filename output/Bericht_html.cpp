@@ -3,7 +3,8 @@
 #include <QDir>
 #include <QFile>
 #include <algorithm>
-#include <cstdio>
+
+#include "store/Files.h"
 
 namespace koben {
 namespace {
@@ -158,9 +159,7 @@ public:
     }
     bool finish() {
         while (!m_names.isEmpty()) {
-            const QByteArray from = QFile::encodeName(draft(m_names.first()));
-            if (std::rename(from.constData(), QFile::encodeName(m_folder + m_names.first()).constData()) != 0)
-                return false;
+            if (!replaceFile(draft(m_names.first()), m_folder + m_names.first(), false).isEmpty()) return false;
             m_names.removeFirst();
         }
         return true;

@@ -3,10 +3,11 @@
 #include <QFile>
 #include <algorithm>
 #include <exception>
-#include <stdexcept>
 
 #include "core/Einstellungen.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
+#include "forms/PrintError.h"
 #include "output/Uebergabe.h"
 
 namespace koben {
@@ -189,7 +190,7 @@ std::unique_ptr<PrintJob> PA_Textausgabe::beginneDruck() {
     const QString wanted = komdrucker.text();
     if (!wanted.isEmpty() && koben.platform.printers().contains(wanted)) m_drucker = wanted;
     auto job = koben.platform.print(m_drucker, koben.Konfig_Zahl[Zahl::Druckformat] != 0);
-    if (!job) throw std::runtime_error("Der Druck kann nicht beginnen, weil der Drucker nicht bereit ist.");
+    if (!job) throw PrintError(QStringLiteral("Der Druck kann nicht beginnen, weil der Drucker nicht bereit ist."));
     richteEin(*job);
     return job;
 }
@@ -244,9 +245,7 @@ void PA_Textausgabe::dateidrucken_Click() {
         drucke(*job, line);
         return true;
     });
-    if (!read)
-        throw std::runtime_error(
-            QStringLiteral("Die Datei %1 kann nicht gelesen werden.").arg(koben.Ausgabedatei).toStdString());
+    if (!read) throw PrintError(QStringLiteral("Die Datei %1 kann nicht gelesen werden.").arg(koben.Ausgabedatei));
     finishPrint(koben, *job);
 }
 

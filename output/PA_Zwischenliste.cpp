@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "forms/Liste.h"
 #include "output/Bericht_html.h"

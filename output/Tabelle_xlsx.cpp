@@ -5,10 +5,10 @@
 #include <QFile>
 #include <algorithm>
 #include <charconv>
-#include <cstdio>
 #include <vector>
 
 #include "output/Textliste.h"
+#include "store/Files.h"
 
 namespace koben {
 namespace {
@@ -34,7 +34,7 @@ public:
         m_sheet = m_book ? workbook_add_worksheet(m_book, "Liste") : nullptr;
     }
     ~Workbook() {
-        if (m_book) workbook_close(m_book), std::remove(m_file.constData());
+        if (m_book) workbook_close(m_book), QFile::remove(QFile::decodeName(m_file));
     }
     Workbook(const Workbook&) = delete;
     Workbook& operator=(const Workbook&) = delete;
@@ -59,8 +59,9 @@ public:
     /// Closes the file and gives it its name; false where anything went wrong, and then the old file stands.
     bool finish(const QString& path) {
         check(workbook_close(std::exchange(m_book, nullptr)));
-        if (!m_failed && std::rename(m_file.constData(), QFile::encodeName(path).constData()) == 0) return true;
-        std::remove(m_file.constData());
+        const QString draft = QFile::decodeName(m_file);
+        if (!m_failed && replaceFile(draft, path, false).isEmpty()) return true;
+        QFile::remove(draft);
         return false;
     }
 

@@ -33,6 +33,7 @@ Column Tabellenfelder::column(int index) const {
 }
 
 void Tabellenfelder::append(Grid::Row& cells, int row) const {
+    cells.reserve(cells.size() + count() + 1);  // an age may follow
     for (const int field : m_fields) {
         if (m_table.isNull(row, field))
             cells.append(withDecimals(field) ? Value(0) : Value());

@@ -81,6 +81,7 @@ public:
 private:
     void addRow(const Table& rows, int row, int columns) {
         Grid::Row cells;
+        cells.reserve(columns);
         for (int column = 0; column < columns; ++column) cells.append(cellOf(rows, row, column));
         m_grid.addValues(std::move(cells), rows.integer(row, columns + 1));
     }

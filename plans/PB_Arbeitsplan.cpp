@@ -1,6 +1,7 @@
 #include "plans/PB_Arbeitsplan.h"
 
 #include "core/Einstellungen.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 
 namespace koben {

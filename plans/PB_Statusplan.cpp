@@ -1,5 +1,6 @@
 #include "plans/PB_Statusplan.h"
 
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 
 namespace koben {

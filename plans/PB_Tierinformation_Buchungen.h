@@ -3,7 +3,7 @@
 #include <array>
 
 #include "plans/Buchungsbericht.h"
-#include "plans/Tierbericht.h"
+#include "output/Tierbericht.h"
 
 namespace koben {
 

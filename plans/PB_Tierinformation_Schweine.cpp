@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "output/Tabellenfelder.h"
 

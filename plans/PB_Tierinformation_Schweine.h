@@ -1,6 +1,6 @@
 #pragma once
 // The free report over animals: which animals, which fields, present on which day, sorted by which field.
-#include "plans/Tierbericht.h"
+#include "output/Tierbericht.h"
 
 namespace koben {
 

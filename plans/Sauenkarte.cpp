@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "store/Collation.h"
 

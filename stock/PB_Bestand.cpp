@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 
 namespace koben {
@@ -72,6 +73,7 @@ void PB_Bestand::ok_Click(int index) {
         return koben.message(
             "Die Bestandsliste kann nicht erstellt werden. Bitte geben Sie ein korrektes Bezugsdatum ein.");
     gridli.clear();
+    meter.setRange(1);  // the overviews set it anew
     bool whole = false;
     switch (index) {
         case GroupList:
@@ -118,7 +120,7 @@ void PB_Bestand::addColumns(const Tabellenfelder& fields, const char* age) {
 
 bool PB_Bestand::listSpecial() {
     int count = 0;
-    const bool whole = run("Die Bestandsliste wird erstellt ...", Steps, &meter, [&](Progress& progress) {
+    const bool whole = run("Die Bestandsliste wird erstellt ...", Steps, nullptr, [&](Progress& progress) {
         const auto found = animals({Sonderbericht(optibest.selected(), onlyInHerd())}, progress);
         count = found ? found->rowCount() : 0;
         if (count > 0) addAnimals(*found, progress);
@@ -126,8 +128,12 @@ bool PB_Bestand::listSpecial() {
     if (!whole) return false;
     if (count == 0) return koben.message(NoAnimals), false;
     gridli.addRow({QStringLiteral("Anzahl Tiere: %1").arg(count)});
+    passDone();
     return true;
 }
+
+/// The form's own bar counts groups and reports; how far the animals are, the progress tells.
+void PB_Bestand::passDone() { meter.setValue(meter.value() + 1); }
 
 /// The animals of a special report.
 void PB_Bestand::addAnimals(const Table& animals, Progress& progress) {
@@ -151,7 +157,7 @@ bool PB_Bestand::listGroups() {
     if (Tiere_zaehlen(m_db, {QString()}).front() == 0) return koben.message(NoAnimals), false;
     QStringList conditions;
     for (const Bestandsgruppe& group : groups) conditions += group.condition(day(), konbestand.checked());
-    return run("Die Bestandsliste wird erstellt ...", Steps, &meter, [&](Progress& progress) {
+    return run("Die Bestandsliste wird erstellt ...", Steps, nullptr, [&](Progress& progress) {
         const auto found = animals(conditions, progress);
         if (!found) return;
         const Tabellenfelder fields(*found, m_fields, Tabellenfelder::Betraege::ZweiStellen);
@@ -160,8 +166,10 @@ bool PB_Bestand::listGroups() {
         const qint64 rows = std::max<qint64>(found->rowCount() * static_cast<qint64>(groups.size()), 1);
         qint64 done = 0;
         const auto rowDone = [&] { return progress.step(Read + done++ * (Steps - Read) / rows); };
-        for (size_t i = 0; i < groups.size(); ++i)
+        for (size_t i = 0; i < groups.size(); ++i) {
             if (!addGroup(groups[i], fields, *found, members + static_cast<int>(i), rowDone)) return;
+            passDone();
+        }
     });
 }
 

@@ -62,6 +62,7 @@ private:
 
     std::optional<Table> animals(const QStringList& conditions, Progress& progress);
     std::optional<std::vector<qint64>> counts(const QStringList& conditions);
+    void passDone();
     void addAnimals(const Table& animals, Progress& progress);
     void addColumns(const Tabellenfelder& fields, const char* age);
     bool addGroup(const Bestandsgruppe& group, const Tabellenfelder& fields, const Table& animals, int member,

@@ -1,5 +1,6 @@
 #include "stock/PB_Bestandsregister.h"
 
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "output/Uebergabe.h"
 

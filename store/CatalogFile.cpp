@@ -44,7 +44,7 @@ void loadColumns(sqlite3* file, TableInfo& table) {
     QSet<QString> keys;
     while (sqlite3_step(s.get()) == SQLITE_ROW) {
         const QString name = text(s.get(), 0);
-        if (name.startsWith(QLatin1String("koben_key_"))) {
+        if (!sql::fieldOfKey(name).isEmpty()) {
             keys.insert(name);
             continue;
         }
@@ -61,7 +61,7 @@ void loadColumns(sqlite3* file, TableInfo& table) {
         table.columns.push_back(std::move(column));
     }
     for (ColumnInfo& c : table.columns)
-        if (const QString key = QStringLiteral("koben_key_") + c.name; keys.contains(key)) c.keyName = sql::quoted(key);
+        if (const QString key = sql::keyColumn(c.name); keys.contains(key)) c.keyName = sql::quoted(key);
 }
 
 /// Fields with an index of their different values, named koben_werte_TABLE_FIELD.

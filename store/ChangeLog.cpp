@@ -217,6 +217,14 @@ void ChangeLog::expect() {
     m_connection->writeNative(sql, QString::fromStdString(sql));
 }
 
+ChangeLog::Silence::Silence(const Database& database) : m_connection(database.m_connection) {
+    sqlite3_db_config(m_connection->file(), SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+}
+
+ChangeLog::Silence::~Silence() {
+    if (!m_connection->isClosed()) sqlite3_db_config(m_connection->file(), SQLITE_DBCONFIG_ENABLE_TRIGGER, 1, nullptr);
+}
+
 bool ChangeLog::expected() const {
     sqlite3* file = m_connection->file();
     return tablesPresent(file) &&

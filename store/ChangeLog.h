@@ -28,6 +28,19 @@ public:
     /// True after expect() until settle(): where it holds at a start, the dialog did not come to its end.
     bool expected() const;
 
+    /// While it lives, no trigger of this file runs: for many changes that settle() would strike out again within the
+    /// same transaction, or that nothing watched hangs on. Statements prepared before are prepared anew.
+    class Silence {
+    public:
+        explicit Silence(const Database& database);
+        ~Silence();
+        Silence(const Silence&) = delete;
+        Silence& operator=(const Silence&) = delete;
+
+    private:
+        std::shared_ptr<Connection> m_connection;
+    };
+
 private:
     const char* row() const;
     const char* table() const;

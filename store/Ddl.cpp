@@ -141,7 +141,7 @@ private:
     /// the text but not the key.
     std::string keyColumn(const TableInfo& t, const ColumnInfo& c) const {
         if (!c.keyName.empty()) return c.keyName;
-        const QString name = QStringLiteral("koben_key_") + c.name;
+        const QString name = sql::keyColumn(c.name);
         const std::string key = sql::quoted(name);
         execute(m_file, "ALTER TABLE " + t.sqlName + " ADD COLUMN " + key + " BLOB");
         execute(m_file, "UPDATE " + t.sqlName + " SET " + key + " = koben_key(" + c.sqlName + ")");

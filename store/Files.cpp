@@ -56,10 +56,12 @@ QString flushFile(const QString& path) {
     return result == 0 ? QString() : fileReason();
 }
 
-QString replaceFile(const QString& from, const QString& to) {
-    if (const QString reason = flushFile(from); !reason.isEmpty()) return reason;
+QString replaceFile(const QString& from, const QString& to, bool flush) {
+    errno = 0;
+    if (flush)
+        if (const QString reason = flushFile(from); !reason.isEmpty()) return reason;
     if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) return fileReason();
-    flushFolder(folderOf(to));  // in place it is; a disk that now fails tells so with the next write
+    if (flush) flushFolder(folderOf(to));  // in place it is; a disk that now fails tells so with the next write
     return {};
 }
 
@@ -71,6 +73,26 @@ QString writeFile(const QString& path, const QByteArray& bytes) {
         return fileReason();
     flushFolder(folderOf(path));
     return {};
+}
+
+QString writeFileThrough(const QString& draft, const QString& path, const QByteArray& bytes) {
+    const QFileInfo before(path);
+    const QString target = before.exists() ? before.canonicalFilePath() : path;
+    errno = EACCES;
+    if (before.exists() && !before.isWritable()) return fileReason();
+    QFile::remove(draft);
+    QString reason;
+    {
+        QFile file(draft);
+        errno = 0;
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(bytes) != bytes.size())
+            reason = fileReason();
+        else if (before.exists())
+            file.setPermissions(before.permissions());
+    }
+    if (reason.isEmpty()) reason = replaceFile(draft, target);
+    if (!reason.isEmpty()) QFile::remove(draft);
+    return reason;
 }
 
 QString fileFailure(const QString& what, const QString& reason) {

@@ -14,10 +14,14 @@ QString fileReason();
 /// Waits until a file or a folder's list of files is on the disk.
 QString flushFile(const QString& path);
 /// Puts the finished file `from` in the place of `to`, on the same disk, in one step that a power cut cannot halve.
-/// Where it fails `to` is as before, and `from` is still there.
-QString replaceFile(const QString& from, const QString& to);
+/// Where it fails `to` is as before, and `from` is still there. Without a flush the step is one for other programs, but
+/// not for a power cut: for what is easily made again.
+QString replaceFile(const QString& from, const QString& to, bool flush = true);
 /// Writes a file whole or not at all: on failure the one before stands.
 QString writeFile(const QString& path, const QByteArray& bytes);
+/// The same through a draft of this name in the same folder. A killed program may leave the draft; unlike one of a name
+/// by chance it can be known, and removed, later.
+QString writeFileThrough(const QString& draft, const QString& path, const QByteArray& bytes);
 
 /// The whole sentence for the user: `what` names the problem ("Die Datei X kann nicht geschrieben werden").
 QString fileFailure(const QString& what, const QString& reason);

@@ -131,6 +131,14 @@ QString textOf(Money value) {
 QString textOf(DateTime value) {
     int year = 0, month = 0, day = 0;
     splitDay(value.julianDay, year, month, day);
+    if (value.second == 0 && year >= 0 && year <= 9999) {
+        QString text(10, u'.');
+        const auto put = [&text](int last, int number, int digits) {
+            for (; digits > 0; --digits, number /= 10) text[last--] = QChar(u'0' + number % 10);
+        };
+        put(1, day, 2), put(4, month, 2), put(9, year, 4);
+        return text;
+    }
     char text[32];
     int length = std::snprintf(text, sizeof text, "%02d.%02d.%04d", day, month, year);
     if (value.second != 0)

@@ -11,19 +11,22 @@ namespace koben {
 namespace {
 
 /// Appends the current value of a column without detours.
+/// A text is taken as it lies in the page: asked for as text, it would first be copied to be ended by 0. Its length
+/// comes first, since a file in another encoding is converted then.
 void appendCell(ColumnStore& store, sqlite3_stmt* s, int column, Type type) {
-    switch (sqlite3_column_type(s, column)) {
+    sqlite3_value* const cell = sqlite3_column_value(s, column);
+    switch (sqlite3_value_type(cell)) {
         case SQLITE_NULL:
             return store.appendNull();
         case SQLITE_INTEGER:
-            return store.appendWhole(sqlite3_column_int64(s, column));
+            return store.appendWhole(sqlite3_value_int64(cell));
         case SQLITE_FLOAT:
-            return store.appendReal(sqlite3_column_double(s, column));
+            return store.appendReal(sqlite3_value_double(cell));
         default:
             break;
     }
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(s, column));
-    const int length = sqlite3_column_bytes(s, column);
+    const int length = sqlite3_value_bytes(cell);
+    const auto* text = static_cast<const char*>(sqlite3_value_blob(cell));
     if (type != Type::Date) return store.appendText({text, static_cast<size_t>(length)});
     const auto date = parseIso(text, length);
     date ? store.appendDate(*date) : store.appendNull();

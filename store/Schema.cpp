@@ -151,7 +151,7 @@ const char* const Abgeleitet =
 const std::vector<Helper>& helpers() {
     static const std::vector<Helper> result = {
         {"koben_bestand", "Sauen", {"ID"}, R"("Abgangsdatum" IS NULL)"},
-        {"koben_bestandsart", "Sauen", {"koben_key_Art", "ID"}, R"("Abgangsdatum" IS NULL)"},
+        {"koben_bestandsart", "Sauen", {"^Art", "ID"}, R"("Abgangsdatum" IS NULL)"},
         {"koben_selektiert", "Sauen", {"ID"}, R"((("Selektiert" IS NULL) OR ("Selektiert" <> '' COLLATE RTRIM)))"},
         {"koben_zyklus", "Sauen", {"ID"}, Abgeleitet},
         {"koben_status", "Sauen", {"ID"}, R"((("Status" IS NULL) OR ("Status" <> '' COLLATE RTRIM)))"},
@@ -168,7 +168,7 @@ const std::vector<Helper>& helpers() {
     return result;
 }
 
-const QString keyPrefix = QStringLiteral("koben_key_");  // of an indexed text's sort keys
+constexpr QChar keyMark = u'^';  // before a field of an index: by its sort keys
 
 /// Fields whose different values fill lists of choices, by table.
 const std::vector<std::pair<const char*, std::vector<const char*>>>& choices() {
@@ -201,8 +201,8 @@ std::string helperSql(const sql::Catalog& catalog, const Helper& helper) {
     std::string fields;
     for (const char* field : helper.fields) {
         const QString name = QString::fromUtf8(field);
-        const bool key = name.startsWith(keyPrefix);
-        const int column = table->columnOf(key ? name.mid(keyPrefix.size()) : name);
+        const bool key = name.startsWith(keyMark);
+        const int column = table->columnOf(key ? name.mid(1) : name);
         if (column < 0) return {};
         const sql::ColumnInfo& info = table->columns[static_cast<size_t>(column)];
         if (key && info.keyName.empty()) return {};

@@ -71,6 +71,9 @@ void assignment(sqlite3_context* context, int count, sqlite3_value** values) {
     if (anyNull(count, values)) return;
     const Type from = sql::typeOfLetter(*view(values[0]).data());
     const Type to = sql::typeOfLetter(*view(values[2]).data());
+    const bool sureToFit = from == Type::Text && to == Type::Text && sqlite3_value_type(values[1]) == SQLITE_TEXT &&
+                           sqlite3_value_bytes(values[1]) <= sqlite3_value_int(values[3]);
+    if (sureToFit) return sqlite3_result_value(context, values[1]);
     owner(context).guard(context, [&] {
         resultValue(context, assign(argumentValue(values[1], from), to, sqlite3_value_int(values[3]), text(values[4])));
     });

@@ -238,6 +238,8 @@ std::string_view ColumnStore::entry(quint32 number) const {
 }
 
 quint32 ColumnStore::numberOf(std::string_view utf8) {
+    const quint32 last = m_numbers.empty() ? kTextNull : m_numbers.back();
+    if (last != kTextNull && entry(last) == utf8) return last;  // neighbours are often alike
     if (m_slots.size() < 2 * (m_ends.size() + 1)) rehash();
     const size_t mask = m_slots.size() - 1;
     size_t slot = std::hash<std::string_view>{}(utf8)&mask;

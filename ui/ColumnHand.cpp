@@ -10,9 +10,9 @@
 
 namespace koben::ui {
 
-namespace {
+const QString listSection = QStringLiteral("Listen");
 
-const QString section = QStringLiteral("Listen");
+namespace {
 
 /// The run of digits or of other characters that begins at `from`.
 QStringView run(QStringView text, qsizetype from) {
@@ -49,8 +49,8 @@ int compareNaturally(const QString& a, const QString& b) {
 
 ColumnHand::ColumnHand(QHeaderView& header, Grid& grid) : QObject(&header), m_header(header), m_grid(grid) {
     Platform& platform = grid.form().koben.platform;
-    m_kept = platform.userSetting(section, key("Spalten")).split(u';', Qt::SkipEmptyParts);
-    m_natural = platform.userSetting(section, key("Ordnung")) == u"Zahlen";
+    m_kept = platform.userSetting(listSection, key("Spalten")).split(u';', Qt::SkipEmptyParts);
+    m_natural = platform.userSetting(listSection, key("Ordnung")) == u"Zahlen";
     header.setSectionsMovable(true);
     header.setFirstSectionMovable(true);
     connect(&header, &QHeaderView::sectionMoved, this, [this] {
@@ -106,7 +106,7 @@ void ColumnHand::keep() {
             kept.append(now.takeFirst());
     }
     m_kept = kept + now;
-    m_grid.form().koben.platform.setUserSetting(section, key("Spalten"), m_kept.join(u';'));
+    m_grid.form().koben.platform.setUserSetting(listSection, key("Spalten"), m_kept.join(u';'));
 }
 
 void ColumnHand::setShown(int column, bool on) {
@@ -123,7 +123,7 @@ void ColumnHand::shift(int column, int by) {
 void ColumnHand::restore() {
     m_kept.clear();
     apply();
-    m_grid.form().koben.platform.setUserSetting(section, key("Spalten"), QString());
+    m_grid.form().koben.platform.setUserSetting(listSection, key("Spalten"), QString());
 }
 
 void ColumnHand::orderNaturally() {
@@ -176,7 +176,8 @@ void ColumnHand::addOrder(QMenu& menu, int column) {
     natural->setChecked(m_natural);
     connect(natural, &QAction::triggered, this, [this, column](bool on) {
         m_natural = on;
-        m_grid.form().koben.platform.setUserSetting(section, key("Ordnung"), on ? QStringLiteral("Zahlen") : QString());
+        m_grid.form().koben.platform.setUserSetting(listSection, key("Ordnung"),
+                                                    on ? QStringLiteral("Zahlen") : QString());
         if (const int by = m_grid.sortColumn() > 0 ? m_grid.sortColumn() : column + 1)
             sort(by, std::max(m_grid.sortDirection(), 1));
     });

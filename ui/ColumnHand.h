@@ -12,6 +12,9 @@ class QMenu;
 
 namespace koben::ui {
 
+/// Section of the user's settings under which lists are kept.
+extern const QString listSection;
+
 /// Below 0, 0, above 0: digits by their number (9, 10, 100), the rest by letters.
 int compareNaturally(const QString& a, const QString& b);
 

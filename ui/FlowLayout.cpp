@@ -46,7 +46,21 @@ QSize FlowLayout::minimumSize() const {
 
 void FlowLayout::setGeometry(const QRect& rect) {
     QLayout::setGeometry(rect);
-    arrange(rect, true);
+    QRect even = rect;
+    even.setWidth(evenWidth(rect.width()));
+    arrange(even, true);
+}
+
+/// The narrowest width with no more lines than this one has: its lines are of about one length, and no item is left
+/// alone in the last.
+int FlowLayout::evenWidth(int width) const {
+    const int height = arrange({0, 0, width, 0}, false);
+    int fits = width, over = minimumSize().width() - 1;
+    while (fits - over > 1) {
+        const int middle = (fits + over) / 2;
+        (arrange({0, 0, middle, 0}, false) <= height ? fits : over) = middle;
+    }
+    return fits;
 }
 
 int FlowLayout::arrange(const QRect& rect, bool place) const {

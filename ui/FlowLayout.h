@@ -23,6 +23,7 @@ public:
 private:
     /// Places the items in the rectangle (or only measures); the height they need.
     int arrange(const QRect& rect, bool place) const;
+    int evenWidth(int width) const;
     std::vector<QLayoutItem*> m_items;
 };
 

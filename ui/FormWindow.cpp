@@ -32,6 +32,7 @@
 #include "ui/Bound.h"
 #include "ui/Drop.h"
 #include "ui/EnterKey.h"
+#include "ui/GridView.h"
 #include "ui/Layout.h"
 #include "ui/Look.h"
 #include "ui/Menus.h"
@@ -39,6 +40,7 @@
 #include "ui/Names.h"
 #include "ui/QuietLine.h"
 #include "ui/Simple.h"
+#include "ui/SystemPlatform.h"
 #include "ui/WindowKeys.h"
 
 namespace koben::ui {
@@ -284,6 +286,9 @@ QRect FormWindow::naturalPlace() const {
         const auto* text = dynamic_cast<const TextBox*>(control);
         return control->visible() && (dynamic_cast<const Grid*>(control) || (text && text->multiLine));
     });
+    for (QTableView* table : findChildren<QTableView*>())
+        if (auto* list = dynamic_cast<GridView*>(table); list && list->model().visible())
+            size.setWidth(std::max(size.width(), list->wholeWidth() + 4 * bar));
     if (large) size = size.expandedTo(room.size() * (parentWidget() ? 0.7 : 0.95));
     size = size.boundedTo(room.size());
     return {room.center() - QPoint(size.width() / 2, size.height() / 2), size};
@@ -342,9 +347,18 @@ void FormWindow::keepPlace() {
     if (isVisible()) m_form.koben.platform.setUserSetting(placeSection, m_form.name(), KeptPlace::text(*this));
 }
 
-/// Without a word from the form the list has the focus, or else the first field.
+/// Without a word from the form the list has the focus, or else the first field. Of an entry a choice that must be made
+/// comes before the field that the form named, where it stands before it and is empty.
 void FormWindow::firstFocus() {
-    if (focusWidget()) return;
+    if (QWidget* const named = focusWidget()) {
+        for (QWidget* widget : m_order) {
+            if (widget == named || !isEntry(m_form)) return;
+            const auto* choice = dynamic_cast<const ComboBox*>(controlOf(widget));
+            if (choice && choice->fixed && choice->text().isEmpty() && takesEntry(*this, widget))
+                return widget->setFocus(Qt::OtherFocusReason);
+        }
+        return;
+    }
     const auto first = [this](const auto& wanted) {
         for (QWidget* widget : m_order)
             if (widget->isEnabledTo(this) && widget->isVisibleTo(this) && wanted(widget))
@@ -364,10 +378,17 @@ void FormWindow::press(Button& button) {
     m_saved = false;
     button.click();
     if (m_form.closed()) return;
+    tellPrintTrouble();
     if (m_saved || m_draft.state() != before) m_draft.settle();
     reviewButtons();
     showHead();
     if (controlOf(focusWidget()) == &button) focusWrong();
+}
+
+/// Where a form passes over a failed print in silence.
+void FormWindow::tellPrintTrouble() {
+    auto* platform = dynamic_cast<SystemPlatform*>(&m_form.koben.platform);
+    if (platform && !platform->printTrouble.isEmpty()) say(std::exchange(platform->printTrouble, {}));
 }
 
 /// Back to the first field that a rule refused.

@@ -52,6 +52,7 @@ private:
     void stackButtons();
     void orderTabs();
     void firstFocus();
+    void tellPrintTrouble();
     void focusWrong();
     void showHead();
     void follow();

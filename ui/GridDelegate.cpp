@@ -5,6 +5,7 @@
 #include <QTableView>
 
 #include "forms/Grid.h"
+#include "ui/Look.h"
 
 namespace koben::ui {
 
@@ -27,9 +28,10 @@ public:
         initStyleOption(&content, index);
         if (filled) painter->fillRect(option.rect, content.palette.color(QPalette::Active, QPalette::Highlight));
         const bool first = index.column() == edgeColumn(1), last = index.column() == edgeColumn(-1);
-        if (m_looks.multi && first) {
+        if ((m_looks.multi || m_looks.urgent) && first) {
             content.rect.setLeft(content.rect.left() + gutter(content.fontMetrics));
-            if (filled) drawTick(*painter, option.rect, content);
+            if (m_looks.multi && filled) drawTick(*painter, option.rect, content);
+            if (isUrgent(row)) drawUrgent(*painter, option.rect, content, filled);
         }
         m_view.style()->drawControl(QStyle::CE_ItemViewItem, &content, painter, &m_view);
         if (current && m_looks.multi) drawFrame(*painter, option.rect, content.palette, filled, first, last);
@@ -48,11 +50,13 @@ protected:
             for (const auto group : {QPalette::Active, QPalette::Inactive})
                 option->palette.setColor(group, QPalette::Text,
                                          option->palette.color(group, QPalette::HighlightedText));
+        if (isUrgent(index.row())) option->font.setBold(true);
         option->textElideMode = Qt::ElideRight;
     }
 
 private:
     bool isFilled(int row) const { return m_looks.multi ? m_looks.marked(row) : m_looks.current(row); }
+    bool isUrgent(int row) const { return m_looks.urgent && m_looks.urgent(row); }
     int edgeColumn(int step) const {
         const QHeaderView* header = m_view.horizontalHeader();
         for (int place = step > 0 ? 0 : header->count() - 1; place >= 0 && place < header->count(); place += step)
@@ -68,6 +72,15 @@ private:
                             Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPolyline(
             QPolygonF({at, at + QPointF(2.4 * unit, 2.6 * unit), at + QPointF(6.4 * unit, -3 * unit)}));
+        painter.restore();
+    }
+    static void drawUrgent(QPainter& painter, const QRect& cell, const QStyleOptionViewItem& option, bool filled) {
+        painter.save();
+        painter.setFont(option.font);
+        painter.setPen(filled ? option.palette.color(QPalette::Active, QPalette::HighlightedText)
+                              : alertColour(option.palette));
+        painter.drawText(QRect(cell.left(), cell.top(), gutter(option.fontMetrics), cell.height()), Qt::AlignCenter,
+                         QStringLiteral("!"));
         painter.restore();
     }
     static void drawFrame(QPainter& painter, const QRect& cell, const QPalette& palette, bool filled, bool first,
@@ -99,11 +112,12 @@ private:
 
 QStyledItemDelegate* rowDelegate(RowLooks looks, QTableView& view) { return new RowDelegate(std::move(looks), view); }
 
-QStyledItemDelegate* rowDelegate(const Grid& grid, QTableView& view) {
+QStyledItemDelegate* rowDelegate(const Grid& grid, QTableView& view, std::function<bool(int)> urgent) {
     return rowDelegate({.current = [&grid](int row) { return row + 1 == grid.row(); },
                         .marked = [&grid](int row) { return grid.marked(row + 1); },
                         .separator = [&grid](int row) { return row < grid.rowCount() && grid.isSeparator(row + 1); },
-                        .multi = grid.multi},
+                        .multi = grid.multi,
+                        .urgent = std::move(urgent)},
                        view);
 }
 

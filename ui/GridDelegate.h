@@ -15,12 +15,13 @@ namespace koben::ui {
 struct RowLooks {
     std::function<bool(int)> current, marked, separator;
     bool multi = false;
+    std::function<bool(int)> urgent = {};  ///< empty where no row of the list can be
 };
 
 /// Paints rows so that marked, current, and both are told apart without their colours: a marked row is filled and bears
-/// a tick, the current one stands in a frame. Where only one row counts, the current one is filled. Belongs to the
-/// view.
+/// a tick, the current one stands in a frame. Where only one row counts, the current one is filled. An
+/// urgent row is bold and bears a sign. Belongs to the view.
 QStyledItemDelegate* rowDelegate(RowLooks looks, QTableView& view);
-QStyledItemDelegate* rowDelegate(const Grid& grid, QTableView& view);
+QStyledItemDelegate* rowDelegate(const Grid& grid, QTableView& view, std::function<bool(int)> urgent = {});
 
 }  // namespace koben::ui

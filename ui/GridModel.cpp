@@ -24,7 +24,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         case Qt::TextAlignmentRole:
             return QVariant(alignment(m_grid.column(column)));
         case Qt::AccessibleDescriptionRole:
-            return m_grid.marked(row) ? QStringLiteral("markiert") : QVariant();
+            return m_grid.marked(row)          ? QStringLiteral("markiert")
+                   : urgent && urgent(row - 1) ? QVariant(urgentWord)
+                                               : QVariant();
         default:
             return {};
     }

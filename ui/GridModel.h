@@ -1,6 +1,7 @@
 #pragma once
 // The cells of a grid for Qt's table view, formatted when they are painted and not before.
 #include <QAbstractTableModel>
+#include <functional>
 
 #include "forms/Grid.h"
 
@@ -19,6 +20,9 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+
+    std::function<bool(int row)> urgent;  ///< rows (from 0) of which `urgentWord` is said
+    QString urgentWord;
 
     static Qt::Alignment alignment(const Column& column);
     /// What stands above a column: its caption, or its title in words.

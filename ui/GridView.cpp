@@ -9,6 +9,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "forms/Erklaerung.h"
 #include "forms/Form.h"
 #include "ui/Application.h"
 #include "ui/GridDelegate.h"
@@ -86,6 +87,19 @@ GridView::GridView(Grid& grid, const QString& emptyHint)
 
 GridView::~GridView() { model().startEdit = nullptr; }
 
+void GridView::setUrgent(std::function<bool(int row)> urgent, const QString& word) {
+    m_cells.urgent = urgent;
+    m_cells.urgentWord = word;
+    delete itemDelegate();
+    setItemDelegate(rowDelegate(model(), *this, std::move(urgent)));
+}
+
+void GridView::showUrgent() {
+    for (int row = 1; model().row() == 0 && row <= model().rowCount(); ++row)
+        if (m_cells.urgent(row - 1)) model().setRow(row);
+    m_rowMoved = true;
+}
+
 QSize GridView::sizeHint() const {
     const QFontMetrics metrics = fontMetrics();
     return {metrics.averageCharWidth() * 60, verticalHeader()->defaultSectionSize() * 12};
@@ -125,6 +139,7 @@ void GridView::flush() {
     m_scheduled = false;
     const int down = verticalScrollBar()->value(), across = horizontalScrollBar()->value();
     const bool rowsGone = m_cells.rowCount() != model().rowCount();
+    if (rowsGone && m_cells.urgent) showUrgent();
     if (m_rowsStale || m_columnsStale) {
         const bool columns = m_columnsStale || m_cells.columnCount() != model().columnCount();
         m_cells.refresh(columns && m_cells.columnCount() != model().columnCount());
@@ -141,8 +156,6 @@ void GridView::flush() {
     verticalHeader()->viewport()->update();
 }
 
-/// Looks for the widest cell of each column, in all rows as long as these are not too many. Only the longest texts are
-/// measured: measuring costs far more than counting letters.
 void GridView::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
     if (m_cells.columnCount() == model().columnCount()) fillWidth();
@@ -234,7 +247,12 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (m_cells.flags(index) & Qt::ItemIsEditable)
         QTableView::edit(index);
     else
-        guarded([this] { model().doubleClick(); });
+        guarded([&] { model().doubleClick(index.column() + 1); });
+}
+
+void GridView::explainCurrent() {
+    const int column = std::max(currentIndex().column(), 0) + 1;
+    guarded([&] { model().explainByUser(model().row(), column); });
 }
 
 void GridView::contextMenuEvent(QContextMenuEvent* event) {
@@ -243,11 +261,15 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
     if (event->reason() == QContextMenuEvent::Mouse) {
         const int row = rowAt(event->pos().y());
         if (row >= 0 && !(isMulti() && isMarked(row)) && row != currentRow()) chooseRow(row);
+        if (const QModelIndex cell = indexAt(event->pos()); cell.isValid())
+            selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
     } else {
         at = viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft());
     }
     model().rightClick();
-    popUpMenu(model().form(), *this, at);
+    std::function<void()> explain;
+    if (model().explain) explain = [this] { explainCurrent(); };
+    popUpMenu(model().form(), *this, at, explain);
 }
 
 void GridView::edit(int row, int column) {
@@ -331,6 +353,10 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     if (editKey(event) || m_search->key(*event)) return;
     bool told = false;
     switch (event->key()) {
+        case Qt::Key_F2:
+            if (!(told = model().explain != nullptr)) break;
+            explainCurrent();
+            break;
         case Qt::Key_Return:
         case Qt::Key_Enter:
             told = model().key(Key::Enter);

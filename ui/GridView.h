@@ -22,8 +22,14 @@ public:
     void flush();
     /// Titles and marked rows (or the current one) for the clipboard.
     QMimeData* copied() const;
+    /// Shows where the current cell comes from.
+    void explainCurrent();
     /// Lets the user mark no row at all, where that is a choice of its own.
     void allowNoMark() { m_keepsOne = false; }
+    /// Rows (from 0) that must be seen at a glance, and the word for it. The first of them is current when rows come.
+    void setUrgent(std::function<bool(int row)> urgent, const QString& word);
+    /// As wide as all columns beside each other.
+    int wholeWidth();
     TypeSearch& search() { return *m_search; }
     ColumnHand& columns() { return *m_columns; }
     QSize sizeHint() const override;
@@ -70,6 +76,7 @@ private:
     void sortBy(int column, int direction);
     bool headerMenuKey(const QKeyEvent& event);
     void showCurrent(bool scroll);
+    void showUrgent();
     void headerClicked(int section);
     void headerReleased();
     bool editKey(QKeyEvent* event);

@@ -1,5 +1,6 @@
 // How wide the columns and the row head of a list are.
 #include <QHeaderView>
+#include <QScrollBar>
 #include <algorithm>
 
 #include "ui/GridView.h"
@@ -14,6 +15,8 @@ constexpr int mostMeasured = 300;
 
 }  // namespace
 
+/// Looks for the widest cell of each column, in all rows as long as these are not too many. Only the longest texts are
+/// measured: measuring costs far more than counting letters.
 void GridView::measureRows() {
     const int rowCount = model().rowCount(), columns = model().columnCount();
     const qint64 cells = static_cast<qint64>(rowCount) * std::max(columns, 1);
@@ -26,7 +29,9 @@ void GridView::measureRows() {
 }
 
 int GridView::widestCell(int column, int step) const {
-    const QFontMetrics metrics = fontMetrics();
+    QFont bold = font();
+    bold.setBold(m_cells.urgent != nullptr);
+    const QFontMetrics metrics(bold);
     int widest = 0, measured = 0;
     qsizetype longest = 0;
     for (int row = 1; row <= model().rowCount(); row += step) {
@@ -44,9 +49,19 @@ int GridView::naturalWidth(int column) const {
     const QFontMetrics metrics = fontMetrics();
     // the sort arrow needs room beside the title
     const int title = metrics.horizontalAdvance(GridModel::caption(model().column(column))) + metrics.height() * 2;
-    const int tick = isMulti() && horizontalHeader()->visualIndex(column - 1) == 0 ? metrics.height() : 0;
+    const int tick =
+        (isMulti() || m_cells.urgent) && horizontalHeader()->visualIndex(column - 1) == 0 ? metrics.height() : 0;
     const int width = std::max(title, m_fitted.value(model().column(column).key) + metrics.height()) + tick;
     return std::clamp(width, metrics.averageCharWidth() * 5, metrics.averageCharWidth() * 45);
+}
+
+int GridView::wholeWidth() {
+    flush();
+    int width = verticalScrollBar()->sizeHint().width() + 2 * frameWidth() +
+                (verticalHeader()->isVisibleTo(this) ? verticalHeader()->width() : 0);
+    for (int c = 1; c <= model().columnCount(); ++c)
+        if (!isColumnHidden(c - 1)) width += model().column(c).width > 0 ? model().column(c).width : naturalWidth(c);
+    return width;
 }
 
 /// Widths are fitted to the rows once, and again only where rows came; sorting never changes them.

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "forms/Form.h"
+#include "forms/Koben.h"
 #include "ui/Application.h"
 #include "ui/ColumnHand.h"
 #include "ui/GridDelegate.h"
@@ -108,6 +110,9 @@ ListTable::ListTable(ListBox& list, Label& titles, const QString& searched)
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setStretchLastSection(true);
     horizontalHeader()->setSectionsMovable(true);
+    horizontalHeader()->setFirstSectionMovable(true);
+    restoreOrder();
+    connect(horizontalHeader(), &QHeaderView::sectionMoved, this, [this] { keepOrder(); });
     horizontalHeader()->setAccessibleName(QStringLiteral("Spaltenköpfe"));
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
@@ -141,6 +146,26 @@ void ListTable::fitColumns() {
         const int width = widest + fontMetrics().height() * (c == 0 ? 2 : 1);
         if (width > columnWidth(c)) setColumnWidth(c, width);
     }
+}
+
+QString ListTable::keptUnder() const {
+    return QStringLiteral("%1.%2.Spalten").arg(model().form().name(), model().address());
+}
+
+/// By the titles, as the user has left them; a title that she has never moved keeps its place beside the others.
+void ListTable::restoreOrder() {
+    const QString kept = model().form().koben.platform.userSetting(listSection, keptUnder());
+    int place = 0;
+    for (const QString& title : kept.split(u';', Qt::SkipEmptyParts))
+        if (const int column = m_cells.columnOf(title); column >= 0)
+            horizontalHeader()->moveSection(horizontalHeader()->visualIndex(column), place++);
+}
+
+void ListTable::keepOrder() {
+    QStringList titles;
+    for (int place = 0; place < horizontalHeader()->count(); ++place)
+        titles.append(m_cells.headerData(horizontalHeader()->logicalIndex(place), Qt::Horizontal).toString());
+    model().form().koben.platform.setUserSetting(listSection, keptUnder(), titles.join(u';'));
 }
 
 void ListTable::refresh(Aspect aspect) {

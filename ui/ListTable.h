@@ -74,6 +74,9 @@ protected:
 
 private:
     void fitColumns();
+    QString keptUnder() const;
+    void restoreOrder();
+    void keepOrder();
     PaddedModel m_cells;
     QString m_searched;
     TypeSearch* m_search = nullptr;

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QEvent>
+#include <QLayout>
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolBar>
@@ -147,15 +148,23 @@ protected:
     void changeEvent(QEvent* event) override {
         QToolBar::changeEvent(event);
         if (event->type() == QEvent::PaletteChange) drawIcons();
+        if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) m_whole = 0;
     }
     /// Where the captions have no room the icons stand alone: no button goes out of sight.
     void resizeEvent(QResizeEvent* event) override {
-        if (m_whole == 0) m_whole = sizeHint().width();
+        if (m_whole == 0) m_whole = widthWithCaptions();
         setToolButtonStyle(width() < m_whole ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon);
         QToolBar::resizeEvent(event);
     }
 
 private:
+    /// Asked of the buttons themselves once they have their fonts.
+    int widthWithCaptions() {
+        setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+        for (QWidget* button : findChildren<QWidget*>()) button->ensurePolished();
+        layout()->invalidate();
+        return layout()->sizeHint().width();
+    }
     int m_whole = 0;  ///< width with captions
     void drawIcons() {
         for (QAction* action : actions())
@@ -179,7 +188,7 @@ Control* controlOfAction(const QObject* action) {
     return bound ? &bound->control() : nullptr;
 }
 
-void popUpMenu(Form& form, QWidget& widget, const QPoint& at) {
+void popUpMenu(Form& form, QWidget& widget, const QPoint& at, const std::function<void()>& explain) {
     auto* menu = new QMenu(&widget);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     for (Control* control : form.controls())
@@ -189,6 +198,10 @@ void popUpMenu(Form& form, QWidget& widget, const QPoint& at) {
             menu->addAction(action);
         }
     assignLetters(*menu);
+    if (explain) {
+        menu->addSeparator();
+        QObject::connect(menu->addAction(QStringLiteral("&Zahl herleiten\tF2")), &QAction::triggered, menu, explain);
+    }
     if (menu->isEmpty())
         delete menu;
     else

@@ -1,5 +1,6 @@
 #pragma once
 // Menus of a form: the bar with its sub-menus, and the menu of the right mouse button.
+#include <functional>
 #include <vector>
 
 #include "forms/Controls.h"
@@ -20,7 +21,7 @@ QToolBar* toolBarOf(const std::vector<Button*>& buttons);
 /// The control behind a menu's or tool bar's action; nothing for other objects.
 Control* controlOfAction(const QObject* action);
 
-/// Opens the form's context menu (its entries `popzeile`) where it has one.
-void popUpMenu(Form& form, QWidget& widget, const QPoint& at);
+/// Opens the form's context menu (its entries `popzeile`) where it has one, below it what explains a list's cell.
+void popUpMenu(Form& form, QWidget& widget, const QPoint& at, const std::function<void()>& explain = {});
 
 }  // namespace koben::ui

@@ -6,13 +6,16 @@
 #include <QPrinterInfo>
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
+
+#include "store/Files.h"
 
 namespace koben::ui {
 
 namespace {
 
 constexpr double millimetresPerInch = 25.4;
+constexpr double pointsPerInch = 72;
+constexpr double dots = layoutDots / millimetresPerInch;
 constexpr int tabStop = 8;          // characters
 constexpr double marginText = 4.5;  // millimetres between the margins' texts and what they stand beside
 const Typeface marginFace{.name = QStringLiteral("Liberation Sans"), .points = 8};
@@ -37,10 +40,12 @@ const Faces::Face& Faces::of(const Typeface& typeface) {
     auto& face = m_faces[key];
     if (!face) {
         QFont font(typeface.name.isEmpty() ? QStringLiteral("Courier New") : typeface.name);
-        font.setPointSizeF(typeface.points > 0 ? std::clamp(typeface.points, 1.0, 200.0) : 10);
+        const double points = typeface.points > 0 ? std::clamp(typeface.points, 1.0, 200.0) : 10;
+        font.setPixelSize(qRound(points * layoutDots / pointsPerInch));
+        font.setHintingPreference(QFont::PreferNoHinting);
         font.setBold(typeface.bold);
         font.setItalic(typeface.italic);
-        face = std::make_shared<Face>(Face{font, QFontMetricsF(font, &m_device)});
+        face = std::make_shared<Face>(Face{font, QFontMetricsF(font)});
     }
     return *face;
 }
@@ -48,8 +53,8 @@ const Faces::Face& Faces::of(const Typeface& typeface) {
 // ------------------------------------------------------------------------------------------------------------- layout
 
 Sheets::Sheets(const Drawing& drawing, QPrinter& printer, const PrintJob::Go& go)
-    : m_drawing(drawing), m_printer(printer), m_faces(printer), m_dots(printer.resolution() / millimetresPerInch) {
-    const QRectF paper = printer.pageRect(QPrinter::DevicePixel);
+    : m_drawing(drawing), m_printer(printer) {
+    const QSizeF paper = printer.pageRect(QPrinter::Millimeter).size() * dots;
     m_width = paper.width();
     m_height = paper.height();
     widenForCards();
@@ -63,8 +68,8 @@ Sheets::Sheets(const Drawing& drawing, QPrinter& printer, const PrintJob::Go& go
 void Sheets::widenForCards() {
     const double wanted = m_drawing.sheet.cardColumns * m_faces.of({}).metrics.horizontalAdvance(u'0');
     if (wanted <= m_width) return;
-    const QRectF sheet = m_printer.paperRect(QPrinter::DevicePixel), within = m_printer.pageRect(QPrinter::DevicePixel);
-    m_left = sheet.left() + (sheet.width() - wanted) / 2 - within.left();
+    const QRectF sheet = m_printer.paperRect(QPrinter::Millimeter), within = m_printer.pageRect(QPrinter::Millimeter);
+    m_left = (sheet.width() * dots - wanted) / 2 + (sheet.left() - within.left()) * dots;
     m_width = wanted;
 }
 
@@ -130,13 +135,21 @@ bool Sheets::paint(QPainter& painter, const PrintJob::Go& go) {
     for (int sheet = 0; sheet < count(); ++sheet) {
         if (go && !go(sheet * 100 / count())) return false;
         if (sheet > 0) m_printer.newPage();
-        paintMargins(painter, sheet + 1);
-        const OneSheet& one = m_sheets[static_cast<size_t>(sheet)];
-        if (one.placed)
-            for (const DrawItem& item : one.placed->items) paintItem(painter, item);
-        paintLines(painter, one);
+        paintSheet(painter, sheet);
     }
     return true;
+}
+
+void Sheets::paintSheet(QPainter& painter, int sheet) {
+    const double enlarged = m_printer.resolution() / layoutDots;
+    painter.save();
+    painter.scale(enlarged, enlarged);
+    paintMargins(painter, sheet + 1);
+    const OneSheet& one = m_sheets[static_cast<size_t>(sheet)];
+    if (one.placed)
+        for (const DrawItem& item : one.placed->items) paintItem(painter, item);
+    paintLines(painter, one);
+    painter.restore();
 }
 
 void Sheets::paintLines(QPainter& painter, const OneSheet& sheet) {
@@ -156,27 +169,27 @@ void Sheets::paintMargins(QPainter& painter, int number) {
     if (title.isEmpty()) return;
     const Faces::Face& face = m_faces.of(marginFace);
     painter.setFont(face.font);
-    const double above = -marginText * m_dots + face.metrics.ascent() / 2;
+    const double above = -marginText * dots + face.metrics.ascent() / 2;
     const double day = face.metrics.horizontalAdvance(date);
-    painter.drawText(QPointF(0, above), face.metrics.elidedText(title, Qt::ElideRight, m_width - day - 5 * m_dots));
+    painter.drawText(QPointF(0, above), face.metrics.elidedText(title, Qt::ElideRight, m_width - day - 5 * dots));
     painter.drawText(QPointF(m_width - day, above), date);
     const QString page = QStringLiteral("Seite %1 von %2").arg(number).arg(count());
     painter.drawText(QPointF((m_width - face.metrics.horizontalAdvance(page)) / 2,
-                             m_height + marginText * m_dots + face.metrics.ascent() / 2),
+                             m_height + marginText * dots + face.metrics.ascent() / 2),
                      page);
 }
 
 QRectF Sheets::pixels(const QRectF& millimetres) const {
-    return {millimetres.topLeft() * m_dots, millimetres.size() * m_dots};
+    return {millimetres.topLeft() * dots, millimetres.size() * dots};
 }
 
 void Sheets::paintItem(QPainter& painter, const DrawItem& item) {
     const auto pen = [&](double width) {
-        return width > 0 ? QPen(Qt::black, width * m_dots, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin) : QPen(Qt::NoPen);
+        return width > 0 ? QPen(Qt::black, width * dots, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin) : QPen(Qt::NoPen);
     };
     if (const auto* line = std::get_if<StraightLine>(&item)) {
         painter.setPen(pen(line->width));
-        painter.drawLine(line->from * m_dots, line->to * m_dots);
+        painter.drawLine(line->from * dots, line->to * dots);
     } else if (const auto* drawn = std::get_if<Rectangle>(&item)) {
         painter.setPen(pen(drawn->width));
         painter.setBrush(drawn->shade < 0 ? QBrush() : QColor(drawn->shade, drawn->shade, drawn->shade));
@@ -239,15 +252,12 @@ private:
         if (m_path.isEmpty()) return whole;
         const QString written = m_printer->outputFileName();
         m_printer.reset();
-        if (whole) {
-            std::error_code failed;
-            std::filesystem::rename(written.toStdString(), m_path.toStdString(), failed);
-            if (!failed) {
-                if (m_finished) m_finished(m_path);
-                return true;
-            }
+        if (whole && replaceFile(written, m_path).isEmpty()) {
+            if (m_finished) m_finished(m_path);
+            return true;
         }
         QFile::remove(written);
+        if (m_finished) m_finished({});
         return false;
     }
 

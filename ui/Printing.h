@@ -1,5 +1,6 @@
 #pragma once
-// Paper, PDF and preview: a drawing laid out by the measures of what it goes to.
+// Paper, PDF and preview: a drawing laid out once by measures of its own and enlarged to what it goes to, so that all
+// of them have the same lines on the same pages.
 #include <QFont>
 #include <QFontMetricsF>
 #include <QHash>
@@ -12,10 +13,13 @@
 
 namespace koben::ui {
 
-/// The faces of a drawing with their measures on one device.
+/// Dots to an inch in which drawings are measured, whatever the device has: no rounding of a printer's own moves a
+/// line.
+constexpr double layoutDots = 1200;
+
+/// The faces of a drawing with their measures in layout dots.
 class Faces {
 public:
-    explicit Faces(QPaintDevice& device) : m_device(device) {}
     struct Face {
         QFont font;
         QFontMetricsF metrics;
@@ -23,11 +27,10 @@ public:
     const Face& of(const Typeface& typeface);
 
 private:
-    QPaintDevice& m_device;
     QHash<QString, std::shared_ptr<Face>> m_faces;
 };
 
-/// A drawing on the sheets of a printer. All measures are the printer's, so paper, PDF and preview break alike.
+/// A drawing on the sheets of a printer, of which only the paper counts for the breaks.
 class Sheets {
 public:
     /// Keeps a reference to both. Where `go` gives up, the layout stops short and paint() must not follow.
@@ -62,6 +65,7 @@ private:
     void add(const TextLine& line, bool repeatHead);
     void add(Line& line, const Faces::Face& face, QString rest, bool repeatHead);
     void flush(Line& line, bool repeatHead);
+    void paintSheet(QPainter& painter, int sheet);
     void paintLines(QPainter& painter, const OneSheet& sheet);
     void paintMargins(QPainter& painter, int number);
     void paintItem(QPainter& painter, const DrawItem& item);
@@ -71,8 +75,8 @@ private:
     QPrinter& m_printer;
     Faces m_faces;
     std::vector<OneSheet> m_sheets;
-    double m_width, m_height, m_dots;  ///< pixels; dots a millimetre
-    double m_left = 0;                 ///< of the lines, from the left margin
+    double m_width, m_height;  ///< layout dots
+    double m_left = 0;         ///< of the lines, from the left margin
     double m_y = 0;
     bool m_whole = true;
 };
@@ -80,7 +84,8 @@ private:
 /// A job on a printer of the system; nothing where it cannot begin. Given up while its sheets are painted, it may print
 /// those that are.
 std::unique_ptr<PrintJob> beginPrint(const QString& printer, bool landscape);
-/// A job into a PDF file, which is there whole or, without end(), not at all. `finished` gets the finished file.
+/// A job into a PDF file, which is there whole or, without end(), not at all. `finished` gets the finished file, ""
+/// where it could not be written.
 std::unique_ptr<PrintJob> beginPdf(const QString& path, bool landscape, std::function<void(const QString&)> finished);
 
 /// Page and margins of all documents.

@@ -58,11 +58,28 @@ QStringList SystemPlatform::fonts() {
 std::unique_ptr<PrintJob> SystemPlatform::print(const QString& printer, bool landscape) {
     QString name = printer.isEmpty() ? QPrinterInfo::defaultPrinterName() : printer;
     if (name.isEmpty()) name = pdfPrinter;
-    if (name != pdfPrinter) return beginPrint(name, landscape);
+    if (name != pdfPrinter) {
+        auto job = beginPrint(name, landscape);
+        if (!job)
+            printTrouble = QStringLiteral(
+                               "Nicht gedruckt: Der Drucker „%1“ ist nicht bereit. Bitte prüfen Sie, ob er "
+                               "eingeschaltet ist, oder wählen Sie einen anderen.")
+                               .arg(name);
+        return job;
+    }
     QString path = m_choosePdf(pdfPreset(dataFolder()));
     if (path.isEmpty()) return nullptr;
     if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".pdf");
-    return beginPdf(path, landscape, [this](const QString& file) { open(file); });
+    const auto failed = [this, path] {
+        printTrouble = QStringLiteral(
+                           "Die PDF-Datei %1 konnte nicht geschrieben werden. Bitte prüfen Sie, ob im Ordner "
+                           "genügend Platz und das Schreiben erlaubt ist.")
+                           .arg(QDir::toNativeSeparators(path));
+    };
+    auto job = beginPdf(path, landscape,
+                        [this, failed](const QString& file) { file.isEmpty() ? failed() : void(open(file)); });
+    if (!job) failed();
+    return job;
 }
 
 bool SystemPlatform::open(const QString& fileOrAddress) {

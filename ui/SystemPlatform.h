@@ -32,7 +32,8 @@ public:
     QString dataFolder() override;
     bool lockDataFolder(const QString& folder) override;
 
-    QString refused;  ///< the file or address that the system would not open last; "" where it did
+    QString printTrouble;  ///< why the last print did not come, in the user's words; "" once it was told
+    QString refused;       ///< the file or address that the system would not open last; "" where it did
 
 private:
     std::function<QString(const QString&)> m_choosePdf;

@@ -9,6 +9,7 @@
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QPrintPreviewDialog>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -80,8 +81,9 @@ OrdinaryCursor::~OrdinaryCursor() {
 WindowScreens::WindowScreens() { m_lastBreath.start(); }
 WindowScreens::~WindowScreens() = default;
 
-/// The window that dialogs stand before: a form that is still loading has none yet.
+/// The window that dialogs stand before: a preview, or the front form; a form that is still loading has none yet.
 QWidget* WindowScreens::inSight() const {
+    if (auto* dialog = qobject_cast<QPrintPreviewDialog*>(QApplication::activeModalWidget())) return dialog;
     for (auto window = m_windows.rbegin(); window != m_windows.rend(); ++window)
         if ((*window)->isVisible()) return window->get();
     return nullptr;

@@ -9,6 +9,8 @@ struct Named {
     Type type;
     const char* name;
 };
+const QString keyPrefix = QStringLiteral("koben_key_");
+
 constexpr std::array kTypeNames = {Named{Type::Bool, "BIT"},      Named{Type::Short, "SHORT"},
                                    Named{Type::Long, "LONG"},     Named{Type::Single, "SINGLE"},
                                    Named{Type::Double, "DOUBLE"}, Named{Type::Currency, "CURRENCY"},
@@ -17,6 +19,12 @@ constexpr std::array kTypeNames = {Named{Type::Bool, "BIT"},      Named{Type::Sh
 }  // namespace
 
 bool sameName(QStringView a, QStringView b) { return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0; }
+
+QString keyColumn(const QString& field) { return keyPrefix + field; }
+
+QString fieldOfKey(const QString& column) {
+    return column.startsWith(keyPrefix) ? column.mid(keyPrefix.size()) : QString();
+}
 
 QString leapIndex(const QString& table, const QString& field) {
     return QStringLiteral("koben_werte_%1_%2").arg(table, field);

@@ -46,6 +46,10 @@ struct Catalog {
 
 /// Case never counts in names, umlauts included.
 bool sameName(QStringView a, QStringView b);
+/// The hidden column that holds the sort keys of a text field, and back: the field's name, or "" where `column` is
+/// none.
+QString keyColumn(const QString& field);
+QString fieldOfKey(const QString& column);
 /// The index for the different values of a field, and what it holds: an expression, so that SQLite uses the index for
 /// nothing else. A scan along it would show groups in another spelling than that of their first row.
 QString leapIndex(const QString& table, const QString& field);

@@ -2,6 +2,7 @@
 #include "bookings/PE_Bewegungsdaten_Behandlung.h"
 
 #include <numeric>
+#include <random>
 
 #include "tests/bookings/Buchungshof.h"
 
@@ -83,6 +84,74 @@ TEST_F(BehandlungTest, dosisUndKostenWartetageUndDatumImGleichschritt) {
     });
 }
 
+/// The rules once more, in whole cents and days, against random work on the screen.
+struct Modell {
+    struct Mittel {
+        const char* name;
+        int dose, cost, days;
+    };
+    QDate date{2026, 7, 15}, until;
+    int days = 0, dose = 0, cost = 0;
+    void setDays(int n) {
+        days = n;
+        until = n == 0 ? QDate() : (date.isValid() ? date : QDate(2026, 7, 15)).addDays(n);
+    }
+    void setDate(QDate d) { date = d, setDays(days); }
+    void setUntil(QDate d) {
+        until = d;
+        if (!date.isValid() || !d.isValid()) return;
+        days = static_cast<int>(std::max(date.daysTo(d), qint64(0)));
+        if (days == 0) until = QDate();
+    }
+    void setDose(int cents) {
+        if (dose != 0 && cents != dose) cost = static_cast<int>((2LL * cost * cents + dose) / (2LL * dose));
+        dose = cents;
+    }
+    void choose(const Mittel& m) {
+        dose = m.dose;
+        cost = m.dose == 0 ? 0 : m.cost;
+        setDays(m.days);
+    }
+    static QString amount(int cents) {
+        return QStringLiteral("%1,%2").arg(cents / 100).arg(cents % 100, 2, 10, QLatin1Char('0'));
+    }
+    QString text() const {
+        return QStringList{Datum_als_Anzeige(date), QString::number(days), Datum_als_Anzeige(until), amount(dose),
+                           amount(cost)}
+            .join(u'|');
+    }
+};
+
+TEST_F(BehandlungTest, zufälligeArbeitGegenDasModell) {
+    const Modell::Mittel medicines[] = {{"A", 200, 500, 7}, {"B", 50, 1234, 0}, {"C", 0, 900, 28}, {"D", 1000, 1, 999}};
+    for (const auto& m : medicines) medikament(m.name, m.dose / 100.0, "ml", m.days, m.cost / 100.0, m.name);
+    std::mt19937 random(20260715);
+    const auto pick = [&](int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); };
+    neu({1}, [&](Treatment& form) {
+        Modell model;
+        for (int i = 0; i < 3000; ++i) {
+            const QDate day = pick(6) == 0 ? QDate() : QDate(2026, 1, 20).addDays(pick(90));
+            const QString typed = day.isValid() ? day.toString("dMMyy").rightJustified(6, u'0') : "99.99.";
+            const int n = pick(4) == 0 ? 0 : pick(120), m = pick(4), what = pick(6);
+            const QString fields[] = {"tdat(0)=" + typed,
+                                      "tdat(1)=" + typed,
+                                      "tz(1)=" + QString::number(n),
+                                      "tz(0)=" + Modell::amount(n),
+                                      QStringLiteral("kom(0)=; kom(0)=") + medicines[m].name,
+                                      QStringLiteral("kom(6)=; kom(6)=") + medicines[m].name};
+            play(form, fields[what]);
+            if (what == 0) model.setDate(day);
+            if (what == 1) model.setUntil(day);
+            if (what == 2) model.setDays(n);
+            if (what == 3) model.setDose(n);
+            if (what > 3) model.choose(medicines[m]);
+            if (model.cost > 100000) typeInto(form.tz[Kosten], "5"), model.cost = 500;
+            ASSERT_EQ(textsOf(form, "tdat(0) tz(1) tdat(1) tz(0) tz(2)"), model.text())
+                << "step " << i << ": " << fields[what].toStdString();
+        }
+    });
+}
+
 TEST_F(BehandlungTest, verletzteRegelnSchreibenNichts) {
     const QString date = "...das Datum muß eingegeben werden!";
     const QString kind = "...die Behandlungsart eingetragen werden muß!";
@@ -124,7 +193,6 @@ TEST_F(BehandlungTest, zweihundertTiereMitNeuemMedikamentSindEineBuchung) {
     std::iota(all.begin(), all.end(), 1);
     neu(all, [&](Treatment& form) {
         play(form, Alles);
-        texts();
         texts();
         screens.answers = {true, true};
         form.ok[0].click();

@@ -118,5 +118,49 @@ TEST_F(FerkelbuchungTest, beiMehrerenSauenWirdNichtGeprüft) {
     EXPECT_EQ(show("select Muttersau, Einnahmen, Kennung from Ferkelverkauf"), "11 30 1 | 12 30 2");
 }
 
+/// What changes one by one comes to its place in the list, as if all were read.
+TEST_F(FerkelbuchungTest, dieListeWieNeuGelesen) {
+    const auto cells = [](const Grid& grid) {
+        QStringList rows;
+        for (int row = 1; row <= grid.rowCount(); ++row)
+            rows += grid.cell(row, u"ID") + u' ' + grid.cell(row, u"Datum") + u' ' + grid.cell(row, u"Grund");
+        return rows;
+    };
+    for (int i = 1; i <= 6; ++i) sql("insert into Verluste (Datum, Grund) values (#07/0%1/2026#, 'g')", i * 5 % 7);
+    aufListe(Verlustliste, [&](Ferkelliste& form) {
+        const auto step = [&](const char* what, const std::function<void()>& action) {
+            action();
+            Zwischenliste other(koben);
+            Grid whole(other, "li");
+            whole.bind(db.table("select * from Verluste order by Datum"));
+            EXPECT_EQ(cells(form.li), cells(whole)) << what;
+            EXPECT_EQ(form.li.row(), form.li.rowCount()) << what;
+        };
+        const auto enter = [&](int row, const char* fields) {
+            return [&, row, fields] {
+                if (row > 0) form.li.choose(row);
+                screens.workIn<Hofverlust>([&](Hofverlust& entry) { play(entry, fields); });
+                (row > 0 ? form.ändern : form.neu).click();
+            };
+        };
+        step("a new one on a day that is there", enter(0, "tdat=0307; tz(0)=2; ok(0)"));
+        step("a new one before all", enter(0, "tdat=0106; tz(0)=2; ok(0)"));
+        step("another day", enter(2, "tdat=0407; tz(0)=2; ok(0)"));
+        step("called off", enter(3, "tdat=0907; abbrechen"));
+        step("changed elsewhere", [&] {
+            sql("update Verluste set Grund = 'x', Datum = Null where ID = 4");
+            enter(0, "abbrechen")();
+        });
+        step("very many", [&] {
+            for (int i = 0; i < 7; ++i) sql("insert into Verluste (Datum, Grund) select Datum, Grund from Verluste");
+            enter(0, "abbrechen")();
+        });
+        step("in another order", [&] {
+            form.li.sortByUser(form.li.columnOf(u"ID"), 2);
+            enter(0, "tdat=0207; tz(0)=2; ok(0)")();
+        });
+    });
+}
+
 }  // namespace
 }  // namespace koben

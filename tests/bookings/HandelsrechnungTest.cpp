@@ -1,4 +1,6 @@
 // Counts, prices, money and weights of the trade, kept in step as the fields are left.
+#include <random>
+
 #include "tests/bookings/Ferkelhof.h"
 
 namespace koben {
@@ -16,7 +18,7 @@ QString figures(E& form) {
 using Steps = std::pair<const char*, const char*>;  ///< "1=30 2=290", typed into fields in this order; the figures
 
 template <class E>
-void check(E& form, const Steps& c) {
+void pruefe(E& form, const Steps& c) {
     for (const QString& step : QString(c.first).split(u' '))
         typeInto(form.tz[step.section(u'=', 0, 0).toInt()], step.section(u'=', 1));
     EXPECT_EQ(figures(form), c.second) << c.first;
@@ -33,15 +35,66 @@ TEST_F(HandelsrechnungTest, ränderDerEingabe) {
                            {"0=3 1=1234567,89", "3 1234567,89 3703703,67 0,00 0,00"},
                            {"0=4 4=abc1.5", "4 0,00 0,00 0,38 1,50"},
                            {"1=1,2,3", "1 1,2,3 0,00 0,00 0,00"}})
-        neu<Sauverkauf>(Ferkelverkauf, {1}, [&](Sauverkauf& form) { check(form, c); });
+        neu<Sauverkauf>(Ferkelverkauf, {1}, [&](Sauverkauf& form) { pruefe(form, c); });
     for (const Steps& c : {Steps{"0=5 2=30 1=3", "0 3 30,00 90,00 0,00 0,00 0,00"},  // a sale ends the purchase
                            {"1=10 3=290 4=50", "0 10 29,00 290,00 50,00 0,00 0,00"},
                            {"0=10 3=100", "10 0 0,00 100,00 0,00 0,00 0,00"},  // no price from the other side's money
                            {"5=7 6=50", "0 0 0,00 0,00 0,00 7,00 50,00"},      // without a count nothing is divided
-                           {"1=4 6=50", "0 4 0,00 0,00 0,00 12,50 50,00"},
-                           {"0=4 5=2,5 4=90", "4 0 22,50 0,00 90,00 2,50 10,00"},
                            {"1=5 2=3 1=", "0  3,00 0,00 0,00 0,00 0,00"}})
-        hof<Hofhandel>([&](Hofhandel& form) { check(form, c); });
+        hof<Hofhandel>([&](Hofhandel& form) { pruefe(form, c); });
+}
+
+/// The arithmetic of the trade once more, in cents, without regard to speed or size.
+using Cents = std::vector<qint64>;  // counts stand there as they are
+qint64 geteilt(qint64 cents, qint64 count) { return (cents * 2 + count) / (count * 2); }
+
+void naivVerkauf(Cents& tz, int i) {
+    const qint64 count = tz[0];
+    if (i == 4) tz[3] = geteilt(tz[4], count);
+    if (i == 3) tz[4] = tz[3] * count;
+    if (i == 2 && tz[2] != 0) tz[1] = geteilt(tz[2], count);
+    if (i < 2) tz[2] = tz[1] * tz[0], tz[4] = tz[3] * count;
+    if (i == 0 && tz[0] < 1) tz[0] = 1;
+}
+
+void naivHandel(Cents& tz, int i) {
+    if (i == 0 && tz[0] != 0) tz[1] = 0;
+    if (i == 1 && tz[1] != 0) tz[0] = 0;
+    const qint64 count = tz[0] != 0 ? tz[0] : tz[1];
+    if (i == 6 && count != 0) tz[5] = geteilt(tz[6], count);
+    if (i == 5) tz[6] = tz[5] * count;
+    if (i == 4 && tz[4] != 0 && tz[0] != 0) tz[2] = geteilt(tz[4], tz[0]);
+    if (i == 3 && tz[3] != 0 && tz[1] != 0) tz[2] = geteilt(tz[3], tz[1]);
+    if (i < 3) tz[3] = tz[2] * tz[1], tz[4] = tz[2] * tz[0], tz[6] = tz[5] * count;
+}
+
+template <class E>
+void zufall(E& form, int counts, void (*naive)(Cents&, int), unsigned seed) {
+    std::mt19937 random(seed);
+    const auto to = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    const auto text = [&](int field, qint64 v) {
+        if (field < counts) return QString::number(v);
+        return QStringLiteral("%1,%2").arg(v / 100).arg(v % 100, 2, 10, QChar(u'0'));
+    };
+    Cents expected(static_cast<size_t>(form.tz.count()), 0);
+    if (counts == 1) expected[0] = 1;
+    for (int step = 0; step < 400; ++step) {
+        const int i = to(form.tz.count());
+        const qint64 value = to(4) == 0 ? 0 : to(i < counts ? 60 : 100000);
+        expected[static_cast<size_t>(i)] = value;
+        typeInto(form.tz[i], text(i, value));
+        naive(expected, i);
+        QStringList texts;
+        for (int k = 0; k < form.tz.count(); ++k) texts += text(k, expected[static_cast<size_t>(k)]);
+        ASSERT_EQ(figures(form), texts.join(u' ')) << seed << " step " << step << " field " << i;
+    }
+}
+
+TEST_F(HandelsrechnungTest, zufallsfolgenGegenDasNaiveModell) {
+    for (unsigned seed = 1; seed <= 5; ++seed) {
+        neu<Sauverkauf>(Ferkelverkauf, {1}, [&](Sauverkauf& form) { zufall(form, 1, naivVerkauf, seed); });
+        hof<Hofhandel>([&](Hofhandel& form) { zufall(form, 2, naivHandel, seed); });
+    }
 }
 
 TEST_F(HandelsrechnungTest, pfeileRechnenMit) {

@@ -45,6 +45,22 @@ TEST_F(RahmenTest, zeigtDieBuchungenDesTiers) {
     });
 }
 
+TEST_F(RahmenTest, schliesstAufWunschOhneDieWerte) {
+    tier("12");
+    ferkel("Absetzung", 1, "06/30/2026", 9);
+    rahmen(Absetzung, {1}, [&](PE_Bewegungsdaten& frame) {
+        screens.answers = {false, true};
+        Workspace::setFaultHook([](const QString&) { throw DatabaseError(DatabaseError::Kind::Io, "voll"); });
+        frame.cmdschließen.click();
+        EXPECT_FALSE(frame.closed());
+        frame.cmdschließen.click();
+        Workspace::setFaultHook({});
+        EXPECT_TRUE(frame.closed());
+    });
+    const QString told = "! Die Aktion*", asked = "? Die Buchungen sind gespeichert*";
+    EXPECT_TRUE(says({told, asked + "nein", told, asked + "ja"}));
+}
+
 const QString Mehrere = "! Sie haben für Sammelbuchungen mehrere Schweine markiert.*Tiere einer Art*";
 const QString KeineSau = "! Sie haben zur Zeit kein Schwein der Art 'Sau' ausgewählt.*";
 const QString NurEine = "! Bei Verschiebungen darf nur ein Schwein markiert sein!";

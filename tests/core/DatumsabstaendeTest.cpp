@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/Einstellungen.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 #include "tests/core/Texte.h"

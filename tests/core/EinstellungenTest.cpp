@@ -142,11 +142,11 @@ TEST(VariablenTest, ReadAndSetByName) {
                         "Unbekannt|x"}) {
         Variablen v;
         const bool taken = c.cells.size() == 3;
-        EXPECT_EQ(v.setzen(c[0], c[1]), taken) << c[0].toStdString();
-        EXPECT_TRUE(!taken || v.lesen(c[0]) == c[2]) << c[0].toStdString();
+        EXPECT_EQ(v.set(c[0], c[1]), taken) << c[0].toStdString();
+        EXPECT_TRUE(!taken || v.read(c[0]) == c[2]) << c[0].toStdString();
     }
-    EXPECT_EQ(Variablen().lesen(QStringLiteral("crlf")), "\r\n");
-    EXPECT_EQ(Variablen().lesen(QStringLiteral("Hauptdatenbank")), std::nullopt);
+    EXPECT_EQ(Variablen().read(QStringLiteral("crlf")), QStringLiteral("\r\n"));
+    EXPECT_EQ(Variablen().read(QStringLiteral("Hauptdatenbank")), std::nullopt);
 }
 
 }  // namespace

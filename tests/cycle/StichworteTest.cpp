@@ -119,5 +119,18 @@ TEST_F(Stichworte, DeletesOnConfirmationAndTellsWithoutARow) {
     EXPECT_EQ(stored("Gruppe"), (QStringList{"Läufer", "Zuchteber", "Zuchtsau"}));
 }
 
+TEST_F(Stichworte, FailingWriteLeavesTheTableAsItWasAndWhatWasTyped) {
+    in([&](PV_Stichworte& form) {
+        Workspace::setFaultHook([](const QString& sql) { throw DatabaseError(DatabaseError::Kind::Io, sql); });
+        EXPECT_TRUE(form.li.editByUser(1, 1, "Neu"));
+        Workspace::setFaultHook({});
+        EXPECT_TRUE(says({"! *Es wurde nichts davon gespeichert.*"}));
+        EXPECT_EQ(form.li.cell(1, 1), "Neu");
+        EXPECT_EQ(stored("Gruppe"), (QStringList{"Läufer", "Mastschwein", "Zuchteber", "Zuchtsau"}));
+        form.li.editByUser(1, 1, "Neu");  // the disk has room again
+        EXPECT_EQ(stored("Gruppe"), (QStringList{"Mastschwein", "Neu", "Zuchteber", "Zuchtsau"}));
+    });
+}
+
 }  // namespace
 }  // namespace koben

@@ -2,14 +2,14 @@
 #include <set>
 
 #include "tests/exchange/Importlauf.h"
-#include "tools/herdengenerator/Ausgabe.h"
+#include "tools/herdengenerator/Output.h"
 
 namespace koben {
 namespace {
 
 QByteArray csv(const Vorgaben& vorgaben) {
     const TestRun run;
-    EXPECT_TRUE(Herde_als_CSV(Herde_erzeugen(vorgaben), run.path("herde.csv")));
+    EXPECT_TRUE(writeCsv(makeHerde(vorgaben), run.path("herde.csv")));
     return run.bytes("herde.csv");
 }
 
@@ -21,7 +21,7 @@ TEST(Herdengenerator, beispielIstVonHeuteUndVonHier) {
 
 /// What a farmer would check first.
 TEST(Herdengenerator, herdeIstGlaubhaft) {
-    const Herde herde = Herde_erzeugen({.sauen = 200, .jahre = 7, .seed = 3});
+    const Herde herde = makeHerde({.sauen = 200, .jahre = 7, .seed = 3});
     std::set<std::pair<int, int>> dienste;  // sow and day
     for (const Belegung& b : herde.belegungen) dienste.emplace(b.sau, b.tag);
     double tragen = 0, saeugen = 0, lebend = 0, abgesetzt = 0;

@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace koben;
     using namespace koben::fuzz;
     static const QTemporaryDir folder(platz());
-    const QString path = folder.filePath("t.csv");
+    const QString path = folder.filePath(QStringLiteral("t.csv"));
     schreibe(path, roh(data, size));
     Importdatei file = Importdatei::lesen(path);
     fordere(file.kopf().size() == Importdatei::spalten, "heads");
@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         pruefe(file, path);
     } else {
         QStringList fields;
-        fordere(why.startsWith("Die Datei ") && why.endsWith(u'.'), "no sentence", why);
+        fordere(why.startsWith(QStringLiteral("Die Datei ")) && why.endsWith(u'.'), "no sentence", why);
         fordere(!file.naechste(fields) && file.vorschau(Vorschau).isEmpty(), "lines of a refused file", why);
     }
     return 0;

@@ -17,7 +17,7 @@ inline void fordere(bool met, const char* what, const QString& shown = {}) {
 
 /// A folder in memory where the machine has one: the targets write by the thousand. It stays when the process dies.
 inline QString platz() {
-    const QString memory = "/dev/shm";
+    const QString memory = QStringLiteral("/dev/shm");
     return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + QStringLiteral("/koben-fuzz-XXXXXX");
 }
 

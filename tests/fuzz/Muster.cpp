@@ -81,9 +81,9 @@ struct Bestand {
     Workspace workspace;
     Database db;
     Bestand() {
-        db = workspace.create(folder.filePath("t.mdb"));
-        db.execute("create table W(Wort TEXT (60), Infos MEMO)");
-        db.execute("create index wort on W(Wort)");
+        db = workspace.create(folder.filePath(QStringLiteral("t.mdb")));
+        db.execute(QStringLiteral("create table W(Wort TEXT (60), Infos MEMO)"));
+        db.execute(QStringLiteral("create index wort on W(Wort)"));
     }
     bool trifft(const QString& condition) const {
         return db.table(QStringLiteral("select count(*) from W where ") + condition).integer(0, 0) == 1;
@@ -108,7 +108,7 @@ void ordnung(const QString& a, const QString& b) {
 void inDerDatenbank(const QString& text, const QString& pattern, bool meets) {
     static Bestand store;
     const Transaction action(store.db);
-    store.db.prepare("insert into W values (?, ?)").run({text, text});
+    store.db.prepare(QStringLiteral("insert into W values (?, ?)")).run({text, text});
     const QString shown = text + u'\n' + pattern;
     fordere(store.trifft(QStringLiteral("Wort like ") + inMarken(pattern)) == meets, "like of a field", shown);
     fordere(store.trifft(QStringLiteral("not Infos like ") + inMarken(pattern)) != meets, "not like", shown);

@@ -20,8 +20,8 @@ constexpr int Zeilen = 80;
 QString harmlos(const QByteArray& bytes) {
     const QStringList lines = QString::fromUtf8(bytes).split(u'\n').mid(0, Zeilen);
     const auto reachesOut = [](const QString& line) {
-        const bool free = line.trimmed().startsWith("sql ") || line.startsWith(u'#');
-        return !free && (line.contains(u'/') || line.contains(".."));
+        const bool free = line.trimmed().startsWith(QStringLiteral("sql ")) || line.startsWith(u'#');
+        return !free && (line.contains(u'/') || line.contains(QStringLiteral("..")));
     };
     return lines.mid(0, std::find_if(lines.begin(), lines.end(), reachesOut) - lines.begin()).join(u'\n');
 }
@@ -35,7 +35,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     static const QTemporaryDir folder(platz());
     const QString text = harmlos(roh(data, size));
     if (text.isEmpty() || chdir(qPrintable(folder.path())) != 0) return -1;
-    const QString data_ = folder.filePath("Daten");
+    const QString data_ = folder.filePath(QStringLiteral("Daten"));
     QDir(data_).removeRecursively();
     QBuffer out;
     out.open(QIODevice::WriteOnly);

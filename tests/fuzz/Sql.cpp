@@ -65,7 +65,7 @@ struct Bestand {
 
     Bestand() {
         sqlite3_auto_extension(reinterpret_cast<void (*)()>(opened));
-        db = workspace.create(folder.filePath("t.mdb"));
+        db = workspace.create(folder.filePath(QStringLiteral("t.mdb")));
         for (const char* statement : Grundlage) db.execute(QString::fromUtf8(statement));
         whole = inhalt();
     }
@@ -112,7 +112,7 @@ void pruefe(const DatabaseError& error, const QString& statement) {
     fordere(sentence.size() > 10 && (sentence.front().isUpper() || sentence.front() == u'"') &&
                 sentence.endsWith(u'.') && sentence.contains(u' '),
             "no sentence", message);
-    if (leitung.cut || !sentence.contains("(SQLite ")) return;
+    if (leitung.cut || !sentence.contains(QStringLiteral("(SQLite "))) return;
     fordere(istGrenze(sentence), "refused by SQLite", message);
 }
 
@@ -185,8 +185,8 @@ void vergleichePlan(Database& db, const QString& first, const QString& statement
     for (QChar& c : other)
         if (c >= u'1' && c <= u'8') c = QChar(c.unicode() + 1);
     try {
-        db.execute("create table Zwischen(a LONG)");  // a change of tables forgets all plans
-        db.execute("drop table Zwischen");
+        db.execute(QStringLiteral("create table Zwischen(a LONG)"));  // a change of tables forgets all plans
+        db.execute(QStringLiteral("drop table Zwischen"));
         db.table(other);
     } catch (const DatabaseError&) {
     }

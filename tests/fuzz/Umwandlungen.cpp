@@ -11,7 +11,7 @@
 namespace koben::fuzz {
 namespace {
 
-const QString Heute = "15.07.2026";
+const QString Heute = QStringLiteral("15.07.2026");
 
 bool nurZiffern(QStringView text) {
     return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });

@@ -2,7 +2,9 @@
 
 #include <QRegularExpression>
 
+#include "forms/Erklaerung.h"
 #include "forms/Liste.h"
+#include "output/PA_Erklaerung.h"
 #include "output/PA_Textausgabe.h"
 #include "tests/output/Liste.h"
 
@@ -14,6 +16,7 @@ struct Ausgabelauf : TestRun {
     Ausgabelauf() {
         catalogue.add<PA_Zwischenliste>("PA_Zwischenliste");
         catalogue.add<PA_Textausgabe>("PA_Textausgabe");
+        catalogue.add<PA_Erklärung>("PA_Erklärung");
         koben.Konfig_Zahl[46] = 0;
     }
     /// A report hands its list over; the user works the list screen.
@@ -54,6 +57,39 @@ TEST(Zwischenliste, TextListGoesToTheViewer) {
     EXPECT_EQ(run.lines("LISTE.TXT"), (QStringList{"Datum: 15.07.2026", "Hof Böhm", "", "Nr |  kg", "--------",
                                                    "1  | 2,5", "--------", "S  | 2,5", "", ""}));
     EXPECT_EQ(run.koben.Konfig_Text[4], " | ");
+}
+
+/// What explains a cell goes with the list, finds it after sorting, and its rows can be handed on.
+TEST(Zwischenliste, AFigureIsExplainedWhereverItsRowStands) {
+    Ausgabelauf run;
+    Liste list(run.koben, {"Sau", ">Wert"}, {"c\t3", "a\t1", "b\t2"});
+    list.gridli.sort(1, 1);  // handed over as a, b, c
+    list.gridli.explain = [](int row, int column) -> std::optional<Explanation> {
+        if (column == 1) return {};
+        return Explanation{.sentence = QStringLiteral("Zeile %1").arg(row),
+                           .denominator = QStringLiteral("7"),
+                           .columns = {{.key = "tag", .title = "Tag"}},
+                           .lines = {{.cells = {QDate(2026, 7, 15)}, .animal = 12}}};
+    };
+    QStringList shown;
+    run.screens.workIn<PA_Zwischenliste>([&](PA_Zwischenliste& f) {
+        f.gridli.sortByUser(2, 2);
+        run.screens.workIn<PA_Erklärung>([&](PA_Erklärung& why) {
+            shown = {why.satz.text(), why.bez[0].text(), why.wert[0].text(), why.gridli.cell(1, 1)};
+            EXPECT_FALSE(why.wert[1].visible());
+            EXPECT_EQ(why.gridli.animal(1), 12);
+            run.screens.workIn<PA_Zwischenliste>(
+                [](PA_Zwischenliste& again) { EXPECT_FALSE(again.gridli.explanation(1, 1)); });
+            why.ok.click();
+        });
+        f.gridli.explainByUser(3, 2);  // the row of a, added as the second
+        f.gridli.explainByUser(3, 1);
+        EXPECT_TRUE(f.gridli.load(run.path("gridli.txt")));
+        EXPECT_FALSE(f.gridli.explanation(1, 2)) << "a list from its file alone has nobody who explains it";
+    });
+    Liste_uebergeben(run.koben, list.gridli);
+    EXPECT_EQ(shown, (QStringList{"Zeile 2", "Nenner", "7", "15.07.2026"}));
+    EXPECT_EQ(run.screens.log.filter("Herleitung").size(), 1);
 }
 
 TEST(Zwischenliste, TheFileCountsWhereItSaysSomethingElse) {
@@ -155,6 +191,29 @@ TEST(Zwischenliste, ReportHeadFootAndPageNumbers) {
         };
         EXPECT_EQ(texts("report.htm"), c.first);
         EXPECT_EQ(texts("report-2.htm"), c.last);
+    }
+}
+
+/// Cancelled at any time, a hand-over leaves what an earlier one wrote, shows nothing and says nothing.
+TEST(Zwischenliste, CancellingLeavesTheEarlierOutput) {
+    QStringList rows;
+    for (int i = 0; i < 500; ++i) rows += QString::number(i);
+    const QStringList files{"LISTE.TXT", "liste.xlsx", "report.htm", "report-2.htm"};
+    for (int enough = 0; enough < 95; enough += 13) {
+        Ausgabelauf run;
+        run.koben.Konfig_Zahl[49] = 60;
+        const QDir folder(run.koben.Datenordner);
+        for (const QString& name : files) run.write(name, "alt");
+        int told = 0;
+        run.screens.onProgress = [&](const QString&, int percent) { return ++told, percent < enough; };
+        run.handOver({"Nr"}, rows, [&](PA_Zwischenliste& f) {
+            for (Button* button : {&f.comtext, &f.comexcel, &f.roexplorer[0]}) button->click();
+        });
+        EXPECT_GE(told, 3);
+        EXPECT_EQ(run.screens.log, (QStringList{"+ PA_Zwischenliste", "- PA_Zwischenliste"})) << enough;
+        EXPECT_TRUE(run.platform.opened.isEmpty()) << enough;
+        for (const QString& name : files) EXPECT_EQ(run.bytes(name.toUtf8()), "alt") << enough;
+        EXPECT_EQ(folder.entryList({"*.neu"}, QDir::Files), QStringList()) << enough;
     }
 }
 

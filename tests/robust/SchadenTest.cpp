@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/PZ_Koben_Subs_Datenbank.h"
+#include "exchange/S_Importtabelle.h"
 #include "tests/robust/Betrieb.h"
 #include "tests/robust/Mutation.h"
 
@@ -170,6 +171,33 @@ TEST(SchadenTest, einstellungenByteFuerByte) {
                 if (at % step == 0) startWith(folder, bytes);
             }
         }
+    });
+}
+
+/// The import takes a damaged table into the database, or leaves it as it was.
+TEST(SchadenTest, import) {
+    const QByteArray whole = bytesOf(QStringLiteral(KOBEN_SOURCE_DIR "/beispiel/herde.csv")).left(3000);
+    const DataFolder& empty = emptyFarm();
+    playVariants("imports", 25, 5000, [&](Mutation& mutation) {
+        const DataFolder folder;
+        folder.copyFrom(empty);
+        const QString path = folder.root() + QStringLiteral("/herde.csv");
+        setBytes(path, mutation.of(whole, {";", "\"", "\r", "31.02.2019", "'", "x';delete from Sauen;"}));
+        bool done = false;
+        {
+            Session run(folder);
+            run.form<S_Importtabelle>("O_ImportExcelCSV", [&](S_Importtabelle& form) {
+                run.screens.inputs = {path};
+                run.screens.answers = {true};
+                form.comöffnen.click();
+                form.ok.click();
+            });
+            done = run.koben.ended;
+        }
+        folder.edit([&](Database& db) {
+            const qint64 animals = db.table("select count(*) from Sauen").integer(0, 0);
+            EXPECT_TRUE(done || animals == 0) << animals;
+        });
     });
 }
 

@@ -7,7 +7,7 @@
 #include "herd/PA_Koben.h"
 #include "plans/PB_Arbeitsplan.h"
 #include "tests/ui/Support.h"
-#include "tools/herdengenerator/Ausgabe.h"
+#include "tools/herdengenerator/Output.h"
 #include "ui/Layout.h"
 
 namespace koben::ui {
@@ -22,7 +22,7 @@ struct ProgramTest : testing::Test {
         Vorgaben herd;
         herd.sauen = 12;
         herd.ende = QDate(2026, 7, 15);
-        Herde_in_Datenbank(Herde_erzeugen(herd), data.filePath("koben2.mdb"));
+        writeDatabase(makeHerde(herd), data.filePath("koben2.mdb"));
     }
     /// Opens from each form what it opens, from the main form all that stand for themselves.
     void goOn(Form& form) {

@@ -106,6 +106,42 @@ TEST_F(ScreensTest, QuestionsHaveASafeAnswer) {
     EXPECT_FALSE(answer(Qt::Key_Escape, false));
 }
 
+/// What fails in a form is told there and goes no further: the forms behind know nothing of it, and it works again.
+TEST_F(ScreensTest, AFailingHandlerIsToldAndTheFormsRunOn) {
+    QStringList told;
+    bool full = true, done = false;
+    Zettel inner(koben, [&] {
+        if (full) {
+            soon([&] {
+                auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                ASSERT_NE(box, nullptr);
+                told.append(box->text());
+                press(box, Qt::Key_Escape);
+            });
+            throw DatabaseError(DatabaseError::Kind::Io, QStringLiteral("Platte voll"));
+        }
+        done = true;
+        inner.close();
+    });
+    const auto click = [&] { static_cast<QAbstractButton*>(screens.front()->widgetOf(inner.ok))->click(); };
+    Zettel outer(koben, [&] {
+        soon([&] {
+            click();
+            EXPECT_FALSE(inner.closed());
+            full = false;
+            click();
+        });
+        koben.run(inner);
+        EXPECT_TRUE(done) << "the handler behind goes on once the form has closed";
+        outer.close();
+    });
+    soon([&] { outer.ok.click(); });
+    koben.run(outer);
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_TRUE(told.first().contains(QStringLiteral("Platte voll"))) << told.first().toStdString();
+    EXPECT_TRUE(outer.closed());
+}
+
 /// The text of a PDF in the order in which it was painted; pages end with a form feed.
 QStringList pagesOf(const QString& path) {
     QProcess reader;

@@ -1,5 +1,6 @@
-// koben-bilder [folder]: opens every window of the program on a made herd, without a screen, and writes a picture of
-// each in light and dark, at 100 and 150 percent. The folder is "bilder" in the current one unless told.
+// koben-bilder [folder [variant]]: opens every window of the program on a made herd, without a screen, and writes a
+// picture of each in light and dark, at 100, 150 and 200 percent and with large letters. The folder is "bilder" in the
+// current one unless told; a variant is one of those below.
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -7,13 +8,14 @@
 #include <QTemporaryFile>
 #include <cstdio>
 #include <map>
+#include <string_view>
 
 #include "app/Katalog.h"
 #include "bookings/PE_Bewegungsdaten.h"
 #include "forms/Stammdaten.h"
 #include "herd/PA_Koben.h"
 #include "plans/PB_Arbeitsplan.h"
-#include "tools/herdengenerator/Ausgabe.h"
+#include "tools/herdengenerator/Output.h"
 #include "ui/Application.h"
 #include "ui/FormWindow.h"
 #include "ui/Look.h"
@@ -25,6 +27,19 @@ using namespace koben;
 namespace {
 
 const QDate today(2026, 7, 15);
+
+/// A screen as farms have it, how much it enlarges, and how large the desktop's letters are.
+struct Variant {
+    const char* name;
+    const char* shade;
+    const char* scale;
+    int points;  ///< 0 for the desktop's own
+    int width, height;
+};
+const Variant Variants[] = {{"hell_1", "hell", "1", 0, 1366, 768},      {"hell_15", "hell", "1.5", 0, 1366, 768},
+                            {"hell_2", "hell", "2", 0, 1920, 1080},     {"hell_14pt", "hell", "1", 14, 1366, 768},
+                            {"dunkel_1", "dunkel", "1", 0, 1366, 768},  {"dunkel_15", "dunkel", "1.5", 0, 1366, 768},
+                            {"dunkel_2", "dunkel", "2", 0, 1920, 1080}, {"dunkel_14pt", "dunkel", "1", 14, 1366, 768}};
 
 /// Forms that the main form opens and that need nothing prepared.
 const char* const plainForms[] = {"PB_Neues_Schwein",
@@ -163,54 +178,63 @@ private:
     int m_pictures = 0;
 };
 
-/// One run in this process, in one shade and at the scale of the environment.
-int photograph(int argc, char** argv, const QString& folder, const QString& variant) {
+/// One run in this process, in the environment of its variant.
+int photograph(int argc, char** argv, const QString& folder, const Variant& variant) {
     ui::Application application(argc, argv);
-    ui::applyLook(application, variant.startsWith(u"dunkel") ? ui::Shade::Dark : ui::Shade::Light);
+    if (variant.points > 0) {
+        QFont font = application.font();
+        font.setPointSize(variant.points);
+        application.setFont(font);
+    }
+    ui::applyLook(application, std::string_view(variant.shade) == "dunkel" ? ui::Shade::Dark : ui::Shade::Light);
     const QTemporaryDir data;
     Vorgaben herd;
     herd.sauen = 60;
     herd.ende = today;
-    Herde_in_Datenbank(Herde_erzeugen(herd), data.filePath(QStringLiteral("koben2.mdb")));
-    Photographer screens(folder, variant);
+    writeDatabase(makeHerde(herd), data.filePath(QStringLiteral("koben2.mdb")));
+    Photographer screens(folder, QString::fromLatin1(variant.name));
     PicturePlatform platform(data.path() + u'/');
     Koben koben(screens, platform, katalog());
     const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
     koben.run(*main);
-    std::printf("%s: %d Bilder\n", qUtf8Printable(variant), screens.pictures());
+    std::printf("%s: %d Bilder\n", variant.name, screens.pictures());
     return screens.pictures() > 0 ? 0 : 1;
+}
+
+/// The variant in a process of its own: scale and screen are settled when a program starts.
+bool start(const char* program, const QString& folder, const Variant& variant) {
+    QTemporaryFile screen;
+    if (!screen.open()) return false;
+    screen.write(QStringLiteral(R"({"screens":[{"name":"Bild","x":0,"y":0,"width":%1,"height":%2,"logicalDpi":96,)"
+                                R"("logicalBaseDpi":96,"dpr":1}]})")
+                     .arg(variant.width)
+                     .arg(variant.height)
+                     .toLatin1());
+    screen.close();
+    QProcess run;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen:configfile=") + screen.fileName());
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromLatin1(variant.scale));
+    run.setProcessEnvironment(environment);
+    run.setProcessChannelMode(QProcess::ForwardedChannels);
+    run.start(QString::fromLocal8Bit(program), {folder, QString::fromLatin1(variant.name), QStringLiteral("hier")});
+    run.waitForFinished(-1);
+    return run.exitStatus() == QProcess::NormalExit && run.exitCode() == 0;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("bilder");
-    if (argc > 2) return photograph(argc, argv, folder, QString::fromLocal8Bit(argv[2]));
     if (!QDir().mkpath(folder)) {
         std::fprintf(stderr, "Der Ordner %s kann nicht angelegt werden.\n", qUtf8Printable(folder));
         return 1;
     }
-    // A farm's small notebook; windows must fit its screen at every scale.
-    QTemporaryFile screen;
-    if (!screen.open()) return 1;
-    screen.write(R"({"screens":[{"name":"Bild","x":0,"y":0,"width":1366,"height":768,"logicalDpi":96,)"
-                 R"("logicalBaseDpi":96,"dpr":1}]})");
-    screen.close();
     int failed = 0;
-    for (const char* shade : {"hell", "dunkel"})
-        for (const char* scale : {"1", "1.5"}) {
-            QProcess run;
-            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            environment.insert(QStringLiteral("QT_QPA_PLATFORM"),
-                               QStringLiteral("offscreen:configfile=") + screen.fileName());
-            environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromLatin1(scale));
-            run.setProcessEnvironment(environment);
-            run.setProcessChannelMode(QProcess::ForwardedChannels);
-            const QString variant =
-                QStringLiteral("%1_%2").arg(QLatin1String(shade), QLatin1String(scale)).remove(u'.');
-            run.start(QString::fromLocal8Bit(argv[0]), {folder, variant});
-            run.waitForFinished(-1);
-            failed += run.exitStatus() != QProcess::NormalExit || run.exitCode() != 0;
-        }
+    for (const Variant& variant : Variants) {
+        if (argc > 2 && std::string_view(argv[2]) != variant.name) continue;
+        if (argc > 3) return photograph(argc, argv, folder, variant);
+        failed += !start(argv[0], folder, variant);
+    }
     return failed == 0 ? 0 : 1;
 }

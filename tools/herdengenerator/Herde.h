@@ -86,6 +86,6 @@ struct Herde {
     Tier alsTier(const Ferkel& ferkel) const;
 };
 
-Herde Herde_erzeugen(const Vorgaben& vorgaben);
+Herde makeHerde(const Vorgaben& vorgaben);
 
 }  // namespace koben

@@ -6,28 +6,30 @@
 #include <limits>
 
 #include "core/PZ_Koben_Subs.h"
-#include "tools/herdengenerator/Ausgabe.h"
+#include "tools/herdengenerator/Output.h"
 
 namespace koben {
 namespace {
 
-int gescheitert(const QString& grund) {
-    std::fprintf(stderr, "koben-herdengenerator: %s\n", grund.toUtf8().constData());
+int fail(const QString& reason) {
+    std::fprintf(stderr, "koben-herdengenerator: %s\n", reason.toUtf8().constData());
     return 1;
 }
 
 /// A whole number within bounds; false with a message where the option holds none.
-bool lesen(const QCommandLineParser& parser, const char* name, int von, int bis, int& wert) {
+bool read(const QCommandLineParser& parser, const char* name, int least, int most, int& value) {
     if (!parser.isSet(QString::fromUtf8(name))) return true;
     bool ok = false;
-    wert = parser.value(QString::fromUtf8(name)).toInt(&ok);
-    if (ok && wert >= von && wert <= bis) return true;
-    gescheitert(
-        QStringLiteral("--%1 braucht eine ganze Zahl von %2 bis %3.").arg(QString::fromUtf8(name)).arg(von).arg(bis));
+    value = parser.value(QString::fromUtf8(name)).toInt(&ok);
+    if (ok && value >= least && value <= most) return true;
+    fail(QStringLiteral("--%1 braucht eine ganze Zahl von %2 bis %3.")
+             .arg(QString::fromUtf8(name))
+             .arg(least)
+             .arg(most));
     return false;
 }
 
-void beschreiben(QCommandLineParser& parser) {
+void describe(QCommandLineParser& parser) {
     parser.setApplicationDescription(
         QStringLiteral("Erzeugt eine glaubhafte Sauenherde. Gleiche Angaben ergeben die gleiche Herde."));
     parser.addHelpOption();
@@ -43,27 +45,27 @@ void beschreiben(QCommandLineParser& parser) {
          {QStringLiteral("kein-ferkel"), QStringLiteral("Keine Zeilen für abgesetzte Ferkel.")}});
 }
 
-int ausfuehren(const QCommandLineParser& parser) {
+int work(const QCommandLineParser& parser) {
     Vorgaben vorgaben;
     int seed = 1;
-    if (!lesen(parser, "sauen", 1, 100000, vorgaben.sauen) || !lesen(parser, "jahre", 1, 30, vorgaben.jahre) ||
-        !lesen(parser, "seed", 0, std::numeric_limits<int>::max(), seed) ||
-        !lesen(parser, "ferkel-anteil", 0, 100, vorgaben.ferkelAnteil))
+    if (!read(parser, "sauen", 1, 100000, vorgaben.sauen) || !read(parser, "jahre", 1, 30, vorgaben.jahre) ||
+        !read(parser, "seed", 0, std::numeric_limits<int>::max(), seed) ||
+        !read(parser, "ferkel-anteil", 0, 100, vorgaben.ferkelAnteil))
         return 1;
     vorgaben.seed = static_cast<quint64>(seed);
     if (parser.isSet(QStringLiteral("kein-ferkel"))) vorgaben.ferkelAnteil = 0;
     if (parser.isSet(QStringLiteral("bis"))) vorgaben.ende = Datum_aus_Text(parser.value(QStringLiteral("bis")));
-    if (!vorgaben.ende.isValid()) return gescheitert(QStringLiteral("--bis braucht ein Datum wie 15.07.2026."));
+    if (!vorgaben.ende.isValid()) return fail(QStringLiteral("--bis braucht ein Datum wie 15.07.2026."));
     const QString csv = parser.value(QStringLiteral("csv"));
-    const QString datenbank = parser.value(QStringLiteral("datenbank"));
-    if (csv.isEmpty() && datenbank.isEmpty())
-        return gescheitert(QStringLiteral("Bitte --csv FILE oder --datenbank FILE angeben."));
-    if (QFileInfo::exists(datenbank)) return gescheitert(QStringLiteral("%1 ist schon vorhanden.").arg(datenbank));
+    const QString database = parser.value(QStringLiteral("datenbank"));
+    if (csv.isEmpty() && database.isEmpty())
+        return fail(QStringLiteral("Bitte --csv FILE oder --datenbank FILE angeben."));
+    if (QFileInfo::exists(database)) return fail(QStringLiteral("%1 ist schon vorhanden.").arg(database));
 
-    const Herde herde = Herde_erzeugen(vorgaben);
-    if (!csv.isEmpty() && !Herde_als_CSV(herde, csv))
-        return gescheitert(QStringLiteral("%1 kann nicht geschrieben werden.").arg(csv));
-    if (!datenbank.isEmpty()) Herde_in_Datenbank(herde, datenbank);
+    const Herde herde = makeHerde(vorgaben);
+    if (!csv.isEmpty() && !writeCsv(herde, csv))
+        return fail(QStringLiteral("%1 kann nicht geschrieben werden.").arg(csv));
+    if (!database.isEmpty()) writeDatabase(herde, database);
     return 0;
 }
 
@@ -73,11 +75,11 @@ int ausfuehren(const QCommandLineParser& parser) {
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     QCommandLineParser parser;
-    koben::beschreiben(parser);
+    koben::describe(parser);
     parser.process(app);
     try {
-        return koben::ausfuehren(parser);
+        return koben::work(parser);
     } catch (const std::exception& error) {
-        return koben::gescheitert(QString::fromUtf8(error.what()));
+        return koben::fail(QString::fromUtf8(error.what()));
     }
 }

@@ -91,6 +91,7 @@ struct Commands {
     static void schliesse(Interpreter& run, const Command& command);
     static void antwort(Interpreter& run, const Command& command);
     static void zeige(Interpreter& run, const Command& command);
+    static void erklaere(Interpreter& run, const Command& command);
     static void pruefe(Interpreter& run, const Command& command);
     static void titel(Interpreter& run, const Command& command);
     static void variable(Interpreter& run, const Command& command);

@@ -48,6 +48,7 @@ Commands::Handler Commands::find(const QString& word) {
         {QStringLiteral("schliesse"), schliesse},
         {QStringLiteral("antwort"), antwort},
         {QStringLiteral("zeige"), zeige},
+        {QStringLiteral("erklaere"), erklaere},
         {QStringLiteral("pruefe"), pruefe},
         {QStringLiteral("titel"), titel},
         {QStringLiteral("variable"), variable},
@@ -176,6 +177,15 @@ void Commands::zeige(Interpreter& run, const Command& command) {
     show(toRead(run.program(), command.arguments), run.m_transcript);
 }
 
+void Commands::erklaere(Interpreter& run, const Command& command) {
+    const QStringList words = command.words(3, 2);
+    const Target target = toRead(run.program(), words[0]);
+    auto& grid = as<Grid>(target, "keine Tabelle");
+    const auto told = grid.explanation(rowOf(words[1], grid.rowCount()), columnOf(grid, words[2]));
+    if (!told) throw Failure{QStringLiteral("%1 erklärt diese Zelle nicht").arg(target.name())};
+    show(*told, run.program(), run.m_transcript);
+}
+
 void Commands::pruefe(Interpreter& run, const Command& command) {
     const QStringList words = command.words(2);
     if (holds(toRead(run.program(), words[0]), words[1])) return;
@@ -185,14 +195,14 @@ void Commands::pruefe(Interpreter& run, const Command& command) {
 void Commands::titel(Interpreter& run, const Command&) { run.m_transcript.printed(frontForm(run).caption()); }
 
 void Commands::variable(Interpreter& run, const Command& command) {
-    const auto value = run.program().lesen(command.arguments);
+    const auto value = run.program().read(command.arguments);
     if (!value) throw Failure{QStringLiteral("unbekannte Variable %1").arg(command.arguments)};
     run.m_transcript.printed(*value);
 }
 
 void Commands::setze(Interpreter& run, const Command& command) {
     const auto [name, value] = command.assignment();
-    if (!run.program().setzen(name, value))
+    if (!run.program().set(name, value))
         throw Failure{QStringLiteral("%1 lässt sich nicht auf \"%2\" setzen").arg(name, value)};
 }
 

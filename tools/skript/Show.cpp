@@ -64,6 +64,16 @@ void show(const Target& target, Transcript& transcript) {
     showList(target, transcript);
 }
 
+void show(const Explanation& told, Koben& koben, Transcript& transcript) {
+    transcript.lines(told.sentence);
+    for (const auto& [name, figure] : told.figures()) transcript.printed(name + u'\t' + figure);
+    transcript.printed(QStringLiteral("="));
+    Form nowhere(koben, QString(), QString());
+    Grid behind(nowhere, QStringLiteral("gridli"));
+    told.fill(behind);
+    showGrid(behind, transcript);
+}
+
 bool holds(const Target& target, const QString& state) {
     if (state == u"sichtbar") return target.control->visible();
     if (state == u"unsichtbar") return !target.control->visible();

@@ -3,6 +3,7 @@
 #include <QMenuBar>
 #include <QSplitter>
 
+#include "core/Konfig.h"
 #include "ui/AnimalPanel.h"
 #include "ui/Layout.h"
 #include "ui/Menus.h"
@@ -26,8 +27,9 @@ LAYOUT(PA_Koben) {
     const Piece list =
         grid(form.datali, QStringLiteral("Noch keine Tiere. Legen Sie über „Bestand“ neue Schweine an oder "
                                          "lesen Sie über „Optionen / Import Excel“ eine Liste ein."));
+    form.linksrechts.icon = QStringLiteral("aufteilung");
     const Piece panel = column({flow({button(form.cmdok), button(form.abwaerts[1]), button(form.abwaerts[0]),
-                                      button(form.comdrucken), button(form.linksrechts)}),
+                                      button(form.comdrucken), iconButton(form.linksrechts)}),
                                 animalPanel(form)});
     const Piece both = split(list, panel, 2, 1);
     auto* splitter = static_cast<QSplitter*>(both.widget);

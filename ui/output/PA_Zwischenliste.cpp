@@ -1,6 +1,8 @@
 #include "output/PA_Zwischenliste.h"
 
+#include "forms/Erklaerung.h"
 #include "output/Uebergabe.h"
+#include "ui/GridView.h"
 #include "ui/Layout.h"
 #include "ui/Preview.h"
 #include "ui/ToAnimal.h"
@@ -15,8 +17,15 @@ LAYOUT(PA_Zwischenliste) {
         previewTable(*print->window(), form.koben, form.gridli, Berichtstitel(form.koben));
     });
     leadsToAnimals(form.gridli);
-    return column({grid(form.gridli, QStringLiteral("Die Liste ist leer.")),
+    const Piece list = grid(form.gridli, QStringLiteral("Die Liste ist leer."));
+    auto* explain = new QPushButton(QStringLiteral("&Zahl herleiten"));
+    explain->setAutoDefault(false);
+    explain->setToolTip(QStringLiteral("Woher die Zahl der gewählten Zelle kommt (F2)"));
+    QObject::connect(explain, &QPushButton::clicked, list.widget,
+                     [view = dynamic_cast<GridView*>(list.widget)] { view->explainCurrent(); });
+    explain->setVisible(form.gridli.explain != nullptr);
+    return column({list,
                    flow({button(form.comtext), button(form.comexcel), button(form.roexplorer[0]),
-                         button(form.roexplorer[1]), own(print)}),
+                         button(form.roexplorer[1]), own(print), own(explain)}),
                    buttons({button(form.hilfe), button(form.cmdschließen)})});
 }

@@ -1,0 +1,55 @@
+#include "bench/Program.h"
+
+#include "app/Katalog.h"
+#include "core/Konfig.h"
+
+namespace koben {
+
+qint64 look(const Grid& grid) {
+    constexpr int rowsInWindow = 40;
+    const int first = std::max(1, std::min(grid.row(), grid.rowCount() - rowsInWindow + 1));
+    qint64 characters = 0;
+    for (int row = first; row < first + rowsInWindow && row <= grid.rowCount(); ++row)
+        for (int column = 1; column <= grid.columnCount(); ++column) characters += grid.cell(row, column).size();
+    return characters;
+}
+
+void Program::run(const std::function<void()>& work) {
+    m_start.start();
+    Koben koben(m_screens, m_platform, katalog());
+    m_koben = &koben;
+    const auto form = katalog().make(QStringLiteral("PA_Koben"), koben);
+    when("PA_Koben", [&](Form&) { work(); });
+    koben.run(*form);
+    m_screens.script.clear();
+    m_koben = nullptr;
+}
+
+void Program::when(const char* form, const std::function<void(Form&)>& work) {
+    m_screens.script[QString::fromUtf8(form)] = work;
+}
+
+void Program::open(const char* form, const std::function<void(Form&)>& work) {
+    when(form, work);
+    koben().open(QString::fromUtf8(form));
+    mainForm().settle();
+}
+
+void Program::showList() {
+    koben().Konfig_Zahl[Zahl::ListeSortRichtung] = 0;
+    koben().herdList->datenschweinelesen();
+}
+
+void Program::show(int stock) {
+    if (auto& option = control<Option>(mainForm(), "optiverkauft", stock); !option.selected()) option.click();
+}
+
+void Program::choose(qint64 id) {
+    Grid& animals = list();
+    const int column = animals.columnOf(u"ID");
+    for (int row = 1; row <= animals.rowCount(); ++row)
+        if (animals.integer(row, column) == id) return animals.choose(row);
+    throw std::runtime_error("an animal of the trial is not in the list");
+}
+
+}  // namespace koben

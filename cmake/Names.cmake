@@ -1,0 +1,28 @@
+# Gathers names out of sources into a header, so that a new form needs no line in a table:
+#   cmake -DOUT=header -DLIST=MACRO -DREGEX=line -DINCLUDES=ON|OFF -DROOT=folder -P Names.cmake -- FILE...
+# REGEX finds the lines; its first group is the name. The header defines MACRO(X) as X(name) for each of them and, with
+# INCLUDES, includes the files that they stand in by their path below ROOT.
+set(names "")
+set(includes "")
+set(inputs OFF)
+math(EXPR last "${CMAKE_ARGC} - 1")
+foreach(i RANGE ${last})
+  set(file "${CMAKE_ARGV${i}}")
+  if(file STREQUAL "--")
+    set(inputs ON)
+  elseif(inputs)
+    file(STRINGS "${file}" lines REGEX "${REGEX}" ENCODING UTF-8)
+    foreach(line IN LISTS lines)
+      string(REGEX REPLACE "${REGEX}.*" "\\1" name "${line}")
+      list(APPEND names "${name}")
+    endforeach()
+    if(INCLUDES AND lines)
+      file(RELATIVE_PATH path "${ROOT}" "${file}")
+      string(APPEND includes "#include \"${path}\"\n")
+    endif()
+  endif()
+endforeach()
+list(SORT names)
+list(TRANSFORM names REPLACE "(.+)" " \\\\\n    X(\\1)")
+list(JOIN names "" rows)
+file(CONFIGURE OUTPUT "${OUT}" CONTENT "#pragma once\n${includes}#define ${LIST}(X)${rows}\n" @ONLY)
