@@ -36,14 +36,24 @@ std::optional<Futterzeit> Futterzeit_ermitteln(QDate came, QDate left, int first
     return Futterzeit{there ? firstDay(first) : came, stays ? lastDay(last) : left};
 }
 
-Deckungsbeitrag::Deckungsbeitrag(const Database& db, const Deckungsauswahl& choice) : m_db(db), m_choice(choice) {
+Deckungsbeitrag::Deckungsbeitrag(const Database& db, const Deckungsauswahl& choice, const Go& go)
+    : m_db(db), m_choice(choice) {
     QString select =
         QStringLiteral("select Art, Nummer, Gruppe, Stallnr, Zugangsdatum, Geburtsdatum, Abgangsdatum, ID from Sauen");
     if (!choice.animals.isEmpty()) select += " where " + choice.animals;
-    m_animals = db.table(select);
-    m_rowOf.reserve(m_animals.rowCount());
-    for (int row = 0; row < m_animals.rowCount(); ++row) m_rowOf.insert(id(row), row);
+    const auto animals = db.table(select + " order by ID", [&](qint64) { return !go || go(0); });
+    m_whole = animals.has_value();
+    if (m_whole) m_animals = *animals;
     if (choice.chosen[Futter]) readFed();
+}
+
+int Deckungsbeitrag::rowOf(qint64 wanted) const {
+    int first = 0, behind = m_animals.rowCount();
+    while (first < behind) {
+        const int middle = first + (behind - first) / 2;
+        id(middle) < wanted ? first = middle + 1 : behind = middle;
+    }
+    return first < m_animals.rowCount() && id(first) == wanted ? first : -1;
 }
 
 /// All amounts of a kind in these years, of one animal or (0) of everything; amounts of 0 are left out. A year ends
@@ -73,7 +83,7 @@ void Deckungsbeitrag::read(int item, int from, int to, Zeit time, qint64 animal,
 Betraege& Deckungsbeitrag::addUp(Betraege& amounts) const {
     float sum = 0;
     for (size_t i = 0; i < Postenzahl; ++i) sum = Postenliste[i].income ? sum + amounts[i] : sum - amounts[i];
-    amounts[Summe] = sum;
+    amounts[Endposten] = sum;
     return amounts;
 }
 
@@ -123,7 +133,7 @@ std::optional<std::vector<Deckungsbeitrag::Zeile>> Deckungsbeitrag::perYear(cons
             const auto year = static_cast<size_t>(booking.day.year() - m_choice.from);
             if (booking.animal == 0) {
                 strays[year] += booking.amount;
-            } else if (const auto row = m_rowOf.constFind(booking.animal); row != m_rowOf.cend() && numbered(*row)) {
+            } else if (const int row = rowOf(booking.animal); row >= 0 && numbered(row)) {
                 sums[year] += booking.amount;
             }
             return ++seen % rowsPerQuestion != 0 || (whole = go(item * 100 / Postenzahl));
@@ -155,8 +165,7 @@ std::optional<std::vector<Deckungsbeitrag::Zeile>> Deckungsbeitrag::perAnimal(co
         bool whole = true;
         read(item, m_choice.from, m_choice.to, Zeit::Spanne, rows.size() == 1 ? id(0) : 0, false,
              [&](const Buchung& booking) {
-                 if (const auto row = m_rowOf.constFind(booking.animal); row != m_rowOf.cend())
-                     sums[static_cast<size_t>(*row)] += booking.amount;
+                 if (const int row = rowOf(booking.animal); row >= 0) sums[static_cast<size_t>(row)] += booking.amount;
                  return ++seen % rowsPerQuestion != 0 || (whole = go(item * 100 / Postenzahl));
              });
         if (!whole) return {};
@@ -182,9 +191,9 @@ void Deckungsbeitrag::bookingsBehind(std::vector<Beleg>& found, int item, int ye
     read(item, from, to, year ? Zeit::Jahre : Zeit::Spanne, year ? 0 : id(row), true, [&](const Buchung& booking) {
         Beleg beleg{item, -1, booking.day, Value(Money{booking.amount}), booking.detail};
         if (booking.animal != 0) {
-            const auto at = m_rowOf.constFind(booking.animal);
-            if (at == m_rowOf.cend() || (year && !numbered(*at))) return true;
-            beleg.row = *at;
+            const int at = rowOf(booking.animal);
+            if (at < 0 || (year && !numbered(at))) return true;
+            beleg.row = at;
         } else if (item == Ferkeleinkauf && numbers > 0) {
             beleg.detail +=
                 QStringLiteral(" (ohne Sau, je Tier einmal: %1 x %2)").arg(numbers).arg(beleg.amount.toText());
@@ -216,12 +225,12 @@ void Deckungsbeitrag::feedBehind(std::vector<Beleg>& found, int year, int row) c
 std::vector<Deckungsbeitrag::Beleg> Deckungsbeitrag::behind(int item, int year, int row) const {
     std::vector<Beleg> found;
     for (int i = 0; i < Postenzahl; ++i) {
-        if (!m_choice.chosen[static_cast<size_t>(i)] || (item != Summe && item != i)) continue;
+        if (!m_choice.chosen[static_cast<size_t>(i)] || (item != Endposten && item != i)) continue;
         const size_t before = found.size();
         i == Futter ? feedBehind(found, year, row) : bookingsBehind(found, i, year, row);
         std::stable_sort(found.begin() + static_cast<std::ptrdiff_t>(before), found.end(),
                          [](const Beleg& a, const Beleg& b) { return a.day < b.day; });
-        if (item != Summe || Postenliste[static_cast<size_t>(i)].income) continue;
+        if (item != Endposten || Postenliste[static_cast<size_t>(i)].income) continue;
         for (size_t at = before; at < found.size(); ++at) {  // costs lessen the sum
             Value& amount = found[at].amount;
             amount = i == Futter ? Value(static_cast<float>(-amount.toDouble()))

@@ -1,6 +1,5 @@
 #pragma once
 // The contribution margin: what animals bring in against what they cost, kind by kind, over calendar years.
-#include <QHash>
 #include <QStringList>
 #include <array>
 #include <functional>
@@ -22,7 +21,7 @@ struct Posten {
     const char* sentence;  ///< what the figure is
 };
 
-inline constexpr int Postenzahl = 10, Summe = Postenzahl;
+inline constexpr int Postenzahl = 10, Endposten = Postenzahl;
 inline constexpr std::array<Posten, Postenzahl> Postenliste{{
     {"E_Tierverkauf", "Verkauf von Sauen / Eber / Mastschweine", true, "Sauen", "Abgangsdatum", "Verkaufspreis",
      "Abnehmer", "Verkaufspreise der Tiere mit einem Abgangsdatum in der Zeit"},
@@ -75,11 +74,12 @@ std::optional<Futterzeit> Futterzeit_ermitteln(QDate came, QDate left, int first
 
 class Deckungsbeitrag {
 public:
-    /// Reads the animals; the rest follows as it is asked for.
-    Deckungsbeitrag(const Database& db, const Deckungsauswahl& choice);
-
     /// Hears how far it is, 0 to 100; false gives it up.
     using Go = std::function<bool(int percent)>;
+    /// Reads the animals; the rest follows as it is asked for.
+    Deckungsbeitrag(const Database& db, const Deckungsauswahl& choice, const Go& go = {});
+    bool whole() const { return m_whole; }  ///< it was not given up
+
     struct Zeile {
         int year = 0;       ///< of a row per year
         qint64 animal = 0;  ///< ID, of a row per animal
@@ -93,7 +93,7 @@ public:
     /// The animals: Art, Nummer, Gruppe, Stallnr, then three dates and the ID.
     const Table& animals() const { return m_animals; }
     qint64 id(int row) const { return m_animals.integer(row, 7); }
-    int rowOf(qint64 id) const { return m_rowOf.value(id, -1); }
+    int rowOf(qint64 id) const;  ///< -1 for none of them
 
     /// One amount behind a cell.
     struct Beleg {
@@ -128,7 +128,7 @@ private:
     const Database m_db;
     const Deckungsauswahl m_choice;
     Table m_animals;
-    QHash<qint64, int> m_rowOf;  // ID -> row of m_animals
+    bool m_whole = true;
     struct Futtertier {
         int row;
         float lumpSum;

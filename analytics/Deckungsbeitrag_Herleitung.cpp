@@ -9,7 +9,8 @@ namespace {
 constexpr std::array AnimalFields{"Art", "Nummer", "Gruppe", "Stallnr"};
 
 QString columnName(int item) {
-    return item == Summe ? QStringLiteral("Summe") : QString::fromUtf8(Postenliste[static_cast<size_t>(item)].column);
+    return item == Endposten ? QStringLiteral("Summe")
+                             : QString::fromUtf8(Postenliste[static_cast<size_t>(item)].column);
 }
 
 Column column(const QString& title, Sort sort = Sort::Text) {
@@ -38,10 +39,10 @@ public:
 
 private:
     QString definition(int item) const {
-        if (item != Summe) return QString::fromUtf8(Postenliste[static_cast<size_t>(item)].sentence);
+        if (item != Endposten) return QString::fromUtf8(Postenliste[static_cast<size_t>(item)].sentence);
         QString words = QStringLiteral("Einnahmen weniger Kosten:");
         for (const int i : m_list.items)
-            if (i != Summe) words += (Postenliste[static_cast<size_t>(i)].income ? " + " : " - ") + columnName(i);
+            if (i != Endposten) words += (Postenliste[static_cast<size_t>(i)].income ? " + " : " - ") + columnName(i);
         return words;
     }
 
@@ -60,7 +61,7 @@ private:
         told.sentence =
             sentence(item, row.year ? row.year : m_list.choice.from, row.year ? row.year : m_list.choice.to);
         told.value = Betrag_mit_Waehrung(row.amounts[static_cast<size_t>(item)]);
-        if (item == Summe) told.columns.push_back(column(QStringLiteral("Posten")));
+        if (item == Endposten) told.columns.push_back(column(QStringLiteral("Posten")));
         told.columns.push_back(column(QStringLiteral("Datum"), Sort::Date));
         addAnimalColumns(told);
         told.columns.push_back(column(QStringLiteral("Angabe")));
@@ -70,7 +71,7 @@ private:
         if (row.animal && animal < 0) return told;
         for (const auto& behind : margin.behind(item, row.year, animal)) {
             Grid::Row cells;
-            if (item == Summe) cells.append(columnName(behind.item));
+            if (item == Endposten) cells.append(columnName(behind.item));
             cells.append(behind.day);
             appendAnimal(cells, margin, behind.row);
             cells << Value(Hochkomma_ersetzen(behind.detail)) << behind.amount;

@@ -9,7 +9,7 @@ namespace koben {
 
 namespace {
 
-constexpr int MostYears = 30, LastYear = 9999;
+constexpr int MostYears = 30, LastYear = 9999, Percent = 100;
 constexpr int AllAnimals = 0, AllSows = 2, CurrentAnimal = 5;
 constexpr std::array NameFields{"Art", "Nummer", "Gruppe", "Stallnr"};
 
@@ -90,11 +90,12 @@ void PB_Deckungsbeitrag::ok_Click() {
     const bool years = optiauswertung.selected() != 1;
     const Deckungsauswahl chosen = choice();
     gridli.clear();
-    const bool whole = run("Die Deckungsbeiträge werden berechnet ...", 100, &meter, [&](Progress& progress) {
-        const Deckungsbeitrag margin(m_db, chosen);
+    const bool whole = run("Die Deckungsbeiträge werden berechnet ...", 2 * Percent, &meter, [&](Progress& progress) {
         const auto go = [&](int percent) { return progress.step(percent); };
+        const Deckungsbeitrag margin(m_db, chosen, go);
+        if (!margin.whole()) return;
         auto rows = years ? margin.perYear(go) : margin.perAnimal(go);
-        if (rows) fill(margin, std::move(*rows), chosen, years);
+        if (rows) fill(margin, std::move(*rows), chosen, years, progress);
     });
     if (whole) Liste_ausgeben(koben, gridli);
 }
@@ -115,17 +116,18 @@ void PB_Deckungsbeitrag::addColumns(bool years) {
 }
 
 void PB_Deckungsbeitrag::fill(const Deckungsbeitrag& margin, std::vector<Deckungsbeitrag::Zeile> rows,
-                              const Deckungsauswahl& chosen, bool years) {
+                              const Deckungsauswahl& chosen, bool years, Progress& progress) {
     addColumns(years);
     std::vector<int> items;
     for (int i = 0; i < konkost.count(); ++i)
         if (konkost[i].checked()) items.push_back(i);
-    items.push_back(Summe);
+    items.push_back(Endposten);
     const auto append = [&](Grid::Row& cells, const Betraege& amounts) {
         for (const int item : items) cells.append(Betrag_mit_Waehrung(amounts[static_cast<size_t>(item)]));
     };
     Betraege totals{};
     for (size_t at = 0; at < rows.size(); ++at) {
+        if (!progress.step(Percent + static_cast<qint64>(at * Percent / rows.size()))) return;
         const int row = static_cast<int>(at);
         Grid::Row cells;
         if (years) cells.append(rows[at].year);
@@ -137,7 +139,7 @@ void PB_Deckungsbeitrag::fill(const Deckungsbeitrag& margin, std::vector<Deckung
     }
     const int names = gridli.columnCount() - static_cast<int>(items.size());
     gridli.explain = Deckungsbeitrag_herleiten({m_db, chosen, std::move(rows), totals, names, items, years});
-    if (totals[Summe] == 0) return;
+    if (totals[Endposten] == 0) return;
     Grid::Row closing;
     append(closing, totals);
     if (names == 0) closing[0] = "SUMME" + closing[0].toText();  // no column is left for the word

@@ -39,7 +39,7 @@ private:
     Deckungsauswahl choice();
     void addColumns(bool years);
     void fill(const Deckungsbeitrag& margin, std::vector<Deckungsbeitrag::Zeile> rows, const Deckungsauswahl& chosen,
-              bool years);
+              bool years, Progress& progress);
 };
 
 }  // namespace koben

@@ -34,12 +34,15 @@ void PB_Gruppierungen::fillChoices() {
 }
 
 void PB_Gruppierungen::show(const Gruppierung& grouping) {
-    const WaitCursor wait(koben);
-    const Table result = m_db.table(grouping.statement());
+    std::optional<Table> result;
+    const bool whole = run("Die Gruppierung wird berechnet ...", 1, nullptr, [&](Progress& progress) {
+        result = m_db.table(grouping.statement(), [&](qint64) { return progress.step(0); });
+    });
+    if (!whole || !result) return;
     Label1.setText("Ergebnis (" + grouping.caption + u')');
     datali.clear();
-    datali.bind(result);
-    datali.explain = Gruppierung_herleiten(m_db, grouping, result);
+    datali.bind(*result);
+    datali.explain = Gruppierung_herleiten(m_db, grouping, *result);
 }
 
 void PB_Gruppierungen::ok_Click() {

@@ -76,10 +76,16 @@ qsizetype feldInMarken(QStringView rest, QChar trenner, QString& feld) {
     return -1;
 }
 
+/// C0, C1, and the two separators that break lines.
+bool isControl(QChar c) {
+    return c < u' ' || (c >= QChar(0x7f) && c < QChar(0xa0)) || c == QChar::LineSeparator ||
+           c == QChar::ParagraphSeparator;
+}
+
 /// Makes each run of control characters one blank; false where there is none.
 bool replaceControls(QString& field) {
+    if (std::none_of(field.cbegin(), field.cend(), isControl)) return false;
     static const QRegularExpression controls(QStringLiteral("[\\p{Cc}\\x{2028}\\x{2029}]+"));
-    if (!field.contains(controls)) return false;
     field.replace(controls, QStringLiteral(" "));
     return true;
 }

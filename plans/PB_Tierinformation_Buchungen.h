@@ -2,8 +2,8 @@
 // The bookings of chosen animals: table by table with the fields that the farmer picks, or as one list of events.
 #include <array>
 
-#include "plans/Buchungsbericht.h"
 #include "output/Tierbericht.h"
+#include "plans/Buchungsbericht.h"
 
 namespace koben {
 

@@ -174,8 +174,41 @@ private:
 
 }  // namespace
 
-std::shared_ptr<TableData> readTable(Connection& connection, const Command& command,
-                                     const std::function<bool(qint64 rows)>& go) {
+namespace {
+
+/// While it lives `go` is asked within the steps of a statement too: sorting and grouping come before the first row.
+class Asking {
+public:
+    Asking(sqlite3* file, const std::function<bool(qint64 rows)>& go) : m_file(go ? file : nullptr), m_go(go) {
+        constexpr int instructionsPerQuestion = 200000;
+        if (m_file) sqlite3_progress_handler(m_file, instructionsPerQuestion, &Asking::ask, this);
+    }
+    ~Asking() {
+        if (m_file) sqlite3_progress_handler(m_file, 0, nullptr, nullptr);
+    }
+    Asking(const Asking&) = delete;
+    Asking& operator=(const Asking&) = delete;
+
+    bool on(qint64 rows) {
+        m_rows = rows;
+        m_stopped = m_stopped || (m_go && !m_go(rows));
+        return !m_stopped;
+    }
+    bool stopped() const { return m_stopped; }
+
+private:
+    static int ask(void* self) {
+        auto& asking = *static_cast<Asking*>(self);
+        if (asking.m_stopped) return 0;  // what tidies up afterwards runs through
+        return asking.on(asking.m_rows) ? 0 : 1;
+    }
+    sqlite3* const m_file;
+    const std::function<bool(qint64 rows)>& m_go;
+    qint64 m_rows = 0;
+    bool m_stopped = false;
+};
+
+std::shared_ptr<TableData> readRows(Connection& connection, const Command& command, Asking& asking) {
     constexpr size_t rowsPerQuestion = 4096;
     const sql::Plan& plan = *command.plan;
     if (plan.kind == sql::Plan::Kind::Pivot) return readPivot(connection, command);
@@ -190,9 +223,22 @@ std::shared_ptr<TableData> readTable(Connection& connection, const Command& comm
         for (size_t i = 0; i < plan.fields.size(); ++i)
             appendCell((*data->columns)[i], loan.get(), static_cast<int>(i), plan.fields[i].type);
         ++data->rows;
-        if (data->rows % rowsPerQuestion == 0 && go && !go(static_cast<qint64>(data->rows))) return nullptr;
+        if (data->rows % rowsPerQuestion == 0 && !asking.on(static_cast<qint64>(data->rows))) return nullptr;
     }
     return data;
+}
+
+}  // namespace
+
+std::shared_ptr<TableData> readTable(Connection& connection, const Command& command,
+                                     const std::function<bool(qint64 rows)>& go) {
+    Asking asking(connection.file(), go);
+    try {
+        return readRows(connection, command, asking);
+    } catch (const DatabaseError&) {
+        if (!asking.stopped()) throw;
+        return nullptr;
+    }
 }
 
 std::shared_ptr<TableData> readPivot(Connection& connection, const Command& command) {

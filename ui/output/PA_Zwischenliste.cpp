@@ -17,6 +17,9 @@ LAYOUT(PA_Zwischenliste) {
         previewTable(*print->window(), form.koben, form.gridli, Berichtstitel(form.koben));
     });
     leadsToAnimals(form.gridli);
+    bool named = form.gridli.explain != nullptr;  // a list of figures: its rows keep their name when scrolled sideways
+    for (int i = 1; named && i <= form.gridli.rowCount(); ++i) named = !form.gridli.cell(i, 1).isEmpty();
+    if (named) form.gridli.rowTitle = [&list = form.gridli](int number) { return list.cell(number, 1); };
     const Piece list = grid(form.gridli, QStringLiteral("Die Liste ist leer."));
     auto* explain = new QPushButton(QStringLiteral("&Zahl herleiten"));
     explain->setAutoDefault(false);
