@@ -111,7 +111,8 @@ TEST_F(Deckungsbeitragstest, JedeZelleWieIhreAnweisungenUndIhreHerleitung) {
     const char* const filters[] = {"", "Selektiert = 'X'", "Art = 'Sau'", "Art = 'Eber'", "Art = 'Mast'"};
     for (int option = 0; option < 5; ++option) {
         in<PB_Deckungsbeitrag>("PB_Deckungsbeitrag", [&](PB_Deckungsbeitrag& form) {
-            play(form, "t(0)=2022; t(1)=2024; tzahl(0)=100,5; tzahl(1)=50; tzahl(2)=33; alletier(0); optiauswertung(0)");
+            play(form,
+                 "t(0)=2022; t(1)=2024; tzahl(0)=100,5; tzahl(1)=50; tzahl(2)=33; alletier(0); optiauswertung(0)");
             form.optitieraus[option].click();
             form.ok.click();
             const QString filter = filters[option], where = filter.isEmpty() ? "" : " where " + filter;
