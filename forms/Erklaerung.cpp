@@ -4,17 +4,9 @@
 
 namespace koben {
 
-std::vector<std::pair<QString, QString>> Explanation::figures() const {
-    std::vector<std::pair<QString, QString>> found;
-    if (numerator) found.emplace_back(QStringLiteral("Zähler"), *numerator);
-    if (denominator) found.emplace_back(QStringLiteral("Nenner"), *denominator);
-    if (value) found.emplace_back(QStringLiteral("Wert"), *value);
-    return found;
-}
-
-void Explanation::fill(Grid& grid) const {
-    for (const Column& column : columns) grid.addColumn(column);
-    for (const Line& line : lines) grid.addValues(line.cells, line.animal);
+void Erklaerung_fuellen(Grid& grid, const Explanation& told) {
+    for (const Column& column : told.columns) grid.addColumn(column);
+    for (const Explanation::Line& line : told.lines) grid.addValues(line.cells, line.animal);
 }
 
 void Zelle_erklaeren(Grid& list, int row, int column) {

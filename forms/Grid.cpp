@@ -5,7 +5,6 @@
 #include <numeric>
 
 #include "core/PZ_Koben_Subs.h"
-#include "forms/Erklaerung.h"
 #include "store/Collation.h"
 
 namespace koben {
@@ -48,6 +47,14 @@ int compareDates(const QString& a, const QString& b) {
 }
 
 }  // namespace
+
+std::vector<std::pair<QString, QString>> Explanation::figures() const {
+    std::vector<std::pair<QString, QString>> found;
+    if (numerator) found.emplace_back(QStringLiteral("Zähler"), *numerator);
+    if (denominator) found.emplace_back(QStringLiteral("Nenner"), *denominator);
+    if (value) found.emplace_back(QStringLiteral("Wert"), *value);
+    return found;
+}
 
 void Grid::clear() {
     m_columns.clear();
@@ -467,10 +474,6 @@ bool Grid::editByUser(int row, int column, const QString& text) {
         if (onEdited) onEdited(row, column, text);
     });
     return true;
-}
-
-void Grid::explainByUser(int row, int column) {
-    act([&] { Zelle_erklaeren(*this, row, column); });
 }
 
 bool Grid::key(Key key) {

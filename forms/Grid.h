@@ -11,8 +11,6 @@
 
 namespace koben {
 
-struct Explanation;
-
 enum class Align : quint8 { Left = 0, Right = 1, Centre = 2 };
 enum class Sort : quint8 { Text = 0, Number = 1, Date = 2 };
 
@@ -25,6 +23,23 @@ struct Column {
     QString caption = {};    ///< what the window shows above the column; the title where empty
     bool technical = false;  ///< of no use to a reader (row ids); the window hides it
     int decimals = -1;       ///< digits that a number shows behind its comma; -1 as many as it has
+};
+
+/// Where a figure in a list comes from: what it means, what it is made of, and the bookings or animals behind it.
+struct Explanation {
+    QString sentence;  ///< what the figure is, in German
+    /// The figure and, where it is a quotient, its parts, as they read. The columns of the rows named like them,
+    /// "Zähler", "Nenner" and "Wert", add up to them.
+    std::optional<QString> numerator = {}, denominator = {}, value = {};
+    struct Line {
+        QList<Value> cells;
+        qint64 animal = 0;  ///< ID of the animal that the line is about, 0 for none
+    };
+    std::vector<Column> columns = {};
+    std::vector<Line> lines = {};
+
+    /// "Zähler", "Nenner" and "Wert" with their values, as far as there are any.
+    std::vector<std::pair<QString, QString>> figures() const;
 };
 
 class Grid : public Control {
@@ -128,8 +143,6 @@ public:
     void resizeByUser(int column, int width);
     /// In-place editing, finished as with Enter. False where the grid does not edit that cell.
     bool editByUser(int row, int column, const QString& text);
-    /// Shows where a cell comes from.
-    void explainByUser(int row, int column);
     bool key(Key key) override;
 
     std::function<void()> onRowChange, onClick, onDoubleClick, onRightClick, onDelete;

@@ -209,7 +209,7 @@ std::optional<Explanation> Bericht::explainMeansAndSums(const Grid& grid, int ro
         told.lines.push_back({std::move(cells), grid.animal(r)});
     }
     told.sentence =
-        QStringLiteral("%1 der Spalte „%2“ über die %3 Zellen, die nicht leer und nicht 0 sind. ")
+        QStringLiteral("%1 der Spalte „%2“ über alle Zellen, die nicht leer und nicht 0 sind (%3). ")
             .arg(mean ? "Mittelwert" : "Summe", grid.column(column).title)
             .arg(total.count) +
         (leftOut.isEmpty() ? QStringLiteral("Keine Zelle ist ausgelassen.")

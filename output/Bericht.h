@@ -2,7 +2,6 @@
 // The shape of a report: choices that are remembered, a run with progress and cancel, one hand-over to list or text. A
 // report says only what is its own: its controls, where their choices are kept, and what a run puts into the grid.
 #include "core/Konfig.h"
-#include "forms/Erklaerung.h"
 #include "forms/Form.h"
 #include "forms/Liste.h"
 

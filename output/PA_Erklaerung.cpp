@@ -24,7 +24,7 @@ void PA_Erklärung::Load() {
         if (there) wert[i].setText(figures[static_cast<size_t>(i)].second);
         bez[i].setVisible(there), wert[i].setVisible(there);
     }
-    told.fill(gridli);
+    Erklaerung_fuellen(gridli, told);
 }
 
 }  // namespace koben

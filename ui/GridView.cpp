@@ -252,7 +252,7 @@ void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void GridView::explainCurrent() {
     const int column = std::max(currentIndex().column(), 0) + 1;
-    guarded([&] { model().explainByUser(model().row(), column); });
+    guarded([&] { model().form().act([&] { Zelle_erklaeren(model(), model().row(), column); }); });
 }
 
 void GridView::contextMenuEvent(QContextMenuEvent* event) {

@@ -82,8 +82,8 @@ TEST(Zwischenliste, AFigureIsExplainedWhereverItsRowStands) {
                 [](PA_Zwischenliste& again) { EXPECT_FALSE(again.gridli.explanation(1, 1)); });
             why.ok.click();
         });
-        f.gridli.explainByUser(3, 2);  // the row of a, added as the second
-        f.gridli.explainByUser(3, 1);
+        Zelle_erklaeren(f.gridli, 3, 2);  // the row of a, added as the second
+        Zelle_erklaeren(f.gridli, 3, 1);
         EXPECT_TRUE(f.gridli.load(run.path("gridli.txt")));
         EXPECT_FALSE(f.gridli.explanation(1, 2)) << "a list from its file alone has nobody who explains it";
     });

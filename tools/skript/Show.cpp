@@ -70,7 +70,7 @@ void show(const Explanation& told, Koben& koben, Transcript& transcript) {
     transcript.printed(QStringLiteral("="));
     Form nowhere(koben, QString(), QString());
     Grid behind(nowhere, QStringLiteral("gridli"));
-    told.fill(behind);
+    Erklaerung_fuellen(behind, told);
     showGrid(behind, transcript);
 }
 

@@ -1,6 +1,5 @@
 #include "output/PA_Zwischenliste.h"
 
-#include "forms/Erklaerung.h"
 #include "output/Uebergabe.h"
 #include "ui/GridView.h"
 #include "ui/Layout.h"
