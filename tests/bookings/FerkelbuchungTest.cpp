@@ -118,6 +118,40 @@ TEST_F(FerkelbuchungTest, beiMehrerenSauenWirdNichtGeprüft) {
     EXPECT_EQ(show("select Muttersau, Einnahmen, Kennung from Ferkelverkauf"), "11 30 1 | 12 30 2");
 }
 
+TEST_F(FerkelbuchungTest, dieListe) {
+    for (const auto& [list, table, count] :
+         {std::tuple<QString, QString, QString>{Verlustliste, "Verluste", "Anzahl_Ferkel"},
+          {Handelsliste, "Ferkelverkauf", "Anzahl_Verkauf"}}) {
+        aufListe(list, [&](Ferkelliste& form) { play(form, "ändern; löschen; kopieren"); });
+        EXPECT_TRUE(says({"! *den Sie ändern möchten.", "! *den Sie löschen möchten.", "! *der kopiert werden soll!"}));
+        for (int i = 1; i <= 3; ++i)
+            sql("insert into %1 (Datum, %2, Kennung, Kommentar) values (#07/0%3/2026#, %4, 1, 'k')", table, count,
+                4 - i, i);
+        aufListe(list, [&](Ferkelliste& form) {
+            EXPECT_EQ(form.li.row(), 3);  // the newest
+            form.li.choose(2);
+            screens.inputs = {"  ", "31.2.", "1207"};
+            play(form, "kopieren; kopieren; kopieren");
+            EXPECT_TRUE(says({"?= *", "?= *", "! Es wird keine Kopie erstellt, weil das Datum nicht*", "?= *"}));
+            EXPECT_EQ(form.li.cell(form.li.row(), u"ID"), "2");  // not the copy
+            EXPECT_EQ(form.li.cell(4, u"Datum"), "12.07.2026");
+            form.li.choose(1);
+            koben.Konfig_Zahl[Zahl::LoeschenBestaetigen] = 1;
+            screens.answers = {false, true};
+            form.löschen.click();
+            EXPECT_EQ(form.li.rowCount(), 4);
+            form.löschen.click();
+            EXPECT_EQ(form.li.rowCount(), 3);
+        });
+        EXPECT_EQ(show("select Datum, " + count + ", Kennung, Kommentar from " + table + " order by ID"),
+                  "03.07.2026 1 1 k | 02.07.2026 2 1 k | 12.07.2026 2 1 k");
+        EXPECT_TRUE(actions[0].endsWith("vom 02.07.2026 auf 12.07.2026 kopiert") &&
+                    actions[1].endsWith("vom 01.07.2026 gelöscht"));
+        actions.clear();
+        texts();
+    }
+}
+
 /// What changes one by one comes to its place in the list, as if all were read.
 TEST_F(FerkelbuchungTest, dieListeWieNeuGelesen) {
     const auto cells = [](const Grid& grid) {
