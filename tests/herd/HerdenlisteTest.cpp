@@ -97,6 +97,23 @@ TEST(HerdenlisteTest, erinnerungAnUpdates) {
     }
 }
 
+TEST(HerdenlisteTest, startMitUnmöglichenEinstellungen) {
+    Herdenhof farm;
+    farm.tier("1");
+    farm.koben.Konfig_Zahl[Zahl::FilterAnzeige] = 77;
+    farm.koben.Konfig_Zahl[Zahl::FilterVerkauft] = -3;
+    farm.koben.Konfig_Zahl[Zahl::ListeSortSpalte] = 999;
+    farm.koben.Konfig_Zahl[Zahl::ListeSortRichtung] = 9;
+    farm.koben.Konfig_Text[Text::Sortierung1] = "Gibtsnicht";
+    Einstellungen_sichern(farm.koben);
+    farm.start([&](PA_Koben& main) {
+        EXPECT_EQ(main.optianzeige.selected() + main.optiverkauft.selected(), 0);
+        EXPECT_EQ(nummern(main.datali), "1");
+        EXPECT_EQ(farm.koben.Konfig_Zahl[Zahl::ListeSortSpalte], 1);
+        EXPECT_EQ(farm.koben.Konfig_Zahl[Zahl::ListeSortRichtung], 0);
+    });
+}
+
 TEST(HerdenlisteTest, schließenMerktFilterUndFragtNachDerSicherung) {
     const struct {
         const char *last, *after;
@@ -174,6 +191,20 @@ TEST(HerdenlisteTest, sucheUndWeiterschalten) {
         EXPECT_EQ(main.datali.row(), 4);
         EXPECT_TRUE(
             main.Text1.text().startsWith("TIERDATEN\r\nArt:                 Sau\r\nNummer:              A*\r\n"));
+    });
+}
+
+/// What another form changed shows at the return, with the row kept and the status derived before.
+TEST(HerdenlisteTest, rückkehrAusEinerMaske) {
+    Herdenhof farm;
+    for (const char* number : {"1", "2", "3"}) farm.tier(number);
+    farm.start([&](PA_Koben& main) {
+        main.datali.choose(2);
+        farm.menue<PB_Neues_Schwein>(main, "XB_neueschweine",
+                                     [](PB_Neues_Schwein& form) { play(form, "kom(0)=Sau; t(0)=4; ok"); });
+        EXPECT_EQ(nummern(main.datali), "1 2 3 4");
+        EXPECT_EQ(main.datali.row(), 2);
+        EXPECT_EQ(farm.koben.Status_neu_berechnen, 0);
     });
 }
 

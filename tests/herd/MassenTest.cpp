@@ -62,5 +62,34 @@ TEST(MassenTest, ferkelInDieMast) {
     }
 }
 
+TEST(MassenTest, neueStallnummer) {
+    const QString question = "? Sollen bei den 2 Schweinen neue Stallnummern zugeordnet werden? => ";
+    const QString prompt = "?= Welche Stallnr*", none = "! Es wurde keine Stall-Nr eingegeben.*";
+    const struct {
+        std::vector<int> marks;
+        std::deque<bool> answers;
+        std::deque<QString> inputs;
+        QStringList texts;
+        const char* stalls;
+    } table[] = {
+        {{}, {}, {}, {NichtsMarkiert}, "- | - | - | -"},
+        {{2, 3}, {false}, {}, {question + "nein"}, "- | - | - | -"},
+        {{2, 3}, {true}, {"          B7"}, {question + "ja", prompt, none}, "- | - | - | -"},
+        {{2, 3}, {true}, {" Abteil'7-123"}, {question + "ja", prompt}, "- | Abteil`7- | Abteil`7- | -"},
+    };
+    for (const auto& row : table) {
+        Stall farm;
+        farm.screens.answers = row.answers;
+        farm.screens.inputs = row.inputs;
+        farm.work(row.marks, "XB_Stallnrneuzuordnen");
+        EXPECT_TRUE(farm.says(row.texts));
+        EXPECT_EQ(farm.show("select Stallnr from Sauen"), row.stalls);
+        EXPECT_EQ(farm.actions.join(""), row.texts.size() == 2 && row.inputs.front() != "          B7"
+                                             ? "Stallnr Abteil`7- für 2 Ferkel"
+                                             : "");
+        EXPECT_EQ(farm.show("select count(*) from Stammdaten_Stallnummer"), "0");
+    }
+}
+
 }  // namespace
 }  // namespace koben

@@ -182,5 +182,24 @@ TEST_F(NeuesSchwein, wartezeitWarntNachDemSpeichern) {
     }
 }
 
+TEST_F(NeuesSchwein, weiterschaltenGehtImKreis) {
+    for (const char* number : {"1", "2", "3"}) tier(number);
+    ändern(3, [&](Screen& form) {
+        QString shown;
+        for (int index : {0, 0, 1, 1, 1}) {
+            shown += form.t[0].text();
+            form.oknächster[index].click();
+        }
+        EXPECT_EQ(shown + form.t[0].text(), "312132");
+        play(form, "t(0)=3; oknächster(0)");  // goes nowhere while a rule fails
+        EXPECT_EQ(koben.herdList->herd().row(), 2);
+    });
+    sql("delete from Sauen where ID > 1");
+    ändern(1, [](Screen& form) {
+        form.oknächster[0].click();
+        EXPECT_EQ(form.t[0].text(), "1");
+    });
+}
+
 }  // namespace
 }  // namespace koben

@@ -136,5 +136,23 @@ TEST_F(Arbeitsplan, SaysWhatIsMissingInTheOrderOfARun) {
     EXPECT_EQ(screens.waiting, 0);
 }
 
+TEST_F(Arbeitsplan, ChoicesAreKeptWithTheClosingButtonButTheMarkedWorkIsNotMarkedAgain) {
+    plan([](Plan& form) {
+        play(form, "woche(3); optisort(3); kon(1); wartezeit; konnurweiblich; t(0)=ja; t(1)=.");
+        form.liarplan.mark({0, 3});
+        form.closeBox();
+    });
+    EXPECT_EQ(koben.Konfig_Text[Text::PlanArten], ";Belegung;Trächtigkeitskontr.;");
+    koben.Konfig_Zahl[Zahl::PlanFeldGruppe] = 2;
+    plan([](Plan& form) {
+        EXPECT_EQ(form.Bezeichnung1.text(), "bis 11.08.2026");
+        EXPECT_EQ(form.optisort.selected(), 3);
+        EXPECT_TRUE(form.kon[1].checked() && form.wartezeit.checked() && form.konnurweiblich.checked());
+        EXPECT_FALSE(form.kon[0].checked() || form.kon[3].checked());
+        EXPECT_EQ(textsOf(form, "t(0) t(1)"), "ja|.");
+        EXPECT_EQ(form.liarplan.markedCount(), 0);
+    });
+}
+
 }  // namespace
 }  // namespace koben
