@@ -111,7 +111,8 @@ TEST_F(Deckungsbeitragstest, JedeZelleWieIhreAnweisungenUndIhreHerleitung) {
     const char* const filters[] = {"", "Selektiert = 'X'", "Art = 'Sau'", "Art = 'Eber'", "Art = 'Mast'"};
     for (int option = 0; option < 5; ++option) {
         in<PB_Deckungsbeitrag>("PB_Deckungsbeitrag", [&](PB_Deckungsbeitrag& form) {
-            tun(form, "t(0)=2022; t(1)=2024; tzahl(0)=100,5; tzahl(1)=50; tzahl(2)=33; alletier(0); optiauswertung(0)");
+            play(form,
+                 "t(0)=2022; t(1)=2024; tzahl(0)=100,5; tzahl(1)=50; tzahl(2)=33; alletier(0); optiauswertung(0)");
             form.optitieraus[option].click();
             form.ok.click();
             const QString filter = filters[option], where = filter.isEmpty() ? "" : " where " + filter;
@@ -129,7 +130,7 @@ TEST_F(Deckungsbeitragstest, JedeZelleWieIhreAnweisungenUndIhreHerleitung) {
             closing();
             EXPECT_EQ(gridText(form.gridli).mid(1), expected) << option;
             expectExplained(form.gridli, 2);
-            tun(form, "optiauswertung(1)");
+            play(form, "optiauswertung(1)");
             for (int i : {0, 2, 3}) form.kontier[i].setChecked(false);
             form.kontier[1].setChecked(true);
             form.ok.click();
@@ -164,15 +165,15 @@ TEST_F(Deckungsbeitragstest, JahreAnIhrenGrenzen) {
     };
     in<PB_Deckungsbeitrag>("PB_Deckungsbeitrag", [&](PB_Deckungsbeitrag& form) {
         for (const auto& [from, to, said] : cases) {
-            texte();
-            tun(form, "t(0)=%1; t(1)=%2; ok", from, to);
-            EXPECT_TRUE(sagt(said.isEmpty() ? QStringList() : QStringList{said})) << from << " " << to;
+            texts();
+            play(form, "t(0)=%1; t(1)=%2; ok", from, to);
+            EXPECT_TRUE(says(said.isEmpty() ? QStringList() : QStringList{said})) << from << " " << to;
         }
-        EXPECT_EQ(zeigt(form, "t(0) t(1)"), "2026|2026");
-        tun(form, "t(0)=2001; t(1)=2002; tzahl(0)=365; konkost(9); ok");
+        EXPECT_EQ(textsOf(form, "t(0) t(1)"), "2026|2026");
+        play(form, "t(0)=2001; t(1)=2002; tzahl(0)=365; konkost(9); ok");
         EXPECT_EQ(gridText(form.gridli), QStringList({"Jahr|A_Futterkosten|Summe", "2001|183,00 €|-183,00 €",
                                                       "2002|364,00 €|-364,00 €", "SUMME|547,00 €|-547,00 €"}));
-        tun(form, "optiauswertung(1); ok");
+        play(form, "optiauswertung(1); ok");
         EXPECT_EQ(gridText(form.gridli).last(), "SUMME548,00 €|-548,00 €");
     });
 }

@@ -26,15 +26,15 @@ struct Gruppierungstest : testing::Test, Auswertungshof {
     }
     /// What the list shows after a button.
     QStringList shown(PB_Gruppierungen& form, const QString& steps) {
-        tun(form, steps);
+        play(form, steps);
         return gridText(form.datali);
     }
 };
 
 TEST_F(Gruppierungstest, ZeilenSpaltenUndZellen) {
     in<PB_Gruppierungen>("PB_Gruppierungen", [&](PB_Gruppierungen& form) {
-        tun(form, "ok");
-        EXPECT_TRUE(sagt({"! Keine zu listenden Daten gefunden"}));
+        play(form, "ok");
+        EXPECT_TRUE(says({"! Keine zu listenden Daten gefunden"}));
         EXPECT_EQ(shown(form, "kom(0)=Gruppe; auswertungok(0)"),
                   QStringList({"Gruppe|Anzahl|<>||<>|1_2|1_2|10|9|Nummer|O`B", "|2||||||1|1||", "|2|||1||||||1",
                                "Alt|6|1|1||1|1|||1|1"}));

@@ -23,7 +23,7 @@ struct Logiktest : testing::Test, Auswertungshof {
     QStringList run(const QString& steps = "optiwoche(0)") {
         QStringList found;
         in<PB_Logiktest>("PB_Logiktest", [&](PB_Logiktest& form) {
-            tun(form, steps + "; ok");
+            play(form, steps + "; ok");
             found = gridText(form.gridli).mid(1);
         });
         return found;

@@ -289,11 +289,11 @@ TEST(Statistik, EveryRunIsThatOfAQueryAnAnimalAndMeasure) {
         farm.fill();
         const bool period = round % 2 == 1;
         farm.in<PB_Statistiken>("PB_Statistiken", [&](PB_Statistiken& form) {
-            tun(form, "tdat(0)=01.03.2024; tdat(1)=28.02.2025; t(0)=22; t(1)=26; t(3)=4");
+            play(form, "tdat(0)=01.03.2024; tdat(1)=28.02.2025; t(0)=22; t(1)=26; t(3)=4");
             form.kon[0].setChecked(period);
             for (const int run : {0, 1, 2, 3, 4, 6}) {
                 form.sstab.setFront(run == 3 || run == 4 ? 1 : 0);
-                tun(form, run == 6 ? "t(2)=1; t(3)=2" : "t(2)=2; t(3)=4");
+                play(form, run == 6 ? "t(2)=1; t(3)=2" : "t(2)=2; t(3)=4");
                 for (ListBox* list : {&form.li1, &form.li2})
                     for (int i = 0; i < list->items().size(); ++i) list->setMarked(i, true);
                 form.gridli.clear();

@@ -52,15 +52,15 @@ struct Ferkelhof : testing::Test, Buchungshof {
         form.gridli.click();
     }
     QString imBestand() const {
-        return zeige("select Nummer from Sauen where Art = 'Ferkel' and Abgangsdatum IS NULL order by ID");
+        return show("select Nummer from Sauen where Art = 'Ferkel' and Abgangsdatum IS NULL order by ID");
     }
     QString handel() const {
-        return zeige(
+        return show(
             "select Datum, Anzahl_Einkauf, Anzahl_Verkauf, Preis_je_Stück, Einnahmen, Ausgaben, Stück_Gewicht_kg, "
             "Gesamtgewicht_kg, Kunde, Muttersau, Kommentar, Kennung from Ferkelverkauf order by ID");
     }
     QString verluste() const {
-        return zeige(
+        return show(
             "select Datum, Anzahl_Ferkel, Grund, Kosten, Muttersau, Kommentar, Bemerkung, Kennung from Verluste order "
             "by ID");
     }

@@ -20,7 +20,7 @@ using Steps = std::pair<const char*, const char*>;  ///< "1=30 2=290", typed int
 template <class E>
 void pruefe(E& form, const Steps& c) {
     for (const QString& step : QString(c.first).split(u' '))
-        eingeben(form.tz[step.section(u'=', 0, 0).toInt()], step.section(u'=', 1));
+        typeInto(form.tz[step.section(u'=', 0, 0).toInt()], step.section(u'=', 1));
     EXPECT_EQ(figures(form), c.second) << c.first;
 }
 
@@ -82,7 +82,7 @@ void zufall(E& form, int counts, void (*naive)(Cents&, int), unsigned seed) {
         const int i = to(form.tz.count());
         const qint64 value = to(4) == 0 ? 0 : to(i < counts ? 60 : 100000);
         expected[static_cast<size_t>(i)] = value;
-        eingeben(form.tz[i], text(i, value));
+        typeInto(form.tz[i], text(i, value));
         naive(expected, i);
         QStringList texts;
         for (int k = 0; k < form.tz.count(); ++k) texts += text(k, expected[static_cast<size_t>(k)]);
@@ -99,18 +99,18 @@ TEST_F(HandelsrechnungTest, zufallsfolgenGegenDasNaiveModell) {
 
 TEST_F(HandelsrechnungTest, pfeileRechnenMit) {
     neu<Sauverkauf>(Ferkelverkauf, {1}, [&](Sauverkauf& form) {
-        eingeben(form.tz[1], "2");
+        typeInto(form.tz[1], "2");
         form.UpDown.up();
         EXPECT_EQ(figures(form), "2 2,00 4,00 0,00 0,00");
         EXPECT_EQ(form.gridli.markedRows(), std::vector<int>({1, 2}));
         for (int i = 0; i < 3; ++i) form.UpDown.down();
         EXPECT_EQ(figures(form), "1 2,00 2,00 0,00 0,00");
-        eingeben(form.tz[0], "999");
+        typeInto(form.tz[0], "999");
         form.UpDown.up();
         EXPECT_EQ(form.tz[0].text(), "999");
     });
     hof<Hofhandel>([&](Hofhandel& form) {
-        eingeben(form.tz[2], "2");
+        typeInto(form.tz[2], "2");
         form.UpDown[0].up();
         form.UpDown[1].up();
         form.UpDown[1].up();

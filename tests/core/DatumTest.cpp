@@ -6,54 +6,21 @@
 namespace koben {
 namespace {
 
-const QString heute = QStringLiteral("15.07.2026");
+const QString today = "15.07.2026";
 
 /// TEXT|COMPLETED|TODAY where it is another day.
 TEST(Datum, HalfTypedDatesAreCompleted) {
-    const auto check = [](const Zeile& c) {
-        EXPECT_EQ(Datum_ergaenzen(c[0], c[2].isEmpty() ? heute : c[2]), c[1]) << c[0].toStdString();
+    const auto check = [](const Row& c) {
+        EXPECT_EQ(Datum_ergaenzen(c[0], c[2].isEmpty() ? today : c[2]), c[1]) << c[0].toStdString();
     };
-    for (const char* row : {"",
-                            "   ",
-                            "3|03.07.2026",
-                            "0",
-                            "a",
-                            "31|31.07.2026",
-                            "32|03.02.2026",
-                            "45|04.05.2026",
-                            "99|09.09.2026",
-                            "123",
-                            "0302|03.02.2026",
-                            "3102",
-                            "2902|29.02.2028|01.01.2028",
-                            "01022",
-                            "03022026|03.02.2026",
-                            "0302202",
-                            "3.2|03.02.2026",
-                            "3.2.|03.02.2026",
-                            "13.12|13.12.2026",
-                            "3.|03.07.2026",
-                            ".3",
-                            "123.2",
-                            "29.02.",
-                            "29.02.|29.02.2028|01.01.2028",
-                            "1.2.30|01.02.1930",
-                            "1.2.29|01.02.2029",
-                            "11.2.26.|11.02.2026",
-                            "1.12.26.|01.12.2026",
-                            "1.2.2024|01.02.2024",
-                            "1.2.2024.|01.02.2024",
-                            " 01.02.2024 |01.02.2024",
-                            "01.02.2024.|01.02.2024",
-                            "31.02.2024",
-                            "3.2..",
-                            "1.2.3",
-                            "1.2.345",
-                            "...",
-                            "abc",
-                            "abcdefghij",
-                            "-5"})
-        check(row);
+    for (const char* row : {"", "   ", " 01.02.2024 |01.02.2024"}) check(row);
+    const char* const rows =
+        "3|03.07.2026 0 a 31|31.07.2026 32|03.02.2026 45|04.05.2026 99|09.09.2026 123 0302|03.02.2026 3102 "
+        "2902|29.02.2028|01.01.2028 01022 03022026|03.02.2026 0302202 3.2|03.02.2026 3.2.|03.02.2026 "
+        "13.12|13.12.2026 3.|03.07.2026 .3 123.2 29.02. 29.02.|29.02.2028|01.01.2028 1.2.30|01.02.1930 "
+        "1.2.29|01.02.2029 11.2.26.|11.02.2026 1.12.26.|01.12.2026 1.2.2024|01.02.2024 1.2.2024.|01.02.2024 "
+        "01.02.2024.|01.02.2024 31.02.2024 3.2.. 1.2.3 1.2.345 ... abc abcdefghij -5";
+    for (const QString& row : QString(rows).split(u' ')) check(row.toUtf8().constData());
     check("31||15.06.2026");                // June has no 31st
     check("40");                            // month 0
     check("010299|01.02.2099");             // the century of today
@@ -77,22 +44,22 @@ TEST(Datum, TheDateTestTakesDottedDatesWithAYear) {
 }
 
 TEST(Datum, YearsAreCompleted) {
-    for (const Zeile c : {"|2026", "7|2007", " 7 |2007", "49|2049", "50|1950", "99|1999", "5a|195a", "4z|204z", "123|",
-                          "2024|2024", "20245|20245"})
-        EXPECT_EQ(Jahr_ergaenzen(c[0], heute), c[1]) << c[0].toStdString();
+    for (const Row c : {"|2026", "7|2007", " 7 |2007", "49|2049", "50|1950", "99|1999", "5a|195a", "4z|204z", "123|",
+                        "2024|2024", "20245|20245"})
+        EXPECT_EQ(Jahr_ergaenzen(c[0], today), c[1]) << c[0].toStdString();
 }
 
 /// TEXT|RESULT|what the caller's variable holds afterwards.
 TEST(Datum, SortKeysAndLiteralsCompleteTheCallersVariable) {
-    for (const Zeile c :
+    for (const Row c :
          {"24.12.2025|20251224|24.12.2025", "24.12.25|20251224|24.12.2025", "1.2.2024|20240201|01.02.2024", "||",
           "01.02.2024 10:30:00|20240201|01.02.2024 10:30:00", "abc|ab|abc", "unbekann|nnekun|unbekann"}) {
         QString text = c[0];
         EXPECT_EQ(Datum_als_Text(text), c[1]) << c[0].toStdString();
         EXPECT_EQ(text, c[2]) << c[0].toStdString();
     }
-    for (const Zeile c : {"24.12.2025|#12/24/2025#|24.12.2025", "1.2.99|#02/01/1999#|01.02.1999",
-                          "01.02.2024 10:30:00|#02/01/2024#|01.02.2024", "|#//#|"}) {
+    for (const Row c : {"24.12.2025|#12/24/2025#|24.12.2025", "1.2.99|#02/01/1999#|01.02.1999",
+                        "01.02.2024 10:30:00|#02/01/2024#|01.02.2024", "|#//#|"}) {
         QString text = c[0];
         EXPECT_EQ(Sql_Datum(text), c[1]) << c[0].toStdString();
         EXPECT_EQ(text, c[2]) << c[0].toStdString();
@@ -101,10 +68,10 @@ TEST(Datum, SortKeysAndLiteralsCompleteTheCallersVariable) {
 }
 
 TEST(Datum, ShortAndLongDisplay) {
-    EXPECT_EQ(Datum_kurz(QStringLiteral("4.5.2026")), QStringLiteral("04.05.26"));
-    EXPECT_EQ(Datum_kurz(QString()), QStringLiteral("        "));
-    EXPECT_EQ(Datum_kurz(QStringLiteral("31.6.2026")), QStringLiteral("        "));
-    EXPECT_EQ(Datum_als_Anzeige(QDate(2026, 5, 4)), QStringLiteral("04.05.2026"));
+    EXPECT_EQ(Datum_kurz(QStringLiteral("4.5.2026")), "04.05.26");
+    EXPECT_EQ(Datum_kurz(QString()), "        ");
+    EXPECT_EQ(Datum_kurz(QStringLiteral("31.6.2026")), "        ");
+    EXPECT_EQ(Datum_als_Anzeige(QDate(2026, 5, 4)), "04.05.2026");
     EXPECT_EQ(Datum_als_Anzeige(QDate()), QString());
 }
 

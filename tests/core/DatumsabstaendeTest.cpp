@@ -9,12 +9,12 @@
 namespace koben {
 namespace {
 
-/// One call; `zeilen` are the lines of the hint, joined by "|".
-struct Fall {
-    const char *modus, *belegung, *traechtigkeit, *ferkelung, *absetzung, *geburt, *zeilen;
+/// One call; `lines` are the lines of the hint, joined by "|".
+struct Case {
+    const char *mode, *belegung, *traechtigkeit, *ferkelung, *absetzung, *geburt, *lines;
 };
 
-Variablen einstellungen(int zyklus, int geburt) {
+Variablen settings(int zyklus, int geburt) {
     Variablen v;
     Einstellungen_vorgeben(v, 2026);
     v.Konfig_Zahl[Zahl::ZyklusPruefen] = static_cast<qint16>(zyklus);
@@ -22,13 +22,13 @@ Variablen einstellungen(int zyklus, int geburt) {
     return v;
 }
 
-QString pruefe(const Variablen& v, const Fall& c) {
+QString check(const Variablen& v, const Case& c) {
     const auto text = [](const char* s) { return QString::fromUtf8(s); };
-    return Datumsabstaende_pruefen(v, text(c.modus), QStringLiteral("17"), text(c.belegung), text(c.traechtigkeit),
+    return Datumsabstaende_pruefen(v, text(c.mode), QStringLiteral("17"), text(c.belegung), text(c.traechtigkeit),
                                    text(c.ferkelung), text(c.absetzung), text(c.geburt));
 }
 
-QString meldung(const char* lines) {
+QString message(const char* lines) {
     if (*lines == 0) return {};
     return QStringLiteral(
                "HINWEIS: Folgende Datumangaben liegen gegenseitig außerhalb der Toleranzen\r\nSaunummer: 17\r\n\r\n") +
@@ -36,8 +36,8 @@ QString meldung(const char* lines) {
 }
 
 TEST(Datumsabstaende, EachModeTestsItsOwnDistances) {
-    const Variablen v = einstellungen(1, 0);
-    const Fall cases[] = {
+    const Variablen v = settings(1, 0);
+    const Case cases[] = {
         // service to farrowing: 116 +- 14
         {"Ferkelung", "01.01.2026", "", "11.05.2026", "", "", ""},  // 130
         {"Ferkelung", "01.01.2026", "", "12.05.2026", "", "", "...Differenz Belegung - Ferkelung 131 Tage?"},
@@ -72,30 +72,30 @@ TEST(Datumsabstaende, EachModeTestsItsOwnDistances) {
          "...Trächtigkeitsfeststellung ohne vorherige Belegung eingetragen."},
         {"Verluste", "", "01.01.2026", "01.01.2026", "01.01.2026", "", ""},
     };
-    for (const Fall& c : cases)
-        EXPECT_EQ(pruefe(v, c), meldung(c.zeilen))
-            << c.modus << ' ' << c.belegung << ' ' << c.ferkelung << ' ' << c.absetzung;
+    for (const Case& c : cases)
+        EXPECT_EQ(check(v, c), message(c.lines))
+            << c.mode << ' ' << c.belegung << ' ' << c.ferkelung << ' ' << c.absetzung;
 }
 
 TEST(Datumsabstaende, ServiceAfterBirthAndSwitches) {
-    const Fall both{"Belegung",
+    const Case both{"Belegung",
                     "01.02.2026",
                     "",
                     "01.01.2026",
                     "",
                     "01.02.2020",
                     "...Differenz Ferkelung - Belegung 31 Tage?|...Differenz Geburtsdatum - ERST-Belegung 2192 Tage?"};
-    Variablen v = einstellungen(1, 1);
+    Variablen v = settings(1, 1);
     v.Konfig_Zahl[Zahl::ToleranzTage] = 4;
-    EXPECT_EQ(pruefe(v, both), meldung(both.zeilen));
-    v = einstellungen(0, 1);
-    EXPECT_EQ(pruefe(v, both), meldung("...Differenz Geburtsdatum - ERST-Belegung 2192 Tage?"));
-    EXPECT_EQ(pruefe(v, {"Belegung", "15.01.2026", "", "", "", "01.01.2025", ""}), QString());  // 379 days
-    EXPECT_EQ(pruefe(v, {"Ferkelung", "15.01.2026", "", "", "", "01.01.2020", ""}), QString());
-    EXPECT_EQ(pruefe(einstellungen(0, 0), both), QString());
-    v = einstellungen(1, 0);
+    EXPECT_EQ(check(v, both), message(both.lines));
+    v = settings(0, 1);
+    EXPECT_EQ(check(v, both), message("...Differenz Geburtsdatum - ERST-Belegung 2192 Tage?"));
+    EXPECT_EQ(check(v, {"Belegung", "15.01.2026", "", "", "", "01.01.2025", ""}), QString());  // 379 days
+    EXPECT_EQ(check(v, {"Ferkelung", "15.01.2026", "", "", "", "01.01.2020", ""}), QString());
+    EXPECT_EQ(check(settings(0, 0), both), QString());
+    v = settings(1, 0);
     v.Konfig_Zahl[Zahl::TageBelegungKontrolle] = -20;
-    EXPECT_EQ(pruefe(v, {"Trächtigkeit", "01.01.2026", "23.01.2026", "", "", "", ""}), QString());
+    EXPECT_EQ(check(v, {"Trächtigkeit", "01.01.2026", "23.01.2026", "", "", "", ""}), QString());
 }
 
 }  // namespace

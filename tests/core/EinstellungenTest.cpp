@@ -13,17 +13,17 @@ namespace {
 class EinstellungenTest : public ::testing::Test {
 protected:
     EinstellungenTest() { v.Datenordner = m_folder.path() + u'/'; }
-    QString pfad() const { return v.Datenordner + QStringLiteral("Einstellungen.ko2"); }
-    QByteArray lies() const {
-        QFile file(pfad());
+    QString path() const { return v.Datenordner + QStringLiteral("Einstellungen.ko2"); }
+    QByteArray read() const {
+        QFile file(path());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
     }
-    void schreibe(const QByteArray& bytes) const {
-        QFile file(pfad());
+    void write(const QByteArray& bytes) const {
+        QFile file(path());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     }
     /// The variables of a fresh start, filled from the file.
-    Variablen geladen() const {
+    Variablen loaded() const {
         Variablen fresh;
         fresh.Datenordner = v.Datenordner;
         Einstellungen_laden(fresh);
@@ -39,12 +39,12 @@ private:
 TEST_F(EinstellungenTest, TheFileHas173LinesInTheirForms) {
     Einstellungen_vorgeben(v, 2026);
     v.Konfig_Zahl[2] = -3;
-    v.Konfig_Betrag[0] = betrag(125000);
-    v.Konfig_Betrag[1] = betrag(1234567890000);  // cut to ten characters
+    v.Konfig_Betrag[0] = amount(125000);
+    v.Konfig_Betrag[1] = amount(1234567890000);  // cut to ten characters
     v.Konfig_Text[4] = QStringLiteral("  Güst; 5 € \u0151 ");
     v.Konfig_Text[5] = QStringLiteral("zwei\r\nZeilen");
     ASSERT_EQ(Einstellungen_sichern(v), QString());
-    const QList<QByteArray> lines = lies().split('\n');
+    const QList<QByteArray> lines = read().split('\n');
     ASSERT_EQ(lines.size(), 174);  // and nothing behind the last break
     EXPECT_EQ(lines[173], QByteArray());
     for (int i = 0; i < 173; ++i) EXPECT_TRUE(lines[i].endsWith('\r')) << i;
@@ -70,10 +70,10 @@ TEST_F(EinstellungenTest, DamagedAndShortFilesKeepWhatWasRead) {
                                                                    {" 5 \r\n\r\n 7 \r\n", {5, 0, 0}},
                                                                    {" 5 \r\n6.5\r\n 7 \r\n", {5, 0, 0}}};
     for (const auto& [content, numbers] : cases) {
-        schreibe(content);
-        const Variablen back = geladen();
+        write(content);
+        const Variablen back = loaded();
         EXPECT_TRUE(std::equal(numbers.begin(), numbers.end(), back.Konfig_Zahl.begin())) << content;
-        EXPECT_EQ(back.Konfig_Text[10], QStringLiteral(" | ")) << content;
+        EXPECT_EQ(back.Konfig_Text[10], " | ") << content;
     }
 }
 
@@ -82,14 +82,14 @@ TEST_F(EinstellungenTest, AnOlderShorterFileLeavesTheRestAsItWas) {
     for (int i = 0; i < 101; ++i) bytes += " 1 \r\n";
     for (int i = 0; i < 11; ++i) bytes += "2.25\r\n";
     for (int i = 0; i < 11; ++i) bytes += i == 10 ? "   \r\n" : "alt\r\n";
-    schreibe(bytes);
+    write(bytes);
     v.Konfig_Text[11] = QStringLiteral("bleibt");
     Einstellungen_laden(v);
     EXPECT_EQ(v.Konfig_Zahl[100], 1);
-    EXPECT_EQ(v.Konfig_Betrag[10], betrag(22500));
-    EXPECT_EQ(v.Konfig_Text[9], QStringLiteral("alt"));
-    EXPECT_EQ(v.Konfig_Text[10], QStringLiteral(" | "));
-    EXPECT_EQ(v.Konfig_Text[11], QStringLiteral("bleibt"));
+    EXPECT_EQ(v.Konfig_Betrag[10], amount(22500));
+    EXPECT_EQ(v.Konfig_Text[9], "alt");
+    EXPECT_EQ(v.Konfig_Text[10], " | ");
+    EXPECT_EQ(v.Konfig_Text[11], "bleibt");
 }
 
 TEST_F(EinstellungenTest, AMissingFolderIsReported) {
@@ -98,48 +98,48 @@ TEST_F(EinstellungenTest, AMissingFolderIsReported) {
 }
 
 TEST_F(EinstellungenTest, TextFilesHaveWholeLineBreaks) {
-    ASSERT_TRUE(Textdatei_schreiben(pfad(), QStringLiteral("a\r\nb\nc – ß")));
-    EXPECT_EQ(lies(), QByteArray("a\r\nb\r\nc \x96 \xDF"));
+    ASSERT_TRUE(Textdatei_schreiben(path(), QStringLiteral("a\r\nb\nc – ß")));
+    EXPECT_EQ(read(), QByteArray("a\r\nb\r\nc \x96 \xDF"));
 }
 
 TEST(Windows1252, AllBytesSurviveAndTheRestBecomesAQuestionMark) {
     QByteArray all(256, 0);
     for (int i = 0; i < 256; ++i) all[i] = static_cast<char>(i);
     EXPECT_EQ(nachWindows1252(ausWindows1252(all)), all);
-    EXPECT_EQ(ausWindows1252(QByteArray("\x80\x84\x9F\xE4")), QStringLiteral("€„Ÿä"));
+    EXPECT_EQ(ausWindows1252(QByteArray("\x80\x84\x9F\xE4")), "€„Ÿä");
     EXPECT_EQ(nachWindows1252(QStringLiteral("Ω🐖ä")), QByteArray("??\xE4"));
 }
 
 TEST(VariablenTest, ReadAndSetByName) {
     // NAME|VALUE|READ, without the last one where it is refused
-    for (const Zeile c : {"Konfig_Zahl(62)|4|4",
-                          "konfig_zahl( 100 )|-32768|-32768",
-                          "Konfig_Zahl(101)|1",
-                          "Konfig_Zahl(-1)|1",
-                          "Konfig_Zahl(1)|32768",
-                          "Konfig_Zahl(1)|x",
-                          "Konfig_Zahl|1",
-                          "Konfig_Betrag(3)|12,50|12,5",
-                          "Konfig_Betrag(11)|1",
-                          "Konfig_Betrag(3)|x",
-                          "KONFIG_TEXT(25)|a = b|a = b",
-                          "Konfig_Text(61)|",
-                          "Heute|1.2.2026|01.02.2026",
-                          "Heute|morgen",
-                          "Heute(1)|01.02.2026",
-                          "Datenordner|C:\\x\\|C:\\x\\",
-                          "programmordner|p|p",
-                          "Datenbankpfad|d|d",
-                          "status_NEU_berechnen|1|1",
-                          "Liste_neu_laden|1|1",
-                          "Start_erledigt|1|1",
-                          "Buchungsart_Nr|7|7",
-                          "Buchungsmodus|Ändern|Ändern",
-                          "Uebergabe_Marke|m|m",
-                          "Uebergabe_Anzahl|12|12",
-                          "Ausgabedatei|f|f",
-                          "Crlf|x",
-                          "Unbekannt|x"}) {
+    for (const Row c : {"Konfig_Zahl(62)|4|4",
+                        "konfig_zahl( 100 )|-32768|-32768",
+                        "Konfig_Zahl(101)|1",
+                        "Konfig_Zahl(-1)|1",
+                        "Konfig_Zahl(1)|32768",
+                        "Konfig_Zahl(1)|x",
+                        "Konfig_Zahl|1",
+                        "Konfig_Betrag(3)|12,50|12,5",
+                        "Konfig_Betrag(11)|1",
+                        "Konfig_Betrag(3)|x",
+                        "KONFIG_TEXT(25)|a = b|a = b",
+                        "Konfig_Text(61)|",
+                        "Heute|1.2.2026|01.02.2026",
+                        "Heute|morgen",
+                        "Heute(1)|01.02.2026",
+                        "Datenordner|C:\\x\\|C:\\x\\",
+                        "programmordner|p|p",
+                        "Datenbankpfad|d|d",
+                        "status_NEU_berechnen|1|1",
+                        "Liste_neu_laden|1|1",
+                        "Start_erledigt|1|1",
+                        "Buchungsart_Nr|7|7",
+                        "Buchungsmodus|Ändern|Ändern",
+                        "Uebergabe_Marke|m|m",
+                        "Uebergabe_Anzahl|12|12",
+                        "Ausgabedatei|f|f",
+                        "Crlf|x",
+                        "Unbekannt|x"}) {
         Variablen v;
         const bool taken = c.cells.size() == 3;
         EXPECT_EQ(v.set(c[0], c[1]), taken) << c[0].toStdString();

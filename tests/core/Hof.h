@@ -12,20 +12,20 @@ namespace koben {
 
 class Hof {
 public:
-    explicit Hof(bool angelegt = true) {
-        if (angelegt) {
-            Datenbank_anlegen(workspace, pfad());
-            db = workspace.open(pfad());
+    explicit Hof(bool made = true) {
+        if (made) {
+            Datenbank_anlegen(workspace, path());
+            db = workspace.open(path());
         }
     }
     ~Hof() { Workspace::setFaultHook({}); }
-    QString pfad() const { return m_folder.filePath(QStringLiteral("koben2.mdb")); }
-    QString ordner() const { return m_folder.path(); }
+    QString path() const { return m_folder.filePath("koben2.mdb"); }
+    QString folder() const { return m_folder.path(); }
     int sql(const QString& text) { return db.execute(text); }
     int sql(const char* text) { return db.execute(QString::fromUtf8(text)); }
 
     /// The rows of a select: cells joined by blanks, rows by " | ", Null as "-".
-    QString zeige(const QString& select) const {
+    QString show(const QString& select) const {
         const Table table = db.table(select);
         QStringList rows;
         for (int row = 0; row < table.rowCount(); ++row) {
@@ -36,7 +36,7 @@ public:
         }
         return rows.join(QStringLiteral(" | "));
     }
-    QString zeige(const char* select) const { return zeige(QString::fromUtf8(select)); }
+    QString show(const char* select) const { return show(QString::fromUtf8(select)); }
 
 private:
     QTemporaryDir m_folder;
@@ -54,25 +54,25 @@ inline void Buchungen_loeschen(const Database& db, qint64 animal) {
 }
 
 /// Lets the n-th writing statement from now (from 1) fail, as long as it lives.
-class Fehlschlag {
+class FailingStatement {
 public:
-    explicit Fehlschlag(int nth) {
+    explicit FailingStatement(int nth) {
         Workspace::setFaultHook([nth, count = 0](const QString& sql) mutable {
             if (++count == nth) throw DatabaseError(DatabaseError::Kind::Io, sql);
         });
     }
-    ~Fehlschlag() { Workspace::setFaultHook({}); }
+    ~FailingStatement() { Workspace::setFaultHook({}); }
 };
 
 /// Reports every write, as long as it lives.
-class KeinSchreiben {
+class NoWrites {
 public:
-    KeinSchreiben() {
+    NoWrites() {
         Workspace::setFaultHook([](const QString& sql) {
             if (sql != u"commit") ADD_FAILURE() << "written again: " << sql.toStdString();
         });
     }
-    ~KeinSchreiben() { Workspace::setFaultHook({}); }
+    ~NoWrites() { Workspace::setFaultHook({}); }
 };
 
 }  // namespace koben

@@ -4,7 +4,7 @@
 
 namespace koben {
 
-void naivWerteBerechnen(const Database& db, const Variablen& v);
-void naivStatussetzen(const Database& db);
+void naiveValues(const Database& db, const Variablen& v);
+void naiveStatus(const Database& db);
 
 }  // namespace koben

@@ -14,7 +14,7 @@ TEST(Ordnersperre, WhatADeadProcessLeftHoldsNothing) {
     for (const QByteArray& left :
          {QByteArray(), QByteArray("\n"), QByteArray("12"), QByteArray("kaputt\n\n\n"), gone}) {
         const QTemporaryDir folder;
-        QFile file(folder.filePath(QStringLiteral("koben.lock")));
+        QFile file(folder.filePath("koben.lock"));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(left);
         file.close();
@@ -22,7 +22,7 @@ TEST(Ordnersperre, WhatADeadProcessLeftHoldsNothing) {
         EXPECT_TRUE(first.nehmen(folder.path())) << left.toStdString();
         EXPECT_TRUE(first.nehmen(folder.path())) << "it has it already";
         EXPECT_FALSE(second.nehmen(folder.path())) << "the first one lives";
-        EXPECT_FALSE(second.nehmen(folder.filePath(QStringLiteral("fehlt"))));
+        EXPECT_FALSE(second.nehmen(folder.filePath("fehlt")));
     }
 }
 

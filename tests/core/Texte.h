@@ -13,13 +13,13 @@ inline void PrintTo(const QDate& date, std::ostream* out) { *out << date.toStrin
 namespace koben {
 
 /// The cells of a row "TEXT|EXPECTED|..." of a table of cases; "" for those that are left out.
-struct Zeile {
-    Zeile(const char* row) : cells(QString::fromUtf8(row).split(u'|')) {}  // NOLINT: written as a text
-    QString operator[](qsizetype i) const { return cells.value(i, QStringLiteral("")); }
+struct Row {
+    Row(const char* row) : cells(QString::fromUtf8(row).split(u'|')) {}  // NOLINT: written as a text
+    QString operator[](qsizetype i) const { return cells.value(i, ""); }
     QStringList cells;
 };
 
 /// An amount from ten-thousandths.
-inline Money betrag(qint64 tenThousandths) { return Money{tenThousandths}; }
+inline Money amount(qint64 tenThousandths) { return Money{tenThousandths}; }
 
 }  // namespace koben

@@ -13,7 +13,7 @@ struct Stichworte : testing::Test, Hof {
         screens.takeLog();
     }
     QStringList stored(const QString& table) {
-        QStringList texts = zeige("select * from Stammdaten_" + table).split(" | ", Qt::SkipEmptyParts);
+        QStringList texts = show("select * from Stammdaten_" + table).split(" | ", Qt::SkipEmptyParts);
         texts.sort();
         return texts;
     }
@@ -66,7 +66,7 @@ TEST_F(Stichworte, TooLongAnEntryStaysInTheListUntilItFits) {
         form.neu.click();
         form.li.editByUser(1, 1, "Box");
         form.li.editByUser(1, 1, tooLong);
-        EXPECT_TRUE(sagt({"! *\"12345678901\" ist mit 11 Zeichen zu lang*höchstens 10 Zeichen*"}));
+        EXPECT_TRUE(says({"! *\"12345678901\" ist mit 11 Zeichen zu lang*höchstens 10 Zeichen*"}));
         EXPECT_EQ(editors, (std::vector{1, 1}));
         EXPECT_EQ(shown(form.li), QStringList{tooLong});
         EXPECT_EQ(stored("Stallnummer"), QStringList{"Box"});
@@ -88,13 +88,13 @@ TEST_F(Stichworte, TooLongAnEntryStaysInTheListUntilItFits) {
 
 TEST_F(Stichworte, EmptyEntriesAddNothingAndEmptyNothing) {
     in([&](PV_Stichworte& form) {
-        tun(form, "opti(1); neu; neu");
+        play(form, "opti(1); neu; neu");
         EXPECT_EQ(form.li.rowCount(), 3) << "one unfinished row at a time";
         form.li.editByUser(3, 1, "  ");
         EXPECT_EQ(shown(form.li), (QStringList{"DL", "Pietrain"}));
-        EXPECT_TRUE(sagt({}));
+        EXPECT_TRUE(says({}));
         form.li.editByUser(1, 1, "");
-        EXPECT_TRUE(sagt({"! Ein Stichwort kann nicht leer sein.*"}));
+        EXPECT_TRUE(says({"! Ein Stichwort kann nicht leer sein.*"}));
         EXPECT_EQ(shown(form.li), (QStringList{"DL", "Pietrain"}));
         form.neu.click();
         form.löschen.click();  // an unfinished row goes without a question
@@ -109,7 +109,7 @@ TEST_F(Stichworte, DeletesOnConfirmationAndTellsWithoutARow) {
         form.löschen.click();
         form.ändern.click();
         EXPECT_TRUE(
-            sagt({"! Bitte wählen Sie erst den zu löschenden*", "! Bitte markieren Sie zuerst den zu ändern*"}));
+            says({"! Bitte wählen Sie erst den zu löschenden*", "! Bitte markieren Sie zuerst den zu ändern*"}));
         form.li.choose(2);
         screens.answers = {false, true};
         form.popzeile[3].click();
@@ -119,21 +119,12 @@ TEST_F(Stichworte, DeletesOnConfirmationAndTellsWithoutARow) {
     EXPECT_EQ(stored("Gruppe"), (QStringList{"Läufer", "Zuchteber", "Zuchtsau"}));
 }
 
-TEST_F(Stichworte, HandsOverWhatIsStored) {
-    in([&](PV_Stichworte& form) {
-        tun(form, "opti(1); neu; comlisten");
-        EXPECT_EQ(handedOver().mid(1), (QStringList{"DL", "Pietrain"}));
-        tun(form, "opti(5); neu; comlisten");
-        EXPECT_TRUE(sagt({"! Keine zu listenden Daten gefunden"}));
-    });
-}
-
 TEST_F(Stichworte, FailingWriteLeavesTheTableAsItWasAndWhatWasTyped) {
     in([&](PV_Stichworte& form) {
         Workspace::setFaultHook([](const QString& sql) { throw DatabaseError(DatabaseError::Kind::Io, sql); });
         EXPECT_TRUE(form.li.editByUser(1, 1, "Neu"));
         Workspace::setFaultHook({});
-        EXPECT_TRUE(sagt({"! *Es wurde nichts davon gespeichert.*"}));
+        EXPECT_TRUE(says({"! *Es wurde nichts davon gespeichert.*"}));
         EXPECT_EQ(form.li.cell(1, 1), "Neu");
         EXPECT_EQ(stored("Gruppe"), (QStringList{"Läufer", "Mastschwein", "Zuchteber", "Zuchtsau"}));
         form.li.editByUser(1, 1, "Neu");  // the disk has room again

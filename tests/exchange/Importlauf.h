@@ -48,15 +48,14 @@ public:
         return rows.join(QStringLiteral("; "));
     }
     QString nummern() const { return zeilen(QStringLiteral("select Nummer from Sauen order by ID")); }
-    qint64 anzahl() const { return db.table(QStringLiteral("select count(*) as n from Sauen")).integer(0, 0); }
+    qint64 anzahl() const { return db.table("select count(*) as n from Sauen").integer(0, 0); }
 
     /// What the user read, without the information before the preview and without the form's coming and going.
     QStringList meldungen() {
         QStringList found;
         for (const QString& line : screens.takeLog())
-            if (line.startsWith(u'!') || line.startsWith(QStringLiteral("? "))) found += line;
-        if (!found.isEmpty() && found.first().startsWith(QStringLiteral("! Es werden jetzt einige Zeilen")))
-            found.removeFirst();
+            if (line.startsWith(u'!') || line.startsWith("? ")) found += line;
+        if (!found.isEmpty() && found.first().startsWith("! Es werden jetzt einige Zeilen")) found.removeFirst();
         return found;
     }
 
@@ -66,7 +65,7 @@ private:
     /// Made once: its thirty statements are not what is tried here.
     static QString leereDatenbank() {
         static const QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("leer.mdb"));
+        const QString path = folder.filePath("leer.mdb");
         if (!QFile::exists(path)) {
             Workspace workspace;
             Datenbank_anlegen(workspace, path);

@@ -162,25 +162,6 @@ TEST(Importtabelle, vorschauUndZuordnung) {
     run.koben.run(form);
 }
 
-TEST(Importtabelle, seitenVorUndZurueck) {
-    Importlauf run;
-    S_Importtabelle form(run.koben);
-    run.screens.work([&](Form&) {
-        form.comvorheriger2.click();
-        EXPECT_EQ(form.SSTab1.front(), 0);
-        for (int seite : {1, 2, 3, 3}) {
-            form.comnächster2.click();
-            EXPECT_EQ(form.SSTab1.front(), seite);
-        }
-        form.comvorheriger2.click();
-        EXPECT_EQ(form.SSTab1.front(), 2);
-        form.abbv.click();
-        EXPECT_TRUE(form.closed());
-    });
-    run.koben.run(form);
-    EXPECT_FALSE(run.koben.ended);
-}
-
 TEST(Importtabelle, ohneSaunummerKeinImport) {
     Importlauf run;
     const QString path = run.datei("Nummer;Farbe\n12;rosa\n");

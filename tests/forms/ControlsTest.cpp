@@ -125,23 +125,6 @@ TEST_F(ControlsTest, ListMarksAndCurrentRow) {
     EXPECT_EQ(list.markedCount(), 0);
 }
 
-TEST_F(ControlsTest, OptionsAndChecksTellOnlyTheUsersHand) {
-    OptionGroup group(form, "opti", {"A", "B", "C"});
-    CheckBox check(form, "kon", "Haken");
-    std::string log;
-    group.onClick = [&](int index) { log += std::to_string(index); };
-    check.onClick = [&] { log += check.checked() ? '+' : '-'; };
-    group.select(0);
-    group.select(7);
-    EXPECT_EQ(group.selected(), 0);
-    check.setChecked(true);
-    EXPECT_EQ(log, "");
-    group[2].click();
-    check.click();
-    EXPECT_EQ(log, "2-");
-    EXPECT_FALSE(group[0].selected());
-}
-
 TEST_F(ControlsTest, AFormFindsItsControls) {
     Button plain(form, "beenden", "&Schließen");
     ControlArray<Button> one(form, "neu", {"Neu"});

@@ -141,26 +141,5 @@ TEST_F(FormTest, ColumnWidthsComeBackByKey) {
     EXPECT_EQ(later.column(2).width, 40);
 }
 
-TEST_F(FormTest, NextAnimalWrapsAround) {
-    struct Liste : HerdList {
-        Grid& grid;
-        explicit Liste(Grid& g) : grid(g) {}
-        Grid& herd() override { return grid; }
-        void datenschweinelesen() override {}
-    };
-    Grid grid(aussen, "datali", true);
-    Liste list(grid);
-    run.koben.herdList = &list;
-    run.koben.Tier_weiterschalten(1);  // an empty list stays as it is
-    grid.addColumn({.key = "nr", .title = "Nr"});
-    for (const char* row : {"1", "2", "3"}) grid.addRow({row});
-    for (const auto& [from, direction, to] :
-         std::initializer_list<std::array<int, 3>>{{1, 1, 2}, {3, 1, 1}, {3, 0, 2}, {1, 0, 3}, {0, 1, 1}, {0, 0, 3}}) {
-        grid.setRow(from);
-        run.koben.Tier_weiterschalten(direction);
-        EXPECT_EQ(grid.row(), to) << from << " " << direction;
-    }
-}
-
 }  // namespace
 }  // namespace koben

@@ -26,7 +26,7 @@ public:
         menue(main, entry);
     }
     static void menue(PA_Koben& main, const char* entry) {
-        auto* found = steuer<MenuEntry>(main, QString::fromUtf8(entry));
+        auto* found = controlAt<MenuEntry>(main, QString::fromUtf8(entry));
         ASSERT_NE(found, nullptr) << entry;
         ASSERT_TRUE(found->reachable()) << entry;
         found->click();

@@ -86,14 +86,14 @@ TEST_P(Regeln, wieDasEinfacheModell) {
                 Inputs in;
                 for (int i = 0; i < 6; ++i) {
                     in[i] = values[i][static_cast<int>(dice() % static_cast<unsigned>(values[i].size()))];
-                    eingeben(form.kom[i], in[i]);
+                    typeInto(form.kom[i], in[i]);
                 }
                 if (dice() % 2) form.kon.click();
                 form.entselekt[rule].click();
                 apply(rule, form.kon.checked(), herd, in);
                 QStringList expected;
                 for (const Animal& a : herd) expected += a.selected ? "X" : "";
-                ASSERT_EQ(farm.zeige("select Selektiert from Sauen").split(" | "), expected)
+                ASSERT_EQ(farm.show("select Selektiert from Sauen").split(" | "), expected)
                     << "rule " << rule << " kon " << form.kon.checked() << " " << in[0].toStdString();
             }
             form.entselekt[1].click();
@@ -113,18 +113,18 @@ TEST(SelektierenTest, vonDerSelektionZurMarkierungUndZurück) {
         const auto marked = [&] { return nummern(main.datali, main.datali.markedRows()); };
         main.datali.mark({2, 4});
         farm.menue(main, "XB_markierteschweineselektieren");
-        EXPECT_EQ(farm.zeige("select Nummer from Sauen where Selektiert = 'X'"), "2 | 4");
+        EXPECT_EQ(farm.show("select Nummer from Sauen where Selektiert = 'X'"), "2 | 4");
         EXPECT_EQ(marked(), "1");  // as the list is new
-        farm.texte();
+        farm.texts();
         farm.screens.answers = {true};
         farm.menue<PB_Selektieren>(main, "XB_schweineselektieren", [](PB_Selektieren& form) { form.abbv.click(); });
-        EXPECT_TRUE(farm.sagt({"? Es sind 2 Schweine selektiert.*ja", hint}));
+        EXPECT_TRUE(farm.says({"? Es sind 2 Schweine selektiert.*ja", hint}));
         EXPECT_EQ(marked(), "2 4");
         EXPECT_EQ(main.datali.row(), 2);
         farm.menue<PB_Selektieren>(main, "XB_schweineselektieren", [](auto& form) { form.entselekt[0].click(); });
-        EXPECT_TRUE(farm.sagt({}));  // nothing selected, nothing asked
+        EXPECT_TRUE(farm.says({}));  // nothing selected, nothing asked
         farm.menue(main, "XB_selektiertetieremarkieren");
-        EXPECT_TRUE(farm.sagt({hint}));
+        EXPECT_TRUE(farm.says({hint}));
         EXPECT_EQ(marked(), "");
     });
     EXPECT_EQ(farm.actions, (QStringList{"2 Sauen selektiert", "Selektion aufgehoben"}));

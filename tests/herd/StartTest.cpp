@@ -16,7 +16,7 @@ struct Start : testing::Test, TestRun {
         koben.open("PA_Koben");
         koben.ended = false;
     }
-    QStringList texte() {
+    QStringList texts() {
         QStringList texts;
         for (const QString& line : screens.takeLog())
             if (line.startsWith("!")) texts += line.left(12);
@@ -36,7 +36,7 @@ TEST_F(Start, derErsteLegtOrdnerDatenbankUndEinstellungenAn) {
     const QDir folder(platform.data);
     EXPECT_EQ(folder.entryList({"*.txt", "*.csv", "*.exe"}, QDir::Files), (QStringList{"beispiel.csv", "Hilfe.txt"}));
     EXPECT_EQ(lines("Daten/Sauenplaner/Einstellungen.ko2").value(0), " 116 ");
-    EXPECT_EQ(texte(), QStringList("! HINWEIS!!!"));
+    EXPECT_EQ(texts(), QStringList("! HINWEIS!!!"));
 
     EXPECT_TRUE(QFile::remove(folder.filePath("Hilfe.txt")));
     write("Daten/Sauenplaner/Einstellungen.ko2", "120\r\n");
@@ -53,7 +53,7 @@ TEST_F(Start, ohneDruckerUndOhneSchreibbareEinstellungen) {
         main.closeBox();
         EXPECT_TRUE(main.closed());
     });
-    const QStringList said = texte();
+    const QStringList said = texts();
     EXPECT_EQ(said.value(0), "! Es ist kei");
     EXPECT_EQ(said.last(), "! Die Einste");
 }

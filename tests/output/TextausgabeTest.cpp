@@ -144,18 +144,6 @@ TEST(Textausgabe, PrintsTheFileWithMarginAndPages) {
     EXPECT_EQ(second.printer, "Nadel") << "the empty entry keeps the current printer";
 }
 
-TEST(Textausgabe, PrintsTheEditedTextByWayOfItsFile) {
-    TestRun run;
-    run.write("LISTE.TXT", "alt");
-    show(run, [&](PA_Textausgabe& f) {
-        f.t.type("Größe →\r\n#\nneu");
-        f.drucken.click();
-    });
-    EXPECT_EQ(run.platform.jobs.at(0)->lines, (QStringList{"{Courier New 10}", "Größe ?", "{Seite}", "neu"}));
-    EXPECT_EQ(run.lines("DRUCKAUF.TXT"), (QStringList{"Größe ?", "#", "neu"}));
-    EXPECT_EQ(run.lines("LISTE.TXT"), QStringList{"alt"});
-}
-
 TEST(Textausgabe, FailuresSurfaceForTheFileAndNotForTheText) {
     TestRun run;
     run.write("LISTE.TXT", "1\r\n2\r\n3");

@@ -67,12 +67,5 @@ TEST(Textliste, DropsColumnsBeyondThe52nd) {
     EXPECT_EQ(found[2].count(u'x'), 52);
 }
 
-TEST(Textliste, ALineBreakInACellDoesNotBreakTheLine) {
-    TestRun run;
-    Liste list(run.koben, {"A", "B"}, {"1\t2"});
-    list.gridli.setCell(1, 1, "x\r\ny");
-    EXPECT_EQ(lines(Textliste(list.gridli, {})).last(), "x  y | 2");
-}
-
 }  // namespace
 }  // namespace koben

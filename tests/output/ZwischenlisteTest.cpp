@@ -92,29 +92,6 @@ TEST(Zwischenliste, AFigureIsExplainedWhereverItsRowStands) {
     EXPECT_EQ(run.screens.log.filter("Herleitung").size(), 1);
 }
 
-/// What the cells hold is not read as structure, as long as the list comes from its report.
-TEST(Zwischenliste, CellsAreNoStructure) {
-    Ausgabelauf run;
-    run.handOver({"Nr", "Box", ">kg"}, {"1\t2\t3"}, [&](PA_Zwischenliste& f) {
-        Liste list(run.koben, {"Nr", "Box", ">kg"}, {});
-        list.gridli.addRow({".", "A\tB", "1,5"});
-        list.gridli.addSeparator();
-        list.gridli.addValues({QStringLiteral("S\r\n1"), QDate(2026, 7, 15), 2.5});
-        run.screens.workIn<PA_Zwischenliste>([&](PA_Zwischenliste& inner) {
-            EXPECT_EQ(inner.gridli.value(3, u"box"), Value(QDate(2026, 7, 15)));
-            run.screens.workIn<PA_Textausgabe>([](PA_Textausgabe& viewer) { viewer.abbv.click(); });
-            inner.comtext.click();
-            inner.roexplorer[0].click();
-        });
-        Liste_uebergeben(run.koben, list.gridli);
-        EXPECT_EQ(f.gridli.cell(1, 1), "1");
-    });
-    EXPECT_EQ(run.lines("LISTE.TXT").mid(2),
-              (QStringList{".    | A B        | 1,5", QString(23, u'-'), "S  1 | 15.07.2026 | 2,5"}));
-    EXPECT_EQ(run.bytes("report.htm").count("<td>.</td>"), 1);
-    EXPECT_EQ(run.bytes("report.htm").count("class=\"strich\""), 1);
-}
-
 TEST(Zwischenliste, TheFileCountsWhereItSaysSomethingElse) {
     Ausgabelauf run;
     const Liste report(run.koben, {"Nr"}, {"1"}), other(run.koben, {"Nr"}, {"2"});

@@ -24,7 +24,7 @@ struct Termine : testing::Test, Planhof {
             (row == 0 ? form.neu : form.ändern).click();
         });
     }
-    QString rows() const { return zeige("select Terminart, Datum, Wiederholung from Termine order by Datum, ID"); }
+    QString rows() const { return show("select Terminart, Datum, Wiederholung from Termine order by Datum, ID"); }
 };
 
 TEST_F(Termine, DieselbeArtZumSelbenTagMitDerselbenWiederholungGibtEsNichtZweimal) {
@@ -40,17 +40,17 @@ TEST_F(Termine, DieselbeArtZumSelbenTagMitDerselbenWiederholungGibtEsNichtZweima
                  {1, "t=Wiegen; tdat=1.8.26; kom=Monatlich", {twice}}};
     for (const auto& c : cases)
         work(c.row, [&](Eingabe& form) {
-            tun(form, "%1; ok(0)", c.steps);
-            EXPECT_TRUE(sagt({Ablehnung(c.lines)}));
+            play(form, "%1; ok(0)", c.steps);
+            EXPECT_TRUE(says({refusal(c.lines)}));
             EXPECT_FALSE(form.closed());
         });
     work(0, [](Eingabe& form) {
-        EXPECT_EQ(zeigt(form, "tdat kom"), "|Einmalig");
+        EXPECT_EQ(textsOf(form, "tdat kom"), "|Einmalig");
         EXPECT_FALSE(form.ok[1].visible() || form.ok[2].visible());
-        tun(form, "t=Wiegen; tdat=0108; kom=Wöchentlich; ok(0)");
+        play(form, "t=Wiegen; tdat=0108; kom=Wöchentlich; ok(0)");
     });
     work(2, [](Eingabe& form) {  // keeps its own
-        EXPECT_EQ(zeigt(form, "t tdat kom"), "Wiegen|01.08.2026|Monatlich");
+        EXPECT_EQ(textsOf(form, "t tdat kom"), "Wiegen|01.08.2026|Monatlich");
         form.ok[2].click();
         EXPECT_EQ(form.kom.text(), "Wöchentlich");
         form.calend.pick(QDate(2026, 12, 24));
@@ -58,16 +58,6 @@ TEST_F(Termine, DieselbeArtZumSelbenTagMitDerselbenWiederholungGibtEsNichtZweima
         EXPECT_EQ(form.t.text(), "Impfen") << "around to the first";
     });
     EXPECT_EQ(rows(), "Wiegen 01.08.2026 Monatlich | Impfen 02.08.2026 Einmalig | Wiegen 24.12.2026 Wöchentlich");
-}
-
-TEST_F(Termine, LöschenUndKeineAusgabe) {
-    in<Liste>("PV_Termine", [&](Liste& form) {
-        EXPECT_FALSE(form.listen.visible() || form.popzeile[5].visible());
-        form.li.choose(1);
-        form.li.key(Key::Delete);
-        EXPECT_EQ(form.li.row(), 1) << "the next one becomes current";
-    });
-    EXPECT_EQ(rows(), "Wiegen 01.08.2026 Monatlich");
 }
 
 }  // namespace

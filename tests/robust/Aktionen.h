@@ -4,59 +4,55 @@
 
 namespace koben::robust {
 
-struct Aktion {
+struct Task {
     const char* name;
-    const Ordner& (*hof)();              ///< what it begins with; null for a machine without a data folder
-    std::function<void(Sitzung&)> lauf;  ///< the run up to the action, and the action
-    const char* bestaetigt = "";         ///< how the line begins with which the program confirms it, "" for none
-    const char* anrichten = "";          ///< statements, parted by ";", that are run on the database beforehand
-    bool aendert = true;                 ///< somebody sees a difference afterwards
-    bool schreibtDatenbank = true;       ///< through statements; otherwise only files
-    bool leitetAb = false;               ///< a booking from which the closing frame derives values
+    const DataFolder& (*farm)();        ///< what it begins with; null for a machine without a data folder
+    std::function<void(Session&)> run;  ///< the run up to the action, and the action
+    const char* confirmed = "";         ///< how the line begins with which the program confirms it, "" for none
+    const char* prepare = "";           ///< statements, parted by ";", that are run on the database beforehand
+    bool changes = true;                ///< somebody sees a difference afterwards
+    bool writesDatabase = true;         ///< through statements; otherwise only files
+    bool derives = false;               ///< a booking from which the closing frame derives values
 };
 
-const std::vector<Aktion>& aktionen();
-/// Parts of the table by theme: bookings of animals; the farm's trade, the herd and master data.
-std::vector<Aktion> buchungen();
-std::vector<Aktion> verwaltung();
-const Aktion& finde(const std::string& name);
+const std::vector<Task>& tasks();
+const Task& taskNamed(const std::string& name);
 
 /// How the lines begin with which the program confirms a save, and hands a list over.
-inline const char* const Ton = "~";
-inline const char* const Liste = "+ PA_Zwischenliste";
+inline const char* const ToneLine = "~";
+inline const char* const ListLine = "+ PA_Zwischenliste";
 
 /// What becomes of piglets that a loss or a sale takes, as optiverkauf has it.
-inline constexpr int Loeschen = 1, Abgang = 2;
-inline const QString Neues = QStringLiteral("neues Stichwort");
+inline constexpr int Delete = 1, Leave = 2;
 
 /// Rows 1 to `count` of a list.
 std::vector<int> rows(int count);
 
 /// The folder with which the action begins.
-std::unique_ptr<Ordner> angerichtet(const Aktion& aktion);
+std::unique_ptr<DataFolder> prepared(const Task& task);
 /// Plays the action to its end, which is where the program would go on.
-void spielen(const Aktion& aktion, Sitzung& run);
+void perform(const Task& task, Session& run);
 /// Plays an action that may fail. What the user reads that is no confirmation; "" where all went well.
-QString klagen(const Aktion& aktion, Sitzung& run);
-/// Plays the action in a process of its own, disturbed by `an` from the user's click on, and returns what she reads.
-/// Where she reads anything it must be a message. `ab` comes when the action is over, and with null when the run is.
-QString gestoert(const std::string& what, const Aktion& aktion, const Ordner& folder,
-                 const std::function<void(Sitzung&)>& an, const std::function<void(Sitzung*)>& ab = {});
-/// From now on `weiter` is asked wherever the user may cancel: at each report of progress, and at the form's button.
-void beiMeldung(Sitzung& run, const std::function<bool()>& weiter);
+QString complaints(const Task& task, Session& run);
+/// Plays the action in a process of its own, disturbed by `on` from the user's click on, and returns what she reads.
+/// Where she reads anything it must be a message. `over` comes when the action is over, and with null when the run is.
+QString disturbed(const std::string& what, const Task& task, const DataFolder& folder,
+                  const std::function<void(Session&)>& on, const std::function<void(Session*)>& over = {});
+/// From now on `goOn` is asked wherever the user may cancel: at each report of progress, and at the form's button.
+void atEachReport(Session& run, const std::function<bool()>& goOn);
 
 /// The action once without disturbance: what is there before and after it, and how much it does.
-struct Vergleich {
-    Stand vorher, nachher;
-    int anweisungen = 0;  ///< writing statements, commits included
-    int meldungen = 0;    ///< moments at which the user may cancel
-    int mikrosekunden = 0;
+struct Comparison {
+    State before, after;
+    int statements = 0;  ///< writing statements, commits included
+    int reports = 0;     ///< moments at which the user may cancel
+    int microseconds = 0;
 };
-Vergleich ungestoert(const Aktion& aktion, bool bisHauptform = false);
-/// Each file is that of before or of after, and so is the database; with `fertig` all is as after.
-void pruefeRest(const Stand& left, const Vergleich& whole, bool fertig);
+Comparison undisturbed(const Task& task, bool toMainForm = false);
+/// Each file is that of before or of after, and so is the database; with `done` all is as after.
+void expectRest(const State& left, const Comparison& whole, bool done);
 
-inline void PrintTo(const Aktion& aktion, std::ostream* out) { *out << aktion.name; }
-inline std::string nameOf(const testing::TestParamInfo<Aktion>& info) { return info.param.name; }
+inline void PrintTo(const Task& task, std::ostream* out) { *out << task.name; }
+inline std::string nameOf(const testing::TestParamInfo<Task>& info) { return info.param.name; }
 
 }  // namespace koben::robust

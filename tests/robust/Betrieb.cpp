@@ -19,9 +19,9 @@ namespace koben::robust {
 namespace {
 
 constexpr int Sauen = 40;
-constexpr unsigned Geduld = 120;  // seconds until a child counts as hanging
+constexpr unsigned Patience = 120;  // seconds until a child counts as hanging
 
-void bestuecke(Database& db) {
+void stock(Database& db) {
     Transaction action(db);
     const auto tier = [&](const QString& number, const char* art) {
         db.execute(QStringLiteral("insert into Sauen (Art, Nummer, Stallnr, Selektiert, Status, Statusabfrage) values "
@@ -45,13 +45,13 @@ void bestuecke(Database& db) {
 }
 
 /// A data folder as the program leaves it at its end.
-std::unique_ptr<Ordner> neuerHof(bool animals) {
-    auto folder = std::make_unique<Ordner>();
-    Sitzung first(*folder);
+std::unique_ptr<DataFolder> newFarm(bool animals) {
+    auto folder = std::make_unique<DataFolder>();
+    Session first(*folder);
     first.start();
     if (animals) {
         Database db = first.koben.connect();
-        bestuecke(db);
+        stock(db);
         Werte_berechnen(db, first.koben);
     }
     first.start([](PA_Koben& main) { main.closeBox(); });
@@ -60,7 +60,7 @@ std::unique_ptr<Ordner> neuerHof(bool animals) {
 
 }  // namespace
 
-QString inhalt(const Database& db) {
+QString contentOf(const Database& db) {
     QString text;
     for (const QString& name : db.tables()) {
         const Table table = db.table(QStringLiteral("select * from ") + name);
@@ -91,18 +91,18 @@ bool longRun() { return qEnvironmentVariableIntValue("KOBEN_ROBUST_RUNS") > 0; }
 
 /// In memory where the machine has such a place: a killed process loses no more there than on a disk, and the many
 /// flushes cost nothing.
-static QString platz() {
-    const QString memory = QStringLiteral("/dev/shm");
+static QString room() {
+    const QString memory = "/dev/shm";
     return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + QStringLiteral("/koben-XXXXXX");
 }
 
-Ordner::Ordner() : m_root(platz()) {
+DataFolder::DataFolder() : m_root(room()) {
     QDir().mkpath(program());
     setBytes(program() + QStringLiteral("/Hilfe.txt"), QByteArray(20000, 'h'));
     setBytes(program() + QStringLiteral("/beispiel.csv"), QByteArray(20000, 'b'));
 }
 
-void Ordner::copyFrom(const Ordner& other) const {
+void DataFolder::copyFrom(const DataFolder& other) const {
     QDir().mkpath(data());
     for (const QFileInfo& file : QDir(other.data()).entryInfoList(QDir::Files)) {
         const QString to = data() + file.fileName();
@@ -111,7 +111,7 @@ void Ordner::copyFrom(const Ordner& other) const {
     }
 }
 
-void Ordner::edit(const std::function<void(Database&)>& work) const {
+void DataFolder::edit(const std::function<void(Database&)>& work) const {
     Workspace workspace;
     Database db = workspace.open(database());
     work(db);
@@ -130,22 +130,22 @@ void setBytes(const QString& path, const QByteArray& bytes) {
 }
 
 /// A spreadsheet bears the hour of its making: of a whole one it says so.
-static QByteArray vergleichbar(const QString& path) {
+static QByteArray comparable(const QString& path) {
     const QByteArray bytes = bytesOf(path);
-    return path.endsWith(QStringLiteral(".xlsx")) && bytes.right(22).startsWith("PK\5\6") ? "(ganz)" : bytes;
+    return path.endsWith(".xlsx") && bytes.right(22).startsWith("PK\5\6") ? "(ganz)" : bytes;
 }
 
-std::map<QString, QByteArray> dateien(const Ordner& folder) {
+std::map<QString, QByteArray> files(const DataFolder& folder) {
     std::map<QString, QByteArray> found;
     for (const QFileInfo& file : QDir(folder.data()).entryInfoList(QDir::Files))
-        if (!file.fileName().startsWith(QStringLiteral("koben")))  // the database, its log, the lock
-            found[file.fileName()] = vergleichbar(file.filePath());
+        if (!file.fileName().startsWith("koben"))  // the database, its log, the lock
+            found[file.fileName()] = comparable(file.filePath());
     return found;
 }
 
-Stand stand(const Ordner& folder) {
-    Stand found{QStringLiteral("(fehlt)"), dateien(folder)};
-    if (QFile::exists(folder.database())) folder.edit([&](Database& db) { found.daten = inhalt(db); });
+State stateOf(const DataFolder& folder) {
+    State found{QStringLiteral("(fehlt)"), files(folder)};
+    if (QFile::exists(folder.database())) folder.edit([&](Database& db) { found.data = contentOf(db); });
     return found;
 }
 
@@ -164,68 +164,68 @@ QString integrity(const QString& database) {
     return answer;
 }
 
-Sitzung::Sitzung(const Ordner& folder) : koben(screens, platform, katalog()) {
+Session::Session(const DataFolder& folder) : koben(screens, platform, katalog()) {
     platform.data = folder.data();
     platform.program = folder.program();
     platform.user = folder.user();
 }
 
-Sitzung::~Sitzung() { Workspace::setFaultHook({}); }
+Session::~Session() { Workspace::setFaultHook({}); }
 
-void Sitzung::aktion(const std::function<void()>& tat) const {
-    if (beginnt) beginnt();
-    tat();
-    if (nochmal && nochmal()) tat();
-    if (bisHauptform) return;
-    if (fertig) fertig();
-    throw HierHalt{};
+void Session::task(const std::function<void()>& deed) const {
+    if (begins) begins();
+    deed();
+    if (repeat && repeat()) deed();
+    if (toMainForm) return;
+    if (done) done();
+    throw StopHere{};
 }
 
-void Sitzung::start(const std::function<void(PA_Koben&)>& script) {
+void Session::start(const std::function<void(PA_Koben&)>& script) {
     koben.ended = false;
     if (script) screens.workIn<PA_Koben>(script);
-    koben.open(QStringLiteral("PA_Koben"));
+    koben.open("PA_Koben");
 }
 
-void Sitzung::rahmen(const char* entry, const std::vector<int>& marks,
-                     const std::function<void(PE_Bewegungsdaten&)>& script) {
+void Session::frame(const char* entry, const std::vector<int>& marks,
+                    const std::function<void(PE_Bewegungsdaten&)>& script) {
     start([&](PA_Koben& main) {
         main.datali.choose(marks.front());
         main.datali.mark(marks);
         screens.workIn<PE_Bewegungsdaten>([&](PE_Bewegungsdaten& frame) {
             script(frame);
-            if (bisHauptform) frame.cmdschließen.click();
+            if (toMainForm) frame.cmdschließen.click();
         });
-        menue(main, entry);
-        if (!bisHauptform) return;
-        if (fertig) fertig();
-        throw HierHalt{};
+        menu(main, entry);
+        if (!toMainForm) return;
+        if (done) done();
+        throw StopHere{};
     });
 }
 
-void Sitzung::menue(PA_Koben& main, const char* entry) {
+void Session::menu(PA_Koben& main, const char* entry) {
     auto* found = dynamic_cast<MenuEntry*>(main.find(QString::fromUtf8(entry)));
     ASSERT_NE(found, nullptr) << entry;
     ASSERT_TRUE(found->reachable()) << entry;
     found->click();
 }
 
-const Ordner& vorlage() {
-    static const std::unique_ptr<Ordner> folder = neuerHof(true);
+const DataFolder& sampleFarm() {
+    static const std::unique_ptr<DataFolder> folder = newFarm(true);
     return *folder;
 }
 
-const Ordner& leereVorlage() {
-    static const std::unique_ptr<Ordner> folder = neuerHof(false);
+const DataFolder& emptyFarm() {
+    static const std::unique_ptr<DataFolder> folder = newFarm(false);
     return *folder;
 }
 
-bool abgeschirmt(const std::string& what, const std::function<void()>& work) {
+bool shielded(const std::string& what, const std::function<void()>& work) {
     fflush(stdout);
     const int failures = failedParts();
     const pid_t child = fork();
     if (child == 0) {
-        alarm(Geduld);
+        alarm(Patience);
         try {
             work();
         } catch (const std::exception& error) {
@@ -243,32 +243,32 @@ bool abgeschirmt(const std::string& what, const std::function<void()>& work) {
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-void naechsterStart(const Ordner& folder) {
-    Sitzung run(folder);
+void nextStart(const DataFolder& folder) {
+    Session run(folder);
     run.start([&](PA_Koben& main) {
         EXPECT_TRUE(main.find(u"XB_beenden")->enabled());
         EXPECT_TRUE(main.find(u"XB_neueschweine")->enabled());
-        EXPECT_EQ(main.datali.rowCount() > 0, !run.screens.log.join(u'\n').contains(QStringLiteral("HINWEIS!!!")));
+        EXPECT_EQ(main.datali.rowCount() > 0, !run.screens.log.join(u'\n').contains("HINWEIS!!!"));
         main.closeBox();
         EXPECT_TRUE(main.closed());
     });
-    for (const QString& line : run.screens.log.filter(QStringLiteral("! ")))
-        EXPECT_TRUE(line.startsWith(QStringLiteral("! HINWEIS!!!"))) << line.toStdString();
+    for (const QString& line : run.screens.log.filter("! "))
+        EXPECT_TRUE(line.startsWith("! HINWEIS!!!")) << line.toStdString();
     for (const char* shipped : {"Hilfe.txt", "beispiel.csv"})
         EXPECT_EQ(bytesOf(folder.data() + QString::fromUtf8(shipped)).size(), 20000) << shipped;
 }
 
-void lebt() { alarm(Geduld); }
+void alive() { alarm(Patience); }
 
-bool istMeldung(const QString& text) {
+bool isMessage(const QString& text) {
     if (text.isEmpty() || !text.front().isUpper()) return false;
     for (const char* word : {"Die ", "Der ", "Das ", "Bitte ", " nicht ", " ist "})
         if (text.contains(QString::fromUtf8(word))) return true;
     return false;
 }
 
-void pruefeMeldung(const QString& text) {
-    EXPECT_TRUE(istMeldung(text) && (text.contains(QStringLiteral("nicht")) || text.contains(QStringLiteral("kein"))) &&
+void expectMessage(const QString& text) {
+    EXPECT_TRUE(isMessage(text) && (text.contains("nicht") || text.contains("kein")) &&
                 text.contains(QStringLiteral("bitte"), Qt::CaseInsensitive))
         << text.toStdString();
 }

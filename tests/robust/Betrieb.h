@@ -7,6 +7,7 @@
 #include "bookings/PE_Bewegungsdaten.h"
 #include "herd/PA_Koben.h"
 #include "tests/support/Fakes.h"
+#include "tests/support/Hand.h"
 #include "ui/SystemPlatform.h"
 
 namespace koben::robust {
@@ -16,11 +17,11 @@ int runs(int usual);
 bool longRun();
 
 /// A data folder of its own beside a program folder with two shipped files. It goes with the object.
-class Ordner {
+class DataFolder {
 public:
-    Ordner();
-    Ordner(const Ordner&) = delete;
-    Ordner& operator=(const Ordner&) = delete;
+    DataFolder();
+    DataFolder(const DataFolder&) = delete;
+    DataFolder& operator=(const DataFolder&) = delete;
     QString root() const { return m_root.path(); }
     QString program() const { return root() + QStringLiteral("/Programm"); }
     QString data() const { return root() + QStringLiteral("/Daten/Sauenplaner/"); }
@@ -28,7 +29,7 @@ public:
     QString user() const { return root() + QStringLiteral("/Benutzer/"); }
     QString settings() const { return data() + QStringLiteral("Einstellungen.ko2"); }
     /// Takes over the files of another data folder, which nothing has open.
-    void copyFrom(const Ordner& other) const;
+    void copyFrom(const DataFolder& other) const;
     /// Works on the database as another run would, and closes it.
     void edit(const std::function<void(Database&)>& work) const;
 
@@ -40,37 +41,37 @@ QByteArray bytesOf(const QString& path);
 void setBytes(const QString& path, const QByteArray& bytes);
 
 /// Everything that an action may change.
-struct Stand {
-    QString daten;                          ///< all rows of all tables; "(fehlt)" without a database
-    std::map<QString, QByteArray> dateien;  ///< the other files of the data folder
-    bool operator==(const Stand&) const = default;
+struct State {
+    QString data;                         ///< all rows of all tables; "(fehlt)" without a database
+    std::map<QString, QByteArray> files;  ///< the other files of the data folder
+    bool operator==(const State&) const = default;
 };
 /// Opens the database as a next start does, and reads it whole.
-Stand stand(const Ordner& folder);
-QString inhalt(const Database& db);
-std::map<QString, QByteArray> dateien(const Ordner& folder);
+State stateOf(const DataFolder& folder);
+QString contentOf(const Database& db);
+std::map<QString, QByteArray> files(const DataFolder& folder);
 /// What SQLite itself says about the file: "ok".
 QString integrity(const QString& database);
 
 /// Ends a run at a fixed point, without the closing steps of the forms.
-struct HierHalt {};
+struct StopHere {};
 
 /// The user's screen, which tells when the program confirms something.
-class Schirm : public FakeScreens {
+class LoudScreens : public FakeScreens {
 public:
     std::function<void(const QString& line)> onLine;  ///< messages, tones and opening forms, as the log writes them
-    void message(const QString& text) override { FakeScreens::message(text), melde(); }
-    void tone(int hertz, int milliseconds) override { FakeScreens::tone(hertz, milliseconds), melde(); }
-    void opened(Form& form) override { FakeScreens::opened(form), melde(); }
+    void message(const QString& text) override { FakeScreens::message(text), tell(); }
+    void tone(int hertz, int milliseconds) override { FakeScreens::tone(hertz, milliseconds), tell(); }
+    void opened(Form& form) override { FakeScreens::opened(form), tell(); }
 
 private:
-    void melde() const {
+    void tell() const {
         if (onLine) onLine(log.last());
     }
 };
 
 /// The machine of the tests, with the lock on the data folder that the program has.
-class Rechner : public FakePlatform {
+class Machine : public FakePlatform {
 public:
     bool lockDataFolder(const QString& folder) override { return m_system.lockDataFolder(folder); }
 
@@ -78,69 +79,54 @@ private:
     ui::SystemPlatform m_system{[](const QString&) { return QString(); }};
 };
 
-/// A run of the program on a data folder. One user action in it is the one that is tried: aktion() tells the test when
+/// A run of the program on a data folder. One user action in it is the one that is tried: task() tells the test when
 /// it begins and when it has come to its end, and stops the run there.
-class Sitzung {
+class Session {
 public:
-    explicit Sitzung(const Ordner& folder);
-    ~Sitzung();
-    std::function<void()> beginnt, fertig;
-    std::function<bool()> nochmal;  ///< asked when the action is done: true to do it once more
-    bool bisHauptform = false;  ///< a booking has come to its end only when its frame is closed and the herd list shown
+    explicit Session(const DataFolder& folder);
+    ~Session();
+    std::function<void()> begins, done;
+    std::function<bool()> repeat;  ///< asked when the action is done: true to do it once more
+    bool toMainForm = false;  ///< a booking has come to its end only when its frame is closed and the herd list shown
 
-    void aktion(const std::function<void()>& tat) const;
+    void task(const std::function<void()>& deed) const;
     /// Starts the program; without a script it closes at once.
     void start(const std::function<void(PA_Koben&)>& script = {});
     /// Starts it and opens a kind of booking for these rows of the list.
-    void rahmen(const char* entry, const std::vector<int>& marks,
-                const std::function<void(PE_Bewegungsdaten&)>& script);
-    /// The same, and in it the entry screen for a new booking.
-    template <class F>
-    void neu(const char* entry, const std::vector<int>& marks, const std::function<void(F&)>& script) {
-        rahmen(entry, marks, [&](PE_Bewegungsdaten& frame) {
-            screens.workIn<F>(script);
-            frame.neu.click();
-        });
-    }
+    void frame(const char* entry, const std::vector<int>& marks, const std::function<void(PE_Bewegungsdaten&)>& script);
     /// Starts it and opens a form from the menu.
     template <class F>
-    void formular(const char* entry, const std::function<void(F&)>& script) {
+    void form(const char* entry, const std::function<void(F&)>& script) {
         start([&](PA_Koben& main) {
             screens.workIn<F>(script);
-            menue(main, entry);
+            menu(main, entry);
         });
     }
-    static void menue(PA_Koben& main, const char* entry);
+    static void menu(PA_Koben& main, const char* entry);
 
-    Schirm screens;
-    Rechner platform;
+    LoudScreens screens;
+    Machine platform;
     Koben koben;
 };
 
 /// A farm with forty sows that have litters and services, a boar and four piglets; made once. Nothing has it open.
-const Ordner& vorlage();
+const DataFolder& sampleFarm();
 /// The same without animals.
-const Ordner& leereVorlage();
+const DataFolder& emptyFarm();
 
 /// Runs `work` in a process of its own, which ends with a failed check, a crash or a hang of the test in it.
 /// True where it came to its end without any of them; otherwise says what happened.
-bool abgeschirmt(const std::string& what, const std::function<void()>& work);
+bool shielded(const std::string& what, const std::function<void()>& work);
 
 /// The program starts on what is left, shows its list, and ends.
-void naechsterStart(const Ordner& folder);
+void nextStart(const DataFolder& folder);
 
-/// Within abgeschirmt(): the work goes on, a hang is reckoned from here.
-void lebt();
+/// Within shielded(): the work goes on, a hang is reckoned from here.
+void alive();
 
 /// A message for the user: German, and not a bare text of the machine.
-bool istMeldung(const QString& text);
+bool isMessage(const QString& text);
 /// One that says what could not be done, and what to do.
-void pruefeMeldung(const QString& text);
-
-inline void eingeben(TextBox& field, const QString& text) {
-    field.enter();
-    field.type(text);
-    field.leave();
-}
+void expectMessage(const QString& text);
 
 }  // namespace koben::robust

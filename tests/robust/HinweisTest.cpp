@@ -7,12 +7,12 @@ namespace koben::robust {
 namespace {
 
 /// Runs of one user on one data folder.
-struct Benutzer {
-    Benutzer() { folder.copyFrom(vorlage()); }
+struct User {
+    User() { folder.copyFrom(sampleFarm()); }
 
     /// Starts the program and ends it; the notice line, "" where none is shown.
-    QString start(const std::function<void(PA_Koben&, Sitzung&)>& work = {}) {
-        Sitzung run(folder);
+    QString start(const std::function<void(PA_Koben&, Session&)>& work = {}) {
+        Session run(folder);
         run.platform.settings = settings;
         run.platform.clock = QDateTime(day, QTime(8, 0));
         if (!progress) run.screens.onProgress = [](const QString&, int) { return false; };
@@ -38,7 +38,7 @@ struct Benutzer {
     }
     QStringList kept() const { return QDir(folder.user()).entryList({"*besch*"}, QDir::Files); }
 
-    Ordner folder;
+    DataFolder folder;
     std::map<QString, QString> settings;
     QDate day{2026, 7, 15};
     bool killed = false, progress = true;
@@ -70,18 +70,18 @@ TEST(HinweisTest, einstellungen) {
          true}};
     for (const auto& c : table) {
         SCOPED_TRACE(c.name);
-        Benutzer user;
+        User user;
         EXPECT_EQ(user.start(), QString());
         const QByteArray good = bytesOf(user.folder.settings());
         const QStringList usual = user.log;
         user.change(c.from, c.to, c.time);
         const QByteArray damaged = bytesOf(user.folder.settings());
-        const QString said = user.start([&](PA_Koben& main, Sitzung& run) {
+        const QString said = user.start([&](PA_Koben& main, Session& run) {
             run.screens.workIn<PO_Einstellungen>([&](PO_Einstellungen& form) {
                 EXPECT_EQ(form.zurueckholen.visible(), c.open);
                 if (c.open) form.zurueckholen.click();
             });
-            Sitzung::menue(main, "O_Einstellungen");
+            Session::menu(main, "O_Einstellungen");
             EXPECT_TRUE(!c.open || !main.hinweis.visible());
         });
         for (const QString& words : c.said) EXPECT_TRUE(said.contains(words)) << said.toStdString();
@@ -100,16 +100,16 @@ TEST(HinweisTest, einstellungen) {
 
 /// Damage that nobody looks at must not become the last good settings.
 TEST(HinweisTest, dieLetztenGutenBleiben) {
-    Benutzer user;
+    User user;
     user.start();
     const QByteArray good = bytesOf(user.folder.settings());
     user.change(" 116 \r\n", " x16 \r\n");
-    for (int i = 0; i < 3; ++i) EXPECT_TRUE(user.start().contains(QStringLiteral("15.07.2026"))) << i;
+    for (int i = 0; i < 3; ++i) EXPECT_TRUE(user.start().contains("15.07.2026")) << i;
     ASSERT_TRUE(QFile::remove(user.folder.settings()));
-    EXPECT_TRUE(user.start().contains(QStringLiteral("nicht mehr da")));
-    user.start([&](PA_Koben& main, Sitzung& run) {
+    EXPECT_TRUE(user.start().contains("nicht mehr da"));
+    user.start([&](PA_Koben& main, Session& run) {
         run.screens.workIn<PO_Einstellungen>([](PO_Einstellungen& form) { form.zurueckholen.click(); });
-        Sitzung::menue(main, "O_Einstellungen");
+        Session::menu(main, "O_Einstellungen");
     });
     EXPECT_EQ(bytesOf(user.folder.settings()).left(150), good.left(150));
 }
@@ -119,7 +119,7 @@ TEST(HinweisTest, uhr) {
                                                    {{2020, 1, 1}, "früher"},  {{2027, 7, 15}, ""},
                                                    {{2027, 7, 16}, "später"}, {{2063, 1, 1}, "später"}};
     for (const auto& [day, words] : table) {
-        Benutzer user;
+        User user;
         user.start();
         user.day = day;
         const QString said = user.start();
@@ -129,7 +129,7 @@ TEST(HinweisTest, uhr) {
 }
 
 TEST(HinweisTest, fehlendeDatenbank) {
-    Benutzer user;
+    User user;
     user.start();
     const QByteArray log(40'000, 'w');
     setBytes(user.folder.data() + QStringLiteral("koben20_backup_2026_07_01.zip"), "PK");
@@ -141,62 +141,62 @@ TEST(HinweisTest, fehlendeDatenbank) {
         EXPECT_TRUE(said.contains(QString::fromUtf8(words))) << said.toStdString();
     EXPECT_EQ(bytesOf(user.folder.data() + QStringLiteral("koben2_2026-07-15-wal")), log);
     EXPECT_TRUE(QFile::exists(user.folder.data() + QStringLiteral("koben2.$$$"))) << "it may be all there is";
-    const Ordner fresh;
-    Sitzung first(fresh);
+    const DataFolder fresh;
+    Session first(fresh);
     first.start([](PA_Koben& main) { EXPECT_FALSE(main.hinweis.visible()); });
 }
 
 TEST(HinweisTest, pruefungNachAbbruch) {
     for (const bool damaged : {false, true}) {
-        Benutzer user;
+        User user;
         user.start();
         user.killed = true;
-        abgeschirmt("left running", [&] {
-            user.start([&](PA_Koben&, Sitzung& run) {
+        shielded("left running", [&] {
+            user.start([&](PA_Koben&, Session& run) {
                 user.settings = run.platform.settings;
                 EXPECT_TRUE(std::any_of(user.settings.begin(), user.settings.end(), [](const auto& entry) {
-                    return entry.first.endsWith(QStringLiteral("/Laeuft")) && entry.second == u"1";
+                    return entry.first.endsWith("/Laeuft") && entry.second == u"1";
                 }));
             });
         });
         user.killed = false;
         for (auto& [key, value] : user.settings)
-            if (key.endsWith(QStringLiteral("/Laeuft"))) value = QStringLiteral("1");
+            if (key.endsWith("/Laeuft")) value = QStringLiteral("1");
         if (damaged) {
             QByteArray bytes = bytesOf(user.folder.database());
             const qsizetype page = bytes.size() / 2 / 4096 * 4096;  // not one that the list of tables lies on
             bytes.replace(page, 4096, QByteArray(4096, '\x55'));
             setBytes(user.folder.database(), bytes);
         }
-        EXPECT_EQ(user.start().contains(QStringLiteral("beschädigt")), damaged);
+        EXPECT_EQ(user.start().contains("beschädigt"), damaged);
         EXPECT_EQ(QFile::exists(user.folder.user() + QStringLiteral("Fehlerprotokoll.txt")), damaged);
         EXPECT_EQ(user.start(), QString()) << "checked once";
     }
 }
 
 TEST(HinweisTest, sperrdatei) {
-    const Ordner folder;
-    folder.copyFrom(vorlage());
+    const DataFolder folder;
+    folder.copyFrom(sampleFarm());
     const QString lock = folder.data() + QStringLiteral("koben.lock");
     for (const bool link : {false, true}) {
         ASSERT_TRUE(link ? QDir().rmdir(lock) && QFile::link(QStringLiteral("/gibt/es/nicht"), lock)
                          : QDir().mkdir(lock));
-        Sitzung run(folder);
+        Session run(folder);
         try {
             run.start();
             ADD_FAILURE() << "it came up";
         } catch (const DatabaseError& error) {
-            pruefeMeldung(error.message());
-            EXPECT_TRUE(error.message().contains(QStringLiteral("Sperrdatei"))) << error.what();
+            expectMessage(error.message());
+            EXPECT_TRUE(error.message().contains("Sperrdatei")) << error.what();
         }
     }
     QFile::remove(lock);
     setBytes(lock, "anderer Rechner");
     Ordnersperre other;
     ASSERT_TRUE(other.nehmen(folder.data())) << "left by another system";
-    Sitzung second(folder);
+    Session second(folder);
     second.start();
-    EXPECT_TRUE(second.screens.log.join(u'\n').contains(QStringLiteral("bereits gestartet")));
+    EXPECT_TRUE(second.screens.log.join(u'\n').contains("bereits gestartet"));
 }
 
 }  // namespace

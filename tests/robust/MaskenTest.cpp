@@ -6,7 +6,7 @@
 namespace koben::robust {
 namespace {
 
-class MaskenTest : public testing::TestWithParam<Aktion> {};
+class MaskenTest : public testing::TestWithParam<Task> {};
 
 const QString Hostile[] = {"9999999999",      "99999999999999999", "-99999999999999999",
                            QString(60, u'9'), "1.234,56",          "1.234.567",
@@ -16,21 +16,21 @@ const QString Hostile[] = {"9999999999",      "99999999999999999", "-99999999999
 bool structural(QChar c) { return (c < u' ' && c != u'\n') || c == QChar(0x7f); }
 
 TEST_P(MaskenTest, nichtsUnpassendesWirdGeschrieben) {
-    const Aktion& aktion = GetParam();
-    if (!aktion.hof) return;
+    const Task& task = GetParam();
+    if (!task.farm) return;
     static int turn = 0;  // in a short run each action meets two of the texts, and each text some actions
     const int every = longRun() ? 1 : 5;
     int number = turn++;
     for (const QString& text : Hostile) {
         if (number++ % every != 0) continue;
         SCOPED_TRACE(text.left(40).toStdString());
-        const auto folder = angerichtet(aktion);
-        Sitzung run(*folder);
+        const auto folder = prepared(task);
+        Session run(*folder);
         QString before, after;
         bool marked = false;
-        run.beginnt = [&] {
-            if (!run.koben.front()) throw HierHalt{};  // a start has no fields
-            before = inhalt(run.koben.connect());
+        run.begins = [&] {
+            if (!run.koben.front()) throw StopHere{};  // a start has no fields
+            before = contentOf(run.koben.connect());
             run.screens.takeLog();
             run.screens.answers.assign(50, true);
             run.screens.inputs.assign(5, withoutControls(text));  // as input boxes give it
@@ -40,17 +40,17 @@ TEST_P(MaskenTest, nichtsUnpassendesWirdGeschrieben) {
                 const auto* list = dynamic_cast<ComboBox*>(box);
                 if (!box || box->readOnly || !box->visible() || !box->enabled() || (list && list->fixed)) continue;
                 if (box->name() == u"tdat") continue;  // what is no date is refused for itself
-                eingeben(*box, text);
+                typeInto(*box, text);
                 EXPECT_TRUE(box->multiLine || std::none_of(box->text().begin(), box->text().end(), structural))
                     << box->address().toStdString();
             }
         };
-        run.nochmal = [&] {
-            after = inhalt(run.koben.connect());
+        run.repeat = [&] {
+            after = contentOf(run.koben.connect());
             for (Control* control : run.koben.front()->controls()) marked = marked || control->wrong();
             return false;
         };
-        EXPECT_NO_THROW(spielen(aktion, run));
+        EXPECT_NO_THROW(perform(task, run));
         const QString log = run.screens.log.join(u'\n');
         EXPECT_FALSE(log.contains(u"konnte nicht zu Ende")) << log.toStdString();
         EXPECT_FALSE(after.contains(u"922337203685477") || after.contains(u"3,402823E+38")) << after.toStdString();
@@ -59,7 +59,7 @@ TEST_P(MaskenTest, nichtsUnpassendesWirdGeschrieben) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Aktionen, MaskenTest, testing::ValuesIn(aktionen()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Aktionen, MaskenTest, testing::ValuesIn(tasks()), nameOf);
 
 /// The known ones, one by one: what is said, and that nothing was written.
 TEST(Masken, zahlenAusserhalbIhresFeldes) {
@@ -76,24 +76,24 @@ TEST(Masken, zahlenAusserhalbIhresFeldes) {
                  {"ferkelung", "tz", 0, "32768", "\"Anzahl Ferkel (Gesamt)\" zu groß"},
                  {"behandlung", "tz", 0, "1.234,56", "\"Menge und Einheit\" nicht gelesen"}};
     for (const auto& c : cases) {
-        const Aktion& aktion = finde(c.action);
-        const auto folder = angerichtet(aktion);
-        Sitzung run(*folder);
+        const Task& task = taskNamed(c.action);
+        const auto folder = prepared(task);
+        Session run(*folder);
         QString before;
-        run.beginnt = [&] {
-            before = inhalt(run.koben.connect());
-            eingeben(dynamic_cast<TextBox&>(*run.koben.front()->find(QString::fromUtf8(c.field), c.index)),
+        run.begins = [&] {
+            before = contentOf(run.koben.connect());
+            typeInto(dynamic_cast<TextBox&>(*run.koben.front()->find(QString::fromUtf8(c.field), c.index)),
                      QString::fromUtf8(c.typed));
         };
-        run.nochmal = [&] {
+        run.repeat = [&] {
             const Control& field = *run.koben.front()->find(QString::fromUtf8(c.field), c.index);
             EXPECT_TRUE(field.wrong()) << c.action;
             EXPECT_EQ(dynamic_cast<const TextBox&>(field).text().toStdString().substr(0, 6),
                       std::string(c.typed).substr(0, 6));
-            EXPECT_EQ(inhalt(run.koben.connect()), before) << c.action;
+            EXPECT_EQ(contentOf(run.koben.connect()), before) << c.action;
             return false;
         };
-        EXPECT_TRUE(klagen(aktion, run).contains(QString::fromUtf8(c.said))) << c.action << c.typed;
+        EXPECT_TRUE(complaints(task, run).contains(QString::fromUtf8(c.said))) << c.action << c.typed;
     }
 }
 

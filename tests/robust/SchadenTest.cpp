@@ -10,22 +10,22 @@
 namespace koben::robust {
 namespace {
 
-constexpr qsizetype Seite = 4096;  // of the database file
+constexpr qsizetype PageSize = 4096;  // of the database file
 
 /// A kind of damage that databases meet: bytes overwritten, pages lost or swapped, the end cut off.
-QByteArray beschaedigt(QByteArray bytes, Mutation& mutation) {
-    const qsizetype pages = bytes.size() / Seite;
-    const qsizetype page = mutation.below(pages) * Seite, other = mutation.below(pages) * Seite;
+QByteArray damaged(QByteArray bytes, Mutation& mutation) {
+    const qsizetype pages = bytes.size() / PageSize;
+    const qsizetype page = mutation.below(pages) * PageSize, other = mutation.below(pages) * PageSize;
     switch (mutation.below(6)) {
         case 0:
             bytes.truncate(mutation.below(bytes.size()));
             break;
         case 1:
-            bytes.replace(page, Seite, QByteArray(Seite, '\0'));
+            bytes.replace(page, PageSize, QByteArray(PageSize, '\0'));
             break;
         case 2: {
-            const QByteArray kept = bytes.mid(page, Seite);
-            bytes.replace(page, Seite, bytes.mid(other, Seite)).replace(other, Seite, kept);
+            const QByteArray kept = bytes.mid(page, PageSize);
+            bytes.replace(page, PageSize, bytes.mid(other, PageSize)).replace(other, PageSize, kept);
             break;
         }
         case 3:  // the heads of file and pages, where a flip does most
@@ -39,22 +39,22 @@ QByteArray beschaedigt(QByteArray bytes, Mutation& mutation) {
 }
 
 /// Plays so many variants, or ten times the wanted runs, in processes of their own.
-void spiele(const char* what, int usual, unsigned first, const std::function<void(Mutation&)>& variante) {
-    constexpr int Buendel = 50;
+void playVariants(const char* what, int usual, unsigned first, const std::function<void(Mutation&)>& variant) {
+    constexpr int Bunch = 50;
     const int count = longRun() ? 10 * runs(0) : usual;
-    for (int from = 0; from < count; from += Buendel)
-        abgeschirmt(what + (" from " + std::to_string(from)), [&] {
-            for (int number = from; number < std::min(from + Buendel, count); ++number) {
+    for (int from = 0; from < count; from += Bunch)
+        shielded(what + (" from " + std::to_string(from)), [&] {
+            for (int number = from; number < std::min(from + Bunch, count); ++number) {
                 SCOPED_TRACE(testing::Message() << "variant " << number);
-                lebt();
+                alive();
                 Mutation mutation(static_cast<unsigned>(number) + first);
-                variante(mutation);
+                variant(mutation);
             }
         });
 }
 
 /// What the program does with its database from start to end, and more: reads all, derives, writes, copies.
-void arbeite(Database& db, const Koben& koben) {
+void workOn(Database& db, const Koben& koben) {
     for (const QString& name : db.tables()) {
         const Table table = db.table(QStringLiteral("select * from ") + name);
         for (int row = 0; row < table.rowCount(); ++row)
@@ -63,23 +63,23 @@ void arbeite(Database& db, const Koben& koben) {
     Spalten_nachruesten(db);
     Werte_berechnen(db, koben);
     statussetzen(db);
-    db.execute(QStringLiteral("insert into Sauen (Art, Nummer) values ('Sau', 'neu')"));
+    db.execute("insert into Sauen (Art, Nummer) values ('Sau', 'neu')");
     Action action(db, {});
     Buchungen_loeschen(action, 1);
     action.commit();
 }
 
 /// Puts a damaged database in the place of the folder's.
-QByteArray schreibe(const Ordner& folder, const QByteArray& whole, Mutation& mutation) {
-    const QByteArray bytes = beschaedigt(whole, mutation);
+QByteArray damage(const DataFolder& folder, const QByteArray& whole, Mutation& mutation) {
+    const QByteArray bytes = damaged(whole, mutation);
     for (const char* log : {"-wal", "-shm"}) QFile::remove(folder.database() + QString::fromUtf8(log));
     setBytes(folder.database(), bytes);
     return bytes;
 }
 
 /// One variant: refused at the door and left alone, an error at work, or worked.
-void versuche(const QByteArray& whole, const Ordner& folder, Mutation& mutation) {
-    const QByteArray bytes = schreibe(folder, whole, mutation);
+void tryOut(const QByteArray& whole, const DataFolder& folder, Mutation& mutation) {
+    const QByteArray bytes = damage(folder, whole, mutation);
     FakeScreens screens;
     FakePlatform platform;
     Koben koben(screens, platform, katalog());
@@ -88,18 +88,18 @@ void versuche(const QByteArray& whole, const Ordner& folder, Mutation& mutation)
     try {
         Database db = koben.workspace.open(folder.database());
         refused = false;
-        arbeite(db, koben);
+        workOn(db, koben);
     } catch (const DatabaseError& error) {
-        EXPECT_TRUE(istMeldung(error.message())) << error.what();
+        EXPECT_TRUE(isMessage(error.message())) << error.what();
     }
     koben.workspace.closeAll();
     EXPECT_TRUE(!refused || bytesOf(folder.database()) == bytes) << "a file that was refused was written to";
 }
 
 TEST(SchadenTest, datenbank) {
-    const Ordner small;
+    const DataFolder small;
     {
-        Sitzung first(small);
+        Session first(small);
         first.start();
         Database db = first.koben.connect();
         for (int i = 1; i <= 20; ++i) {
@@ -108,37 +108,37 @@ TEST(SchadenTest, datenbank) {
         }
     }
     const QByteArray whole = bytesOf(small.database());
-    ASSERT_GT(whole.size(), 10 * Seite);
-    const Ordner folder;
+    ASSERT_GT(whole.size(), 10 * PageSize);
+    const DataFolder folder;
     folder.copyFrom(small);
-    spiele("database variants", 300, 0, [&](Mutation& mutation) { versuche(whole, folder, mutation); });
+    playVariants("database variants", 300, 0, [&](Mutation& mutation) { tryOut(whole, folder, mutation); });
 }
 
 /// The main form on a damaged database: refuses with a message for the user, or comes up.
 TEST(SchadenTest, startAufBeschaedigterDatenbank) {
-    const QByteArray whole = bytesOf(vorlage().database());
-    const Ordner folder;
-    folder.copyFrom(vorlage());
-    spiele("starts on damaged databases", 30, 100000, [&](Mutation& mutation) {
-        schreibe(folder, whole, mutation);
-        Sitzung run(folder);
+    const QByteArray whole = bytesOf(sampleFarm().database());
+    const DataFolder folder;
+    folder.copyFrom(sampleFarm());
+    playVariants("starts on damaged databases", 30, 100000, [&](Mutation& mutation) {
+        damage(folder, whole, mutation);
+        Session run(folder);
         try {
             run.start([](PA_Koben& main) { EXPECT_TRUE(main.find(u"XB_beenden")->enabled()); });
         } catch (const DatabaseError& error) {
-            EXPECT_TRUE(istMeldung(error.message())) << error.what();
+            EXPECT_TRUE(isMessage(error.message())) << error.what();
         }
     });
 }
 
 /// Starts the program on these settings, opens the settings and the work plan, and ends it.
-void starteMit(const Ordner& folder, const QByteArray& settings) {
+void startWith(const DataFolder& folder, const QByteArray& settings) {
     setBytes(folder.settings(), settings);
-    Sitzung run(folder);
+    Session run(folder);
     run.screens.answers.assign(9, false);  // a reminder of the backup may come
     run.start([&](PA_Koben& main) {
         EXPECT_GT(main.datali.rowCount(), 0);  // a filter may be among the damage
-        Sitzung::menue(main, "O_Einstellungen");
-        Sitzung::menue(main, "A_awarbeitspläne");
+        Session::menu(main, "O_Einstellungen");
+        Session::menu(main, "A_awarbeitspläne");
         main.closeBox();
         EXPECT_TRUE(main.closed());
     });
@@ -148,12 +148,12 @@ void starteMit(const Ordner& folder, const QByteArray& settings) {
 
 /// Every byte changed in turn, and the file cut off behind it.
 TEST(SchadenTest, einstellungenByteFuerByte) {
-    const Ordner folder;
-    folder.copyFrom(vorlage());
+    const DataFolder folder;
+    folder.copyFrom(sampleFarm());
     const QByteArray whole = bytesOf(folder.settings());
     ASSERT_GT(whole.size(), 400);
     const int step = longRun() ? 1 : 61;  // all are read; a start follows for every so many
-    abgeschirmt("damaged settings", [&] {
+    shielded("damaged settings", [&] {
         for (int at = 0; at < whole.size(); ++at) {
             Mutation mutation(static_cast<unsigned>(at));
             QByteArray flipped = whole;
@@ -161,14 +161,14 @@ TEST(SchadenTest, einstellungenByteFuerByte) {
             for (const QByteArray& bytes :
                  {flipped, whole.left(at), mutation.of(whole, {"-32768", "32767", "\n", "9e9"})}) {
                 SCOPED_TRACE(testing::Message() << "byte " << at);
-                lebt();
+                alive();
                 setBytes(folder.settings(), bytes);
                 Variablen variables;
                 variables.Datenordner = folder.data();
                 Einstellungen_vorgeben(variables, 2026);
                 Einstellungen_laden(variables);
                 EXPECT_FALSE(variables.Konfig_Text[Text::Trenner].isEmpty());
-                if (at % step == 0) starteMit(folder, bytes);
+                if (at % step == 0) startWith(folder, bytes);
             }
         }
     });
@@ -177,16 +177,16 @@ TEST(SchadenTest, einstellungenByteFuerByte) {
 /// The import takes a damaged table into the database, or leaves it as it was.
 TEST(SchadenTest, import) {
     const QByteArray whole = bytesOf(QStringLiteral(KOBEN_SOURCE_DIR "/beispiel/herde.csv")).left(3000);
-    const Ordner& empty = leereVorlage();
-    spiele("imports", 25, 5000, [&](Mutation& mutation) {
-        const Ordner folder;
+    const DataFolder& empty = emptyFarm();
+    playVariants("imports", 25, 5000, [&](Mutation& mutation) {
+        const DataFolder folder;
         folder.copyFrom(empty);
         const QString path = folder.root() + QStringLiteral("/herde.csv");
         setBytes(path, mutation.of(whole, {";", "\"", "\r", "31.02.2019", "'", "x';delete from Sauen;"}));
         bool done = false;
         {
-            Sitzung run(folder);
-            run.formular<S_Importtabelle>("O_ImportExcelCSV", [&](S_Importtabelle& form) {
+            Session run(folder);
+            run.form<S_Importtabelle>("O_ImportExcelCSV", [&](S_Importtabelle& form) {
                 run.screens.inputs = {path};
                 run.screens.answers = {true};
                 form.comöffnen.click();
@@ -195,7 +195,7 @@ TEST(SchadenTest, import) {
             done = run.koben.ended;
         }
         folder.edit([&](Database& db) {
-            const qint64 animals = db.table(QStringLiteral("select count(*) from Sauen")).integer(0, 0);
+            const qint64 animals = db.table("select count(*) from Sauen").integer(0, 0);
             EXPECT_TRUE(done || animals == 0) << animals;
         });
     });

@@ -11,19 +11,19 @@
 namespace koben::robust {
 namespace {
 
-constexpr unsigned Geduld = 120;  // seconds
+constexpr unsigned Patience = 120;  // seconds
 
 /// A pipe that closes with the object, whose ends are told apart.
-class Rohr {
+class Pipe {
 public:
-    Rohr() { EXPECT_EQ(pipe(ends), 0); }
-    ~Rohr() {
-        schliesse(0);
-        schliesse(1);
+    Pipe() { EXPECT_EQ(pipe(ends), 0); }
+    ~Pipe() {
+        closeEnd(0);
+        closeEnd(1);
     }
-    Rohr(const Rohr&) = delete;
-    Rohr& operator=(const Rohr&) = delete;
-    void schliesse(int end) {
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+    void closeEnd(int end) {
         if (ends[end] >= 0) close(ends[end]);
         ends[end] = -1;
     }
@@ -31,56 +31,56 @@ public:
 };
 
 /// One start, in its own process. Reports w(orks), z(weiter start, refused) or f(ailure), and works on until the
-/// other end of `weiter` closes.
-void starte(const Ordner& folder, int melden, int weiter) {
+/// other end of `goOn` closes.
+void startIn(const DataFolder& folder, int report, int goOn) {
     char said = 'f';
-    const auto sage = [&] { EXPECT_EQ(write(melden, &said, 1), 1); };
-    Sitzung run(folder);
+    const auto say = [&] { EXPECT_EQ(write(report, &said, 1), 1); };
+    Session run(folder);
     try {
         run.start([&](PA_Koben& main) {
             said = main.find(u"XB_beenden")->enabled() ? 'w' : 'f';
-            sage();
+            say();
             char none = 0;
-            EXPECT_EQ(read(weiter, &none, 1), 0);
+            EXPECT_EQ(read(goOn, &none, 1), 0);
             main.closeBox();
         });
     } catch (const std::exception& error) {
         run.screens.log += QString::fromUtf8(error.what());
     }
     if (said == 'w') return;
-    const QStringList messages = run.screens.log.filter(QStringLiteral("! "));
+    const QStringList messages = run.screens.log.filter("! ");
     said = run.koben.ended && messages.size() == 1 &&
-                   messages.first().startsWith(QStringLiteral("! Die Anwendung wurde bereits gestartet!"))
+                   messages.first().startsWith("! Die Anwendung wurde bereits gestartet!")
                ? 'z'
                : 'f';
     if (said == 'f') fprintf(stderr, "%s\n", run.screens.log.join(u'\n').toUtf8().constData());
-    sage();
+    say();
 }
 
 /// Both starts, the second so many microseconds behind the first. Ends those that work: orderly, or by a kill.
-std::string rennen(const Ordner& folder, int mikrosekunden, bool abschuss) {
-    Rohr los, melden, weiter;
+std::string race(const DataFolder& folder, int microseconds, bool killThem) {
+    Pipe go, report, goOn;
     pid_t children[2];
     fflush(stdout);
     for (int i = 0; i < 2; ++i) {
         children[i] = fork();
         if (children[i] != 0) continue;
-        alarm(Geduld);
-        for (int end : {0, 1}) (end == 0 ? melden : weiter).schliesse(end);
-        los.schliesse(1);
+        alarm(Patience);
+        for (int end : {0, 1}) (end == 0 ? report : goOn).closeEnd(end);
+        go.closeEnd(1);
         char none = 0;
-        EXPECT_EQ(read(los.ends[0], &none, 1), 0);
-        if (i == 1) usleep(static_cast<useconds_t>(mikrosekunden));
-        starte(folder, melden.ends[1], weiter.ends[0]);
+        EXPECT_EQ(read(go.ends[0], &none, 1), 0);
+        if (i == 1) usleep(static_cast<useconds_t>(microseconds));
+        startIn(folder, report.ends[1], goOn.ends[0]);
         _exit(testing::Test::HasFailure() ? 3 : 0);
     }
-    los.schliesse(1);
-    melden.schliesse(1);
+    go.closeEnd(1);
+    report.closeEnd(1);
     std::string said;
-    for (char c = 0; said.size() < 2 && read(melden.ends[0], &c, 1) == 1;) said += c;
-    if (abschuss)
+    for (char c = 0; said.size() < 2 && read(report.ends[0], &c, 1) == 1;) said += c;
+    if (killThem)
         for (const pid_t child : children) kill(child, SIGKILL);
-    weiter.schliesse(1);
+    goOn.closeEnd(1);
     for (const pid_t child : children) waitpid(child, nullptr, 0);
     std::sort(said.begin(), said.end());
     return said;
@@ -93,19 +93,19 @@ TEST(StartTest, zweiZugleich) {
     for (const bool first : {true, false}) {
         for (int number = 0; number < count && !HasFailure(); ++number) {
             SCOPED_TRACE(testing::Message() << (first ? "first start " : "start ") << number);
-            const Ordner folder;
-            if (!first) folder.copyFrom(vorlage());
-            const QString before = first ? QString() : stand(folder).daten;
+            const DataFolder folder;
+            if (!first) folder.copyFrom(sampleFarm());
+            const QString before = first ? QString() : stateOf(folder).data;
             const int behind = number % 3 == 0 ? 0 : static_cast<int>(random() % (first ? 60000 : 8000));
-            EXPECT_EQ(rennen(folder, behind, number % 2 == 1), "wz");
+            EXPECT_EQ(race(folder, behind, number % 2 == 1), "wz");
             if (number % 2 == 1) {
-                EXPECT_EQ(rennen(folder, behind / 4, false), "wz") << "behind a lock that was left";
+                EXPECT_EQ(race(folder, behind / 4, false), "wz") << "behind a lock that was left";
             }
-            EXPECT_EQ(integrity(folder.database()), QStringLiteral("ok"));
+            EXPECT_EQ(integrity(folder.database()), "ok");
             if (!first) {
-                EXPECT_EQ(stand(folder).daten, before);
+                EXPECT_EQ(stateOf(folder).data, before);
             }
-            naechsterStart(folder);
+            nextStart(folder);
             for (const QString& path : {folder.root() + QStringLiteral("/Daten"), folder.data()})
                 EXPECT_TRUE(
                     QDir(path).entryList({"*.neu*", "*.lock"}, QDir::AllEntries | QDir::NoDotAndDotDot).isEmpty())

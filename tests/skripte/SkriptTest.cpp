@@ -134,50 +134,6 @@ std::string nachStart(const QString& commands) {
     return run.out.substr(head.size());
 }
 
-TEST(Skript, FormsNestAndTheEndIsToldOnce) {
-    const Lauf run = lauf(R"(# Ein Tag
-heute 15.07.2026
-
-start
-variable heute
-  menue XE_EINGABE
-titel
-antwort nein
-klick ok
-antwort ja
-klick ok(0)
-titel
-antwort ja
-ende
-datei fehlt nicht
-)");
-    EXPECT_EQ(run.out, R"(> heute 15.07.2026
-> start
-+ PA_Koben
-! 
-> variable heute
-= 15.07.2026
-> menue XE_EINGABE
-+ PE_Eingabe
-> titel
-= Eingabe
-> klick ok
-? Sichern?\nJa oder nein => nein
-> klick ok(0)
-? Sichern?\nJa oder nein => ja
-- PE_Eingabe
-> titel
-= KOBEN
-> ende
-? Beenden? => ja
-- PA_Koben
-@ ende
-> datei fehlt nicht
-)");
-    EXPECT_EQ(run.result.status, 1);
-    EXPECT_EQ(run.result.line, 15);
-}
-
 TEST(Skript, AScriptThatStopsLeavesOpenFormsSilently) {
     EXPECT_EQ(nachStart("menue XE_eingabe"), "> menue XE_eingabe\n+ PE_Eingabe\n");
 }
@@ -194,32 +150,6 @@ TEST(Skript, TheFocusMovesWithTheHand) {
               "> taste sstab(1) Enter\n? Sichern?\\nJa oder nein => nein\n");
 }
 
-TEST(Skript, ListsGridsAndTheirMarks) {
-    EXPECT_EQ(nachStart("zeile datali 2\nmarkiere datali 1,3\nzeige datali\nklick datali\nsortiere datali nummer auf\n"
-                        "zelle datali 1 2 = Mast\nmarkiere datali 1-2\nzeige datali\nzeile li 2\nzeige li\n"
-                        "markiere datali alle\nmarkiere datali keine\nbreite datali Art 99"),
-              "> zeile datali 2\n! Zeile 1\n> markiere datali 1,3\n"
-              "> zeige datali\n=   Nr.\tArt\n= * 3\tSau\n= > 1\tEber\n= * 2\tSau\n"
-              "> klick datali\n! Klick\n> sortiere datali nummer auf\n> zelle datali 1 2 = Mast\n"
-              "> markiere datali 1-2\n> zeige datali\n=   Nr.\tArt\n= >*1\tMast\n= * 2\tSau\n=   3\tSau\n"
-              "> zeile li 2\n! Liste b\n> zeige li\n=   a\n= > b\n"
-              "> markiere datali alle\n> markiere datali keine\n> breite datali Art 99\n");
-}
-
-TEST(Skript, ReadingAndChecking) {
-    EXPECT_EQ(nachStart("text Text1 = a\\tb\\nc\\\\n\nzeige text1\nzeige bez\nzeige beenden\nhaken kon an\nzeige kon\n"
-                        "klick opti(1)\npruefe opti(1) an\npruefe opti(0) aus\npruefe weg unsichtbar\n"
-                        "pruefe aus gesperrt\nmenue XE_eingabe\nzeige PA_Koben.datali\nwahl kom = zwei\nzeige kom\n"
-                        "zeige kom.text\nzeige tätowierung\nzeige PA_Koben.li"),
-              "> text Text1 = a\\tb\\nc\\\\n\n> zeige text1\n= a b  c\\n\n> zeige bez\n= Zeile 1\\nZeile 2\n"
-              "> zeige beenden\n= &Ende\n> haken kon an\n> zeige kon\n= an\n> klick opti(1)\n> pruefe opti(1) an\n"
-              "> pruefe opti(0) aus\n> pruefe weg unsichtbar\n> pruefe aus gesperrt\n"
-              "> menue XE_eingabe\n+ PE_Eingabe\n"
-              "> zeige PA_Koben.datali\n=   Nr.\tArt\n=   3\tSau\n=   1\tEber\n=   2\tSau\n"
-              "> wahl kom = zwei\n! gewählt\n> zeige kom\n=   eins\n= > zwei\n> zeige kom.text\n= zwei\n"
-              "> zeige tätowierung\n= \n> zeige PA_Koben.li\n=   a\n=   b\n");
-}
-
 TEST(Skript, MachineAndFiles) {
     EXPECT_EQ(nachStart("schreibe v.txt = Ä 1\\n2\\n\ndatei v.txt\nklick starte\nnetz version = v.txt\n"
                         "schreibe v.txt = neu\nklick starte\nnetz aus\nloesche v.txt\nklick druck\ndruck\n"
@@ -231,19 +161,6 @@ TEST(Skript, MachineAndFiles) {
               "> netz aus\n> loesche v.txt\n> klick druck\n@ drucke 2 Seiten\n"
               "> druck\n= {quer}{Courier New 10}eins\n= zwei {10 fett}drei\n= {Seite}\n= {50 fett}vier\n= {50}\n"
               "> menue XE_eingabe\n+ PE_Eingabe\n> klick wo\n?= Alle|*.* => wahl.csv\n> zeige tz\n= wahl.csv\n");
-}
-
-TEST(Skript, SqlPrintsTypedRows) {
-    EXPECT_EQ(nachStart("klick daten\nsql create table P (N TEXT(20), D DATETIME, G SINGLE, E CURRENCY)\n"
-                        "sql insert into P (N, D, G) values ('a = b', #07/15/2026#, 2.5)\n"
-                        "sql insert into P (N, E) values ('zwei', 10)\n"
-                        "sql select N as Name, D, G, E from P order by N\nsql SELECT sum(E) as s from P where N = 'x'"),
-              "> klick daten\n> sql create table P (N TEXT(20), D DATETIME, G SINGLE, E CURRENCY)\n"
-              "> sql insert into P (N, D, G) values ('a = b', #07/15/2026#, 2.5)\n"
-              "> sql insert into P (N, E) values ('zwei', 10)\n"
-              "> sql select N as Name, D, G, E from P order by N\n= Name\tD\tG\tE\n"
-              "= a = b\t15.07.2026\t2,5\t<Null>\n= zwei\t<Null>\t<Null>\t10\n"
-              "> sql SELECT sum(E) as s from P where N = 'x'\n= s\n= <Null>\n");
 }
 
 TEST(Skript, AFailingStatementEndsTheRunAndKeepsTheOnesBefore) {
@@ -260,15 +177,6 @@ TEST(Skript, AFailingStatementEndsTheRunAndKeepsTheOnesBefore) {
     EXPECT_TRUE(failed.reason.contains("Q")) << failed.reason.toStdString();
     const Lauf later = lauf((begin + "sql select N from P").toUtf8().constData());
     EXPECT_TRUE(later.out.ends_with("= N\n= a\n")) << later.out << later.result.reason.toStdString();
-}
-
-TEST(Skript, RestartKeepsFolderClockAndUserSettings) {
-    EXPECT_EQ(nachStart("schreibe a.txt = x\nsetze Buchungsmodus = Neu\nantwort ja\nneustart\nvariable Buchungsmodus\n"
-                        "datei a.txt\nklick beenden\nneustart\nklick beenden"),
-              "> schreibe a.txt = x\n> setze Buchungsmodus = Neu\n> neustart\n? Beenden? => ja\n- PA_Koben\n@ ende\n"
-              "+ PA_Koben\n! gemerkt\n> variable Buchungsmodus\n= \n> datei a.txt\n= x\n"
-              "> klick beenden\n- PA_Koben\n@ ende\n> neustart\n+ PA_Koben\n! gemerkt\n> klick beenden\n- PA_Koben\n"
-              "@ ende\n");
 }
 
 TEST(Skript, WrongScriptsAndRefusalsEndTheRun) {

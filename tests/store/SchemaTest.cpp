@@ -29,20 +29,6 @@ TEST_F(SchemaTest, TablesStandInOrder) {
     EXPECT_EQ(db.fields(QStringLiteral("Trächtigkeit")).size(), 7U);
 }
 
-TEST_F(SchemaTest, SeedRows) {
-    EXPECT_EQ(ask("select Tiergruppe, Tierart, Alter_bis, Zeit, Geschlecht, Wert, Belegt, ID from Bestandsoptionen"),
-              QStringLiteral("Alle Schweine|Alle|99|Jahre|E|250|N|1; Alle Sauen|Sau|99|Jahre|W|250|N|2; "
-                             "Alle Eber|Eber|99|Jahre|M|250|N|3; Belegte Sauen|Sau|99|Jahre|W|250|J|4"));
-    EXPECT_EQ(ask("select Arbeitsart, Tage_von, Tage_bis, Bezugstermin, Erledigt_gross, Erledigt_klein from "
-                  "Arbeitsplanoptionen where Tage_von < 25"),
-              QStringLiteral("Belegung|4|8|Letzte Absetzung|Letzte Belegung|Letzte Absetzung; "
-                             "Trächtigkeitskontr.|20|24|Letzte Belegung|Letzte Trächtigkeit|Letzte Belegung"));
-    EXPECT_EQ(ask("select Tage_von, Tage_bis, Erledigt_gross from Arbeitsplanoptionen where Tage_von > 24"),
-              QStringLiteral("113|119|Letzte Ferkelung; 28|32|Letzte Absetzung"));
-    EXPECT_EQ(ask("select Inhalt from Stammdaten_Rasse"), QStringLiteral("Pietrain; DL"));
-    EXPECT_EQ(ask("select * from Stammdaten_Gruppe"), QStringLiteral("Zuchtsau; Läufer; Zuchteber; Mastschwein"));
-}
-
 /// Lists of choices are found by leaps through an index; they must hold what the whole table holds, spelled as first
 /// entered.
 TEST_F(SchemaTest, DifferentValuesAreThoseOfTheWholeTable) {

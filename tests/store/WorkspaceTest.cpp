@@ -78,15 +78,6 @@ TEST_F(WorkspaceTest, RefusesForeignFilesAndLeavesThemAlone) {
     EXPECT_FALSE(QFile::exists(path("fehlt")));
 }
 
-TEST_F(WorkspaceTest, AnExistingFileIsNotReplaced) {
-    EXPECT_THROW(workspace.create(path()), DatabaseError);
-    EXPECT_EQ(ask("select Nummer from Sauen"), QString("A"));
-    fill(path("ziel"), "x");
-    EXPECT_THROW(workspace.compact(path(), path("ziel")), DatabaseError);
-    EXPECT_EQ(content(path("ziel")), QByteArray("x"));
-    EXPECT_THROW(workspace.create(path("kein/ordner/x")), DatabaseError);
-}
-
 TEST_F(WorkspaceTest, CompactAndCopyKeepEverything) {
     workspace.compact(path(), path("klein"));
     workspace.copy(path(), path("kopie"));
@@ -117,52 +108,6 @@ TEST_F(WorkspaceTest, ChecksEveryPage) {
     bytes.replace(bytes.size() / 2, 9000, QByteArray(9000, '\x55'));
     fill(path(), bytes);
     EXPECT_NE(workspace.check(path(), Check::Quick).value_or(QString()), QString());
-}
-
-TEST_F(WorkspaceTest, ARefusedFileKeepsItsBytesAndItsLog) {
-    run({"insert into Sauen (Nummer) values ('neu')"});
-    const QByteArray log = content(path() + "-wal");
-    ASSERT_GT(log.size(), 1000);
-    QByteArray bytes = content(path());
-    db.close();
-    workspace.closeAll();
-    bytes.replace(100, 1000, QByteArray(1000, '\x55'));  // the page that lists the tables
-    fill(path("kaputt"), bytes);
-    QByteArray other = log;
-    other[20] = static_cast<char>(other[20] ^ 1);  // a checksum: nothing of the log counts
-    fill(path("kaputt-wal"), other);
-    EXPECT_THROW(workspace.open(path("kaputt")), DatabaseError);
-    EXPECT_EQ(content(path("kaputt")), bytes);
-    EXPECT_EQ(content(path("kaputt-wal")), other);
-}
-
-TEST_F(WorkspaceTest, CompactAndCopyCanBeGivenUp) {
-    foreign(
-        "insert into Sauen(Nummer) with recursive n(i) as (select 1 union all select i + 1 from n where i < 100000) "
-        "select 'N' || i from n");
-    const QString small = path("klein"), copy = path("kopie");
-    const std::pair<QString, std::function<bool(const FileProgress&)>> works[] = {
-        {small, [&](const FileProgress& go) { return workspace.compact(path(), small, go); }},
-        {copy, [&](const FileProgress& go) { return workspace.copy(path(), copy, go); }}};
-    for (const auto& [to, work] : works) {
-        std::vector<int> told;
-        ASSERT_TRUE(work([&told = told](int percent) { return told.push_back(percent), true; }));
-        EXPECT_TRUE(std::is_sorted(told.begin(), told.end()) && told.front() >= 0 && told.back() <= 100);
-        ASSERT_GT(told.size(), 4U) << to.toStdString();
-        EXPECT_EQ(rendered(workspace.open(to).table("select count(*), max(ID) from Sauen")), QString("100001|100002"));
-        workspace.closeAll();
-        if (to == small) QFile::remove(small);
-        const QByteArray before = content(to);
-        for (const size_t nth : {size_t{1}, size_t{2}, told.size() / 2, told.size()}) {
-            size_t asked = 0;
-            EXPECT_FALSE(work([&](int) { return ++asked < nth; }));
-            EXPECT_EQ(asked, nth) << "asked after a no";
-            EXPECT_EQ(content(to), before) << to.toStdString() << nth;
-            EXPECT_EQ(QDir(m_folder.path()).entryList({"*.neu*"}, QDir::Files), QStringList()) << nth;
-        }
-        db = workspace.open(path());
-        EXPECT_EQ(ask("select ID from Sauen where Nummer = 'n77777'"), QString("77779"));
-    }
 }
 
 TEST_F(WorkspaceTest, ForeignToolsMayWrite) {

@@ -4,6 +4,7 @@
 
 #include "core/PZ_Koben_Subs_Datenbank.h"
 #include "tests/support/Fakes.h"
+#include "tests/support/Hand.h"
 
 namespace koben {
 
@@ -24,58 +25,8 @@ inline QStringList gridText(const Grid& grid) {
     return lines;
 }
 
-/// The user goes into a field, types and leaves it; in a fixed list he chooses.
-inline void eingeben(TextBox& field, const QString& text) {
-    auto* list = dynamic_cast<ComboBox*>(&field);
-    field.enter();
-    if (list && list->fixed)
-        list->choose(static_cast<int>(list->items().indexOf(text)));
-    else
-        field.type(text);
-    field.leave();
-}
-
-/// A control of type C by its address: "tdat", "tz(1)".
-template <class C>
-C* steuer(const Form& form, const QString& address) {
-    const QString index = address.section(u'(', 1).chopped(address.contains(u'(') ? 1 : 0);
-    return dynamic_cast<C*>(form.find(address.section(u'(', 0, 0), index.isEmpty() ? -1 : index.toInt()));
-}
-
-inline TextBox& feld(const Form& form, const QString& address) {
-    auto* found = steuer<TextBox>(form, address);
-    return found ? *found : throw std::out_of_range(address.toStdString());
-}
-
-/// What the user does, "tdat=0907; tz(0)=8; ok(0)": enters into fields, clicks what has no text. Other arguments stand
-/// for %1, %2 ...
-template <class... A>
-void tun(Form& form, QString steps, const A&... values) {
-    ((steps = steps.arg(values)), ...);
-    for (const QString& step : steps.split("; ")) {
-        const QString address = step.section(u'=', 0, 0);
-        if (step.contains(u'='))
-            eingeben(feld(form, address), step.section(u'=', 1));
-        else if (auto* button = steuer<Button>(form, address))
-            button->click();
-        else if (auto* option = steuer<Option>(form, address))
-            option->click();
-        else if (auto* box = steuer<CheckBox>(form, address))
-            box->click();
-        else
-            ADD_FAILURE() << address.toStdString() << " cannot be clicked";
-    }
-}
-
-/// The texts of fields, "tdat tz(0)", joined by "|".
-inline QString zeigt(const Form& form, const QString& addresses) {
-    QStringList texts;
-    for (const QString& address : addresses.split(u' ')) texts += feld(form, address).text();
-    return texts.join(u'|');
-}
-
 /// How the refusal of an entry reads.
-inline QString Ablehnung(const QStringList& lines, const char* what = "Eingabe kann nicht übernommen werden") {
+inline QString refusal(const QStringList& lines, const char* what = "Eingabe kann nicht übernommen werden") {
     return "! Die " + QString::fromUtf8(what) + ", weil...\r\n\r\n" + lines.join("\r\n");
 }
 
@@ -107,7 +58,7 @@ public:
         if (!more.isEmpty()) sql("update Sauen set " + more + " where Nummer = '" + number + "'");
     }
     /// Rows of a select: cells joined by blanks, rows by " | ", Null as "-".
-    QString zeige(const QString& select) const {
+    QString show(const QString& select) const {
         const Table table = db.table(select);
         QStringList rows;
         for (int row = 0; row < table.rowCount(); ++row) {
@@ -118,9 +69,9 @@ public:
         return rows.join(" | ");
     }
     /// All rows of all tables.
-    QString stand() const {
+    QString everything() const {
         QString all;
-        for (const QString& table : db.tables()) all += table + ": " + zeige("select * from " + table) + u'\n';
+        for (const QString& table : db.tables()) all += table + ": " + show("select * from " + table) + u'\n';
         return all;
     }
 
@@ -131,15 +82,15 @@ public:
         koben.open(name);
     }
     /// Messages, questions and tones of the log, without the forms that opened and closed.
-    QStringList texte() {
+    QStringList texts() {
         QStringList texts;
         for (const QString& line : screens.takeLog())
             if (!line.startsWith("+ ") && !line.startsWith("- ")) texts += line;
         return texts;
     }
     /// Whether just this was said since the last look, "*" standing for any text.
-    testing::AssertionResult sagt(const QStringList& expected) {
-        const QStringList said = texte();
+    testing::AssertionResult says(const QStringList& expected) {
+        const QStringList said = texts();
         bool same = said.size() == expected.size();
         for (int i = 0; same && i < said.size(); ++i)
             same = QRegularExpression("^" + QRegularExpression::escape(expected[i]).replace("\\*", ".*") + "$",

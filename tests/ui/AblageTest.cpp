@@ -30,7 +30,7 @@ bool fallenLassen(QWidget& window, const QUrl& url) {
 
 TEST(AblageTest, EineDateiZeigtIhreVorschau) {
     const QTemporaryDir data;
-    const QString list = data.filePath(QStringLiteral("meine Herde.csv"));
+    const QString list = data.filePath("meine Herde.csv");
     QFile file(list);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("Art;Saunummer\r\nSau;0815\r\n");
@@ -53,7 +53,7 @@ TEST(AblageTest, EineDateiZeigtIhreVorschau) {
             address = fallenLassen(window, QUrl(QStringLiteral("https://example.org/herde.csv")));
             onMain = fallenLassen(window, QUrl::fromLocalFile(list));
             koben.Buchungsart_Nr = 0;
-            koben.open(QStringLiteral("PV_Stichworte"));
+            koben.open("PV_Stichworte");
         } else {
             elsewhere = fallenLassen(window, QUrl::fromLocalFile(list));
         }
@@ -64,7 +64,7 @@ TEST(AblageTest, EineDateiZeigtIhreVorschau) {
     EXPECT_FALSE(address || elsewhere);
     ASSERT_EQ(preview.count(u"0815"), 2) << preview.toStdString();
     Workspace workspace;
-    EXPECT_EQ(workspace.open(koben.Datenbankpfad).table(QStringLiteral("select * from Sauen")).rowCount(), 0);
+    EXPECT_EQ(workspace.open(koben.Datenbankpfad).table("select * from Sauen").rowCount(), 0);
 }
 
 /// The separator of a file that is chosen in the window is found; where several stand in the first line it is asked

@@ -1,6 +1,5 @@
 // Every window of the program, on a made herd, and one booking typed from end to end.
 #include <QAbstractButton>
-#include <QAction>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
@@ -9,14 +8,9 @@
 #include <QSet>
 #include <QtTest/QTest>
 
-#include "bookings/PE_Bewegungsdaten.h"
-#include "bookings/PE_Bewegungsdaten_Belegung.h"
-#include "herd/PA_Koben.h"
-#include "plans/PB_Arbeitsplan.h"
 #include "tests/ui/ProgramTest.h"
 #include "ui/Bound.h"
 #include "ui/EnterKey.h"
-#include "ui/Layout.h"
 
 namespace koben::ui {
 namespace {
@@ -157,69 +151,12 @@ TEST_P(FormsAtSize, EveryWindowStandsWhole) {
         expectWhole(window);
         expectInSight(window);
         expectWalks(window);
-        if (auto* herd = dynamic_cast<PA_Koben*>(&form)) {
-            herd->comdrucken.click();
-            koben.Buchungsmodus = QStringLiteral("Neu");
-            for (QString name : laidOutForms())  // an entry screen opens from its list
-                if (!name.startsWith(u"PA_") && !name.startsWith(u"PE_Bewegungsdaten_"))
-                    koben.open(name.remove(QStringLiteral("_Eingabe")));
-        } else if (dynamic_cast<PE_Bewegungsdaten*>(&form)) {
-            for (int kind = 0; kind < 8; ++kind) {
-                koben.Buchungsmodus = QStringLiteral("Neu");
-                koben.open(QString::fromUtf8(Buchungsarten[kind].screen));
-            }
-        } else if (auto* neu = dynamic_cast<Button*>(form.find(u"neu"))) {
-            neu->click();
-        } else if (auto* plan = dynamic_cast<PB_Arbeitsplan*>(&form)) {
-            plan->woche[3].click();
-            plan->ok[0].click();
-        }
+        goOn(form);
     });
     for (const QString& name : laidOutForms()) EXPECT_TRUE(seen.contains(name)) << qPrintable(name);
     QApplication::setFont(usual);
 }
 INSTANTIATE_TEST_SUITE_P(Points, FormsAtSize, testing::Values(10, 14));
-
-TEST_F(FormsTest, ServiceBookingTypedFromEndToEnd) {
-    const auto count = [&] {
-        return koben.Hauptdatenbank.table(QStringLiteral("select count(*) as n from Belegung where Ebernr = 'TIPP 7'"))
-            .integer(0, 0);
-    };
-    qint64 before = -1, after = -1;
-    runProgram([&](Form& form) {
-        FormWindow& window = *screens.windowOf(form);
-        if (auto* herd = dynamic_cast<PA_Koben*>(&form)) {
-            herd->optianzeige[1].click();  // sows only
-            QApplication::processEvents();
-            before = count();
-            window.widgetOf(herd->t)->setFocus();
-            type(window, herd->datali.cell(3, u"Nummer"));
-            EXPECT_GT(herd->datali.row(), 0);
-            window.findChild<QAction*>(QStringLiteral("XE_belegung"))->trigger();
-            after = count();
-        } else if (auto* frame = dynamic_cast<PE_Bewegungsdaten*>(&form)) {
-            auto* neu = static_cast<QAbstractButton*>(window.widgetOf(frame->neu));
-            neu->setFocus();
-            press(neu, Qt::Key_Return);
-        } else if (auto* entry = dynamic_cast<PE_Bewegungsdaten_Belegung*>(&form)) {
-            EXPECT_EQ(controlOf(window.focusWidget()), &entry->tdat) << "the date comes first";
-            type(window, QStringLiteral("1406"));
-            press(window.focusWidget(), Qt::Key_Return);
-            EXPECT_EQ(entry->tdat.text(), QStringLiteral("14.06.2026")) << "completed on leaving";
-            while (controlOf(window.focusWidget()) != &entry->kom[0]) press(window.focusWidget(), Qt::Key_Tab);
-            type(window, QStringLiteral("TIPP 7"));
-            press(window.focusWidget(), Qt::Key_Return);
-            EXPECT_EQ(controlOf(window.focusWidget()), &entry->tz[0]) << "fields in the order of the clipboard";
-            press(window.focusWidget(), Qt::Key_Up);
-            EXPECT_EQ(entry->tz[0].text(), QStringLiteral("2")) << "the arrow keys count";
-            auto* ok = static_cast<QAbstractButton*>(window.widgetOf(entry->ok[0]));
-            ok->setFocus();
-            press(ok, Qt::Key_Return);
-            EXPECT_TRUE(form.closed());
-        }
-    });
-    EXPECT_EQ(after, before + 1);
-}
 
 }  // namespace
 }  // namespace koben::ui

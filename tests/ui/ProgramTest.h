@@ -3,8 +3,12 @@
 #include <QTemporaryDir>
 
 #include "app/Katalog.h"
+#include "bookings/PE_Bewegungsdaten.h"
+#include "herd/PA_Koben.h"
+#include "plans/PB_Arbeitsplan.h"
 #include "tests/ui/Support.h"
 #include "tools/herdengenerator/Output.h"
+#include "ui/Layout.h"
 
 namespace koben::ui {
 
@@ -18,7 +22,27 @@ struct ProgramTest : testing::Test {
         Vorgaben herd;
         herd.sauen = 12;
         herd.ende = QDate(2026, 7, 15);
-        writeDatabase(makeHerde(herd), data.filePath(QStringLiteral("koben2.mdb")));
+        writeDatabase(makeHerde(herd), data.filePath("koben2.mdb"));
+    }
+    /// Opens from each form what it opens, from the main form all that stand for themselves.
+    void goOn(Form& form) {
+        if (auto* herd = dynamic_cast<PA_Koben*>(&form)) {
+            herd->comdrucken.click();
+            koben.Buchungsmodus = "Neu";
+            for (QString name : laidOutForms())  // an entry screen opens from its list
+                if (!name.startsWith(u"PA_") && !name.startsWith(u"PE_Bewegungsdaten_"))
+                    koben.open(name.remove("_Eingabe"));
+        } else if (dynamic_cast<PE_Bewegungsdaten*>(&form)) {
+            for (const auto& kind : Buchungsarten) {
+                koben.Buchungsmodus = "Neu";
+                koben.open(QString::fromUtf8(kind.screen));
+            }
+        } else if (auto* entry = dynamic_cast<Button*>(form.find(u"neu"))) {
+            entry->click();
+        } else if (auto* plan = dynamic_cast<PB_Arbeitsplan*>(&form)) {
+            plan->woche[3].click();
+            plan->ok[0].click();
+        }
     }
     void runProgram(const std::function<void(Form&)>& hand) {
         screens.hand = hand;

@@ -50,11 +50,11 @@ TEST_F(ScreensTest, FormsRunAboveEachOtherUntilTheyClose) {
     Zettel inner(koben, [] {});
     Zettel outer(koben, [&] {
         soon([&] {
-            log.append(QStringLiteral("innen"));
+            log.append("innen");
             press(screens.front(), Qt::Key_Escape);
         });
         koben.run(inner);
-        log.append(QStringLiteral("zurück"));
+        log.append("zurück");
         soon([&] { screens.front()->close(); });
     });
     soon([&] { outer.ok.click(); });
@@ -80,7 +80,7 @@ TEST_F(ScreensTest, LongWorkShowsABarThatCancels) {
         QThread::msleep(700);
         EXPECT_TRUE(work.step(20));
         ASSERT_NE(bar(), nullptr);
-        EXPECT_EQ(bar()->labelText(), QStringLiteral("Die Liste wird gelesen ..."));
+        EXPECT_EQ(bar()->labelText(), "Die Liste wird gelesen ...");
         soon([&] { bar()->findChild<QPushButton*>()->click(); });
         QThread::msleep(60);
         EXPECT_FALSE(work.step(20)) << "asked by the clock, though the percent is the same";
@@ -164,7 +164,7 @@ struct Printing : testing::Test {
         return pagesOf(path);
     }
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("liste.pdf"));
+    const QString path = folder.filePath("liste.pdf");
     QString opened;
 };
 
@@ -181,7 +181,7 @@ TEST_F(Printing, PagesBreakByThemselvesAndByOrder) {
     EXPECT_EQ(opened, path);
     ASSERT_EQ(pages.size(), 3);
     for (int page = 0; page < 3; ++page) {
-        EXPECT_TRUE(pages[page].contains(QStringLiteral("Arbeitspläne")) && pages[page].contains(u"15.07.2026"));
+        EXPECT_TRUE(pages[page].contains("Arbeitspläne") && pages[page].contains(u"15.07.2026"));
         EXPECT_TRUE(pages[page].contains(QStringLiteral("Seite %1 von 3").arg(page + 1))) << pages[page].toStdString();
         EXPECT_EQ(pages[page].contains(u"Nr | Box"), page == 1) << "only where a full page has broken the list";
     }
@@ -210,11 +210,11 @@ TEST_F(Printing, PiecesStandOnOneLineAndNothingIsCut) {
     QStringList lines = pages[0].split(u'\n', Qt::SkipEmptyParts);
     lines.append(lines.takeFirst());  // what is placed lies below the lines
     ASSERT_GE(lines.size(), 5);
-    EXPECT_EQ(lines[0].simplified(), QStringLiteral("Nr Datum Le 12 A7 Rest")) << pages[0].toStdString();
-    EXPECT_EQ(lines[1].simplified(), QStringLiteral("eins zwei"));
+    EXPECT_EQ(lines[0].simplified(), "Nr Datum Le 12 A7 Rest") << pages[0].toStdString();
+    EXPECT_EQ(lines[1].simplified(), "eins zwei");
     EXPECT_EQ((lines[2] + lines[3]).count(u'x'), 150);
     EXPECT_TRUE(lines[3].endsWith(u"ENDE"));
-    EXPECT_EQ(lines.last().trimmed(), QStringLiteral("platziert"));
+    EXPECT_EQ(lines.last().trimmed(), "platziert");
     EXPECT_FALSE(pages[0].contains(u"Seite")) << "a job without a title has its pages for itself";
 }
 
@@ -264,7 +264,7 @@ TEST_F(Printing, AListKeptAsPdfFromItsPreview) {
 }
 
 TEST_F(Printing, WithoutAnEndNothingIsLeft) {
-    { beginPdf(folder.filePath(QStringLiteral("a.pdf")), true, {})->line(QStringLiteral("halb")); }
+    { beginPdf(folder.filePath("a.pdf"), true, {})->line(QStringLiteral("halb")); }
     for (const int until : {0, 20, 60, 99}) {  // given up while it is laid out, and while it is painted
         const auto job = beginPdf(path, false, [&](const QString& file) { opened = file; });
         for (int page = 0; page < 100; ++page) job->line(QStringLiteral("Zeile")), job->newPage();
@@ -272,24 +272,7 @@ TEST_F(Printing, WithoutAnEndNothingIsLeft) {
     }
     EXPECT_EQ(opened, QString());
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
-    EXPECT_EQ(beginPdf(folder.filePath(QStringLiteral("fehlt/a.pdf")), true, {}), nullptr);
-}
-
-TEST(DataFolder, IsHeldByOneProcess) {
-    const QTemporaryDir folder;
-    const auto none = [](const QString&) { return QString(); };
-    {
-        SystemPlatform first(none), second(none);
-        EXPECT_TRUE(first.lockDataFolder(folder.path()));
-        EXPECT_TRUE(first.lockDataFolder(folder.path())) << "it holds it already";
-        EXPECT_FALSE(second.lockDataFolder(folder.path()));
-    }
-    QFile left(folder.filePath(QStringLiteral("koben.lock")));  // by a process that is gone
-    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
-    left.write("999999999\nkoben\n" + QSysInfo::machineHostName().toUtf8() + "\n");
-    left.close();
-    SystemPlatform next(none);
-    EXPECT_TRUE(next.lockDataFolder(folder.path()));
+    EXPECT_EQ(beginPdf(folder.filePath("fehlt/a.pdf"), true, {}), nullptr);
 }
 
 }  // namespace

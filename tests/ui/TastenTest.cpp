@@ -89,19 +89,19 @@ struct Hof : testing::Test {
         };
         platform.folder = data.path() + u'/';
         Workspace workspace;
-        Datenbank_anlegen(workspace, data.filePath(QStringLiteral("koben2.mdb")));
-        Database db = workspace.open(data.filePath(QStringLiteral("koben2.mdb")));
+        Datenbank_anlegen(workspace, data.filePath("koben2.mdb"));
+        Database db = workspace.open(data.filePath("koben2.mdb"));
         for (const char* number : {"1003", "1011", "1023", "1041", "1050", "1077"})
             db.execute(QStringLiteral("insert into Sauen (Art, Nummer, Stallnr) values ('Sau', '%1', 'D1')")
                            .arg(QString::fromUtf8(number)));
-        db.execute(QStringLiteral("insert into Sauen (Art, Nummer) values ('Eber', 'E1')"));
+        db.execute("insert into Sauen (Art, Nummer) values ('Eber', 'E1')");
         db.execute(
             QStringLiteral("insert into Ferkelung (Kennung, Datum, Ferkel_Gesamt, Ferkel_Lebendig, Ferkel_Tot) "
                            "select ID, #06/17/2026#, 12, 12, 0 from Sauen where Nummer = '1050'"));
         db.execute(
             QStringLiteral("insert into Medikamente (Medikament, Behandlungsart, Menge, Einheit, "
                            "Wartezeit_Tage, Kosten_je_Gabe) values ('Ivomec', 'Wurmkur', 3, 'ml', 28, 1.5)"));
-        QFile mask(data.filePath(QStringLiteral("PB_Neues_Schwein.ko1")));
+        QFile mask(data.filePath("PB_Neues_Schwein.ko1"));
         if (mask.open(QIODevice::WriteOnly)) mask.write("Sau\r\nJung\r\nD1\r\n\r\n\r\nDE\r\n");
     }
 };
@@ -160,7 +160,7 @@ TEST_F(Hof, DasHauptfensterBleibt) {
         auto& herd = static_cast<PA_Koben&>(form);
         FormWindow& window = *screens.windowOf(form);
         typist.play(QStringLiteral("<Ctrl+F>1041"));
-        EXPECT_EQ(herd.datali.cell(herd.datali.row(), u"Nummer"), QStringLiteral("1041"));
+        EXPECT_EQ(herd.datali.cell(herd.datali.row(), u"Nummer"), "1041");
         typist.play(QStringLiteral("<Esc>"));
         EXPECT_EQ(herd.t.text(), QString());
         typist.play(QStringLiteral("<Esc><Esc>"));
@@ -171,9 +171,9 @@ TEST_F(Hof, DasHauptfensterBleibt) {
         typist.play(QStringLiteral("1077"));
         EXPECT_FALSE(panel->isVisible()) << "another animal's data";
         QTest::qWait(400);
-        EXPECT_TRUE(panel->isVisible() && herd.Text1.text().contains(QStringLiteral("1077")));
+        EXPECT_TRUE(panel->isVisible() && herd.Text1.text().contains("1077"));
         typist.play(QStringLiteral("<Esc>1003+1011+"));
-        EXPECT_EQ(quietLine(window), QStringLiteral("2 Sauen markiert"));
+        EXPECT_EQ(quietLine(window), "2 Sauen markiert");
     };
     const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
     koben.run(*main);
@@ -200,7 +200,7 @@ TEST_F(Hof, EinWechselDesTieresFragt) {
         EXPECT_EQ(screens.told.size(), 1) << screens.told.join(u'|').toStdString();
         EXPECT_EQ(boar, answer < 0 ? QStringLiteral("E1") : QString());
         EXPECT_EQ(number, answer < 0 ? QStringLiteral("1023") : QStringLiteral("1041"));
-        const Table booked = koben.Hauptdatenbank.table(QStringLiteral("select count(*) as n from Belegung"));
+        const Table booked = koben.Hauptdatenbank.table("select count(*) as n from Belegung");
         EXPECT_EQ(booked.integer(0, 0), answer == 0 ? 1 : 0);
     }
 }
