@@ -9,7 +9,7 @@ namespace koben {
 
 namespace {
 
-constexpr int LastOnly = 3, Week = 7, TwoWeeks = 1;
+constexpr int LastOnly = 3, Week = 7;
 
 struct Spalten {
     const char* day;
@@ -34,7 +34,7 @@ PB_Logiktest::PB_Logiktest(Koben& koben_) : Bericht(koben_, "PB_Logiktest", "Log
     Label1.setText(QString::fromUtf8(Notice));
     optiwoche.frame = QStringLiteral("Toleranzzeit + - bezogen auf die Terminvorgabe");
     for (int i = 0; i < Termine; ++i) kon[i].setChecked(true);
-    optiwoche.select(TwoWeeks);
+    optiwoche.select(0);
     gridli.setVisible(false);
     ok.onClick = [this] { ok_Click(); };
     bindButtons(ok, beenden, &hilfe);

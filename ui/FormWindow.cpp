@@ -180,9 +180,10 @@ void FormWindow::fill() {
     m_area = new ContentArea(m_content);
     box->addWidget(m_area, 1);
     for (Control* control : m_form.controls()) {
-        const bool hiddenReport = dynamic_cast<Grid*>(control) && !control->visible();
+        const bool hiddenList =
+            !control->visible() && (dynamic_cast<Grid*>(control) || dynamic_cast<ListBox*>(control));
         const bool menu = dynamic_cast<MenuEntry*>(control);
-        if (!bound.contains(control) && !hiddenReport && !menu) m_leftOver.push_back(control);
+        if (!bound.contains(control) && !hiddenList && !menu) m_leftOver.push_back(control);
     }
     if (!m_leftOver.empty()) box->addWidget(automatic(m_leftOver).widget);
     if (m_buttons) box->addWidget(m_buttons);

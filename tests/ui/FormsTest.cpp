@@ -113,7 +113,8 @@ void expectWalks(FormWindow& window) {
         const std::vector<QWidget*> stops = walked(window, key, wanted);
         EXPECT_EQ(stops.size(), wanted.size()) << said(window.form().name(), QString::number(key, 16));
         for (size_t i = 0; i < std::min(stops.size(), wanted.size()); ++i)
-            EXPECT_EQ(stops[i], wanted[i]) << said(window.form().name(), wanted[i]->objectName());
+            EXPECT_EQ(stops[i], wanted[i]) << said(
+                window.form().name(), wanted[i]->objectName() + QStringLiteral(", not ") + stops[i]->objectName());
         expectReadingOrder(window, stops);
         const Button* accept = acceptOf(window);
         if (key == Qt::Key_Return && accept && !wanted.empty()) {
