@@ -52,4 +52,18 @@ void Program::choose(qint64 id) {
     throw std::runtime_error("an animal of the trial is not in the list");
 }
 
+qint64 runReport(Program& p, Stopwatch& watch, const char* form, int button, const std::function<void(Form&)>& choose) {
+    qint64 rows = 0;
+    p.open(form, [&](Form& report) {
+        choose(report);
+        p.when("PA_Zwischenliste", [&](Form& list) {
+            const Grid& grid = control<Grid>(list, "gridli");
+            look(grid);
+            rows = grid.rowCount();
+        });
+        watch.measure([&] { control<Button>(report, "ok", button).click(); });
+    });
+    return rows;
+}
+
 }  // namespace koben

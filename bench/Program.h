@@ -58,4 +58,7 @@ private:
     Stopwatch m_start;
 };
 
+/// The rows that a report hands over, with what it takes from its button "ok" until the list screen shows them.
+qint64 runReport(Program& p, Stopwatch& watch, const char* form, int button, const std::function<void(Form&)>& choose);
+
 }  // namespace koben

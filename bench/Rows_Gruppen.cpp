@@ -8,37 +8,22 @@ namespace {
 
 constexpr int Years = 10;
 
-/// The rows that reach the list screen.
-qint64 listed(Program& p, Stopwatch& watch, const char* form, const std::function<void(Form&)>& choose) {
-    qint64 rows = 0;
-    p.open(form, [&](Form& report) {
-        choose(report);
-        p.when("PA_Zwischenliste", [&](Form& list) {
-            const Grid& grid = control<Grid>(list, "gridli");
-            look(grid);
-            rows = grid.rowCount();
-        });
-        watch.measure([&] { control<Button>(report, "ok").click(); });
-    });
-    return rows;
-}
-
 /// Sums of every kind by year or by animal, and the animals that feed is reckoned for, which the floor does not reckon.
 Row Deckungsbeitraege(const Sample& sample, bool animals) {
     const int last = sample.today.year(), first = last - Years + 1;
     return {QStringLiteral("margin of %1 years by %2").arg(Years).arg(animals ? "animal" : "year"), seldom,
             [=](Program& p, Stopwatch& watch) {
-                return listed(p, watch, "PB_Deckungsbeitrag",
-                              [&](Form& form) {
-                                  for (int i : {0, 1})
-                                      control<TextBox>(form, "t", i).setText(QString::number(i == 0 ? first : last));
-                                  for (int i : {0, 1, 2})
-                                      control<TextBox>(form, "tzahl", i).setText(QStringLiteral("350"));
-                                  control<Button>(form, "alletier", 0).click();
-                                  control<CheckBox>(form, "kontier", 1).setChecked(true);
-                                  control<Option>(form, "optitieraus", 0).click();
-                                  control<Option>(form, "optiauswertung", animals ? 1 : 0).click();
-                              }) -
+                return runReport(p, watch, "PB_Deckungsbeitrag", -1,
+                                 [&](Form& form) {
+                                     for (int i : {0, 1})
+                                         control<TextBox>(form, "t", i).setText(QString::number(i == 0 ? first : last));
+                                     for (int i : {0, 1, 2})
+                                         control<TextBox>(form, "tzahl", i).setText(QStringLiteral("350"));
+                                     control<Button>(form, "alletier", 0).click();
+                                     control<CheckBox>(form, "kontier", 1).setChecked(true);
+                                     control<Option>(form, "optitieraus", 0).click();
+                                     control<Option>(form, "optiauswertung", animals ? 1 : 0).click();
+                                 }) -
                        1;  // the sum below
             },
             [=](SqliteFile& file, Stopwatch& watch) {
@@ -147,22 +132,23 @@ std::vector<Row> Gruppierungen() {
 
 /// The floor reads what is tested; the list has a row for each litter with a finding.
 Row Logiktest() {
-    return {QStringLiteral("logic test of the herd"), seldom,
-            [](Program& p, Stopwatch& watch) { return listed(p, watch, "PB_Logiktest", [](Form&) {}) > 0 ? 1 : 0; },
-            [](SqliteFile& file, Stopwatch& watch) {
-                watch.measure([&] {
-                    const std::string sows =
-                        " JOIN Sauen s ON s.ID = b.Kennung WHERE s.Art = 'Sau' AND s.Abgangsdatum IS NULL AND "
-                        "s.Anz_Ferkelungen > 0 ORDER BY b.Kennung, b.Datum";
-                    file.read(
-                        "SELECT ID, Nummer, Stallnr, Gruppe FROM Sauen WHERE Art = 'Sau' AND Abgangsdatum IS NULL AND "
-                        "Anz_Ferkelungen > 0 ORDER BY Nummer");
-                    for (const char* book : {"Ferkel_Lebendig FROM Ferkelung b", "b.ID FROM Belegung b",
-                                             "Trächtig FROM Trächtigkeit b", "b.ID FROM Absetzung b"})
-                        file.read("SELECT b.Kennung, b.Datum, " + (book + sows));
-                });
-                return 1;
-            }};
+    return {
+        QStringLiteral("logic test of the herd"), seldom,
+        [](Program& p, Stopwatch& watch) { return runReport(p, watch, "PB_Logiktest", -1, [](Form&) {}) > 0 ? 1 : 0; },
+        [](SqliteFile& file, Stopwatch& watch) {
+            watch.measure([&] {
+                const std::string sows =
+                    " JOIN Sauen s ON s.ID = b.Kennung WHERE s.Art = 'Sau' AND s.Abgangsdatum IS NULL AND "
+                    "s.Anz_Ferkelungen > 0 ORDER BY b.Kennung, b.Datum";
+                file.read(
+                    "SELECT ID, Nummer, Stallnr, Gruppe FROM Sauen WHERE Art = 'Sau' AND Abgangsdatum IS NULL AND "
+                    "Anz_Ferkelungen > 0 ORDER BY Nummer");
+                for (const char* book : {"Ferkel_Lebendig FROM Ferkelung b", "b.ID FROM Belegung b",
+                                         "Trächtig FROM Trächtigkeit b", "b.ID FROM Absetzung b"})
+                    file.read("SELECT b.Kennung, b.Datum, " + (book + sows));
+            });
+            return 1;
+        }};
 }
 
 }  // namespace

@@ -14,21 +14,6 @@ std::string inHerdOn(QDate day) {
     return "(Zugangsdatum IS NULL OR Zugangsdatum <= " + d + ") AND (Abgangsdatum IS NULL OR Abgangsdatum > " + d + ")";
 }
 
-/// The rows that a report hands over, with what it takes until the list screen shows them.
-qint64 runReport(Program& p, Stopwatch& watch, const char* form, int button, const std::function<void(Form&)>& choose) {
-    qint64 rows = 0;
-    p.open(form, [&](Form& report) {
-        choose(report);
-        p.when("PA_Zwischenliste", [&](Form& list) {
-            const Grid& grid = control<Grid>(list, "gridli");
-            look(grid);
-            rows = grid.rowCount();
-        });
-        watch.measure([&] { control<Button>(report, "ok", button).click(); });
-    });
-    return rows;
-}
-
 Row Statusplan() {
     return {QStringLiteral("status plan opens"), daily,
             [](Program& p, Stopwatch& watch) {
