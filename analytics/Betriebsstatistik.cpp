@@ -13,19 +13,24 @@ QString entry(const QString& caption, const QString& value) {
     return Text_links(caption, CaptionWidth) + u'|' + Text_rechts(value, ValueWidth);
 }
 
-/// Animals but piglets that were in the herd on a day, and those that came or went in a period.
-double counted(const Database& db, const QString& condition) {
-    return static_cast<double>(
-        db.table("select count(*) as n from Sauen where Art <> 'Ferkel' and " + condition).integer(0, 0));
-}
+/// Animals but piglets that were in the herd on the first and on the last day of a period, came, and went.
+struct Bestandszahlen {
+    double first = 0, last = 0, came = 0, went = 0;
 
-double stock(const Database& db, const QString& day) {
-    return counted(db, QStringLiteral("Zugangsdatum <= %1 and (Abgangsdatum > %1 or Abgangsdatum is null)").arg(day));
-}
-
-double moved(const Database& db, const char* field, const QString& from, const QString& to) {
-    return counted(db, QStringLiteral("%1 >= %2 and %1 <= %3").arg(QString::fromUtf8(field), from, to));
-}
+    Bestandszahlen(const Database& db, const QString& from, const QString& to) {
+        const auto stock = [](const QString& day) {
+            return QStringLiteral("sum(iif(Zugangsdatum <= %1 and (Abgangsdatum > %1 or Abgangsdatum is null), 1, 0))")
+                .arg(day);
+        };
+        const auto moved = [&](const char* field) {
+            return QStringLiteral("sum(iif(%1 >= %2 and %1 <= %3, 1, 0))").arg(QString::fromUtf8(field), from, to);
+        };
+        const Table counted = db.table(QStringLiteral("select %1, %2, %3, %4 from Sauen where Art <> 'Ferkel'")
+                                           .arg(stock(from), stock(to), moved("Zugangsdatum"), moved("Abgangsdatum")));
+        const auto number = [&](int column) { return static_cast<double>(counted.integer(0, column)); };
+        first = number(0), last = number(1), came = number(2), went = number(3);
+    }
+};
 
 }  // namespace
 
@@ -43,12 +48,12 @@ QString Betriebsstatistik(const Database& db, const Grid& list, const QString& v
     if (!von.isEmpty() && !bis.isEmpty()) {
         lines += rule;
         const QString from = Sql_Datum(QString(von)), to = Sql_Datum(QString(bis));
-        const auto rate = [&](const char* caption, double herd, double animals) {
-            if (herd != 0 && animals != 0)
-                lines += entry(QString::fromUtf8(caption), eine_Stelle(animals * 100 / herd));
+        const auto rate = [&](const char* caption, double herd, double moved) {
+            if (herd != 0 && moved != 0) lines += entry(QString::fromUtf8(caption), eine_Stelle(moved * 100 / herd));
         };
-        rate("Remontierungsrate nach Aufstockung", stock(db, from), moved(db, "Abgangsdatum", from, to));
-        rate("Remontierungsrate nach Abstockung", stock(db, to), moved(db, "Zugangsdatum", from, to));
+        const Bestandszahlen animals(db, from, to);
+        rate("Remontierungsrate nach Aufstockung", animals.first, animals.went);
+        rate("Remontierungsrate nach Abstockung", animals.last, animals.came);
     }
     lines += ends;
     return lines.join(Crlf) + Crlf;

@@ -10,6 +10,7 @@ namespace koben {
 namespace {
 
 constexpr int Often = 4096;  // rows between two questions whether to go on
+constexpr int Few = 500;     // animals whose bookings are looked up; those of more are found by reading all
 
 /// A table, and what a booking of it counts for beside 1.
 struct Source {
@@ -80,6 +81,11 @@ QString Buchungsauszug::where(bool ofPeriod, const QString& more) const {
     QStringList conditions;
     if (!more.isEmpty()) conditions += more;
     if (m_cut.tier != 0) conditions += QStringLiteral("Kennung = %1").arg(m_cut.tier);
+    if (m_cut.fewAnimals && m_animals.count() > 0 && m_animals.count() <= Few) {
+        QStringList ids;
+        for (int i = 0; i < m_animals.count(); ++i) ids += QString::number(m_animals[i].id);
+        conditions += "Kennung in (" + ids.join(QStringLiteral(", ")) + ")";
+    }
     if (ofPeriod && m_cut.von.isValid())
         conditions += "Datum >= " + Sql_Datum(Datum_als_Anzeige(m_cut.von)) +
                       " and Datum <= " + Sql_Datum(Datum_als_Anzeige(m_cut.bis));

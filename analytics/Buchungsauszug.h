@@ -47,6 +47,7 @@ struct Zaehlbuchung {
 struct Ausschnitt {
     qint64 tier = 0;
     QDate von = {}, bis = {};
+    bool fewAnimals = false;  ///< looks the bookings of a few animals up; they come by animal, each in order of entry
 };
 
 /// The amount of a farrowing that is its stored litter number, and what that is where there is none.

@@ -46,7 +46,7 @@ void Ferkelungslauf::addColumns(Grid& grid) const {
 
 void Ferkelungslauf::fill(Grid& grid, Progress& progress) {
     addColumns(grid);
-    m_bookings.emplace(m_db, m_sows, Ausschnitt{}, [&] { return progress.step(0); });
+    m_bookings.emplace(m_db, m_sows, Ausschnitt{.fewAnimals = true}, [&] { return progress.step(0); });
     m_farrowings = byAnimal(m_bookings->rows(Tabelle::Ferkelung), m_sows.count());
     m_losses = byAnimal(m_bookings->rows(Tabelle::Verluste), m_sows.count());
     m_moves = byAnimal(m_bookings->rows(Tabelle::Verschiebung), m_sows.count());

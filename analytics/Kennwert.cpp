@@ -60,7 +60,16 @@ Zelle perMonth(const Summe& services) {
 
 }  // namespace
 
-QString eine_Stelle(double value) { return Zahl_formatieren(QString::number(value, 'g', 15), 1); }
+QString eine_Stelle(double value) {
+    constexpr qsizetype most = 1 << 14;
+    static QHash<double, QString> known;  // quotients of small numbers come again and again
+    const auto found = known.constFind(value);
+    if (found != known.constEnd()) return *found;
+    const QString shown = Zahl_formatieren(QString::number(value, 'g', 15), 1);
+    if (known.size() >= most) known.clear();
+    if (value != 0) known.insert(value, shown);  // 0 and -0 are one key
+    return shown;
+}
 
 QString Zahlentext(double value) { return Value(value).toText(); }
 

@@ -6,9 +6,13 @@
 namespace koben {
 namespace {
 
+/// All sows of the herd are selected, for the runs over the selected ones.
+const char* const selectSows = "update Sauen set Selektiert = 'X' where Art = 'Sau' and Abgangsdatum is null";
+
 /// All measures of one run of the screen, over all animals ever, until the list screen or the viewer shows them.
 qint64 compute(Program& p, Stopwatch& watch, int run) {
     qint64 rows = 0;
+    if (run >= 5) p.koben().connect().execute(QString::fromUtf8(selectSows));
     p.open("PB_Statistiken", [&](Form& form) {
         if (run == 3 || run == 4) control<Tabs>(form, "sstab").choose(1);
         const int year = Datum_aus_Text(p.koben().Heute).year();
@@ -74,8 +78,9 @@ std::vector<Row> Rows_Zahlen(const Sample&) {
     const auto add = [&](const char* name, double limit, int run, const std::function<qint64(SqliteFile&)>& floor) {
         rows.push_back({QString::fromUtf8(name), limit,
                         [run](Program& p, Stopwatch& watch) { return compute(p, watch, run); },
-                        [floor](SqliteFile& file, Stopwatch& watch) {
+                        [floor, run](SqliteFile& file, Stopwatch& watch) {
                             qint64 found = 0;
+                            if (run >= 5) file.execute(selectSows);
                             watch.measure([&] { found = floor(file); });
                             return found;
                         }});
@@ -110,12 +115,19 @@ std::vector<Row> Rows_Zahlen(const Sample&) {
     });
     add("page of the farm, marked sows", seldom, 5, [](SqliteFile& file) {
         sums(file, "k");
-        return animals(file, "Art = 'Sau' AND Selektiert = 'X'");
+        return animals(file, "Art = 'Sau' AND Selektiert = 'X'") + 2;
     });
     add("overview of farrowings, marked sows", seldom, 6, [](SqliteFile& file) {
-        return file.read(
-            "SELECT Nummer, LNr, Datum, Ferkel_Gesamt, Ferkel_Lebendig, Ferkel_Tot FROM Sauen s JOIN "
-            "Ferkelung f ON Kennung = s.ID WHERE Art = 'Sau' AND Selektiert = 'X' ORDER BY Nummer, Datum");
+        const std::string sows = " JOIN Sauen s ON s.ID = Kennung WHERE Art = 'Sau' AND Selektiert = 'X'";
+        file.read("SELECT Kennung, Datum, Anzahl_Ferkel FROM Verluste" + sows);
+        file.read("SELECT Kennung, Datum, Anzahl_Ferkel FROM Verschiebung" + sows);
+        file.read("SELECT Nummer, LNr, Datum, Ferkel_Gesamt, Ferkel_Lebendig, Ferkel_Tot FROM Ferkelung" + sows +
+                  " ORDER BY Nummer, Datum");
+        // A row a litter, a sum and a line under the litters of a sow, means and sums of all.
+        return file
+            .numbers("SELECT sum(n) + sum(n > 1) + count(*) + 2 FROM (SELECT count(*) n FROM Ferkelung" + sows +
+                     " AND LNr BETWEEN 1 AND 20 GROUP BY Kennung)")
+            .front();
     });
     return rows;
 }

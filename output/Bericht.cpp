@@ -146,8 +146,13 @@ struct ColumnSum {
     double sum = 0;
     int count = 0;
     ColumnSum(const Grid& grid, int column, int rows) {
-        for (int row = 1; row <= rows; ++row)
-            if (const double number = Zahl_aus_Text(grid.cell(row, column)); number != 0) sum += number, ++count;
+        QHash<QString, double> known;  // few different numbers fill a column of a large herd
+        for (int row = 1; row <= rows; ++row) {
+            const QString cell = grid.cell(row, column);
+            auto number = known.constFind(cell);
+            if (number == known.constEnd()) number = known.insert(cell, Zahl_aus_Text(QString(cell)));
+            if (*number != 0) sum += *number, ++count;
+        }
     }
     double mean() const { return count > 0 ? sum / count : 0; }
 };
@@ -167,10 +172,13 @@ void Bericht::addMeansAndSums(Grid& grid, int first) {
     if (grid.rowCount() == 0) return;
     Grid::Row means{QStringLiteral("SCHNITT")}, sums{QStringLiteral("SUMME")};
     for (int c = 2; c <= grid.columnCount(); ++c) {
+        if (!holdsNumbers(grid, c, first)) {
+            means.append(Value()), sums.append(Value());
+            continue;
+        }
         const ColumnSum column(grid, c, grid.rowCount());
-        const bool numbers = holdsNumbers(grid, c, first);
-        means.append(numbers ? Value(shown(column.mean())) : Value());
-        sums.append(numbers ? Value(shown(column.sum)) : Value());
+        means.append(shown(column.mean()));
+        sums.append(shown(column.sum));
     }
     grid.addValues(std::move(means));
     grid.addValues(std::move(sums));
