@@ -57,15 +57,13 @@ public:
         if (m_planned.contains({animal, day})) return true;
         if (animal < 0) return false;
         if (!m_ofAnimal) m_ofAnimal = prepared(QStringLiteral("Kennung = ? and Datum = ?"));
-        m_ofAnimal->bind({animal, day});
-        return m_ofAnimal->next();
+        return any(*m_ofAnimal, {animal, day});
     }
     /// Of any animal, or of none.
     bool has(QDate day) {
         if (m_days.contains(day)) return true;
         if (!m_ofDay) m_ofDay = prepared(QStringLiteral("Datum = ?"));
-        m_ofDay->bind({day});
-        return m_ofDay->next();
+        return any(*m_ofDay, {day});
     }
     void add(Plantier animal, QDate day) {
         m_planned.insert({animal, day});
@@ -75,6 +73,13 @@ public:
 private:
     Statement prepared(const QString& condition) const {
         return m_db.prepare(QStringLiteral("select top 1 ID from %1 where %2").arg(m_table, condition));
+    }
+
+    /// Reads to the end: a question to the user may follow, and no statement is left open meanwhile.
+    static bool any(Statement& statement, const std::vector<Value>& values) {
+        bool found = false;
+        for (statement.bind(values); statement.next();) found = true;
+        return found;
     }
 
     const Database& m_db;
