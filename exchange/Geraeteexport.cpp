@@ -34,9 +34,9 @@ QString utf8(const char* text) { return QString::fromUtf8(text); }
 /// The number of lines that follow.
 QString counted(qint64 count) { return QStringLiteral(" %1 ").arg(count); }
 
-class Ausgabe {
+class Composer {
 public:
-    Ausgabe(const Database& db, const Exportauswahl& choice, const std::function<bool(int)>& goOn)
+    Composer(const Database& db, const Exportauswahl& choice, const std::function<bool(int)>& goOn)
         : m_db(db), m_choice(choice), m_goOn(goOn) {}
 
     Exportergebnis run(const QString& workPlan, QByteArray& bytes) {
@@ -160,10 +160,10 @@ private:
 
 }  // namespace
 
-Exportergebnis Geraetedaten_ausgeben(const Database& db, const Exportauswahl& choice, const QString& workPlan,
-                                     const std::function<bool(int sections)>& goOn, QByteArray& bytes) {
+Exportergebnis composeDeviceFile(const Database& db, const Exportauswahl& choice, const QString& workPlan,
+                                 const std::function<bool(int sections)>& goOn, QByteArray& bytes) {
     bytes.clear();
-    return Ausgabe(db, choice, goOn).run(workPlan, bytes);
+    return Composer(db, choice, goOn).run(workPlan, bytes);
 }
 
 }  // namespace koben

@@ -22,7 +22,7 @@ inline constexpr int Exportschritte = 37;  ///< sections of the file
 
 /// Fills `bytes` with the whole file. `workPlan` is the path of the work plan's lines, which may be missing. `goOn`
 /// hears how many sections are done, with every row, and answers false to give it up; `bytes` is then empty.
-Exportergebnis Geraetedaten_ausgeben(const Database& db, const Exportauswahl& choice, const QString& workPlan,
-                                     const std::function<bool(int sections)>& goOn, QByteArray& bytes);
+Exportergebnis composeDeviceFile(const Database& db, const Exportauswahl& choice, const QString& workPlan,
+                                 const std::function<bool(int sections)>& goOn, QByteArray& bytes);
 
 }  // namespace koben

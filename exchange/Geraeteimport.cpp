@@ -46,9 +46,9 @@ private:
     RowWriter m_new;
 };
 
-class Buchung {
+class Writer {
 public:
-    Buchung(const Action& action, const Geraeteplan& plan)
+    Writer(const Action& action, const Geraeteplan& plan)
         : m_db(action.database()),
           m_plan(plan),
           m_lastAnimal(m_db.prepare(QStringLiteral("select max(ID) as n from Sauen"))),
@@ -139,7 +139,7 @@ private:
 
 }  // namespace
 
-void Geraeteplan_buchen(const Action& action, const Geraeteplan& plan) { Buchung(action, plan).run(); }
+void bookDevicePlan(const Action& action, const Geraeteplan& plan) { Writer(action, plan).run(); }
 
 QString Importliste(const Geraeteplan& plan) {
     QString text = QStringLiteral("Inforamtionen zum Datenimport vom Pocket-PC") + Crlf + Crlf +

@@ -89,9 +89,9 @@ private:
     std::set<QDate> m_days;
 };
 
-class Planung {
+class Planner {
 public:
-    Planung(const Database& db, bool onceADay, const std::function<bool(const QString&)>& add)
+    Planner(const Database& db, bool onceADay, const std::function<bool(const QString&)>& add)
         : m_db(db), m_onceADay(onceADay), m_add(add), m_animals(db) {}
 
     Geraeteplan of(const Geraetedatei& file) {
@@ -166,9 +166,9 @@ int Geraeteplan::count(Geraeteurteil urteil) const {
         std::count_if(entries.begin(), entries.end(), [&](const Geplant& entry) { return entry.urteil == urteil; }));
 }
 
-Geraeteplan Geraetebuchungen_planen(const Database& db, const Geraetedatei& file, bool onceADay,
-                                    const std::function<bool(const QString& number)>& add) {
-    return Planung(db, onceADay, add).of(file);
+Geraeteplan planDeviceBookings(const Database& db, const Geraetedatei& file, bool onceADay,
+                               const std::function<bool(const QString& number)>& add) {
+    return Planner(db, onceADay, add).of(file);
 }
 
 }  // namespace koben

@@ -35,7 +35,7 @@ struct Geraeteplan {
 
 /// `onceADay`: an animal has one booking of a kind on a day. `add` is asked for each unknown number, as often as it
 /// comes: whether she becomes a sow of the herd; a booking without her is one of no animal.
-Geraeteplan Geraetebuchungen_planen(const Database& db, const Geraetedatei& file, bool onceADay,
-                                    const std::function<bool(const QString& number)>& add);
+Geraeteplan planDeviceBookings(const Database& db, const Geraetedatei& file, bool onceADay,
+                               const std::function<bool(const QString& number)>& add);
 
 }  // namespace koben

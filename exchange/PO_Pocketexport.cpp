@@ -41,7 +41,7 @@ void PO_Pocketexport::writeFile() {
     QByteArray bytes;
     const bool whole =
         run("Die Daten für das Gerät werden zusammengestellt ...", Exportschritte, &meter, [&](Progress& progress) {
-            result = Geraetedaten_ausgeben(
+            result = composeDeviceFile(
                 m_db, choice, koben.Datenordner + "PB_Arbeitsplan_Pocket.txt",
                 [&](int sections) { return progress.step(sections); }, bytes);
         });

@@ -103,7 +103,7 @@ std::optional<Geraetedatei> PO_Pocketimport::readFile() {
 }
 
 QString PO_Pocketimport::book(const Geraetedatei& file) {
-    const Geraeteplan plan = Geraetebuchungen_planen(m_db, file, koneindatum.checked(), [this](const QString& number) {
+    const Geraeteplan plan = planDeviceBookings(m_db, file, koneindatum.checked(), [this](const QString& number) {
         return koben.yesNo("Die Sau mit der Nummer " + number +
                            " existiert noch nicht in der Datenbank. Soll diese jetzt eingetragen werden?");
     });
@@ -111,7 +111,7 @@ QString PO_Pocketimport::book(const Geraetedatei& file) {
     if (bookings == 0) return Importliste(plan);
     const WaitCursor wait(koben);
     Action action(m_db, "Import von " + counted(bookings, "Buchung", "Buchungen") + " vom Pocket-PC");
-    Geraeteplan_buchen(action, plan);
+    bookDevicePlan(action, plan);
     action.commit();
     koben.Liste_neu_laden = 1;
     return Importliste(plan);

@@ -80,9 +80,9 @@ TEST(Geraetedatei, eigenwilligeZeilen) {
 }
 
 /// The whole file as the device expects it, written plainly: position by position, a row at a time.
-class Schlicht {
+class Plain {
 public:
-    Schlicht(const Database& db, const Exportauswahl& choice) : m_db(db), m_choice(choice) {}
+    Plain(const Database& db, const Exportauswahl& choice) : m_db(db), m_choice(choice) {}
 
     QStringList lines() {
         const QString sows = m_choice.nurSauen ? " and Art = 'Sau'" : "",
@@ -170,10 +170,10 @@ TEST(Geraeteexport, zufaelligeHerdenWieEinSchlichterZweiter) {
                                    .sortierung = static_cast<int>(seed % 3),
                                    .ab = seed == 3 ? QDate() : QDate(2025, 9, 1)};
         QByteArray bytes;
-        ASSERT_EQ(Geraetedaten_ausgeben(
+        ASSERT_EQ(composeDeviceFile(
                       db, choice, run.path("plan"), [](int) { return true; }, bytes),
                   Exportergebnis::Done);
-        EXPECT_EQ(ausWindows1252(bytes), Schlicht(db, choice).lines().join("\r\n") + "\r\n");
+        EXPECT_EQ(ausWindows1252(bytes), Plain(db, choice).lines().join("\r\n") + "\r\n");
     }
 }
 

@@ -8,7 +8,7 @@
 namespace koben::fuzz {
 namespace {
 
-QByteArray geschrieben(const std::vector<Geraetebuchung>& bookings) {
+QByteArray written(const std::vector<Geraetebuchung>& bookings) {
     QString text;
     for (const Geraeteabschnitt& section : Geraeteabschnitte()) {
         QStringList lines;
@@ -19,14 +19,14 @@ QByteArray geschrieben(const std::vector<Geraetebuchung>& bookings) {
     return nachWindows1252(text);
 }
 
-void pruefe(const std::vector<Geraetebuchung>& bookings) {
+void check(const std::vector<Geraetebuchung>& bookings) {
     int line = 0;
     for (const Geraetebuchung& booking : bookings) {
         fordere(booking.line > line && booking.fields.size() == booking.section->markAt(), "a line");
         fordere(booking.complete() != booking.values.empty(), "values of an incomplete line");
         line = booking.line;
     }
-    const Geraetedatei again = Geraetedatei::read(geschrieben(bookings));
+    const Geraetedatei again = Geraetedatei::read(written(bookings));
     fordere(again.problem().isEmpty() && again.bookings().size() == bookings.size(), "written and read",
             again.problem());
     for (size_t i = 0; i < bookings.size(); ++i) {
@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const Geraetedatei file = Geraetedatei::read(roh(data, size));
     const QString& why = file.problem();
     if (why.isEmpty())
-        pruefe(file.bookings());
+        check(file.bookings());
     else
         fordere(why.startsWith(QStringLiteral("Die Zeile ")) && why.endsWith(u'.') && file.bookings().empty(),
                 "no sentence", why);

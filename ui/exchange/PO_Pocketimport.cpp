@@ -4,6 +4,9 @@
 #include "ui/exchange/DeviceFolder.h"
 
 LAYOUT(PO_Pocketimport) {
-    return column({row({label(form.Label1) * 1, check(form.koneindatum)}), deviceFolder(form.geraet), spring(),
-                   buttons({button(form.hilfe)}, {button(form.ok[0]), button(form.ok[1]), button(form.cmdschließen)})});
+    return column(
+        {row({label(form.Label1) * 1, check(form.koneindatum)}),
+         deviceFolder(form.geraet,
+                      QStringLiteral("Schritt 1 holt die Datei von dort, Schritt 2 übernimmt ihre Buchungen.")),
+         spring(), buttons({button(form.hilfe)}, {button(form.ok[0]), button(form.ok[1]), button(form.cmdschließen)})});
 }
