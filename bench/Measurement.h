@@ -80,6 +80,7 @@ std::vector<Row> Rows_Zahlen(const Sample& sample);
 std::vector<Row> Rows_Papier(const Sample& sample);
 std::vector<Row> Rows_Gruppen(const Sample& sample);
 std::vector<Row> Rows_Ferkel(const Sample& sample);
+std::vector<Row> Rows_Geraet(const Sample& sample);
 std::vector<Row> Rows_Masse(const Sample& sample);
 
 }  // namespace koben

@@ -65,6 +65,8 @@ enum Slot : int {
     FilterAnzeige = 62,
     FilterVerkauft = 63,
     FilterSauen = 64,
+    PocketSortierung = 65,
+    PocketNurSauen = 66,
     TaetowierungDoppelt = 67,
     Starts = 68,
     RegisterAddieren = 70,

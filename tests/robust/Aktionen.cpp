@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "cycle/PV_Stichworte.h"
+#include "exchange/PO_Pocketimport.h"
 #include "exchange/S_Importtabelle.h"
 #include "tests/support/Hand.h"
 
@@ -103,6 +104,29 @@ void importList(Session& s) {
     });
 }
 
+/// Two services, a weaning into a pen, a treatment with a new medicine, a sow whom nobody knows. The booking frame
+/// opens by itself at the end.
+void importFromDevice(Session& s) {
+    s.start([&](PA_Koben& main) {
+        s.screens.workIn<PO_Pocketimport>([&](PO_Pocketimport& form) {
+            setBytes(s.koben.Datenordner + "KOBEN2_DATEN_VON_POCKET.KO2",
+                     "2\r\n1\t01.07.2026\tE7\t1\tK\t\t0\t\t\tN\r\nneu\t02.07.2026\tE7\t1\tK\t\t0\t\t\tN\r\n0\r\n"
+                     "1\r\n2\t03.07.2026\t5\t7,5\t\t\tB7\tN\r\n0\r\n0\r\n0\r\n"
+                     "1\r\n3\t04.07.2026\tImpfung\tNeumittel\t2\tml\t\t9\t\t\t\t1\t\t\tN\r\n0\r\n");
+            s.screens.answers = {true};
+            s.screens.work([](Form&) {});  // the list of what was imported
+            s.screens.workIn<PE_Bewegungsdaten>([&](PE_Bewegungsdaten& frame) {
+                if (s.toMainForm) frame.cmdschließen.click();
+            });
+            s.task([&] { form.ok[1].click(); });
+        });
+        Session::menu(main, "O_Importpocketpc");
+        if (!s.toMainForm) return;
+        if (s.done) s.done();
+        throw StopHere{};
+    });
+}
+
 void startOnly(Session& s) {
     s.task([&] { s.start(); });
 }
@@ -117,6 +141,9 @@ void closeAtEnd(Session& s) {
 std::vector<Task> onHerd() {
     return {{"ersterStart", nullptr, startOnly},
             {"import", emptyFarm, importList, "! Die Daten wurden in der Datenbasis gespeichert"},
+            {"geraetImport", sampleFarm, importFromDevice, "! Der Import wurde abgeschlossen", "", true, true, true},
+            {"geraetExport", sampleFarm, onForm("O_Exportpocketpc", "tdat=01.01.2020", clicks("ok(0)")),
+             "! Die Exportdatei wurde im Ordner", "", true, false},
             {"statusBeimStart", sampleFarm, startOnly, "", "update Sauen set Status = 'B'"},
             {"tierLoeschen", sampleFarm, onMain("XB_schweinlöschen", {1}, {true})},
             {"stallnummern", sampleFarm, onMain("XB_Stallnrneuzuordnen", rows(40), {true}, {"S9"})},

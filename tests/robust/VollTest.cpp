@@ -35,6 +35,8 @@ private:
 TEST(VollTest, tasks) {
     const std::pair<const char*, std::vector<rlim_t>> table[] = {{"ersterStart", {0, 3000, 30000, 90000}},
                                                                  {"import", {40, 30000}},
+                                                                 {"geraetImport", {5000}},
+                                                                 {"geraetExport", {0, 1000}},
                                                                  {"absetzungMitEinbuchen", {5000}},
                                                                  {"komprimieren", {0, 5000, 60000}},
                                                                  {"einstellungenAmEnde", {0, 1, 100, 500}},

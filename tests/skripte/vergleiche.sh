@@ -11,6 +11,7 @@ trap 'rm -f "$got"' EXIT
 cd "$(dirname "$script")" || exit 1
 LC_ALL=C.UTF-8 "$program" "$script" >"$got"
 ended=$?
+sed -i 's|[^ ]*/koben-skript-[A-Za-z0-9]*/daten/|{Datenordner}|g' "$got"  # messages may name the fresh folder
 diff -u "$expected" "$got" || exit 1
 if [ "$ended" -ne "${status:-0}" ]; then
     echo "$script: status $ended instead of ${status:-0}" >&2

@@ -1,0 +1,34 @@
+#pragma once
+// The import screen of the barn device: brings what was booked on it into the herd, whole or not at all.
+#include <optional>
+
+#include "exchange/Geraetedatei.h"
+#include "exchange/Geraeteordner.h"
+#include "forms/Koben.h"
+
+namespace koben {
+
+class PO_Pocketimport final : public Form {
+public:
+    explicit PO_Pocketimport(Koben& koben);
+
+    Label Label1{*this, "Label1"};
+    CheckBox koneindatum{*this, "koneindatum", "Je Maßnahme, Tag und Tier nur eine Buchung zulassen"};
+    Geraeteordner geraet{*this};
+    ControlArray<Button> ok{*this, "ok", {"Import Schritt 1", "Import Schritt 2"}};
+    Button hilfe{*this, "hilfe", "&Hilfe"};
+    Button cmdschließen{*this, "cmdschließen", "&Schließen"};
+
+private:
+    void Load() override;
+    void copyFromDevice();
+    void importFile();
+    std::optional<Geraetedatei> readFile();
+    /// Books what is new in the file; the lines of the import's list.
+    QString book(const Geraetedatei& file);
+    void showList(const QString& list);
+
+    Database m_db;
+};
+
+}  // namespace koben

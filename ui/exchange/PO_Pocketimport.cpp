@@ -1,0 +1,12 @@
+#include "exchange/PO_Pocketimport.h"
+
+#include "ui/Layout.h"
+#include "ui/exchange/DeviceFolder.h"
+
+LAYOUT(PO_Pocketimport) {
+    return column(
+        {row({label(form.Label1) * 1, check(form.koneindatum)}),
+         deviceFolder(form.geraet,
+                      QStringLiteral("Schritt 1 holt die Datei von dort, Schritt 2 übernimmt ihre Buchungen.")),
+         spring(), buttons({button(form.hilfe)}, {button(form.ok[0]), button(form.ok[1]), button(form.cmdschließen)})});
+}
