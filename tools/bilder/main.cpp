@@ -83,7 +83,13 @@ public:
     QDateTime now() override { return today.startOfDay(); }
     bool open(const QString&) override { return true; }
     bool start(const QString&) override { return true; }
-    std::optional<QByteArray> httpGet(const QString&) override { return std::nullopt; }
+    WebAnswer httpGet(const QString&, qint64, const WebProgress&) override { return {}; }
+    WebAnswer download(const QString&, const QString&, qint64, const WebProgress&) override { return {}; }
+    QList<Drive> drives() override {
+        constexpr qint64 gigabyte = 1'000'000'000;
+        return {{QStringLiteral("/"), {}, 180 * gigabyte, 500 * gigabyte},
+                {QStringLiteral("/media/TAMRO_ROT/"), QStringLiteral("TAMRO_ROT"), 12 * gigabyte, 16 * gigabyte}};
+    }
     QString userSetting(const QString& section, const QString& key) override { return m_settings[section + key]; }
     void setUserSetting(const QString& section, const QString& key, const QString& value) override {
         m_settings[section + key] = value;
