@@ -61,9 +61,9 @@ S_Datensicherung_neu::S_Datensicherung_neu(Koben& koben_)
     weiter_endebackup.onClick = [this] { weiter_endebackup_Click(); };
     start_rettung.onClick = [this] { start_rettung_Click(); };
     weiter_backuprettung.onClick = [this] { weiter_backuprettung_Click(); };
-    zurueck_laufwerkwahl.onClick = zurueck_backuprettung.onClick = [this] { tabsicherung.setFront(Anfang); };
-    zurueck_backuperstellen.onClick = [this] { tabsicherung.setFront(Laufwerk); };
-    zurueck_cloud.onClick = [this] { tabsicherung.setFront(Sichern); };
+    zurueck_laufwerkwahl.onClick = zurueck_backuprettung.onClick = [this] { Seite_zeigen(Anfang); };
+    zurueck_backuperstellen.onClick = [this] { Seite_zeigen(Laufwerk); };
+    zurueck_cloud.onClick = [this] { Seite_zeigen(Sichern); };
     cominfo.onClick = [this] { cominfo_Click(); };
     comcloud.onClick = [this] { comcloud_Click(); };
     comlaufwerke.onClick = [this] { Laufwerke_lesen(drive1, m_drives, drive1.text()); };
@@ -72,6 +72,8 @@ S_Datensicherung_neu::S_Datensicherung_neu(Koben& koben_)
     comordner.onClick = [this] { comordner_Click(); };
     backups.onClick = [this] { backups_Click(); };
     abbv.onClick = [this] { abbv_Click(); };
+    tabsicherung.onClick = [this](int page) { Seite_zeigen(page); };
+    acceptButton = &start_sicherung;
     cancelButton = &abbv;
     helpTopic = QStringLiteral("datensicherung");
 }
@@ -90,6 +92,15 @@ void S_Datensicherung_neu::Load() {
     Laufwerke_lesen(drive2, {}, {});
     Stand_zeigen();
     Dateien_zeigen();
+}
+
+/// Brings a page to the front; Enter then goes on from there.
+void S_Datensicherung_neu::Seite_zeigen(int page) {
+    Button* const on[] = {&start_sicherung, &weiter_laufwerkwahl, &weiter_backuperstellen,
+                          &weiter_cloud,    &weiter_endebackup,   &weiter_backuprettung};
+    tabsicherung.setFront(page);
+    acceptButton = on[page];
+    acceptButton->setFocus();
 }
 
 void S_Datensicherung_neu::Stand_zeigen() {
@@ -177,7 +188,7 @@ void S_Datensicherung_neu::start_sicherung_Click() {
     m_protokoll = {};
     protokoll(Begonnen, {QStringLiteral("Das Backup wurde ") + unless(concept_) +
                          QStringLiteral("mit dem Backup-Konzept für hohe Datensicherheit gestartet.")});
-    tabsicherung.setFront(Laufwerk);
+    Seite_zeigen(Laufwerk);
 }
 
 void S_Datensicherung_neu::weiter_laufwerkwahl_Click() {
@@ -203,7 +214,7 @@ void S_Datensicherung_neu::weiter_laufwerkwahl_Click() {
                 QStringLiteral("der USB-Stick vom TAMRO-Backup-Konzept verwendet.");
         protokoll(Ziel, told);
     }
-    tabsicherung.setFront(Sichern);
+    Seite_zeigen(Sichern);
 }
 
 void S_Datensicherung_neu::weiter_backuperstellen_Click() {
@@ -219,7 +230,7 @@ void S_Datensicherung_neu::weiter_backuperstellen_Click() {
     } else if (!Sicherung_schreiben(target)) {
         return;
     }
-    if (Auf_Laufwerk_kopieren()) tabsicherung.setFront(Cloud);
+    if (Auf_Laufwerk_kopieren()) Seite_zeigen(Cloud);
 }
 
 /// False where nothing new was made: it failed, or the user gave up. The file of the day that was there still is.
@@ -313,7 +324,7 @@ void S_Datensicherung_neu::weiter_cloud_Click() {
     Stand_zeigen();
     protokoll(InCloud, {QStringLiteral("Die Backupdatei wurde ") + unless(done) +
                         QStringLiteral("in den Cloudordner übertragen.")});
-    tabsicherung.setFront(Ende);
+    Seite_zeigen(Ende);
 }
 
 void S_Datensicherung_neu::weiter_endebackup_Click() {

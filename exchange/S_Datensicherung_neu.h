@@ -89,6 +89,7 @@ private:
     void Backups_zeigen();
     QString Vergleich_text(const QString& path);
 
+    void Seite_zeigen(int page);
     QString Einsteckaufforderung() const;
     bool Sicherung_schreiben(const QString& target);
     bool Auf_Laufwerk_kopieren();

@@ -20,7 +20,7 @@ void S_Datensicherung_neu::start_rettung_Click() {
         QStringLiteral("Bitte stecken Sie den USB-Stick ein, auf den Sie die letzte Datensicherung gemacht "
                        "haben. Nachdem der Stick erkannt wurde, bestätigen Sie diesen Hinweis mit [OK]."));
     Laufwerke_lesen(drive2, before, {});
-    tabsicherung.setFront(Rettung);
+    Seite_zeigen(Rettung);
     drive2_Click();
     koben.message(Label1[Rettung].text());
 }

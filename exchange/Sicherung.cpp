@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <algorithm>
 #include <cerrno>
 
@@ -16,8 +17,6 @@ const QString Sicherungsmuster = QStringLiteral("koben20_backup_*.zip");
 namespace {
 
 const QString DatabaseName = QStringLiteral("koben2.mdb");
-const QString DayFormat = QStringLiteral("yyyy_MM_dd");
-const QString NameHead = QStringLiteral("koben20_backup_");
 
 FileProgress inPercent(const ShareDone& go) {
     if (!go) return {};
@@ -100,11 +99,14 @@ Sicherungsinhalt Inhalt_zaehlen(const TableCounts& tables) {
     return found;
 }
 
-QString Sicherungsname(QDate day) { return NameHead + day.toString(DayFormat) + QStringLiteral(".zip"); }
+QString Sicherungsname(QDate day) {
+    return QStringLiteral("koben20_backup_") + day.toString(QStringLiteral("yyyy_MM_dd")) + QStringLiteral(".zip");
+}
 
 QDate Sicherungstag(const QString& path) {
-    const QString name = QFileInfo(path).completeBaseName();
-    return name.startsWith(NameHead) ? QDate::fromString(name.mid(NameHead.size()), DayFormat) : QDate();
+    static const QRegularExpression day(QStringLiteral("(\\d{4})[_-](\\d{2})[_-](\\d{2})"));
+    const auto found = day.match(QFileInfo(path).fileName());
+    return QDate(found.captured(1).toInt(), found.captured(2).toInt(), found.captured(3).toInt());
 }
 
 QStringList Ordnerdateien(const QString& folder) {

@@ -12,7 +12,7 @@ namespace koben {
 /// The file name of a day's backup, and the pattern of all.
 QString Sicherungsname(QDate day);
 extern const QString Sicherungsmuster;
-/// The day that a backup's file name bears; invalid where it bears none.
+/// The day that a backup's file name bears (2026_07_15 or 2026-07-15); invalid where it bears none.
 QDate Sicherungstag(const QString& path);
 
 /// The files of the data folder, by name, but those that the running program keeps for itself.

@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFile>
 #include <cerrno>
-#include <cstdio>
 
 #include "store/DatabaseError.h"
 #include "store/Files.h"
@@ -51,9 +50,7 @@ QString FileExchange::decide() {
         if (const QString reason = flushFile(file(name)); !reason.isEmpty()) return reason;
     flushFile(m_gathered.m_path);  // not every file system knows that
     errno = 0;
-    if (std::rename(QFile::encodeName(workIn(m_folder)).constData(),
-                    QFile::encodeName(decidedIn(m_folder)).constData()) != 0)
-        return fileReason();
+    if (!QDir().rename(workIn(m_folder), decidedIn(m_folder))) return fileReason();
     flushFile(m_folder);
     return {};
 }

@@ -172,6 +172,45 @@ TEST_F(SicherungTest, derJetzigeStandWirdAufgehoben) {
     EXPECT_EQ(Unterschied(*held, Bestand_jetzt(koben), QDate(2026, 7, 18)), "3 Tage älter, 1 Tier weniger als jetzt");
 }
 
+/// A stick that is no longer there, or holds what the user keeps, does not stop the wizard; the cloud folder gets its
+/// copy.
+TEST_F(SicherungTest, aufDenStickUndInDieCloud) {
+    const auto wizard = [&](const QString& stick, std::deque<bool> answers) {
+        platform.sticks = {{path(stick) + "/", "STICK", 0, 0}};
+        S_Datensicherung_neu form(koben);
+        screens.workIn<S_Datensicherung_neu>([&](S_Datensicherung_neu& shown) {
+            shown.drive1.choose(1);
+            shown.start_sicherung.click();
+            shown.drive1.choose(1);
+            shown.weiter_laufwerkwahl.click();
+            shown.weiter_backuperstellen.click();
+            shown.sev_cloud.setText(path("wolke"));
+            shown.weiter_cloud.click();
+            shown.weiter_endebackup.click();
+        });
+        screens.answers = std::move(answers);
+        koben.run(form);
+        EXPECT_TRUE(screens.answers.empty());
+        return form.binfos.text().split(Crlf).mid(2).join("; ");
+    };
+    for (const char* folder : {"wolke", "stick"}) QDir(koben.Datenordner).mkdir(folder);
+    const QString name = "koben20_backup_2026_07_15.zip";
+    EXPECT_EQ(wizard("weg", {true}), "Das Backup " + name +
+                                         " wurde erstellt.; Die Backupdatei wurde NICHT auf einen externen Datenträger "
+                                         "kopiert wegen einer Fehlermeldung.; Die Backupdatei wurde in den Cloudordner "
+                                         "übertragen.");
+    EXPECT_EQ(lines("S_Datensicherung.ol8"), QStringList({"", "", "", "15.07.2026", "0", path("wolke") + "/"}));
+    EXPECT_EQ(bytes("wolke/" + name), bytes(name));
+    put("stick/" + name, "behalten");
+    const QString kept = wizard("stick", {true, false, false});
+    EXPECT_TRUE(kept.contains("NICHT erstellt") && kept.contains("NICHT auf einen externen Datenträger kopiert.;"));
+    EXPECT_EQ(bytes("stick/" + name), "behalten");
+    wizard("stick", {true, true, true});
+    EXPECT_EQ(bytes("stick/" + name), bytes(name));
+    EXPECT_EQ(lines("S_Datensicherung.ol8")[2], "15.07.2026");
+    EXPECT_EQ(QDir(path("stick")).entryList(QDir::Files), QStringList(name));
+}
+
 TEST(SicherungsstandTest, welcherStickAnDerReiheIst) {
     const QDate today(2026, 7, 15);
     const auto day = [&](int before) { return today.addDays(-before).toString("dd.MM.yyyy"); };
