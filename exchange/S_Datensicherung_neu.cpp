@@ -92,6 +92,7 @@ void S_Datensicherung_neu::Load() {
     Laufwerke_lesen(drive2, {}, {});
     Stand_zeigen();
     Dateien_zeigen();
+    Backups_zeigen();
 }
 
 /// Brings a page to the front; Enter then goes on from there.

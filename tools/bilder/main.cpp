@@ -83,7 +83,12 @@ public:
     QDateTime now() override { return today.startOfDay(); }
     bool open(const QString&) override { return true; }
     bool start(const QString&) override { return true; }
-    WebAnswer httpGet(const QString&, qint64, const WebProgress&) override { return {}; }
+    WebAnswer httpGet(const QString&, qint64, const WebProgress&) override {
+        return {WebAnswer::Result::Read,
+                QStringLiteral("KOBEN - Der Sauenplaner\nStand 15.07.2026\n9.0.2: Datensicherungen werden geprüft\n"
+                               ": und lassen sich vor dem Zurückholen ansehen\n9.0.1: Listen\n2.0.59: Statusplan\n")
+                    .toUtf8()};
+    }
     WebAnswer download(const QString&, const QString&, qint64, const WebProgress&) override { return {}; }
     QList<Drive> drives() override {
         constexpr qint64 gigabyte = 1'000'000'000;

@@ -1,7 +1,6 @@
 #include "exchange/S_Datensicherung_neu.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 #include "ui/Layout.h"
 
@@ -14,8 +13,7 @@ using koben::S_Datensicherung_neu;
 class StickPicture final : public QWidget, private Control::View {
 public:
     explicit StickPicture(S_Datensicherung_neu& form) : View(form.bild), m_form(form) {
-        const int height = fontMetrics().height() * 3;
-        setFixedSize(height * 3, height);
+        setFixedHeight(fontMetrics().height() * 3);
         setVisible(form.bild.visible());
     }
 
@@ -23,7 +21,7 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        const double h = height(), w = width(), plug = w * 0.24;
+        const double h = height(), w = h * 3, plug = w * 0.24;
         painter.setPen(QPen(palette().color(QPalette::Mid), 1.5));
         painter.setBrush(QColor(0xd0, 0xd4, 0xd8));
         painter.drawRect(QRectF(w - plug - 2, h * 0.24, plug, h * 0.52));
@@ -67,7 +65,7 @@ LAYOUT(S_Datensicherung_neu) {
                         field(QStringLiteral("Letzte Übertragung in die Cloud:"), plain(form.letztcloudbackup))}),
                 row({button(form.start_sicherung), button(form.start_rettung), spring(), button(form.cominfo)})});
     const Piece drive = column(
-        {row({own(new StickPicture(form)), label(form.bild) * 1}), label(form.Label1[Form::Laufwerk]),
+        {own(new StickPicture(form)), label(form.bild), label(form.Label1[Form::Laufwerk]),
          fields({field(QStringLiteral("&Laufwerk:"), combo(form.drive1, 40)), field(QString(), plain(form.platz))}),
          row({button(form.comlaufwerke), spring()}), spring(),
          walk(&form.zurueck_laufwerkwahl, form.weiter_laufwerkwahl)});
@@ -84,7 +82,7 @@ LAYOUT(S_Datensicherung_neu) {
         {label(form.Label1[Form::Ende]), text(form.binfos, 60) * 1, spring(), walk(nullptr, form.weiter_endebackup)});
     const Piece back = column({label(form.Label1[Form::Rettung]),
                                fields({field(QStringLiteral("La&ufwerk:"), combo(form.drive2, 40))}),
-                               row({button(form.comordner), label(form.ordner) * 1}), list(form.backups) * 1,
+                               row({button(form.comordner), spring()}), label(form.ordner), list(form.backups) * 1,
                                label(form.vergleich), walk(&form.zurueck_backuprettung, form.weiter_backuprettung)});
     return column({tabs(form.tabsicherung, {begin, drive, make, cloud, end, back}) * 1, buttons({button(form.abbv)})});
 }
