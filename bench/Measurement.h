@@ -82,5 +82,6 @@ std::vector<Row> Rows_Gruppen(const Sample& sample);
 std::vector<Row> Rows_Ferkel(const Sample& sample);
 std::vector<Row> Rows_Geraet(const Sample& sample);
 std::vector<Row> Rows_Masse(const Sample& sample);
+std::vector<Row> Rows_Sicherung(const Sample& sample);
 
 }  // namespace koben

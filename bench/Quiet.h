@@ -47,12 +47,14 @@ public:
     }
     bool open(const QString&) override { return true; }
     bool start(const QString&) override { return true; }
-    std::optional<QByteArray> httpGet(const QString&) override { return std::nullopt; }
+    WebAnswer httpGet(const QString&, qint64, const WebProgress&) override { return {}; }
+    WebAnswer download(const QString&, const QString&, qint64, const WebProgress&) override { return {}; }
+    QList<Drive> drives() override { return {}; }
     QString userSetting(const QString&, const QString&) override { return {}; }
     void setUserSetting(const QString&, const QString&, const QString&) override {}
     QString programFolder() override { return m_folder; }
     QString dataFolder() override { return m_folder; }
-    QString userFolder() override { return m_folder + u'/'; }
+    QString userFolder() override { return m_folder + QStringLiteral("/benutzer/"); }
     bool lockDataFolder(const QString&) override { return true; }
 
 private:

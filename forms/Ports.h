@@ -3,10 +3,11 @@
 // script runner and the tests bring their own.
 #include <QByteArray>
 #include <QDateTime>
+#include <QList>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
-#include <optional>
 
 #include "forms/Zeichnung.h"
 
@@ -60,6 +61,34 @@ public:
     virtual int progressInterval() const { return 50; }
 };
 
+/// A volume that can be read, such as a disk or a stick.
+struct Drive {
+    QString root;  ///< where its files begin, with a separator at the end
+    QString name;  ///< the volume's own name, "" for none
+    qint64 freeBytes = 0, totalBytes = 0;
+    bool readOnly = false;
+};
+
+/// What came of asking the update server.
+struct WebAnswer {
+    enum class Result {
+        Read,
+        NoConnection,  ///< no server there, or it broke off
+        TimedOut,
+        Refused,     ///< by the server, or an address that is not asked
+        TooLarge,    ///< more than was wanted
+        Unwritable,  ///< the file to save
+        GivenUp      ///< by the user
+    };
+    Result result = Result::NoConnection;
+    QByteArray bytes = {};  ///< what was read, unless it went into a file
+    QString reason = {};    ///< why it was not read, as a part of a German sentence: "der Server antwortet nicht"
+    bool read() const { return result == Result::Read; }
+};
+
+/// Told now and then how many bytes have come, and of how many, -1 where the server does not say; false gives up.
+using WebProgress = std::function<bool(qint64 come, qint64 all)>;
+
 /// What the machine does.
 class Platform {
 public:
@@ -72,8 +101,12 @@ public:
     /// Hands a file or address to the system; false where nothing takes it.
     virtual bool open(const QString& fileOrAddress) = 0;
     virtual bool start(const QString& command) = 0;
-    /// Reads an address; nothing without a connection.
-    virtual std::optional<QByteArray> httpGet(const QString& path) = 0;
+    /// Reads a file of the update server by its path there ("/Sauenplaner/daten.txt"), of at most so many bytes.
+    virtual WebAnswer httpGet(const QString& path, qint64 most, const WebProgress& go) = 0;
+    /// Saves such a file. It takes the place of `file` once it is whole; otherwise that is as before.
+    virtual WebAnswer download(const QString& path, const QString& file, qint64 most, const WebProgress& go) = 0;
+    /// The volumes of this machine that the user keeps files on, the one with the data folder among them.
+    virtual QList<Drive> drives() = 0;
     /// The user's own settings (column widths, window places): application "KOBEN", a section, a key.
     virtual QString userSetting(const QString& section, const QString& key) = 0;
     virtual void setUserSetting(const QString& section, const QString& key, const QString& value) = 0;

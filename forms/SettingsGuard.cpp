@@ -139,14 +139,32 @@ QString SettingsGuard::save(bool agreed) {
     if (const QString reason = Einstellungen_sichern(m_koben); !reason.isEmpty()) return reason;
     const auto bytes = contentOf(file());
     if (!bytes) return {};
-    m_state.set(Checksum, checksumOf(*bytes));
-    m_state.set(Time, fileTime());
-    m_state.set(Days, daysOf(m_koben));
+    remember(*bytes, m_koben);
     if (agreed) m_state.set(Open, QString());
-    if (isOpen()) return {};
-    QDir().mkpath(m_koben.platform.userFolder());
-    if (writeFile(goodFile(), *bytes).isEmpty()) m_state.set(GoodDay, Datum_als_Anzeige(m_koben.platform.now().date()));
+    if (!isOpen()) keepGood(*bytes);
     return {};
+}
+
+void SettingsGuard::adopt() {
+    const auto bytes = contentOf(file());
+    if (!bytes || Einstellungen_schadhafte_Zeile(*bytes) != 0) return;
+    Variablen values;
+    Einstellungen_vorgeben(values, m_koben.platform.now().date().year());
+    Einstellungen_uebernehmen(*bytes, values);
+    remember(*bytes, values);
+    m_state.set(Open, QString());
+    keepGood(*bytes);
+}
+
+void SettingsGuard::remember(const QByteArray& bytes, const Variablen& values) {
+    m_state.set(Checksum, checksumOf(bytes));
+    m_state.set(Time, fileTime());
+    m_state.set(Days, daysOf(values));
+}
+
+void SettingsGuard::keepGood(const QByteArray& bytes) {
+    QDir().mkpath(m_koben.platform.userFolder());
+    if (writeFile(goodFile(), bytes).isEmpty()) m_state.set(GoodDay, Datum_als_Anzeige(m_koben.platform.now().date()));
 }
 
 bool SettingsGuard::isOpen() const { return !m_state.get(Open).isEmpty(); }

@@ -19,6 +19,9 @@ public:
     /// seen the values and wants them; until then the last good file stays the one from before the damage.
     QString save(bool agreed = false);
 
+    /// The file came from a backup, by the user's wish: it counts as the one written last, and as the last good one.
+    void adopt();
+
     /// True while settings that were damaged, missing or changed from outside are neither taken back nor agreed to.
     bool isOpen() const;
     /// The day of the last good file where it can be taken back; "" otherwise.
@@ -32,6 +35,8 @@ private:
     QString tell(Finding finding, const QByteArray& bytes);
     QString changedDays() const;
     QString keepDamaged(const QByteArray& bytes) const;
+    void remember(const QByteArray& bytes, const Variablen& values);
+    void keepGood(const QByteArray& bytes);
     QString file() const;
     QString goodFile() const;
     QString fileTime() const;

@@ -16,6 +16,7 @@
 #include "forms/SettingsGuard.h"
 #include "herd/PA_Koben.h"
 #include "herd/PA_Koben_Funde.h"
+#include "store/FileExchange.h"
 #include "store/Files.h"
 
 namespace koben {
@@ -103,6 +104,10 @@ void PA_Koben::Load() {
     koben.Datenbankpfad = koben.Datenordner + QStringLiteral("koben2.mdb");
     koben.Liste_neu_laden = 1;
     koben.Start_erledigt = 0;
+    if (const QString reason = FileExchange::recover(koben.Datenordner); !reason.isEmpty())
+        throw DatabaseError(
+            DatabaseError::Kind::Io,
+            fileFailure(QStringLiteral("Das Einlesen einer Datensicherung kann nicht zu Ende geführt werden"), reason));
     const bool logLeft = QFileInfo(koben.Datenbankpfad + QStringLiteral("-wal")).size() > 0;
     Datenbank_oeffnen();
     koben.Heute = koben.clockToday();
@@ -275,6 +280,7 @@ void PA_Koben::beenden() {
         if (pages.isEmpty() || !folder.remove(pages.first())) break;
     }
     Datensicherung_erinnern();
+    if (koben.ended) return;  // a backup was read back: its settings count at the next start, not those of this run
     for (int i = 0; i <= 4; ++i) {
         if (optianzeige.selected() == i) koben.Konfig_Zahl[Zahl::FilterAnzeige] = static_cast<qint16>(i);
         if (optisauen.selected() == i) koben.Konfig_Zahl[Zahl::FilterSauen] = static_cast<qint16>(i);

@@ -126,6 +126,9 @@ private:
 /// Called now and then during long work on a file, with how far it has come; false gives the work up.
 using FileProgress = std::function<bool(int percent)>;
 
+/// Names of tables with the numbers of their rows.
+using TableCounts = std::vector<std::pair<QString, qint64>>;
+
 /// How thoroughly the pages of a file are looked at: Quick leaves out whether each index names every row.
 enum class Check { Quick, Full };
 
@@ -151,8 +154,12 @@ public:
     /// Puts the closed file `from` in the place of the closed file `to` in one step, logs included.
     void replace(const QString& from, const QString& to);
     /// Consistent copy of an open or closed database, for backups. Takes the place of a file at `to` once it is whole.
-    /// False, with `to` as it was, where it was given up.
-    bool copy(const QString& from, const QString& to, const FileProgress& go = {});
+    /// False, with `to` as it was, where it was given up. Without `checked` its pages are not looked at: for who does
+    /// that later.
+    bool copy(const QString& from, const QString& to, const FileProgress& go = {}, bool checked = true);
+    /// The tables of an open or closed database in the order of their creation, with the number of their rows. Reads
+    /// only.
+    static TableCounts rowCounts(const QString& path);
     /// Looks at every page of an open or closed database. "" where it is whole, otherwise what was found, for who mends
     /// it; nothing where it was given up.
     std::optional<QString> check(const QString& path, Check check, const FileProgress& go = {});

@@ -52,12 +52,11 @@ void checkSource(const QString& path) {
     if (openAlready(QFileInfo(path).canonicalFilePath()) == nullptr) checkDatabaseFile(path);
 }
 
-QByteArray rowCounts(sqlite3* file) {
-    QByteArray result;
+TableCounts counts(sqlite3* file) {
+    TableCounts result;
     const auto catalog = loadCatalog(file);
     for (const auto& table : catalog->tables)
-        result += table->name.toUtf8() + '=' +
-                  QByteArray::number(number(file, "SELECT count(*) FROM " + table->sqlName)) + '\n';
+        result.emplace_back(table->name, number(file, "SELECT count(*) FROM " + table->sqlName));
     return result;
 }
 
@@ -70,7 +69,7 @@ bool checkCopy(sqlite3* source, const QString& path, const FileProgress& go) {
     const auto found = checkPages(copy.get(), Check::Full, go, WritingShare);
     if (!found) return false;
     if (!found->isEmpty() || static_cast<quint32>(number(copy.get(), "PRAGMA application_id")) != kApplicationId ||
-        rowCounts(source) != rowCounts(copy.get()))
+        counts(source) != counts(copy.get()))
         throw DatabaseError(
             Kind::Io,
             QStringLiteral("Die Kopie %1 der Datenbank ist nicht vollständig. Die Datenbank selbst ist unverändert. "
@@ -82,13 +81,14 @@ bool checkCopy(sqlite3* source, const QString& path, const FileProgress& go) {
 /// Makes a checked copy of `from` at `to` with `work(source, path of the draft)`, which answers false where it was
 /// given up; `to` appears whole or not at all.
 template <typename Work>
-bool makeCopy(const QString& from, const QString& to, const FileProgress& go, Work work) {
+bool makeCopy(const QString& from, const QString& to, const FileProgress& go, bool checked, Work work) {
     checkSource(from);
     Draft draft(to);
     {
         const FileHandle source = openRaw(from, SQLITE_OPEN_READWRITE);
         execute(source.get(), "BEGIN; SELECT count(*) FROM sqlite_master; COMMIT");
-        if (!work(source.get(), draft.path()) || !checkCopy(source.get(), draft.path(), go)) return false;
+        if (!work(source.get(), draft.path())) return false;
+        if (checked && !checkCopy(source.get(), draft.path(), go)) return false;
     }
     draft.finishChecked();
     return true;
@@ -167,7 +167,7 @@ Database Workspace::open(const QString& path) {
 
 bool Workspace::compact(const QString& from, const QString& to, const FileProgress& go) {
     requireFree(to);
-    return makeCopy(from, to, go, [&](sqlite3* source, const QString& path) {
+    return makeCopy(from, to, go, true, [&](sqlite3* source, const QString& path) {
         const StatementHandle vacuum = prepare(source, "VACUUM INTO ?1");
         bindValue(vacuum.get(), 1, path);
         const qint64 size = std::max<qint64>(QFileInfo(from).size(), 1);
@@ -193,11 +193,17 @@ void Workspace::replace(const QString& from, const QString& to) {
             fileFailure(QStringLiteral("Die Datei %1 kann nicht an die Stelle von %2 treten").arg(from, to), reason));
 }
 
-bool Workspace::copy(const QString& from, const QString& to, const FileProgress& go) {
+bool Workspace::copy(const QString& from, const QString& to, const FileProgress& go, bool checked) {
     if (QFileInfo(from).canonicalFilePath() == QFileInfo(to).canonicalFilePath() && QFileInfo::exists(to))
         throw DatabaseError(Kind::Io,
                             QStringLiteral("Die Datenbank %1 kann nicht auf sich selbst kopiert werden.").arg(from));
-    return makeCopy(from, to, go, [&](sqlite3* source, const QString& path) { return backup(source, path, go); });
+    return makeCopy(from, to, go, checked,
+                    [&](sqlite3* source, const QString& path) { return backup(source, path, go); });
+}
+
+TableCounts Workspace::rowCounts(const QString& path) {
+    checkSource(path);
+    return counts(openRaw(path, SQLITE_OPEN_READONLY).get());
 }
 
 std::optional<QString> Workspace::check(const QString& path, Check check, const FileProgress& go) {

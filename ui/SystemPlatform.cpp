@@ -3,17 +3,16 @@
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QDir>
-#include <QEventLoop>
 #include <QFileInfo>
 #include <QFontDatabase>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QStorageInfo>
 #include <QUrl>
 #include <algorithm>
 
+#include "ui/Http.h"
 #include "ui/Printing.h"
 
 namespace koben::ui {
@@ -22,7 +21,24 @@ const QString pdfPrinter = QStringLiteral("PDF-Datei");
 
 namespace {
 
-constexpr int httpTimeout = 10'000;  // milliseconds without progress
+/// The volume of a folder, or where that is not there yet, of the nearest one above it.
+QStorageInfo volumeOf(const QString& folder) {
+    QFileInfo place(QDir::cleanPath(folder));
+    while (!place.exists() && !place.isRoot()) place.setFile(place.absolutePath());
+    return QStorageInfo(place.canonicalFilePath());
+}
+
+/// Whether a volume is one of the user's: none of the system's own parts, and none that lies in memory.
+bool keepsFiles(const QStorageInfo& volume) {
+    static const QByteArrayList kinds{"tmpfs", "devtmpfs", "ramfs", "squashfs", "overlay", "efivarfs", "autofs"};
+    if (kinds.contains(volume.fileSystemType())) return false;
+    static const QStringList systems{QStringLiteral("/boot"), QStringLiteral("/dev"),  QStringLiteral("/etc"),
+                                     QStringLiteral("/proc"), QStringLiteral("/snap"), QStringLiteral("/sys"),
+                                     QStringLiteral("/usr"),  QStringLiteral("/var")};
+    const QString root = volume.rootPath() + u'/';
+    if (root.startsWith(u"/run/") && !root.startsWith(u"/run/media/")) return false;
+    return std::none_of(systems.begin(), systems.end(), [&](const QString& s) { return root.startsWith(s + u'/'); });
+}
 
 /// Where PDFs go at first: the data folder, under the day and a free number.
 QString pdfPreset(const QString& folder) {
@@ -98,19 +114,27 @@ bool SystemPlatform::start(const QString& command) {
     return QProcess::startDetached(program, words);
 }
 
-std::optional<QByteArray> SystemPlatform::httpGet(const QString& path) {
-    // The maker's server is a setting of the user; without one there is nothing to ask.
-    const QString server = userSetting(QStringLiteral("Update"), QStringLiteral("Server"));
-    const QUrl address = path.contains(QStringLiteral("://")) ? QUrl(path) : QUrl(server + path);
-    if (!address.isValid() || !address.scheme().startsWith(QStringLiteral("http"))) return std::nullopt;
-    QNetworkAccessManager manager;
-    manager.setTransferTimeout(httpTimeout);
-    const std::unique_ptr<QNetworkReply> reply(manager.get(QNetworkRequest(address)));
-    QEventLoop loop;
-    QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
-    if (!reply->isFinished()) loop.exec(QEventLoop::ExcludeUserInputEvents);
-    if (reply->error() != QNetworkReply::NoError) return std::nullopt;
-    return reply->readAll();
+QUrl SystemPlatform::onServer(const QString& path) const { return QUrl(server + path); }
+
+WebAnswer SystemPlatform::httpGet(const QString& path, qint64 most, const WebProgress& go) {
+    return fetchText(onServer(path), {.bytes = most, .silence = serverSilence, .whole = 3 * serverSilence}, go);
+}
+
+WebAnswer SystemPlatform::download(const QString& path, const QString& file, qint64 most, const WebProgress& go) {
+    return fetchFile(onServer(path), file, {.bytes = most, .silence = serverSilence}, go);
+}
+
+QList<Drive> SystemPlatform::drives() {
+    QList<Drive> found;
+    const QString data = volumeOf(dataFolder()).rootPath();
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
+        if (!volume.isValid() || !volume.isReady() || volume.bytesTotal() <= 0) continue;
+        if (volume.rootPath() != data && !keepsFiles(volume)) continue;
+        const QString root = volume.rootPath();
+        found.append({root.endsWith(u'/') ? root : root + u'/', volume.name(), volume.bytesAvailable(),
+                      volume.bytesTotal(), volume.isReadOnly()});
+    }
+    return found;
 }
 
 QString SystemPlatform::userSetting(const QString& section, const QString& key) {

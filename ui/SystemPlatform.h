@@ -1,10 +1,12 @@
 #pragma once
 // What the machine does, on a desktop.
 #include <QSettings>
+#include <QUrl>
 #include <functional>
 #include <memory>
 
 #include "core/Ordnersperre.h"
+#include "core/Version.h"
 #include "forms/Ports.h"
 
 namespace koben::ui {
@@ -24,7 +26,9 @@ public:
     std::unique_ptr<PrintJob> print(const QString& printer, bool landscape) override;
     bool open(const QString& fileOrAddress) override;
     bool start(const QString& command) override;
-    std::optional<QByteArray> httpGet(const QString& path) override;
+    WebAnswer httpGet(const QString& path, qint64 most, const WebProgress& go) override;
+    WebAnswer download(const QString& path, const QString& file, qint64 most, const WebProgress& go) override;
+    QList<Drive> drives() override;
     QString userSetting(const QString& section, const QString& key) override;
     void setUserSetting(const QString& section, const QString& key, const QString& value) override;
     QString userFolder() override;
@@ -32,10 +36,14 @@ public:
     QString dataFolder() override;
     bool lockDataFolder(const QString& folder) override;
 
-    QString printTrouble;  ///< why the last print did not come, in the user's words; "" once it was told
-    QString refused;       ///< the file or address that the system would not open last; "" where it did
+    QString printTrouble;             ///< why the last print did not come, in the user's words; "" once it was told
+    QString refused;                  ///< the file or address that the system would not open last; "" where it did
+    QString server = Update::Server;  ///< of updates
+    int serverSilence = 10'000;       ///< milliseconds without a byte after which the server counts as gone
 
 private:
+    QUrl onServer(const QString& path) const;
+
     std::function<QString(const QString&)> m_choosePdf;
     QSettings m_settings;
     Ordnersperre m_lock;

@@ -7,6 +7,7 @@
 
 #include "cycle/PV_Stichworte.h"
 #include "exchange/PO_Pocketimport.h"
+#include "exchange/S_Datensicherung_neu.h"
 #include "exchange/S_Importtabelle.h"
 #include "tests/support/Hand.h"
 
@@ -127,6 +128,36 @@ void importFromDevice(Session& s) {
     });
 }
 
+/// The backup's wizard up to the page that makes it, and the backup.
+Work backUp(bool overwrites) {
+    return [=](Session& s) {
+        s.form<Form>("O_Datensicherung", [&](Form& form) {
+            s.screens.answers = {true, true};
+            play(form, "start_sicherung; weiter_laufwerkwahl");
+            fillAndDo(s, form, {}, clicks("weiter_backuperstellen"), std::deque<bool>(overwrites ? 1 : 0, true));
+        });
+    };
+}
+
+/// The same up to the list of backups, and the first of them read back.
+void readBack(Session& s) {
+    s.form<S_Datensicherung_neu>("O_Datensicherung", [&](S_Datensicherung_neu& form) {
+        form.start_rettung.click();
+        form.backups.choose(0);
+        fillAndDo(s, form, {}, clicks("weiter_backuprettung"), {true});
+    });
+}
+
+/// The sample farm with a backup of today.
+const DataFolder& savedFarm() {
+    static const DataFolder folder;
+    if (QFile::exists(folder.database())) return folder;
+    folder.copyFrom(sampleFarm());
+    Session first(folder);
+    perform({"", nullptr, backUp(false)}, first);
+    return folder;
+}
+
 void startOnly(Session& s) {
     s.task([&] { s.start(); });
 }
@@ -152,6 +183,11 @@ std::vector<Task> onHerd() {
             {"festeSaunummer", sampleFarm, onMain("XB_Feste_Saunummer_zuordnen", {1}, {true}, {"6"})},
             {"komprimieren", sampleFarm, onMain("O_Datenbankkomprimieren", {1}, {true}),
              "! Die Komprimierung wurde erfolgreich", "", false, false},
+            {"datensicherung", sampleFarm, backUp(false), "! Die Datensicherung wurde erstellt", "", true, false},
+            {"datensicherungUeberschreiben", savedFarm, backUp(true), "! Die Datensicherung wurde erstellt",
+             "delete from Sauen where ID > 9", false, false},
+            {"rueckholung", savedFarm, readBack, "! Die Daten wurden eingelesen",
+             "delete from Sauen where ID > 9;insert into Termine (Terminart) values ('neu')", true, false},
             {"einstellungenAmEnde", sampleFarm, closeAtEnd, "", "", true, false}};
 }
 

@@ -8,6 +8,7 @@
 #include <csignal>
 
 #include "core/PZ_Koben_Subs_Datenbank.h"
+#include "store/FileExchange.h"
 
 #ifdef __SANITIZE_ADDRESS__
 /// Children are forked by the thousand, and each takes over what the sanitizer keeps of freed memory.
@@ -129,21 +130,22 @@ void setBytes(const QString& path, const QByteArray& bytes) {
     EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size()) << path.toStdString();
 }
 
-/// A spreadsheet bears the hour of its making: of a whole one it says so.
+/// A spreadsheet and a backup bear the hour of their making: of a whole one it says so.
 static QByteArray comparable(const QString& path) {
     const QByteArray bytes = bytesOf(path);
-    return path.endsWith(".xlsx") && bytes.right(22).startsWith("PK\5\6") ? "(ganz)" : bytes;
+    return (path.endsWith(".xlsx") || path.endsWith(".zip")) && bytes.right(22).startsWith("PK\5\6") ? "(ganz)" : bytes;
 }
 
 std::map<QString, QByteArray> files(const DataFolder& folder) {
     std::map<QString, QByteArray> found;
     for (const QFileInfo& file : QDir(folder.data()).entryInfoList(QDir::Files))
-        if (!file.fileName().startsWith("koben"))  // the database, its log, the lock
+        if (!file.fileName().startsWith("koben") || file.suffix() == "zip")  // the database, its log, the lock
             found[file.fileName()] = comparable(file.filePath());
     return found;
 }
 
 State stateOf(const DataFolder& folder) {
+    EXPECT_EQ(FileExchange::recover(folder.data()), QString());
     State found{QStringLiteral("(fehlt)"), files(folder)};
     if (QFile::exists(folder.database())) folder.edit([&](Database& db) { found.data = contentOf(db); });
     return found;

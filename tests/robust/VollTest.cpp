@@ -39,6 +39,8 @@ TEST(VollTest, tasks) {
                                                                  {"geraetExport", {0, 1000}},
                                                                  {"absetzungMitEinbuchen", {5000}},
                                                                  {"komprimieren", {0, 5000, 60000}},
+                                                                 {"datensicherungUeberschreiben", {0, 4000, 60000}},
+                                                                 {"rueckholung", {0, 5000, 60000}},
                                                                  {"einstellungenAmEnde", {0, 1, 100, 500}},
                                                                  {"standardwerte", {0, 20}},
                                                                  {"arbeitsplan", {0, 500}},

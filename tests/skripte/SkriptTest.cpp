@@ -61,7 +61,8 @@ struct PA_Koben : Form {
             koben.platform.open(koben.platform.dataFolder() + "report.htm");
             koben.platform.start("cecopy.exe \"" + koben.platform.dataFolder() + "x.ko2\"");
             koben.screens.tone(1000, 15);
-            koben.message(QString::fromUtf8(koben.platform.httpGet("/version").value_or("ohne Netz")));
+            const WebAnswer answer = koben.platform.httpGet("/version", 1000, {});
+            koben.message(answer.read() ? QString::fromUtf8(answer.bytes) : QStringLiteral("ohne Netz"));
         };
     }
     void Load() override {

@@ -167,6 +167,8 @@ public:
     QStringList opened, started;
     std::vector<std::shared_ptr<PrintedJob>> jobs;
     std::map<QString, QByteArray> web;    ///< answers by path; others have no connection
+    WebAnswer trouble;                    ///< what comes of asking for any other path
+    QList<Drive> sticks;                  ///< beside the volume of the data folder
     std::map<QString, QString> settings;  ///< "SECTION/KEY"
     QString data, program, user;
 
@@ -186,9 +188,20 @@ public:
         started += command;
         return opens;
     }
-    std::optional<QByteArray> httpGet(const QString& path) override {
+    WebAnswer httpGet(const QString& path, qint64, const WebProgress&) override {
         const auto found = web.find(path);
-        return found == web.end() ? std::nullopt : std::optional(found->second);
+        return found == web.end() ? trouble : WebAnswer{WebAnswer::Result::Read, found->second};
+    }
+    WebAnswer download(const QString& path, const QString& file, qint64 most, const WebProgress& go) override {
+        WebAnswer answer = httpGet(path, most, go);
+        QFile out(file);
+        if (answer.read() && (!out.open(QIODevice::WriteOnly) || out.write(answer.bytes) != answer.bytes.size()))
+            answer.result = WebAnswer::Result::Unwritable;
+        return answer;
+    }
+    QList<Drive> drives() override {
+        constexpr qint64 gigabyte = 1'000'000'000;
+        return QList<Drive>{{QStringLiteral("/"), {}, 100 * gigabyte, 500 * gigabyte}} + sticks;
     }
     QString userSetting(const QString& section, const QString& key) override {
         const auto found = settings.find(section + "/" + key);

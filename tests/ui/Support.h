@@ -20,7 +20,7 @@ namespace koben::ui {
 
 class TestPlatform final : public SystemPlatform {
 public:
-    TestPlatform() : SystemPlatform([](const QString&) { return QString(); }) {}
+    TestPlatform() : SystemPlatform([](const QString&) { return QString(); }) { server.clear(); }
     QDateTime now() override { return QDate(2026, 7, 15).startOfDay(); }
     bool open(const QString&) override { return true; }
     bool start(const QString&) override { return true; }

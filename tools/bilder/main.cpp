@@ -83,7 +83,18 @@ public:
     QDateTime now() override { return today.startOfDay(); }
     bool open(const QString&) override { return true; }
     bool start(const QString&) override { return true; }
-    std::optional<QByteArray> httpGet(const QString&) override { return std::nullopt; }
+    WebAnswer httpGet(const QString&, qint64, const WebProgress&) override {
+        return {WebAnswer::Result::Read,
+                QStringLiteral("KOBEN - Der Sauenplaner\nStand 15.07.2026\n9.0.2: Datensicherungen werden geprüft\n"
+                               ": und lassen sich vor dem Zurückholen ansehen\n9.0.1: Listen\n2.0.59: Statusplan\n")
+                    .toUtf8()};
+    }
+    WebAnswer download(const QString&, const QString&, qint64, const WebProgress&) override { return {}; }
+    QList<Drive> drives() override {
+        constexpr qint64 gigabyte = 1'000'000'000;
+        return {{QStringLiteral("/"), {}, 180 * gigabyte, 500 * gigabyte},
+                {QStringLiteral("/media/TAMRO_ROT/"), QStringLiteral("TAMRO_ROT"), 12 * gigabyte, 16 * gigabyte}};
+    }
     QString userSetting(const QString& section, const QString& key) override { return m_settings[section + key]; }
     void setUserSetting(const QString& section, const QString& key, const QString& value) override {
         m_settings[section + key] = value;

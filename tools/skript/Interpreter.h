@@ -102,6 +102,7 @@ struct Commands {
     static void loesche(Interpreter& run, const Command& command);
     static void druck(Interpreter& run, const Command& command);
     static void netz(Interpreter& run, const Command& command);
+    static void laufwerk(Interpreter& run, const Command& command);
 
 private:
     static Target front(Interpreter& run, const QString& address) { return inFront(run.program(), address); }

@@ -59,6 +59,7 @@ Commands::Handler Commands::find(const QString& word) {
         {QStringLiteral("loesche"), loesche},
         {QStringLiteral("druck"), druck},
         {QStringLiteral("netz"), netz},
+        {QStringLiteral("laufwerk"), laufwerk},
     };
     return table.value(word, nullptr);
 }
@@ -240,6 +241,12 @@ void Commands::netz(Interpreter& run, const Command& command) {
     const auto [path, file] = command.assignment();
     if (path.isEmpty() || file.isEmpty()) throw Failure{QStringLiteral("netz verlangt PFAD = DATEI oder aus")};
     run.m_platform.answerFrom(path, file);
+}
+
+void Commands::laufwerk(Interpreter& run, const Command& command) {
+    const auto [name, folder] = command.assignment();
+    if (name.isEmpty()) throw Failure{QStringLiteral("laufwerk verlangt NAME = ORDNER")};
+    run.m_platform.plugIn(name, folder);
 }
 
 }  // namespace koben::skript

@@ -3,7 +3,10 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QStorageInfo>
+#include <utility>
 
+#include "store/Files.h"
 #include "tools/skript/Script.h"
 
 namespace koben::skript {
@@ -91,14 +94,42 @@ bool ScriptPlatform::start(const QString& command) {
     return true;
 }
 
-std::optional<QByteArray> ScriptPlatform::httpGet(const QString& path) {
+WebAnswer ScriptPlatform::httpGet(const QString& path, qint64 most, const WebProgress&) {
+    using Result = WebAnswer::Result;
+    if (m_net.empty()) return {Result::NoConnection, {}, QStringLiteral("es gibt keine Verbindung")};
     for (const auto& [known, file] : m_net) {
         if (pathOnServer(known) != pathOnServer(path)) continue;
         QFile answer(pathOf(file));
         if (!answer.open(QIODevice::ReadOnly)) throw Failure{QStringLiteral("die Datei %1 fehlt").arg(file)};
-        return answer.readAll();
+        if (answer.size() > most) return {Result::TooLarge, {}, QStringLiteral("die Datei ist zu groß")};
+        return {Result::Read, answer.readAll()};
     }
-    return std::nullopt;
+    return {Result::Refused, {}, QStringLiteral("der Server hat diese Datei nicht")};
+}
+
+WebAnswer ScriptPlatform::download(const QString& path, const QString& file, qint64 most, const WebProgress& go) {
+    WebAnswer answer = httpGet(path, most, go);
+    if (!answer.read()) return answer;
+    const QString reason = writeFile(file, std::exchange(answer.bytes, {}));
+    if (!reason.isEmpty()) return {WebAnswer::Result::Unwritable, {}, reason};
+    return answer;
+}
+
+void ScriptPlatform::plugIn(const QString& name, const QString& folder) {
+    if (folder.isEmpty()) {
+        m_sticks.erase(name);
+        return;
+    }
+    const QString path = QDir::isAbsolutePath(folder) ? folder : dataFolder() + folder;
+    if (!QDir().mkpath(path)) throw Failure{QStringLiteral("der Ordner %1 lässt sich nicht anlegen").arg(folder)};
+    m_sticks[name] = withSeparator(path);
+}
+
+QList<Drive> ScriptPlatform::drives() {
+    const QStorageInfo disk(dataFolder());
+    QList<Drive> found{{QStringLiteral("/"), {}, disk.bytesAvailable(), disk.bytesTotal()}};
+    for (const auto& [name, folder] : m_sticks) found.append({folder, name, disk.bytesAvailable(), disk.bytesTotal()});
+    return found;
 }
 
 QString ScriptPlatform::userSetting(const QString& section, const QString& key) {

@@ -1,0 +1,180 @@
+// The way back from a backup: what is refused, what would change, and the exchange of the files.
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+#include <QStorageInfo>
+#include <algorithm>
+
+#include "exchange/Sicherung.h"
+#include "forms/SettingsGuard.h"
+#include "store/FileExchange.h"
+#include "store/Files.h"
+
+namespace koben {
+
+namespace {
+
+const QString DatabaseName = QStringLiteral("koben2.mdb");
+const QString KeptHead = QStringLiteral("Vor_Rueckholung_");
+
+constexpr qint64 reserve = 16'000'000;  // bytes of a disk that stay free
+constexpr size_t mostFiles = 1000;
+constexpr int mostKept = 5;
+// shares of the work
+constexpr double unpacked = 0.4, checked = 0.6, kept = 0.95;
+
+bool isDatabase(const QString& name) { return name.compare(DatabaseName, Qt::CaseInsensitive) == 0; }
+
+/// A name that is a file right in the folder, on any system; what the running program keeps for itself is none.
+bool isPlace(const QString& name) {
+    if (name.isEmpty() || name.startsWith(u'.') || name.endsWith(u'.') || name.endsWith(u' ')) return false;
+    const auto forbidden = [](QChar c) { return c < u' ' || QStringLiteral("/\\:*?\"<>|").contains(c); };
+    return std::none_of(name.begin(), name.end(), forbidden);
+}
+
+bool ownToProgram(const QString& name) {
+    const QString small = name.toLower();
+    return small == u"koben.lock" || small.endsWith(u"-wal") || small.endsWith(u"-shm") ||
+           small.endsWith(u"-journal") || small == u"koben-arbeit" || small == u"koben-tausch";
+}
+
+/// Why one of its files is not taken; "" where it is.
+QString against(const ZipEntry& entry) {
+    if (!isPlace(entry.name)) return QStringLiteral("Die Datei \"%1\" darin läge nicht im Datenordner").arg(entry.name);
+    if (!entry.plainFile) return QStringLiteral("Der Eintrag %1 darin ist ein Ordner oder Verweis").arg(entry.name);
+    if (entry.encrypted) return QStringLiteral("Sie ist mit einem Kennwort verschlüsselt");
+    if (ownToProgram(entry.name)) return QStringLiteral("Die Datei %1 gehört in keine Datensicherung").arg(entry.name);
+    if (entry.size < 0) return QStringLiteral("Die Größe der Datei %1 darin ist unbekannt").arg(entry.name);
+    return {};
+}
+
+/// Why a backup is not read back, by what it says of itself; "" where it is.
+QString against(const std::vector<ZipEntry>& entries, qint64 room) {
+    if (entries.size() > mostFiles) return QStringLiteral("Sie enthält zu viele Dateien");
+    QSet<QString> names;
+    qint64 all = 0;
+    for (const ZipEntry& entry : entries) {
+        if (const QString reason = against(entry); !reason.isEmpty()) return reason;
+        if (names.contains(entry.name.toLower()))
+            return QStringLiteral("Die Datei %1 steht mehrmals darin").arg(entry.name);
+        names.insert(entry.name.toLower());
+        if (entry.size > room - all)
+            return QStringLiteral("Ausgepackt ist sie größer als der freie Platz auf dem Datenträger");
+        all += entry.size;
+    }
+    return names.contains(DatabaseName) ? QString() : QStringLiteral("Sie enthält keine Datenbank von KOBEN");
+}
+
+/// The backup, its entries found harmless and its database among them.
+class Backup {
+public:
+    Backup(const QString& path, const QString& folder) : m_path(path), m_zip(path) {
+        const qint64 room = QStorageInfo(folder).bytesAvailable() - reserve;
+        if (const QString reason = against(m_zip.entries(), room); !reason.isEmpty()) refuse(reason);
+    }
+
+    [[noreturn]] void refuse(const QString& reason) const { throw ZipFault(m_path, reason); }
+
+    bool unpackDatabase(const QString& to, const ShareDone& go) const { return m_zip.unpack(database(), to, go); }
+
+    bool unpackAll(const FileExchange& exchange, const ShareDone& go) const {
+        for (size_t i = 0; i < m_zip.entries().size(); ++i) {
+            const bool big = i == database();
+            const QString& name = big ? DatabaseName : m_zip.entries()[i].name;
+            if (!m_zip.unpack(i, exchange.file(name), big ? go : ShareDone())) return false;
+        }
+        return true;
+    }
+
+    QDate day() const {
+        const QDate named = Sicherungstag(m_path);
+        return named.isValid() ? named : m_zip.entries()[database()].modified.date();
+    }
+
+    /// Work on its unpacked database, whose failures are reasons to refuse it.
+    template <typename Work>
+    auto judged(const Work& work) const {
+        using Kind = DatabaseError::Kind;
+        try {
+            return work();
+        } catch (const DatabaseError& error) {
+            if (error.kind == Kind::NewerVersion)
+                refuse(QStringLiteral("Ihre Datenbank stammt von einer neueren Version von KOBEN"));
+            if (error.kind == Kind::ForeignFormat)
+                refuse(QStringLiteral("Ihre Datenbank hat das alte Format (MDB), das diese Version nicht liest"));
+            refuse(QStringLiteral("Ihre Datenbank ist keine von KOBEN oder beschädigt"));
+        }
+    }
+
+    /// Rows of its unpacked database, which must be one that this version reads.
+    TableCounts rowsOf(const QString& database) const {
+        return judged([&] { return Workspace::rowCounts(database); });
+    }
+    /// False where it was given up.
+    bool check(Workspace& workspace, const QString& database, const ShareDone& go) const {
+        const auto found = judged([&] {
+            return workspace.check(database, Check::Full, [&](int percent) { return !go || go(percent / 100.0); });
+        });
+        if (found && !found->isEmpty()) refuse(QStringLiteral("Die Datenbank darin ist beschädigt"));
+        return found.has_value();
+    }
+
+private:
+    size_t database() const {
+        const auto& entries = m_zip.entries();
+        const auto found =
+            std::find_if(entries.begin(), entries.end(), [](const ZipEntry& e) { return isDatabase(e.name); });
+        return static_cast<size_t>(found - entries.begin());
+    }
+
+    QString m_path;
+    ZipReader m_zip;
+};
+
+/// Packs the present state into the user's own folder and keeps the newest few of these.
+bool keepPresent(Koben& koben, const ShareDone& go) {
+    const QString folder = koben.platform.userFolder();
+    QDir().mkpath(folder);
+    const QString stem = KeptHead + koben.platform.now().toString(QStringLiteral("yyyy-MM-dd_HHmmss"));
+    QString path = folder + stem + QStringLiteral(".zip");
+    for (int n = 2; QFile::exists(path); ++n) path = folder + QStringLiteral("%1_%2.zip").arg(stem).arg(n);
+    if (!Sicherung_erstellen(koben, path, Proof::Bytes, go)) return false;
+    QStringList all = QDir(folder).entryList({KeptHead + QStringLiteral("*.zip")}, QDir::Files, QDir::Name);
+    while (all.size() > mostKept) QFile::remove(folder + all.takeFirst());
+    return true;
+}
+
+}  // namespace
+
+std::optional<Sicherungsinhalt> Sicherung_ansehen(const QString& zip, const QString& folder, const ShareDone& go) {
+    const Backup backup(zip, folder);
+    const WorkFolder work(folder);
+    const QString database = work.file(DatabaseName);
+    if (!backup.unpackDatabase(database, go)) return std::nullopt;
+    Sicherungsinhalt found = Inhalt_zaehlen(backup.rowsOf(database));
+    found.day = backup.day();
+    return found;
+}
+
+bool Sicherung_zurueckholen(Koben& koben, const QString& zip, const ShareDone& go, QString& left) {
+    const Backup backup(zip, koben.Datenordner);
+    FileExchange exchange(koben.Datenordner);
+    const QString database = exchange.file(DatabaseName);
+    if (!backup.unpackAll(exchange, part(go, 0, unpacked))) return false;
+    if (!backup.check(koben.workspace, database, part(go, unpacked, checked))) return false;
+    if (!keepPresent(koben, part(go, checked, kept))) return false;
+    const bool settings = QFile::exists(exchange.file(QStringLiteral("Einstellungen.ko2")));
+    if (const QString reason = exchange.decide(); !reason.isEmpty())
+        throw DatabaseError(
+            DatabaseError::Kind::Io,
+            fileFailure(
+                QStringLiteral("Die Datensicherung kann nicht eingelesen werden, und Ihre Daten sind unverändert"),
+                reason));
+    koben.workspace.closeAll();
+    left = exchange.finish();
+    if (settings && left.isEmpty()) SettingsGuard(koben).adopt();
+    return true;
+}
+
+}  // namespace koben

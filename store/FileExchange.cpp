@@ -1,0 +1,76 @@
+#include "store/FileExchange.h"
+
+#include <QDir>
+#include <QFile>
+#include <cerrno>
+
+#include "store/DatabaseError.h"
+#include "store/Files.h"
+
+namespace koben {
+
+namespace {
+
+QString workIn(const QString& folder) { return QDir(folder).filePath(QStringLiteral("koben-arbeit")); }
+QString decidedIn(const QString& folder) { return QDir(folder).filePath(QStringLiteral("koben-tausch")); }
+
+QStringList filesIn(const QString& folder) {
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+}
+
+/// "" where no log of a database is left beside its place.
+QString removeLogs(const QString& path) {
+    for (const char* suffix : {"-wal", "-shm", "-journal"}) {
+        QFile log(path + QString::fromLatin1(suffix));
+        errno = 0;
+        if (log.exists() && !log.remove()) return fileReason();
+    }
+    return {};
+}
+
+}  // namespace
+
+WorkFolder::WorkFolder(const QString& folder) : m_path(workIn(folder) + u'/') {
+    QDir(m_path).removeRecursively();
+    errno = 0;
+    if (!QDir().mkpath(m_path))
+        throw DatabaseError(
+            DatabaseError::Kind::Io,
+            fileFailure(
+                QStringLiteral("Im Ordner %1 kann nicht gearbeitet werden").arg(QDir::toNativeSeparators(folder)),
+                fileReason()));
+}
+
+WorkFolder::~WorkFolder() { QDir(m_path).removeRecursively(); }
+
+QString WorkFolder::file(const QString& name) const { return m_path + name; }
+
+QString FileExchange::decide() {
+    for (const QString& name : filesIn(m_gathered.m_path))
+        if (const QString reason = flushFile(file(name)); !reason.isEmpty()) return reason;
+    flushFile(m_gathered.m_path);  // not every file system knows that
+    errno = 0;
+    if (!QDir().rename(workIn(m_folder), decidedIn(m_folder))) return fileReason();
+    flushFile(m_folder);
+    return {};
+}
+
+QString FileExchange::carryOut(const QString& folder) {
+    const QDir decided(decidedIn(folder)), places(folder);
+    for (const QString& name : filesIn(decided.path())) {
+        const QString place = places.filePath(name);
+        if (const QString reason = removeLogs(place); !reason.isEmpty()) return reason;
+        flushFile(folder);  // an old log must not outlive the file that it belongs to
+        if (const QString reason = replaceFile(decided.filePath(name), place); !reason.isEmpty()) return reason;
+    }
+    QDir(decided).removeRecursively();
+    return {};
+}
+
+QString FileExchange::recover(const QString& folder) {
+    const QString reason = QDir(decidedIn(folder)).exists() ? carryOut(folder) : QString();
+    QDir(workIn(folder)).removeRecursively();
+    return reason;
+}
+
+}  // namespace koben
