@@ -81,5 +81,6 @@ std::vector<Row> Rows_Papier(const Sample& sample);
 std::vector<Row> Rows_Gruppen(const Sample& sample);
 std::vector<Row> Rows_Ferkel(const Sample& sample);
 std::vector<Row> Rows_Masse(const Sample& sample);
+std::vector<Row> Rows_Altdaten(const Sample& sample);
 
 }  // namespace koben
