@@ -31,7 +31,8 @@ struct Altuebernahme {
     qint64 tiere = 0, buchungen = 0;
     QStringList tierzeilen;  ///< each animal as "NUMMER / STALLNR", in the order of reading
     QStringList tabellen;    ///< copied whole, in that order
-    QStringList hinweise;    ///< what could not be read, or had to be left or cut
+    QStringList hinweise;    ///< what could not be read, or had to be cut
+    bool ganz = true;        ///< nothing but times of day was lost
 };
 
 /// Replaces everything in the database, within the caller's action. Nothing where it was given up: the action must not

@@ -55,16 +55,20 @@ void Altfelder::requireFit(const std::vector<Value>& values) const {
     for (size_t i = 0; i < m_size.size(); ++i) {
         if (m_size[i] == 0 || !values[i].isText()) continue;
         const QString text = values[i].toText();
-        if (text.size() > m_size[i])
-            throw DatabaseError(
-                DatabaseError::Kind::TooLong,
-                QStringLiteral("In der Tabelle %1 der alten Datenbank steht im Feld %2 ein Text von %3 Zeichen "
-                               "(\"%4 ...\"). In KOBEN 2.0 ist Platz für %5 Zeichen, und gekürzt wird nichts. Bitte "
-                               "kürzen Sie den Text in der alten Datenbank, und wiederholen Sie die Übernahme.")
-                    .arg(m_table.name, m_names[static_cast<qsizetype>(i)])
-                    .arg(text.size())
-                    .arg(text.left(20))
-                    .arg(m_size[i]));
+        if (text.size() <= m_size[i]) continue;
+        const QString place =
+            QStringLiteral("Tabelle %1, Feld %2").arg(m_table.name, m_names[static_cast<qsizetype>(i)]);
+        throw DatabaseError(
+            DatabaseError::Kind::TooLong,
+            QStringLiteral(
+                "In der alten Datenbank (%1) steht ein Text von %2 Zeichen (\"%3 ...\"). In KOBEN 2.0 ist Platz "
+                "für %4 Zeichen, und gekürzt wird nichts. Bitte kürzen Sie den Text in der alten Datenbank, "
+                "und wiederholen Sie die Übernahme.")
+                .arg(place)
+                .arg(text.size())
+                .arg(text.left(20))
+                .arg(m_size[i]),
+            QStringLiteral("Text zu lang: ") + place);  // without the farm's words
     }
 }
 

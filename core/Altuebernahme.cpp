@@ -73,7 +73,8 @@ protected:
 
     void note(const OldTable& table, Altfelder& fields) {
         fields.losses().rows = m_file.rowsLost();
-        QString lost = table.readable ? lossText(fields.losses()) : QStringLiteral("nicht lesbar");
+        if (!table.readable || fields.losses().rows > 0 || fields.losses().values > 0) m_result.ganz = false;
+        const QString lost = table.readable ? lossText(fields.losses()) : QStringLiteral("nicht lesbar");
         if (!lost.isEmpty()) m_result.hinweise += QStringLiteral("%1: %2").arg(table.name, lost);
     }
 

@@ -38,6 +38,18 @@ QString keepOriginal(const QString& path, QDate today) {
     return name;
 }
 
+/// Half a herd is none: what is left of it comes over only where the user asks for it.
+[[noreturn]] void refuseDamaged(const QString& path, const QStringList& lost) {
+    throw DatabaseError(
+        DatabaseError::Kind::Io,
+        QStringLiteral(
+            "Die Datenbank %1 liegt im alten Format vor und ist beschädigt (%2). Sie bleibt unverändert, und "
+            "es wurde nichts übernommen. Bitte legen Sie eine Datensicherung an ihre Stelle. Gibt es keine, "
+            "verschieben Sie die Datei in einen anderen Ordner, starten Sie KOBEN neu, und übernehmen Sie "
+            "unter Optionen / Datenübernahme aus KOBEN 1.0, was noch lesbar ist.")
+            .arg(path, lost.join(QStringLiteral("; "))));
+}
+
 QString told(const Altuebernahme& taken, const QString& original) {
     QString text = QStringLiteral(
                        "Die Datenbank koben2.mdb lag im alten Format vor. Ihr Bestand ist übernommen: %1 und "
@@ -67,6 +79,7 @@ void PA_Koben::Altbestand_umstellen() {
                                                    "ist unverändert. Bitte starten Sie KOBEN neu, um sie zu "
                                                    "übernehmen.")
                                         .arg(path));
+            if (!taken->ganz) refuseDamaged(path, taken->hinweise);
         };
         koben.workspace.makeInstead(path, fill, [&] {
             Protokolle_aufheben(path, today);

@@ -109,7 +109,9 @@ bool JetFile::readTables(std::vector<Table>& tables) {
     for (const size_t column : at)
         if (column == MostColumns) return false;
     std::set<std::string> known;
-    readRows(catalogue, [&](const std::vector<Cell>& row) {
+    uint32_t objects = 0;
+    const uint32_t lost = readRows(catalogue, [&](const std::vector<Cell>& row) {
+        ++objects;
         if ((numberIn<int16_t>(row[at[2]]) & 0x7F) != TableObject) return;
         if ((static_cast<uint32_t>(numberIn<int32_t>(row[at[3]])) & SystemObject) != 0) return;
         if (!known.insert(folded(row[at[1]].bytes)).second) return;
@@ -117,6 +119,7 @@ bool JetFile::readTables(std::vector<Table>& tables) {
         table.name = row[at[1]].bytes;
         table.page = static_cast<uint32_t>(numberIn<int32_t>(row[at[0]])) & FirstPages;
     });
+    if (lost > 0 || objects < definition->table->num_rows) return false;  // a table may be missing
     for (Table& table : tables) {
         const auto its = define(table.page);
         table.readable = its != nullptr;
