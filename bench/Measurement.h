@@ -83,5 +83,6 @@ std::vector<Row> Rows_Ferkel(const Sample& sample);
 std::vector<Row> Rows_Geraet(const Sample& sample);
 std::vector<Row> Rows_Masse(const Sample& sample);
 std::vector<Row> Rows_Sicherung(const Sample& sample);
+std::vector<Row> Rows_Altdaten(const Sample& sample);
 
 }  // namespace koben

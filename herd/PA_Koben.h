@@ -76,6 +76,7 @@ private:
     void Datenordner_suchen();
     void Datenbank_oeffnen();
     void Datenbank_neu();
+    void Altbestand_umstellen();
     void Einstellungen_lesen();
     void Seiten_pruefen_nach_Abbruch(bool logLeft);
     void Uhr_pruefen();

@@ -12,23 +12,6 @@ namespace koben {
 
 namespace {
 
-QString freeName(const QString& stem, const QString& ending) {
-    QString path = stem + ending;
-    for (int n = 2; QFileInfo::exists(path); ++n) path = stem + u'_' + QString::number(n) + ending;
-    return path;
-}
-
-/// The names under which the logs of a database that is gone are kept.
-QStringList keepLogs(const QString& database, QDate today) {
-    QStringList kept;
-    for (const QString& log : {QStringLiteral("-wal"), QStringLiteral("-journal")}) {
-        if (QFileInfo(database + log).size() == 0) continue;
-        const QString name = freeName(database.chopped(4) + u'_' + today.toString(Qt::ISODate), log);
-        if (QFile::rename(database + log, name)) kept += QFileInfo(name).fileName();
-    }
-    return kept;
-}
-
 /// The folder for copies outside of this machine, as the backup screen keeps it; "" for none.
 QString copiesFolder(const QString& folder) {
     constexpr qsizetype line = 5;
@@ -38,6 +21,22 @@ QString copiesFolder(const QString& folder) {
 }
 
 }  // namespace
+
+QString Freier_Dateiname(const QString& stem, const QString& ending) {
+    QString path = stem + ending;
+    for (int n = 2; QFileInfo::exists(path); ++n) path = stem + u'_' + QString::number(n) + ending;
+    return path;
+}
+
+QStringList Protokolle_aufheben(const QString& database, QDate today) {
+    QStringList kept;
+    for (const QString& log : {QStringLiteral("-wal"), QStringLiteral("-journal")}) {
+        if (QFileInfo(database + log).size() == 0) continue;
+        const QString name = Freier_Dateiname(database.chopped(4) + u'_' + today.toString(Qt::ISODate), log);
+        if (QFile::rename(database + log, name)) kept += QFileInfo(name).fileName();
+    }
+    return kept;
+}
 
 QString Neueste_Kopie(const QString& folder) {
     QFileInfoList found;
@@ -55,7 +54,7 @@ QString Neueste_Kopie(const QString& folder) {
 }
 
 QString Fehlende_Datenbank(Koben& koben) {
-    const QStringList logs = keepLogs(koben.Datenbankpfad, koben.platform.now().date());
+    const QStringList logs = Protokolle_aufheben(koben.Datenbankpfad, koben.platform.now().date());
     const bool wasThere = RunState(koben.platform, koben.Datenordner).lastDay().isValid();
     if (logs.isEmpty() && !wasThere) return {};
     const QString copy = Neueste_Kopie(koben.Datenordner);

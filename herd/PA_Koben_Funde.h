@@ -4,6 +4,12 @@
 
 namespace koben {
 
+/// A name that no file bears: `stem` and `ending`, with a number between them where need be.
+QString Freier_Dateiname(const QString& stem, const QString& ending);
+
+/// Moves the logs of a database that is gone to names of their own; these names.
+QStringList Protokolle_aufheben(const QString& database, QDate today);
+
 /// To be called where there is no database and before one is made: keeps the log of the one that is gone under a name
 /// of its own. "" where there never was one, otherwise what happened and which copy is the newest.
 QString Fehlende_Datenbank(Koben& koben);

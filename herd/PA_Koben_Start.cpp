@@ -18,6 +18,7 @@
 #include "herd/PA_Koben_Funde.h"
 #include "store/FileExchange.h"
 #include "store/Files.h"
+#include "store/OldFile.h"
 
 namespace koben {
 
@@ -189,6 +190,7 @@ void PA_Koben::Datenbank_neu() {
 
 void PA_Koben::Datenbank_oeffnen() {
     m_neu = !QFile::exists(koben.Datenbankpfad) || Workspace::setUnfinishedAside(koben.Datenbankpfad);
+    if (!m_neu && OldFile::isOld(koben.Datenbankpfad)) Altbestand_umstellen();
     if (m_neu)
         Datenbank_neu();
     else

@@ -144,6 +144,10 @@ public:
     /// The same, without opening it. A draft beside it takes its place once its last page is on the disk and read back:
     /// on failure there is no file.
     void make(const QString& path, const std::function<void(Database&)>& fill = {});
+    /// The same in the place of a file of another format, which `keep` puts aside once the draft is whole. Until the
+    /// draft takes its place, in one step, the file is as it was; where anything throws it stays so.
+    void makeInstead(const QString& path, const std::function<void(Database&)>& fill,
+                     const std::function<void()>& keep);
     /// Opens a file for reading and writing. Refuses, before any write, a file that is not a database of this
     /// program (NotADatabase), one of a newer version (NewerVersion) and a genuine file of the old engine
     /// (ForeignFormat).
@@ -178,6 +182,8 @@ public:
     static void setFaultHook(std::function<void(const QString& sql)> hook);
 
 private:
+    void fillDraft(const QString& path, const std::function<void(Database&)>& fill);
+
     std::function<QDateTime()> m_now;
     std::shared_ptr<std::function<void(const QString&)>> m_observer =
         std::make_shared<std::function<void(const QString&)>>();

@@ -42,8 +42,9 @@ void checkDatabaseFile(const QString& path) {
         throw DatabaseError(
             Kind::ForeignFormat,
             QStringLiteral("Die Datei %1 ist eine Datenbank im alten Format (MDB). Sie wurde erkannt und bleibt "
-                           "unverändert; die Übernahme ihrer Daten kommt mit einer späteren Version. Bitte "
-                           "verschieben Sie die Datei in einen anderen Ordner, um mit einem neuen Bestand zu beginnen.")
+                           "unverändert. Dateien der Formate Jet 3 und Jet 4 übernimmt KOBEN, wenn sie beim Start als "
+                           "koben2.mdb im Datenordner liegen. Bitte verschieben Sie eine Datei in einem anderen Format "
+                           "in einen anderen Ordner, um mit einem neuen Bestand zu beginnen.")
                 .arg(path));
     const bool sqlite = header.size() == kHeaderSize && header.startsWith(QByteArray("SQLite format 3\0", 16));
     if (!sqlite || bigEndian(header, kApplicationAt) != kApplicationId)

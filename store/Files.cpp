@@ -65,6 +65,22 @@ QString replaceFile(const QString& from, const QString& to, bool flush) {
     return {};
 }
 
+QString keepFile(const QString& path, const QString& name) {
+    errno = 0;
+    if (::link(QFile::encodeName(path).constData(), QFile::encodeName(name).constData()) != 0) {
+        if (errno == EEXIST) return fileReason();
+        QFile file(path);
+        if (!file.copy(name) || QFileInfo(name).size() != file.size()) {
+            const QString reason = fileReason();
+            QFile::remove(name);
+            return reason;
+        }
+        if (const QString reason = flushFile(name); !reason.isEmpty()) return reason;
+    }
+    flushFolder(folderOf(name));
+    return {};
+}
+
 QString writeFile(const QString& path, const QByteArray& bytes) {
     // unbuffered, since the last flush of a buffer takes a half-done write for a whole one
     QSaveFile file(path);

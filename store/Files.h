@@ -17,6 +17,9 @@ QString flushFile(const QString& path);
 /// Where it fails `to` is as before, and `from` is still there. Without a flush the step is one for other programs, but
 /// not for a power cut: for what is easily made again.
 QString replaceFile(const QString& from, const QString& to, bool flush = true);
+/// Gives a file a second name on the same disk, which must not exist; where the disk knows no second names, a copy.
+/// Whatever then takes the first name's place, the content stays under the second.
+QString keepFile(const QString& path, const QString& name);
 /// Writes a file whole or not at all: on failure the one before stands.
 QString writeFile(const QString& path, const QByteArray& bytes);
 /// The same through a draft of this name in the same folder. A killed program may leave the draft; unlike one of a name

@@ -138,15 +138,30 @@ void Workspace::make(const QString& path, const std::function<void(Database&)>& 
     requireFree(path);
     removeDatabaseFile(path);  // the log of a file that somebody took away would be read into the new one
     Draft draft(path);
-    makeEmpty(draft.path());
-    if (fill) {
-        Database db = open(draft.path());
-        Transaction action(db);
-        fill(db);
-        action.commit();
-        db.m_connection->closeWithoutLog();
-    }
+    fillDraft(draft.path(), fill);
     draft.finish();
+}
+
+void Workspace::makeInstead(const QString& path, const std::function<void(Database&)>& fill,
+                            const std::function<void()>& keep) {
+    Draft draft(path);
+    fillDraft(draft.path(), fill);
+    requireWhole(draft.path());
+    keep();
+    // a log that is not this file's would be read into the new one
+    for (const char* suffix : {"-journal", "-wal", "-shm"}) QFile::remove(path + QString::fromLatin1(suffix));
+    draft.finishChecked();
+}
+
+/// Makes a file with what `fill` puts into it, and closes it.
+void Workspace::fillDraft(const QString& path, const std::function<void(Database&)>& fill) {
+    makeEmpty(path);
+    if (!fill) return;
+    Database db = open(path);
+    Transaction action(db);
+    fill(db);
+    action.commit();
+    db.m_connection->closeWithoutLog();
 }
 
 Database Workspace::open(const QString& path) {

@@ -10,6 +10,7 @@
 #include "exchange/S_Datensicherung_neu.h"
 #include "exchange/S_Importtabelle.h"
 #include "tests/support/Hand.h"
+#include "tests/support/OldFileWriter.h"
 
 namespace koben::robust {
 
@@ -169,6 +170,24 @@ void closeAtEnd(Session& s) {
     });
 }
 
+/// The sample farm with the predecessor's files beside it, a small herd of a few litters.
+const DataFolder& farmWithPredecessor() {
+    static const DataFolder folder;
+    if (QFile::exists(folder.database())) return folder;
+    folder.copyFrom(sampleFarm());
+    OldFileWriter old(4);
+    old.program("SHORT");
+    for (int i = 1; i <= 9; ++i) {
+        old.row("Sauen", {{"Art", "Sau"}, {"Nummer", QString::number(500 + i)}});
+        for (int litter = 1; litter <= 3; ++litter)
+            old.row("Ferkelung", {{"Kennung", i}, {"Datum", QDate(2025, litter, i)}, {"Ferkel_Gesamt", 12}});
+    }
+    for (int i = 0; i < 40; ++i) old.row("Ferkelverkauf", {{"Kennung", i % 10}, {"Anzahl_Verkauf", i}});
+    setBytes(folder.data() + "koben.mdb", old.bytes());
+    setBytes(folder.data() + "koben.exe", "x");
+    return folder;
+}
+
 std::vector<Task> onHerd() {
     return {{"ersterStart", nullptr, startOnly},
             {"import", emptyFarm, importList, "! Die Daten wurden in der Datenbasis gespeichert"},
@@ -181,6 +200,8 @@ std::vector<Task> onHerd() {
             {"ferkelInMast", sampleFarm, onMain("XB_Markierte_Ferkel_in_Mast", {42, 43, 44, 45}, {true, true})},
             {"markierteSelektieren", sampleFarm, onMain("XB_markierteschweineselektieren", {}, {})},
             {"festeSaunummer", sampleFarm, onMain("XB_Feste_Saunummer_zuordnen", {1}, {true}, {"6"})},
+            {"datenuebernahme", farmWithPredecessor, onForm("O_Datenauskoben1", {}, clicks("start"), {true}),
+             "! Die Daten wurden erforgreich"},
             {"komprimieren", sampleFarm, onMain("O_Datenbankkomprimieren", {1}, {true}),
              "! Die Komprimierung wurde erfolgreich", "", false, false},
             {"datensicherung", sampleFarm, backUp(false), "! Die Datensicherung wurde erstellt", "", true, false},

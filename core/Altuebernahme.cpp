@@ -1,0 +1,336 @@
+// The way of an old herd into the database.
+#include <QHash>
+#include <algorithm>
+
+#include "core/Aktionsnamen.h"
+#include "core/Altbestand.h"
+#include "core/Altfelder.h"
+#include "core/Wurfnummern.h"
+#include "store/ChangeLog.h"
+#include "store/Schema.h"
+
+namespace koben {
+namespace {
+
+const QString Key = QStringLiteral("ID"), Link = QStringLiteral("Kennung"), Mother = QStringLiteral("Muttersau");
+
+/// Names of the old file's own may hold blanks.
+QString bracketed(const QString& name) { return u'[' + name + u']'; }
+QStringList bracketed(QStringList names) {
+    for (QString& name : names) name = bracketed(name);
+    return names;
+}
+
+/// What both ways share: the file, how far it has come, emptying, rows that are copied as they are.
+class Uebernahme {
+protected:
+    Uebernahme(const Database& db, const QString& path, const QStringList& tables, const TakeoverProgress& go)
+        : m_db(db), m_go(go), m_file(path, tables) {
+        const auto& found = m_file.tables();
+        if (std::none_of(found.begin(), found.end(),
+                         [](const OldTable& t) { return t.columnOf(u"Nummer") >= 0 && isAnimals(t); }))
+            throw DatabaseError(DatabaseError::Kind::NotADatabase,
+                                QStringLiteral("In der alten Datenbank %1 fehlt die Tabelle Sauen, oder sie ist nicht "
+                                               "lesbar. Es wurde nichts übernommen. Bitte nehmen Sie eine andere Kopie "
+                                               "der Datei.")
+                                    .arg(path));
+    }
+
+    static bool isAnimals(const OldTable& table) { return alttabelle(table.name) == Alttabellen; }
+
+    bool step() {
+        constexpr qint64 between = 64, reading = 2;  // every row is read once and written once
+        if (!m_go || ++m_steps % between != 0) return true;
+        const qint64 all = std::max<qint64>(m_file.rowsTold() * reading, 1);
+        return m_go(static_cast<int>(std::min<qint64>(m_steps * 99 / all, 99)));
+    }
+
+    /// Row by row for the animals, so that whoever shows them hears of it.
+    void empty() {
+        for (const Alttabelle& table : Alttabellen)
+            m_db.execute(QStringLiteral("delete from ") + QString::fromUtf8(table.name) +
+                         (&table == Alttabellen ? QStringLiteral(" where ID is not null") : QString()));
+    }
+
+    /// All rows with these values in the place of their own. False where it was given up.
+    bool copy(const OldTable& table, const FieldValues& fixed = {}) {
+        QStringList without;
+        for (const auto& [field, value] : fixed) without += field;
+        Altfelder fields(m_db, table, without);
+        RowWriter rows(m_db, bracketed(table.name), bracketed(fields.names()), fixed);
+        while (m_file.nextRow()) {
+            if (!step() || !step()) return false;
+            write(fields, rows, fields.values(m_file.row()));
+        }
+        note(table, fields);
+        return true;
+    }
+
+    static void write(Altfelder& fields, RowWriter& rows, std::vector<Value> values) {
+        fields.requireFit(values);
+        if (!values.empty()) rows.insert(std::move(values));
+    }
+
+    void note(const OldTable& table, Altfelder& fields) {
+        fields.losses().rows = m_file.rowsLost();
+        if (!table.readable || fields.losses().rows > 0 || fields.losses().values > 0) m_result.ganz = false;
+        const QString lost = table.readable ? lossText(fields.losses()) : QStringLiteral("nicht lesbar");
+        if (!lost.isEmpty()) m_result.hinweise += QStringLiteral("%1: %2").arg(table.name, lost);
+    }
+
+    Database m_db;
+    TakeoverProgress m_go;
+    OldFile m_file;
+    Altuebernahme m_result;
+
+private:
+    qint64 m_steps = 0;
+};
+
+/// From the predecessor: the animals come first and get their IDs; a table of bookings is kept as bytes until its last
+/// row is read, put in the order of the animals, and written.
+class AusKoben1 : Uebernahme {
+public:
+    AusKoben1(const Action& action, const QString& path, const TakeoverProgress& go)
+        : Uebernahme(action.database(), path, alttabellen(), go) {}
+
+    std::optional<Altuebernahme> run() {
+        const ChangeLog::Silence silence(m_db);
+        empty();
+        while (const OldTable* table = m_file.nextTable())
+            if (!take(*table)) return std::nullopt;
+        if (!numberLitters()) return std::nullopt;
+        for (const auto purpose : {ChangeLog::Purpose::Values, ChangeLog::Purpose::Status})
+            ChangeLog(m_db, purpose).settle(QString());  // of no settings: the next derivation walks the herd
+        return std::move(m_result);
+    }
+
+private:
+    struct Animal {
+        qint64 id;  ///< the new one
+        Value number;
+        bool litters = false;
+    };
+    /// A booking among the bytes of its table.
+    struct Place {
+        qint32 animal;
+        qint32 size;
+        qsizetype at;
+    };
+
+    bool take(const OldTable& table) {
+        const Alttabelle* known = alttabelle(table.name);
+        if (known == Alttabellen) return takeAnimals(table);
+        if (known->buchung) return takeBookings(table);
+        FieldValues fixed;
+        if (table.name.compare(QStringLiteral("Bestandsoptionen"), Qt::CaseInsensitive) == 0)
+            fixed = {{QStringLiteral("Tierart"), QStringLiteral("Alle")}};
+        m_result.tabellen += QString::fromUtf8(known->name);
+        return copy(table, fixed);
+    }
+
+    bool takeAnimals(const OldTable& table) {
+        Altfelder fields(m_db, table, {Key});
+        RowWriter rows(m_db, table.name, fields.names());
+        const int id = table.columnOf(Key), number = table.columnOf(u"Nummer"), stall = table.columnOf(u"Stallnr");
+        OldLosses again;
+        while (m_file.nextRow()) {
+            if (!step() || !step()) return false;
+            const OldRow& row = m_file.row();
+            write(fields, rows, fields.values(row));
+            const Value old = id < 0 ? Value() : row.value(id, again);
+            if (!old.isNull()) m_places.insert(old.toInt(), static_cast<qint32>(m_animals.size()));
+            m_animals.push_back({0, row.value(number, again)});
+            m_result.tierzeilen += m_animals.back().number.toText() + QStringLiteral(" / ") +
+                                   (stall < 0 ? QString() : row.value(stall, again).toText());
+        }
+        note(table, fields);
+        m_result.tiere = static_cast<qint64>(m_animals.size());
+        Statement ids = m_db.prepare(QStringLiteral("select ID from Sauen order by ID"));
+        ids.bind({});
+        for (Animal& animal : m_animals)
+            if (ids.next()) animal.id = ids.integer(0);
+        return true;
+    }
+
+    bool takeBookings(const OldTable& table) {
+        QByteArray bytes;
+        std::vector<Place> places;
+        const auto farm = static_cast<qint32>(m_animals.size());  // behind all animals
+        const bool trade = table.name.compare(QStringLiteral("Ferkelverkauf"), Qt::CaseInsensitive) == 0;
+        const int link = table.columnOf(Link);
+        OldLosses ignored;
+        while (link >= 0 && m_file.nextRow()) {
+            if (!step()) return false;
+            const Value old = m_file.row().value(link, ignored);
+            if (old.isNull()) continue;
+            const QByteArrayView row = m_file.row().bytes();
+            const auto keep = [&](qint32 animal) {
+                places.push_back({animal, static_cast<qint32>(row.size()), bytes.size()});
+            };
+            const qsizetype before = static_cast<qsizetype>(places.size());
+            for (auto it = m_places.constFind(old.toInt()); it != m_places.constEnd() && it.key() == old.toInt(); ++it)
+                keep(it.value());
+            if (trade && old.toInt() == 0) keep(farm);
+            if (before < static_cast<qsizetype>(places.size())) bytes.append(row);
+        }
+        std::stable_sort(places.begin(), places.end(),
+                         [](const Place& a, const Place& b) { return a.animal < b.animal; });
+        return writeBookings(table, bytes, places);
+    }
+
+    bool writeBookings(const OldTable& table, const QByteArray& bytes, const std::vector<Place>& places) {
+        const Alttabelle* known = alttabelle(table.name);
+        const bool loss = known->name == std::string_view("Verluste"),
+                   litter = known->name == std::string_view("Ferkelung");
+        Altfelder fields(m_db, table, loss ? QStringList{Key, Link, Mother} : QStringList{Key, Link});
+        RowWriter rows(m_db, table.name, fields.names() + (loss ? QStringList{Link, Mother} : QStringList{Link}));
+        OldRow row(table);
+        for (const Place& place : places) {
+            if (!step()) return false;
+            row.take(QByteArrayView(bytes).sliced(place.at, place.size));
+            std::vector<Value> values = fields.values(row);
+            fields.requireFit(values);
+            const bool animal = static_cast<size_t>(place.animal) < m_animals.size();
+            values.emplace_back(animal ? m_animals[static_cast<size_t>(place.animal)].id : qint64{0});
+            if (loss) values.push_back(m_animals[static_cast<size_t>(place.animal)].number);
+            rows.insert(std::move(values));
+            if (litter) m_animals[static_cast<size_t>(place.animal)].litters = true;
+        }
+        m_result.buchungen += static_cast<qint64>(places.size());
+        note(table, fields);
+        return true;
+    }
+
+    bool numberLitters() {
+        Wurfnummern litters(m_db);
+        for (const Animal& animal : m_animals) {
+            if (!animal.litters) continue;
+            if (!step()) return false;
+            litters.number(animal.id);
+        }
+        return true;
+    }
+
+    std::vector<Animal> m_animals;
+    QMultiHash<qint64, qint32> m_places;  // old ID -> animal; more than one only in a damaged file
+};
+
+/// From a genuine koben2.mdb.
+class AusKoben2 : Uebernahme {
+public:
+    AusKoben2(const Database& db, const QString& path, const TakeoverProgress& go) : Uebernahme(db, path, {}, go) {}
+
+    std::optional<Altuebernahme> run() {
+        const ChangeLog::Silence silence(m_db);
+        empty();
+        while (const OldTable* table = m_file.nextTable()) {
+            const qint64 before = m_file.rowsRead();
+            if (!m_db.tables().contains(table->name, Qt::CaseInsensitive)) continue;
+            if (!copy(*table)) return std::nullopt;
+            const Alttabelle* known = alttabelle(table->name);
+            if (known == Alttabellen) m_result.tiere = m_file.rowsRead() - before;
+            if (known && known->buchung) m_result.buchungen += m_file.rowsRead() - before;
+            m_result.tabellen += table->name;
+            goOnCounting(*table);
+        }
+        for (const auto purpose : {ChangeLog::Purpose::Values, ChangeLog::Purpose::Status})
+            ChangeLog(m_db, purpose).settle(QString());
+        return std::move(m_result);
+    }
+
+private:
+    /// The numbers of rows that were deleted in the old file do not come back either.
+    void goOnCounting(const OldTable& table) {
+        if (table.counter < 0 || table.lastNumber <= 0) return;
+        const QString name = table.fields[static_cast<size_t>(table.counter)].name;
+        const Table highest = m_db.table(QStringLiteral("select max([%1]) as h from [%2]").arg(name, table.name));
+        if (highest.integer(0, 0) >= table.lastNumber) return;
+        m_db.execute(QStringLiteral("insert into [%1] ([%2]) values (%3)").arg(table.name, name).arg(table.lastNumber));
+        m_db.execute(QStringLiteral("delete from [%1] where [%2] = %3").arg(table.name, name).arg(table.lastNumber));
+    }
+};
+
+/// Columns that a start adds to an older file, with what they hold then; see Spalten_nachruesten.
+bool isLeftToStart(const OldTable& old, const QString& field) {
+    if (alttabelle(old.name) != Alttabellen || old.columnOf(field) >= 0) return false;
+    if (field == u"Statusabfrage") return old.columnOf(u"Status") < 0;
+    return field == u"Aenderung" || field == u"Status";
+}
+
+/// The definition of a further field in the words of the dialect; "" for one that has no place.
+QString definition(const OldTable& table, size_t column) {
+    static const std::pair<Type, const char*> types[] = {
+        {Type::Bool, "YESNO"},    {Type::Short, "SHORT"},       {Type::Long, "LONG"},     {Type::Single, "SINGLE"},
+        {Type::Double, "DOUBLE"}, {Type::Currency, "CURRENCY"}, {Type::Date, "DATETIME"}, {Type::Text, "MEMO"}};
+    const Field& field = table.fields[column];
+    if (field.name.contains(u']') || field.name.startsWith(u"koben_", Qt::CaseInsensitive)) return {};
+    const QString name = QStringLiteral("[%1] ").arg(field.name);
+    if (static_cast<int>(column) == table.counter && field.type == Type::Long) return name + QStringLiteral("COUNTER");
+    if (field.size > 0 && field.size <= 255) return name + QStringLiteral("TEXT (%1)").arg(field.size);
+    for (const auto& [type, word] : types)
+        if (type == field.type) return name + QString::fromUtf8(word);
+    return {};
+}
+
+/// A field of the program's own table: wider where the old one is.
+QString widened(const QString& own, const OldTable& old) {
+    const int column = old.columnOf(own.section(u' ', 0, 0));
+    if (column < 0 || !own.contains(QStringLiteral("TEXT ("))) return own;
+    const Field& field = old.fields[static_cast<size_t>(column)];
+    if (field.type != Type::Text) return own;
+    const QString name = own.section(u' ', 0, 0);
+    if (field.size == 0 || field.size > 255) return name + QStringLiteral(" MEMO");
+    const int size = own.section(u'(', 1).section(u')', 0, 0).toInt();
+    return name + QStringLiteral(" TEXT (%1)").arg(std::max(size, field.size));
+}
+
+QString ownTable(const QString& statement, const OldTable& old) {
+    const qsizetype open = statement.indexOf(u'(');
+    QStringList fields, names;
+    for (const QString& own : statement.mid(open + 1).chopped(1).split(QStringLiteral(", "))) {
+        names += own.section(u' ', 0, 0);
+        if (!isLeftToStart(old, names.last())) fields += widened(own, old);
+    }
+    for (size_t i = 0; i < old.fields.size(); ++i)
+        if (!names.contains(old.fields[i].name, Qt::CaseInsensitive))
+            if (const QString further = definition(old, i); !further.isEmpty()) fields += further;
+    return statement.left(open + 1) + fields.join(QStringLiteral(", ")) + u')';
+}
+
+}  // namespace
+
+std::optional<Altuebernahme> takeOverKoben1(const Action& action, const QString& path, const TakeoverProgress& go) {
+    return AusKoben1(action, path, go).run();
+}
+
+std::optional<Altuebernahme> takeOverKoben2(const Database& db, const QString& path, const TakeoverProgress& go) {
+    return AusKoben2(db, path, go).run();
+}
+
+void makeTablesOf(const Database& database, const QString& path) {
+    Database db = database;
+    const OldFile file(path);
+    const auto old = [&](const QString& name) {
+        return std::find_if(file.tables().begin(), file.tables().end(),
+                            [&](const OldTable& t) { return t.name.compare(name, Qt::CaseInsensitive) == 0; });
+    };
+    const QString create = QStringLiteral("create table ");
+    for (const QString& statement : schemaStatements()) {
+        if (statement.startsWith(u"insert")) continue;
+        const QString name =
+            statement.startsWith(create) ? statement.mid(create.size()).section(u'(', 0, 0) : QString();
+        const auto table = old(name);
+        db.execute(table == file.tables().end() ? statement : ownTable(statement, *table));
+    }
+    for (const OldTable& table : file.tables()) {
+        if (db.tables().contains(table.name, Qt::CaseInsensitive) || table.name.contains(u']')) continue;
+        QStringList fields;
+        for (size_t i = 0; i < table.fields.size(); ++i)
+            if (const QString field = definition(table, i); !field.isEmpty()) fields += field;
+        if (!fields.isEmpty() && !table.name.startsWith(u"koben_", Qt::CaseInsensitive))
+            db.execute(QStringLiteral("create table [%1] (%2)").arg(table.name, fields.join(QStringLiteral(", "))));
+    }
+}
+
+}  // namespace koben

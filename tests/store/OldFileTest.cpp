@@ -1,0 +1,179 @@
+// Files of the old engine through koben-altdaten: every type and fate of a row in both formats, and a reader that
+// falls, falls silent or talks nonsense.
+#include "store/OldFile.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "tests/support/OldFileWriter.h"
+
+namespace koben {
+namespace {
+
+using Fate = OldFileWriter::Fate;
+
+/// A folder for a file, and all of it as a text: tables in brackets, cells joined by "|", Null as "-".
+class OldFileTest : public testing::Test {
+protected:
+    QString write(const QByteArray& bytes, const QString& name = "alt.mdb") {
+        QFile file(m_folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        return file.fileName();
+    }
+    QString read(OldFile& file) {
+        QString all;
+        while (const OldTable* table = file.nextTable()) {
+            all += '[' + table->name + "]\n";
+            while (file.nextRow()) {
+                QStringList cells;
+                for (int i = 0; i < static_cast<int>(table->fields.size()); ++i) {
+                    const Value value = file.row().value(i, losses);
+                    cells += value.isNull() ? "-" : value.toText();
+                }
+                all += cells.join('|') + '\n';
+            }
+            losses.rows += file.rowsLost();
+        }
+        return all;
+    }
+    QString read(const QString& path, const QStringList& tables = {}) {
+        losses = {};
+        OldFile file(path, tables);
+        return read(file);
+    }
+    /// The message of a file that cannot be read; "" where it can.
+    QString refusal(const QString& path) {
+        try {
+            read(path);
+        } catch (const DatabaseError& error) {
+            return error.message();
+        }
+        return {};
+    }
+    ~OldFileTest() override { OldFile::setHelper({}); }
+
+    QTemporaryDir m_folder;
+    OldLosses losses;
+};
+
+TEST_F(OldFileTest, everyTypeInBothFormats) {
+    const QString memo = QString("Käse € „gut“ ").repeated(13000), mixed = QString("x").repeated(40) + "Ω€";
+    for (const int version : {3, 4}) {
+        SCOPED_TRACE(version);
+        OldFileWriter file(version);
+        file.table("Trächtigkeit",
+                   "Jn YESNO, B BYTE, S SHORT, L LONG, C CURRENCY, F SINGLE, D DOUBLE, T DATETIME, Wort TEXT (200), "
+                   "Größe TEXT (255), Lang MEMO, Bild OLE, ID COUNTER");
+        file.row("Trächtigkeit", {{"Jn", true},
+                                  {"B", 200},
+                                  {"S", -32768},
+                                  {"L", -2147483647},
+                                  {"C", Money{-123456789012345}},
+                                  {"F", 79.3F},
+                                  {"D", 0.1},
+                                  {"T", QDate(2026, 2, 28)},
+                                  {"Wort", QString("a").repeated(200)},
+                                  {"Größe", QString("ß").repeated(255)},
+                                  {"Lang", memo}});
+        file.row("Trächtigkeit", {{"Wort", QString()}, {"Größe", "€ 'x'\n"}, {"Lang", QString("m").repeated(1500)}});
+        file.row("Trächtigkeit", {{"T", -1.75}, {"Lang", ""}});          // a day before the first, with a time
+        file.row("Trächtigkeit", {{"T", 0.9999999}, {"Lang", "kurz"}});  // a midnight that was reckoned
+        file.row("Trächtigkeit", {{"T", 3e6}});                          // no day at all
+        if (version == 4) file.row("Trächtigkeit", {{"Wort", mixed}, {"Größe", QString(QChar(0x100))}});
+        const QString seen = read(write(file.bytes()));
+        QStringList rows = seen.split('\n');
+        EXPECT_EQ(rows[0], "[Trächtigkeit]");
+        EXPECT_EQ(rows[1], "-1|200|-32768|-2147483647|-12345678901,2345|79,3|0,1|28.02.2026|" +
+                               QString("a").repeated(200) + '|' + QString("ß").repeated(255) + '|' + memo + "|-|1");
+        EXPECT_TRUE(seen.contains("0|-|-|-|-|-|-|-||€ 'x'\n|" + QString("m").repeated(1500) + "|-|2\n"));
+        EXPECT_TRUE(seen.contains("0|-|-|-|-|-|-|29.12.1899|-|-||-|3\n"));
+        EXPECT_TRUE(seen.contains("0|-|-|-|-|-|-|31.12.1899|-|-|kurz|-|4\n"));
+        EXPECT_TRUE(seen.contains("0|-|-|-|-|-|-|-|-|-|-|-|5\n"));
+        EXPECT_EQ(seen.contains("|" + mixed + "|Ā|-|-|6\n"), version == 4);
+        EXPECT_EQ(losses.cutTimes, 1);
+        EXPECT_EQ(losses.values, 1);
+        EXPECT_EQ(losses.rows, 0);
+    }
+}
+
+TEST_F(OldFileTest, deletedAndMovedRowsAndFarPages) {
+    for (const int version : {3, 4}) {
+        SCOPED_TRACE(version);
+        OldFileWriter file(version);
+        file.table("A", "T TEXT (200), ID COUNTER");
+        file.table("B", "N LONG");
+        QStringList lines;
+        for (int i = 1; i <= 6000; ++i) {  // B's pages lie between A's, on more than one map
+            const Fate fate = i % 7 == 0 ? Fate::Deleted : i % 5 == 0 ? Fate::Moved : Fate::Lives;
+            const QString text = QString::number(i).repeated(40);
+            file.row("A", {{"T", text}}, fate);
+            if (fate != Fate::Deleted) lines += QString("%1|%2").arg(text).arg(i);
+            file.row("B", {{"N", i}});
+        }
+        const QString path = write(file.bytes());
+        EXPECT_TRUE(read(path, {"a"}) == "[A]\n" + lines.join('\n') + '\n') << "moved rows stand at their place";
+        EXPECT_EQ(losses.rows, 0);
+        EXPECT_TRUE(read(path, {"B", "fehlt", "A"}).startsWith("[B]\n1\n2\n"));
+        file.claimRows("B", 9003);
+        read(write(file.bytes()), {"B"});
+        EXPECT_EQ(losses.rows, 3);
+    }
+}
+
+TEST_F(OldFileTest, filesThatAreNone) {
+    OldFileWriter jet3(3);
+    jet3.table("A", "N LONG");
+    const QByteArray good = jet3.bytes();
+    const struct {
+        const char* what;
+        QByteArray bytes;
+        const char* said;
+    } cases[] = {{"empty", "", "keine Datenbank im alten Format"},
+                 {"a text", QByteArray(9000, 'x'), "keine Datenbank im alten Format"},
+                 {"a later version", QByteArray(good).replace(0x14, 1, "\x02"), "keine Datenbank im alten Format"},
+                 {"no catalogue", good.first(4096), "Verzeichnis der Tabellen"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const QString path = write(c.bytes);
+        EXPECT_TRUE(refusal(path).contains(QString::fromUtf8(c.said))) << refusal(path).toStdString();
+    }
+    EXPECT_TRUE(OldFile::isOld(write(good)));
+    EXPECT_FALSE(OldFile::isOld(write(cases[2].bytes)));
+    EXPECT_TRUE(refusal(m_folder.filePath("fehlt.mdb")).contains("gibt es nicht"));
+}
+
+/// The helper is another program that misbehaves; whatever it does, a message comes and nothing is left running.
+TEST_F(OldFileTest, readersThatFail) {
+    const QString path = write(QByteArray(100, 'x'));
+    const QString head = "printf 'KOBEN-Altdaten 1\\n'; ";
+    const QString table =
+        "printf 'T\\030\\0\\0\\0\\1\\0\\0\\0\\0\\0\\0\\0\\1\\001A\\1\\0\\004\\0\\0\\0\\001N\\0\\0\\0'; ";
+    const struct {
+        const char* what;
+        QString script;
+        const char* said;
+    } cases[] = {{"dies at once", "kill -9 $$", "Das Lesen brach ab"},
+                 {"ends too soon", head, "Das Lesen brach ab"},
+                 {"says nothing", "exec sleep 60", "kam nicht mehr voran"},
+                 {"falls silent", head + "exec sleep 60", "kam nicht mehr voran"},
+                 {"has no end", head + "exec yes", "Das Lesen brach ab"},
+                 {"a message without end", head + "printf 'T\\377\\377\\377\\377'; exec yes", "Das Lesen brach ab"},
+                 {"a torn table", head + table, "Das Lesen brach ab"},
+                 {"goes on after its end", head + "printf 'Z\\0\\0\\0\\0x'", "Das Lesen brach ab"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const QString helper = write("#!/bin/sh\n" + c.script.toUtf8() + '\n', "leser");
+        QFile::setPermissions(helper, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        OldFile::setHelper(helper, 300);
+        const QString said = refusal(path);
+        EXPECT_TRUE(said.contains(QString::fromUtf8(c.said)) && (said.isEmpty() || said.contains("Bitte")))
+            << said.toStdString();
+    }
+    OldFile::setHelper(m_folder.filePath("nirgends"));
+    EXPECT_TRUE(refusal(path).contains("Bitte installieren Sie KOBEN neu"));
+}
+
+}  // namespace
+}  // namespace koben
