@@ -129,10 +129,13 @@ public:
         if (form.closed()) return;
         if (auto* herd = dynamic_cast<PA_Koben*>(&form)) visitFrom(*herd);
         if (auto* frame = dynamic_cast<PE_Bewegungsdaten*>(&form)) visitFrom(*frame);
-        if (auto* list = dynamic_cast<Stammdatenliste*>(&form)) list->neu.click();
+        if (auto* records = dynamic_cast<Stammdatenliste*>(&form)) records->neu.click();
         if (auto* plan = dynamic_cast<PB_Arbeitsplan*>(&form)) plan->ok[0].click();
         if (auto* statistics = dynamic_cast<PB_Statistiken*>(&form)) statistics->ok[0].click();
-        if (auto* margin = dynamic_cast<PB_Deckungsbeitrag*>(&form)) margin->ok.click();
+        if (auto* margin = dynamic_cast<PB_Deckungsbeitrag*>(&form)) {
+            for (auto& year : margin->t) year->setText(QStringLiteral("2026"));
+            margin->ok.click();
+        }
         if (auto* groups = dynamic_cast<PB_Gruppierungen*>(&form)) {
             groups->auswertungok[0].click();
             take(form, form.name() + QStringLiteral("_Ergebnis"));
@@ -169,12 +172,13 @@ private:
         }
     }
 
-    /// Where the second figure of the first row comes from.
+    /// Where the last figure of the first row comes from.
     void explain(Grid& list) {
         auto* view = dynamic_cast<ui::GridView*>(windowOf(list.form())->widgetOf(list));
         if (list.row() == 0) list.setRow(1);
         view->flush();
-        view->selectionModel()->setCurrentIndex(view->QTableView::model()->index(0, 2), QItemSelectionModel::NoUpdate);
+        view->selectionModel()->setCurrentIndex(view->QTableView::model()->index(0, list.columnCount() - 1),
+                                                QItemSelectionModel::NoUpdate);
         view->explainCurrent();
     }
 

@@ -25,7 +25,7 @@ LAYOUT(PA_Zwischenliste) {
     explain->setToolTip(QStringLiteral("Woher die Zahl der gewählten Zelle kommt (F2)"));
     QObject::connect(explain, &QPushButton::clicked, list.widget,
                      [view = dynamic_cast<GridView*>(list.widget)] { view->explainCurrent(); });
-    explain->setVisible(form.gridli.explain != nullptr);
+    if (!form.gridli.explain) explain->setVisible(false);
     return column({list,
                    flow({button(form.comtext), button(form.comexcel), button(form.roexplorer[0]),
                          button(form.roexplorer[1]), own(print), own(explain)}),
