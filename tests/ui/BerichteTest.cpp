@@ -25,7 +25,8 @@ namespace {
 
 struct Report {
     const char* form;
-    const char* clicks;  ///< what the user clicks there, "ok(1)" for one of several; the last one hands the list over
+    const char* clicks;  ///< what the user clicks there, "ok(1)" for one of several, or types, "t(0)=2026"; the last
+                         ///< one hands the list over
 };
 const Report Reports[] = {{"PB_Statusplan", "ok"},
                           {"PB_Statusplan", "sstab(3) ok"},
@@ -40,7 +41,7 @@ const Report Reports[] = {{"PB_Statusplan", "ok"},
                           {"PB_Bestand", "libestand(1) ok(2)"},
                           {"PB_Bestand", "ok(3)"},
                           {"PB_Statistiken", "alletier(0) ok(0)"},
-                          {"PB_Deckungsbeitrag", "alletier(0) ok"},
+                          {"PB_Deckungsbeitrag", "t(0)=2025 t(1)=2026 alletier(0) ok"},
                           {"PB_Gruppierungen", "gruppeok(2) ok"},
                           {"PB_Gruppierungen", "auswertungok(0) ok"},
                           {"PB_Logiktest", "optiwoche(0) ok"}};
@@ -49,8 +50,9 @@ using Cells = std::vector<QStringList>;
 
 void clickOn(Form& form, const QString& target) {
     const QString name = target.section(u'(', 0, 0);
-    const int index = target.contains(u'(') ? target.section(u'(', 1).chopped(1).toInt() : -1;
+    const int index = target.contains(u'(') ? target.section(u'(', 1).section(u')', 0, 0).toInt() : -1;
     Control* control = form.find(name, index);
+    if (auto* box = dynamic_cast<TextBox*>(control)) return box->type(target.section(u'=', 1));
     if (auto* pages = dynamic_cast<Tabs*>(form.find(name))) return pages->choose(index);
     if (auto* button = dynamic_cast<Button*>(control)) return button->click();
     if (auto* option = dynamic_cast<Option*>(control)) return option->click();
@@ -187,7 +189,8 @@ struct Berichte : ProgramTest, testing::WithParamInterface<Report> {
             for (int c = 1; c <= grid.columnCount(); ++c) {
                 auto& cells = rows[titles + row];
                 const QString cell = grid.cell(row, c);
-                const bool isNumber = grid.column(c).sort == Sort::Number && !cell.isEmpty() && !grid.isSeparator(row);
+                static const QRegularExpression figure(QStringLiteral("^-?[0-9.]+(,[0-9]+)?$"));
+                const bool isNumber = grid.column(c).sort == Sort::Number && figure.match(cell).hasMatch();
                 EXPECT_TRUE(!isNumber || cells[c].number) << cell.toStdString() << " is no number";
                 if (cells[c].number)
                     EXPECT_EQ(cells[c].number, Tabellenzahl(cell)) << cell.toStdString();
@@ -299,6 +302,7 @@ TEST_F(Papier, RegisterInJederForm) {
         } else if (auto* shown = dynamic_cast<PA_Textausgabe*>(&form)) {
             const QString file = ausWindows1252(contentOf(koben.Ausgabedatei));
             EXPECT_TRUE(shown->t.text().startsWith(file.left(30000))) << "the viewer shows the file";
+            shown->druckformat[1].click();
             shown->dateidrucken.click();
             expectLines({shown->druckbild()});
         }
