@@ -17,7 +17,8 @@ PE_Bewegungsdaten_Verschiebung::PE_Bewegungsdaten_Verschiebung(Koben& context)
                       QStringLiteral("Dateneingabe Verschiebung")) {
     count("Anzahl Ferkel:", tz, "Anzahl_Ferkel", QStringLiteral("1"), UpDown, Least, MostByArrows);
     text("Zu Sau-Nummer:", kom[0], "Zu_Saunr", 15,
-         {.sql = QStringLiteral("select DISTINCT Nummer from Sauen where Art = 'Sau'")});
+         // grouped, it is sorted by the keys that stand beside the numbers; distinct compares the texts themselves
+         {.sql = QStringLiteral("select Nummer from Sauen where Art = 'Sau' group by Nummer")});
     text("Kommentar:", kom[1], "Kommentar", 20, valuesOf("Kommentar"));
     text("Bemerkung:", kom[2], "Bemerkung", 20, remarks());
 }

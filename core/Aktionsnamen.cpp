@@ -25,11 +25,6 @@ QString Buchungsname(Buchungsart art, const QString& number, const QString& date
     return subject(art, number) + QStringLiteral(", ") + date;
 }
 
-QString Sammelbuchungsname(Buchungsart art, qint64 animals, const QString& date) {
-    return subject(art, QString()) + QStringLiteral(" bei ") + counted(animals, "Tier", "Tieren") +
-           QStringLiteral(", ") + date;
-}
-
 QString Buchungsname(Buchungsart art, const QString& number, const QString& date, const QString& done) {
     const QString day = date.isEmpty() ? QString() : QStringLiteral(" vom ") + date;
     return subject(art, number) + day + u' ' + done;

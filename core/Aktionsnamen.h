@@ -14,8 +14,6 @@ QString countedAnimals(qint64 count, const QString& art = {});
 
 /// A new booking: "Belegung 123, 17.07.2026". Dates are dd.mm.yyyy; without a number the booking stands alone.
 QString Buchungsname(Buchungsart art, const QString& number, const QString& date);
-/// One for several animals: "Belegung bei 12 Tieren, 17.07.2026".
-QString Sammelbuchungsname(Buchungsart art, qint64 animals, const QString& date);
 /// What became of a booking: "Belegung 123 vom 17.07.2026 gelöscht"; `done` is the end of it.
 QString Buchungsname(Buchungsart art, const QString& number, const QString& date, const QString& done);
 

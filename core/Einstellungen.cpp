@@ -1,5 +1,6 @@
 #include "core/Einstellungen.h"
 
+#include <QDir>
 #include <QFile>
 #include <algorithm>
 #include <tuple>
@@ -26,6 +27,16 @@ char alsByte(char16_t c) {
 
 QString dateiname(const Variablen& v) { return v.Datenordner + QStringLiteral("Einstellungen.ko2"); }
 QString entwurf(const Variablen& v) { return dateiname(v) + QStringLiteral(".koben-entwurf"); }
+
+/// Whether a draft of an earlier version may be called so: behind the file's name six letters by chance. What reads as
+/// a word ("backup", "Archiv") is a user's copy, unless there is nothing in it.
+bool isOldDraft(const QFileInfo& file, const Variablen& v) {
+    const QString letters = file.fileName().mid(QFileInfo(dateiname(v)).fileName().size() + 1);
+    const auto isAscii = [](QChar c) { return c.isLetter() && c.unicode() < 128; };
+    if (letters.size() != 6 || !std::all_of(letters.begin(), letters.end(), isAscii)) return false;
+    const QString rest = letters.mid(1);
+    return file.size() == 0 || (rest != rest.toLower() && letters != letters.toUpper());
+}
 
 /// The lines of a text file; a last one without a line break counts, with or without carriage returns.
 QStringList zeilen(const QByteArray& bytes) {
@@ -138,7 +149,14 @@ QString Einstellungen_sichern(const Variablen& v) {
         .arg(dateiname(v));
 }
 
-void Einstellungen_aufraeumen(const Variablen& v) { QFile::remove(entwurf(v)); }
+void Einstellungen_aufraeumen(const Variablen& v) {
+    QFile::remove(entwurf(v));
+    const QFileInfo settings(dateiname(v));
+    const QStringList named{settings.fileName() + QStringLiteral(".??????")};
+    for (const QFileInfo& file :
+         settings.dir().entryInfoList(named, QDir::Files | QDir::NoSymLinks | QDir::CaseSensitive))
+        if (isOldDraft(file, v)) QFile::remove(file.filePath());
+}
 
 QByteArray nachWindows1252(const QString& text) {
     QByteArray bytes;

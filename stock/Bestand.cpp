@@ -151,14 +151,16 @@ QString Sonderbericht(int number, QDate onlyInHerd) {
     return condition + QStringLiteral("(Abgangsdatum IS NULL or Abgangsdatum < %1)").arg(sqlDay(onlyInHerd));
 }
 
-std::vector<qint64> Tiere_zaehlen(const Database& db, const QStringList& conditions) {
+std::vector<qint64> Tiere_zaehlen(const Database& db, const QStringList& conditions,
+                                  const std::function<bool(qint64)>& go) {
     if (conditions.isEmpty()) return {};
     QStringList sums;
     for (const QString& condition : conditions)
         sums += condition.isEmpty() ? QStringLiteral("count(*)") : QStringLiteral("sum(iif(%1, 1, 0))").arg(condition);
-    const Table counted = db.table("select " + sums.join(QStringLiteral(", ")) + " from Sauen");
+    const auto counted = db.table("select " + sums.join(QStringLiteral(", ")) + " from Sauen", go);
     std::vector<qint64> counts;
-    for (int column = 0; column < counted.columnCount(); ++column) counts.push_back(counted.value(0, column).toInt());
+    for (int column = 0; counted && column < counted->columnCount(); ++column)
+        counts.push_back(counted->value(0, column).toInt());
     return counts;
 }
 

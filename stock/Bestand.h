@@ -32,7 +32,9 @@ QDate Alter_addieren(QDate from, const QString& unit, qint64 count);
 /// where gone animals count too.
 QString Sonderbericht(int number, QDate onlyInHerd);
 
-/// How many animals meet each of the conditions ("" for all), by one pass over the animals.
-std::vector<qint64> Tiere_zaehlen(const Database& db, const QStringList& conditions);
+/// How many animals meet each of the conditions ("" for all), by one pass over the animals. `go` is asked within it;
+/// where it answers false there are no counts.
+std::vector<qint64> Tiere_zaehlen(const Database& db, const QStringList& conditions,
+                                  const std::function<bool(qint64)>& go = {});
 
 }  // namespace koben

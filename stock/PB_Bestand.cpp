@@ -212,8 +212,8 @@ std::optional<std::vector<qint64>> PB_Bestand::counts(const QStringList& conditi
     std::vector<qint64> counted;
     const auto steps = static_cast<qint64>(conditions.size());
     const bool whole = run("Die Stückzahlen werden ermittelt ...", steps, &meter, [&](Progress& progress) {
-        counted = Tiere_zaehlen(m_db, conditions);
-        progress.step(steps);
+        counted = Tiere_zaehlen(m_db, conditions, [&](qint64) { return progress.step(0); });
+        if (!progress.cancelled()) progress.step(steps);
     });
     return whole ? std::optional(counted) : std::nullopt;
 }

@@ -90,7 +90,6 @@ public:
     void aboutToWrite(const QString& text);
     /// Grows with each write through this connection.
     qint64 writes() const { return m_writes; }
-    void countWrite() { ++m_writes; }
     /// After a change of tables: plans and catalogue are read afresh; with a name only that table.
     void schemaChanged(const QString& table = {});
     quint64 schemaNumber() const { return m_schemaNumber; }

@@ -49,7 +49,7 @@ bool standsForGroup(const Option& option) {
     const Option* first = nullptr;
     for (const Control* control : option.form().controls()) {
         const auto* other = dynamic_cast<const Option*>(control);
-        if (!other || !sameGroup(other, &option)) continue;
+        if (!other || !sameGroup(other, &option) || !other->visible() || !other->enabled()) continue;
         if (other->selected()) return other == &option;
         if (!first) first = other;
     }

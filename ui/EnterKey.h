@@ -18,7 +18,8 @@ class Window;
 Button* acceptOf(const Window& window);
 /// Enter in a list that opens nothing presses the accepting button where that only opens an entry.
 bool opensEntry(const Form& form);
-/// The one choice of a group at which Tab and Enter stop: the selected one, or the first where none is.
+/// The one choice of a group at which Tab and Enter stop: the selected one, or the first where none is that can be
+/// chosen now.
 bool standsForGroup(const Option& option);
 /// Enter stops at the widget: it takes an entry, or holds a choice.
 bool takesEntry(const Window& window, QWidget* widget);

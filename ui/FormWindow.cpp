@@ -3,26 +3,18 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QBoxLayout>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QFormLayout>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenuBar>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QSet>
-#include <QSplitter>
 #include <QStyle>
 #include <QTabBar>
-#include <QTabWidget>
 #include <QTimer>
-#include <QToolBar>
 #include <QUrl>
 #include <algorithm>
 
@@ -33,9 +25,7 @@
 #include "ui/Drop.h"
 #include "ui/EnterKey.h"
 #include "ui/GridView.h"
-#include "ui/Layout.h"
 #include "ui/Look.h"
-#include "ui/Menus.h"
 #include "ui/Mnemonics.h"
 #include "ui/Names.h"
 #include "ui/QuietLine.h"
@@ -48,56 +38,6 @@ namespace koben::ui {
 namespace {
 
 const QString placeSection = QStringLiteral("Fenster");
-
-/// The focusable widgets in a widget, as the eye goes: through layouts, pages and split panes.
-void collect(QWidget* widget, std::vector<QWidget*>& order);
-
-void collect(QLayout* layout, std::vector<QWidget*>& order) {
-    for (int i = 0; i < layout->count(); ++i) {
-        QLayoutItem* item = layout->itemAt(i);
-        if (item->widget())
-            collect(item->widget(), order);
-        else if (item->layout())
-            collect(item->layout(), order);
-    }
-}
-
-void collect(QWidget* widget, std::vector<QWidget*>& order) {
-    if (qobject_cast<QMenuBar*>(widget) || qobject_cast<QToolBar*>(widget)) return;
-    if (auto* pages = qobject_cast<QTabWidget*>(widget)) {
-        order.push_back(pages->tabBar());
-        for (int i = 0; i < pages->count(); ++i) collect(pages->widget(i), order);
-        return;
-    }
-    if (auto* panes = qobject_cast<QSplitter*>(widget)) {
-        for (int i = 0; i < panes->count(); ++i) collect(panes->widget(i), order);
-        return;
-    }
-    if (auto* area = qobject_cast<QScrollArea*>(widget)) return collect(area->widget(), order);
-    if (widget->focusPolicy() & Qt::TabFocus) {
-        order.push_back(widget);
-        return;
-    }
-    if (widget->layout()) collect(widget->layout(), order);
-}
-
-/// The scrolling part of a window asks for what its content asks for, and does with less.
-class ContentArea final : public QScrollArea {
-public:
-    explicit ContentArea(QWidget* content) {
-        setFrameShape(QFrame::NoFrame);
-        setWidgetResizable(true);
-        setFocusPolicy(Qt::NoFocus);
-        setWidget(content);
-        content->setAutoFillBackground(false);
-        viewport()->setAutoFillBackground(false);
-    }
-    QSize sizeHint() const override { return widget()->sizeHint(); }
-    QSize minimumSizeHint() const override {
-        const int letter = fontMetrics().height();
-        return widget()->minimumSizeHint().boundedTo({letter * 12, letter * 5});
-    }
-};
 
 constexpr int FrameKnown = 150;  // milliseconds until the desktop has drawn a new window's frame
 constexpr int MostNamed = 12;    // animals named in the head
@@ -158,70 +98,6 @@ FormWindow::FormWindow(Form& form, QWidget* parent) : Window(parent, Qt::Window)
 
 FormWindow::~FormWindow() { m_form.captionChanged = nullptr; }
 
-void FormWindow::fill() {
-    auto* box = new QVBoxLayout(this);
-    const Arrange arrange = layoutOf(m_form);
-    const Piece content = arrange ? arrange(m_form) : automatic(m_form);
-    m_content = content.widget;
-    if (auto* menus = m_content->findChild<QMenuBar*>()) box->setMenuBar(menus);
-    m_head = new QLabel(this);
-    m_head->setTextFormat(Qt::PlainText);
-    m_head->setWordWrap(true);
-    m_head->hide();
-    box->addWidget(m_head);
-    QSet<const Control*> bound;
-    QList<QObject*> shown = m_content->findChildren<QObject*>() + findChildren<QObject*>();
-    shown.append(m_content);
-    for (const QObject* child : shown) {
-        if (const auto* widget = dynamic_cast<const BoundWidget*>(child)) bound.insert(&widget->control());
-        if (const Control* control = controlOfAction(child)) bound.insert(control);
-    }
-    takeOutButtons();
-    m_area = new ContentArea(m_content);
-    box->addWidget(m_area, 1);
-    for (Control* control : m_form.controls()) {
-        const bool hiddenList =
-            !control->visible() && (dynamic_cast<Grid*>(control) || dynamic_cast<ListBox*>(control));
-        const bool menu = dynamic_cast<MenuEntry*>(control);
-        if (!bound.contains(control) && !hiddenList && !menu) m_leftOver.push_back(control);
-    }
-    if (!m_leftOver.empty()) box->addWidget(automatic(m_leftOver).widget);
-    if (m_buttons) box->addWidget(m_buttons);
-    m_quiet = new QuietLine(this);
-    box->addWidget(m_quiet);
-    if (m_form.acceptButton)
-        if (auto* accept = qobject_cast<QPushButton*>(widgetOf(*m_form.acceptButton))) accept->setDefault(true);
-}
-
-/// The bar of buttons stays in sight where the rest of the window scrolls.
-void FormWindow::takeOutButtons() {
-    QLayout* inner = m_content->layout();
-    if (!inner || inner->count() == 0) return;
-    QWidget* last = inner->itemAt(inner->count() - 1)->widget();
-    if (!last || last->objectName() != buttonBar) return;
-    inner->removeWidget(last);
-    m_buttons = last;
-}
-
-/// A bar that is wider than the screen becomes two: what stands at the left, and what accepts and closes below it.
-void FormWindow::stackButtons() {
-    auto* bar = m_buttons ? qobject_cast<QBoxLayout*>(m_buttons->layout()) : nullptr;
-    if (!bar || m_buttons->minimumSizeHint().width() <= roomOf(*this).width() - 24) return;
-    std::vector<QWidget*> rows[2];
-    int row = 0;
-    while (QLayoutItem* item = bar->takeAt(0)) {
-        item->widget() ? rows[row].push_back(item->widget()) : void(row = 1);
-        delete item;
-    }
-    bar->setDirection(QBoxLayout::TopToBottom);
-    for (const auto& widgets : rows) {
-        auto* line = new QHBoxLayout;
-        line->addStretch(1);
-        for (QWidget* widget : widgets) line->addWidget(widget);
-        bar->addLayout(line);
-    }
-}
-
 /// What hangs on the lists, the pages and the focus.
 void FormWindow::follow() {
     for (Control* control : m_form.controls()) {
@@ -239,12 +115,6 @@ QWidget* FormWindow::widgetOf(const Control& control) const {
         if (const auto* bound = dynamic_cast<const BoundWidget*>(widget); bound && &bound->control() == &control)
             return widget;
     return nullptr;
-}
-
-void FormWindow::orderTabs() {
-    m_order.clear();
-    collect(layout(), m_order);
-    for (size_t i = 1; i < m_order.size(); ++i) setTabOrder(m_order[i - 1], m_order[i]);
 }
 
 Decisions* FormWindow::decisions() const { return dynamic_cast<Decisions*>(&m_form.koben.screens); }
@@ -348,16 +218,21 @@ void FormWindow::keepPlace() {
     if (isVisible()) m_form.koben.platform.setUserSetting(placeSection, m_form.name(), KeptPlace::text(*this));
 }
 
-/// Without a word from the form the list has the focus, or else the first field. Of an entry a choice that must be made
-/// comes before the field that the form named, where it stands before it and is empty.
+/// Of an entry the empty choice that stands first of all, as the kind of an animal does: it must be made.
+QWidget* FormWindow::openChoice() const {
+    for (QWidget* widget : m_order) {
+        if (!isEntry(m_form) || !takesEntry(*this, widget)) continue;
+        const auto* choice = dynamic_cast<const ComboBox*>(controlOf(widget));
+        return choice && choice->fixed && choice->text().isEmpty() ? widget : nullptr;
+    }
+    return nullptr;
+}
+
+/// Without a word from the form the list has the focus, or else the first field. A choice that must be made comes
+/// before the field that the form named.
 void FormWindow::firstFocus() {
-    if (QWidget* const named = focusWidget()) {
-        for (QWidget* widget : m_order) {
-            if (widget == named || !isEntry(m_form)) return;
-            const auto* choice = dynamic_cast<const ComboBox*>(controlOf(widget));
-            if (choice && choice->fixed && choice->text().isEmpty() && takesEntry(*this, widget))
-                return widget->setFocus(Qt::OtherFocusReason);
-        }
+    if (focusWidget()) {
+        if (QWidget* choice = openChoice()) choice->setFocus(Qt::OtherFocusReason);
         return;
     }
     const auto first = [this](const auto& wanted) {
@@ -375,6 +250,7 @@ void FormWindow::firstFocus() {
 
 void FormWindow::press(Button& button) {
     if (button.name() == u"nextschwein" && m_draft.pending() && !mayLeaveAnimal()) return;
+    if (button.name().startsWith(u"ok") && !mayLackChoice()) return;
     const QStringList before = m_draft.state();
     m_saved = false;
     button.click();
@@ -419,6 +295,20 @@ bool FormWindow::mayLeaveAnimal() {
     if (!book || !book->enabled()) return false;
     press(*book);
     return !m_form.closed() && !m_draft.pending();
+}
+
+/// A new entry without the choice that must be made can be saved, but is in no list that goes by it.
+bool FormWindow::mayLackChoice() {
+    QWidget* const choice = m_form.koben.Buchungsmodus == u"Neu" && decisions() ? openChoice() : nullptr;
+    if (!choice) return true;
+    const int answer = decisions()->decide(
+        QStringLiteral(
+            "Bei „%1“ ist noch nichts gewählt. Ohne diese Angabe steht das Neue in keiner Liste, die nach ihr "
+            "auswählt.")
+            .arg(choice->accessibleName()),
+        {QStringLiteral("&Trotzdem speichern"), QStringLiteral("Jetzt &wählen")});
+    if (answer != 0) choice->setFocus(Qt::TabFocusReason);
+    return answer == 0;
 }
 
 void FormWindow::reviewButtons() {

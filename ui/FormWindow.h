@@ -65,6 +65,8 @@ private:
     void fit();
     bool mayClose();
     bool mayLeaveAnimal();
+    bool mayLackChoice();
+    QWidget* openChoice() const;
     void reviewButtons();
     Decisions* decisions() const;
 

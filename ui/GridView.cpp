@@ -32,7 +32,10 @@ QString described(const Grid& grid) {
 }  // namespace
 
 GridView::GridView(Grid& grid, const QString& emptyHint)
-    : Bound(grid), m_cells(grid), m_emptyHint(emptyHint.isEmpty() ? QStringLiteral("Keine Einträge") : emptyHint) {
+    : Bound(grid),
+      m_cells(grid),
+      m_widths(grid),
+      m_emptyHint(emptyHint.isEmpty() ? QStringLiteral("Keine Einträge") : emptyHint) {
     setModel(&m_cells);
     setItemDelegate(rowDelegate(grid, *this));
     setSelectionMode(NoSelection);
@@ -60,7 +63,7 @@ GridView::GridView(Grid& grid, const QString& emptyHint)
     });
     connect(horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this, [this](int section) {
         measureRows();
-        model().resizeByUser(section + 1, naturalWidth(section + 1));
+        resizeTo(section + 1, naturalWidth(section + 1));
         refresh(Aspect::Columns);
     });
     m_columns = new ColumnHand(*horizontalHeader(), grid);
@@ -426,7 +429,7 @@ void GridView::headerReleased() {
     if (m_resized < 0) return;
     const int section = m_resized;
     m_resized = -1;
-    model().resizeByUser(section + 1, columnWidth(section));
+    resizeTo(section + 1, columnWidth(section));
 }
 
 }  // namespace koben::ui

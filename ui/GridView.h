@@ -5,6 +5,7 @@
 #include "ui/Bound.h"
 #include "ui/ColumnHand.h"
 #include "ui/GridModel.h"
+#include "ui/KeptWidths.h"
 #include "ui/RowHand.h"
 #include "ui/TypeSearch.h"
 
@@ -69,6 +70,9 @@ private:
     int widestCell(int column, int step) const;
     void fitColumns(bool anew);
     int naturalWidth(int column) const;
+    int givenWidth(int column) const;
+    int widthOf(int column) const;
+    void resizeTo(int column, int width);
     void fitRowHead();
     void showRowHead();
     QString searchText(int row) const;
@@ -84,6 +88,7 @@ private:
 
     GridModel m_cells;
     ColumnHand* m_columns = nullptr;
+    KeptWidths m_widths;  ///< of a list whose form keeps none
     TypeSearch* m_search = nullptr;
     QHash<QString, int> m_fitted;  ///< widths by the columns' keys, once they were fitted to the rows
     int m_fittedRows = -1;         ///< how many rows there were then

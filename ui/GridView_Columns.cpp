@@ -55,12 +55,28 @@ int GridView::naturalWidth(int column) const {
     return std::clamp(width, metrics.averageCharWidth() * 5, metrics.averageCharWidth() * 45);
 }
 
+/// The form's, or else the user's; 0 where nobody has given one.
+int GridView::givenWidth(int column) const {
+    const Column& c = model().column(column);
+    return c.width > 0 || model().onResized ? c.width : m_widths.of(GridModel::caption(c));
+}
+
+int GridView::widthOf(int column) const {
+    const int given = givenWidth(column);
+    return given > 0 ? given : naturalWidth(column);
+}
+
+void GridView::resizeTo(int column, int width) {
+    if (!model().onResized) m_widths.keep(GridModel::caption(model().column(column)), width);
+    model().resizeByUser(column, width);
+}
+
 int GridView::wholeWidth() {
     flush();
     int width = verticalScrollBar()->sizeHint().width() + 2 * frameWidth() +
                 (verticalHeader()->isVisibleTo(this) ? verticalHeader()->width() : 0);
     for (int c = 1; c <= model().columnCount(); ++c)
-        if (!isColumnHidden(c - 1)) width += model().column(c).width > 0 ? model().column(c).width : naturalWidth(c);
+        if (!isColumnHidden(c - 1)) width += widthOf(c);
     return width;
 }
 
@@ -76,7 +92,7 @@ void GridView::fitColumns(bool anew) {
     }
     if (!anew) return;
     for (int c = 1; c <= model().columnCount(); ++c)
-        if (!isColumnHidden(c - 1)) model().resizeByUser(c, naturalWidth(c));
+        if (!isColumnHidden(c - 1)) resizeTo(c, naturalWidth(c));
     refresh(Aspect::Columns);
 }
 
@@ -111,8 +127,7 @@ void GridView::applyColumns() {
     fitColumns(false);
     m_columns->apply();
     for (int c = 1; c <= model().columnCount(); ++c) {
-        const Column& column = model().column(c);
-        const int width = column.width > 0 ? column.width : naturalWidth(c);
+        const int width = widthOf(c);
         if (!isColumnHidden(c - 1) && columnWidth(c - 1) != width) setColumnWidth(c - 1, width);
     }
     QHeaderView* header = horizontalHeader();
@@ -129,7 +144,7 @@ void GridView::fillWidth() {
     int place = model().columnCount();
     while (place > 0 && isColumnHidden(horizontalHeader()->logicalIndex(place - 1))) --place;
     const int last = place > 0 ? horizontalHeader()->logicalIndex(place - 1) + 1 : 0;
-    if (last == 0 || model().column(last).width > 0) return;
+    if (last == 0 || givenWidth(last) > 0) return;
     if (model().column(last).align == Align::Right) return;  // a number far from its neighbours is hard to read
     const int others = horizontalHeader()->length() - columnWidth(last - 1);
     const int width = std::max(naturalWidth(last), viewport()->width() - others);

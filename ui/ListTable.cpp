@@ -89,7 +89,7 @@ void PaddedModel::sort(int column, Qt::SortOrder order) {
 }
 
 ListTable::ListTable(ListBox& list, Label& titles, const QString& searched)
-    : Bound(list), m_cells(list, titles.text()), m_searched(searched) {
+    : Bound(list), m_cells(list, titles.text()), m_widths(list), m_searched(searched) {
     new Titles(titles, this);
     setModel(&m_cells);
     setItemDelegate(rowDelegate({.current = [this](int row) { return row == currentRow(); },
@@ -113,6 +113,8 @@ ListTable::ListTable(ListBox& list, Label& titles, const QString& searched)
     horizontalHeader()->setFirstSectionMovable(true);
     restoreOrder();
     connect(horizontalHeader(), &QHeaderView::sectionMoved, this, [this] { keepOrder(); });
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) { m_resized = column; });
+    horizontalHeader()->viewport()->installEventFilter(this);
     horizontalHeader()->setAccessibleName(QStringLiteral("Spaltenköpfe"));
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     setSortingEnabled(true);
@@ -143,8 +145,8 @@ void ListTable::fitColumns() {
         int widest = fontMetrics().horizontalAdvance(title) + fontMetrics().height();
         for (int item = 0; item < rows(); ++item)
             widest = std::max(widest, fontMetrics().horizontalAdvance(m_cells.cell(item, c)));
-        const int width = widest + fontMetrics().height() * (c == 0 ? 2 : 1);
-        if (width > columnWidth(c)) setColumnWidth(c, width);
+        const int width = widest + fontMetrics().height() * (c == 0 ? 2 : 1), kept = m_widths.of(title);
+        if (kept > 0 || width > columnWidth(c)) setColumnWidth(c, kept > 0 ? kept : width);
     }
 }
 
@@ -166,6 +168,20 @@ void ListTable::keepOrder() {
     for (int place = 0; place < horizontalHeader()->count(); ++place)
         titles.append(m_cells.headerData(horizontalHeader()->logicalIndex(place), Qt::Horizontal).toString());
     model().form().koben.platform.setUserSetting(listSection, keptUnder(), titles.join(u';'));
+}
+
+/// Once the mouse has let go of a border. The last column only fills what is left.
+void ListTable::keepWidth() {
+    const int column = std::exchange(m_resized, -1);
+    if (column < 0 || horizontalHeader()->visualIndex(column) == horizontalHeader()->count() - 1) return;
+    m_widths.keep(m_cells.headerData(column, Qt::Horizontal).toString(), columnWidth(column));
+}
+
+bool ListTable::eventFilter(QObject* object, QEvent* event) {
+    const bool header = object == horizontalHeader()->viewport();
+    if (header && event->type() == QEvent::MouseButtonPress) m_resized = -1;
+    if (header && event->type() == QEvent::MouseButtonRelease) QMetaObject::invokeMethod(this, [this] { keepWidth(); });
+    return QTableView::eventFilter(object, event);
 }
 
 void ListTable::refresh(Aspect aspect) {

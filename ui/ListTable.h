@@ -4,6 +4,7 @@
 #include <QTableView>
 
 #include "ui/Bound.h"
+#include "ui/KeptWidths.h"
 #include "ui/RowHand.h"
 #include "ui/TypeSearch.h"
 
@@ -57,6 +58,7 @@ protected:
     void refresh(Aspect aspect) override;
     void customEvent(QEvent* event) override;
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent*) override {}
@@ -77,7 +79,10 @@ private:
     QString keptUnder() const;
     void restoreOrder();
     void keepOrder();
+    void keepWidth();
     PaddedModel m_cells;
+    KeptWidths m_widths;
+    int m_resized = -1;  ///< the column whose width the user is changing
     QString m_searched;
     TypeSearch* m_search = nullptr;
     bool m_scheduled = false, m_stale = true, m_moved = false;

@@ -40,7 +40,18 @@ ListView::ListView(ListBox& list) : Bound(list), m_items(list) {
     setSelectionMode(NoSelection);
     setEditTriggers(NoEditTriggers);
     setUniformItemSizes(true);
+    m_search = new TypeSearch(
+        *this, [this] { return rows(); }, [this](int row) { return model().items().value(row); },
+        [this](int row) {
+            jump(row);
+            m_moved = true;
+            flush();
+        });
+    m_search->searchWords();
     start();
+    if (list.multi)
+        setAccessibleDescription(QStringLiteral(
+            "Leertaste setzt den Haken oder nimmt ihn zurück, ein getipptes Wort führt zu seiner Zeile."));
 }
 
 QSize ListView::sizeHint() const {
@@ -91,33 +102,28 @@ void ListView::mousePressEvent(QMouseEvent* event) {
     flush();
     if (event->button() != Qt::LeftButton) return;
     const QModelIndex index = indexAt(event->position().toPoint());
-    const bool onBox = isMulti() && event->position().x() < style()->pixelMetric(QStyle::PM_IndicatorWidth) + 8;
-    press(index.row(), onBox ? event->modifiers() | Qt::ControlModifier : event->modifiers());
+    const bool range = event->modifiers() & Qt::ShiftModifier;
+    press(index.row(), isMulti() && !range ? event->modifiers() | Qt::ControlModifier : event->modifiers());
     flush();
 }
 
 void ListView::mouseMoveEvent(QMouseEvent* event) {
-    if (event->buttons() & Qt::LeftButton) drag(indexAt(event->position().toPoint()).row());
+    if (event->buttons() & Qt::LeftButton && !isMulti()) drag(indexAt(event->position().toPoint()).row());
 }
 
 void ListView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid()) model().doubleClick();
 }
 
-bool ListView::searchByLetter(const QString& letter) {
-    for (int i = 1; i <= rows(); ++i) {
-        const int row = (std::max(currentRow(), -1) + i) % rows();
-        if (!model().items().at(row).startsWith(letter, Qt::CaseInsensitive)) continue;
-        chooseRow(row);
-        return true;
-    }
-    return false;
-}
-
 void ListView::keyPressEvent(QKeyEvent* event) {
     flush();
     const int height = std::max(sizeHintForRow(0), 1);
-    if (moveByKey(event->key(), event->modifiers(), std::max(viewport()->height() / height - 1, 1))) return flush();
+    const bool walks = isMulti() && !(event->modifiers() & Qt::ShiftModifier) && event->key() != Qt::Key_A;
+    const Qt::KeyboardModifiers modifiers = walks ? event->modifiers() | Qt::ControlModifier : event->modifiers();
+    if (moveByKey(event->key(), modifiers, std::max(viewport()->height() / height - 1, 1))) {
+        m_search->end();
+        return flush();
+    }
     bool told = false;
     switch (event->key()) {
         case Qt::Key_Return:
@@ -135,9 +141,7 @@ void ListView::keyPressEvent(QKeyEvent* event) {
             told = model().key(Key::Insert);
             break;
         default:
-            if (!event->text().isEmpty() && event->text().at(0).isLetterOrNumber() &&
-                !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)))
-                told = searchByLetter(event->text());
+            told = m_search->key(*event);
     }
     if (!told) event->ignore();
 }

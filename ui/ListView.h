@@ -1,10 +1,12 @@
 #pragma once
-// The window's list on a list box.
+// The window's list on a list box. Where rows are marked it is a list of choices with a box each: Space or a click
+// ticks one, and walking, typing or clicking never take the ticks of others.
 #include <QAbstractListModel>
 #include <QListView>
 
 #include "ui/Bound.h"
 #include "ui/RowHand.h"
+#include "ui/TypeSearch.h"
 
 namespace koben::ui {
 
@@ -40,6 +42,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent*) override {}
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyboardSearch(const QString&) override {}
     void keyPressEvent(QKeyEvent* event) override;
 
     int rows() const override { return static_cast<int>(model().items().size()); }
@@ -51,8 +54,8 @@ protected:
     void markRows(const std::vector<int>& rows) override { model().mark(rows); }
 
 private:
-    bool searchByLetter(const QString& letter);
     ListModel m_items;
+    TypeSearch* m_search = nullptr;
     bool m_scheduled = false, m_stale = true, m_moved = false;
 };
 

@@ -9,6 +9,7 @@
 
 #include "ui/Application.h"
 #include "ui/Effect.h"
+#include "ui/EnterKey.h"
 #include "ui/Look.h"
 #include "ui/Window.h"
 
@@ -144,6 +145,16 @@ QSize OptionView::sizeHint() const {
     const QFontMetrics metrics(font());
     return {metrics.horizontalAdvance(plainCaption(text())) + metrics.averageCharWidth() * 3,
             metrics.height() + metrics.height() / 2};
+}
+
+/// Qt lets Tab enter a group at its first button, whichever is chosen.
+void OptionView::focusInEvent(QFocusEvent* event) {
+    const bool byTab = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    if (byTab && group() && !standsForGroup(model()))
+        for (QAbstractButton* other : group()->buttons())
+            if (auto* view = dynamic_cast<OptionView*>(other); view && standsForGroup(view->model()))
+                return view->setFocus(event->reason());
+    QRadioButton::focusInEvent(event);
 }
 
 void OptionView::paintEvent(QPaintEvent* event) {

@@ -66,6 +66,7 @@ protected:
     void refresh(Aspect aspect) override;
     bool hitButton(const QPoint& position) const override;
     void paintEvent(QPaintEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
     const bool m_segment;

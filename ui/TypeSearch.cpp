@@ -17,6 +17,12 @@ QString withoutZeros(QString text) {
     return text;
 }
 
+bool holdsWord(const QString& text, const QString& begin) {
+    for (qsizetype at = 0; (at = text.indexOf(begin, at, Qt::CaseInsensitive)) >= 0; ++at)
+        if (at == 0 || !text[at - 1].isLetterOrNumber()) return true;
+    return false;
+}
+
 }  // namespace
 
 TypeSearch::TypeSearch(QAbstractItemView& view, std::function<int()> rows, std::function<QString(int)> cell,
@@ -48,7 +54,7 @@ void TypeSearch::end() {
 void TypeSearch::begin() {
     m_view.setFocus(Qt::ShortcutFocusReason);
     m_typed.clear();
-    say(QStringLiteral("Nummer tippen ..."), false);
+    say(m_words ? QStringLiteral("Anfang eines Wortes tippen ...") : QStringLiteral("Nummer tippen ..."), false);
 }
 
 bool TypeSearch::key(const QKeyEvent& event) {
@@ -76,17 +82,19 @@ bool TypeSearch::key(const QKeyEvent& event) {
     return true;
 }
 
-/// The row that bears the text; else the first that begins with it, or does so without leading zeros.
+/// The row that bears the text; else the first that begins with it, or does so without leading zeros, or holds such a
+/// word.
 int TypeSearch::find() const {
-    int begins = -1, beginsPlain = -1;
+    int begins = -1, beginsPlain = -1, word = -1;
     const QString plain = withoutZeros(m_typed);
     for (int row = 0; row < m_rows(); ++row) {
         const QString cell = m_cell(row).trimmed();
         if (cell.compare(m_typed, Qt::CaseInsensitive) == 0) return row;
         if (begins < 0 && cell.startsWith(m_typed, Qt::CaseInsensitive)) begins = row;
         if (beginsPlain < 0 && withoutZeros(cell).startsWith(plain, Qt::CaseInsensitive)) beginsPlain = row;
+        if (m_words && word < 0 && holdsWord(cell, m_typed)) word = row;
     }
-    return begins >= 0 ? begins : beginsPlain;
+    return begins >= 0 ? begins : beginsPlain >= 0 ? beginsPlain : word;
 }
 
 void TypeSearch::look() {

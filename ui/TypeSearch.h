@@ -1,6 +1,6 @@
 #pragma once
-// A number typed anywhere in a list goes to its row. What was typed stands in the corner of the list while it counts;
-// a number that the list does not have is said there too.
+// A number, or in a list of choices a word, typed anywhere in a list goes to its row. What was typed stands in the
+// corner of the list while it counts; a number that the list does not have is said there too.
 #include <QLabel>
 #include <QTimer>
 #include <functional>
@@ -16,6 +16,8 @@ public:
     TypeSearch(QAbstractItemView& view, std::function<int()> rows, std::function<QString(int)> cell,
                std::function<void(int)> go);
 
+    /// Looks for any word of the row that begins so where none begins with it.
+    void searchWords() { m_words = true; }
     /// Takes letters, digits, Backspace and Escape; false where the key has nothing to do with a search.
     bool key(const QKeyEvent& event);
     /// Puts the focus into the list and says that it waits for a number.
@@ -37,7 +39,7 @@ private:
     std::function<QString(int)> m_cell;
     std::function<void(int)> m_go;
     QString m_typed;
-    bool m_hit = false;
+    bool m_hit = false, m_words = false;
     QLabel& m_note;
     QTimer m_pause;
 };

@@ -92,6 +92,20 @@ TEST_F(EinstellungenTest, AnOlderShorterFileLeavesTheRestAsItWas) {
     EXPECT_EQ(v.Konfig_Text[11], "bleibt");
 }
 
+TEST_F(EinstellungenTest, DraftsOfEarlierVersionsGoAndCopiesStay) {
+    const QStringList drafts{"koben-entwurf", "aBcDeF", "QTiOpa"};
+    const QStringList kept{"backup", "Archiv", "NUMMER", "alt", "aBcDeF7", "aB.DeF", "aBcDé1"};
+    for (const QString& name : drafts + kept) {
+        const QString file = path() + u'.' + name;
+        Textdatei_schreiben(file, QStringLiteral("5\r\n"));
+        Einstellungen_aufraeumen(v);
+        EXPECT_EQ(QFile::exists(file), kept.contains(name)) << name.toStdString();
+    }
+    Textdatei_schreiben(path() + QStringLiteral(".abcdef"), {});
+    Einstellungen_aufraeumen(v);
+    EXPECT_FALSE(QFile::exists(path() + QStringLiteral(".abcdef"))) << "empty";
+}
+
 TEST_F(EinstellungenTest, AMissingFolderIsReported) {
     v.Datenordner += QStringLiteral("fehlt/");
     EXPECT_NE(Einstellungen_sichern(v), QString());

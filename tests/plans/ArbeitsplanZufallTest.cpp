@@ -94,7 +94,8 @@ struct Rundgang {
             grid.addColumn({.key = key, .title = key, .sort = key == "Vom" || key == "Bis" ? Sort::Date : Sort::Text});
         for (const QString& line : lines) grid.addRow(line.split(u'\t'));
         const QStringList orders{"nummer", "art,nummer", "stallnr,nummer", "gruppe,nummer"};
-        grid.sortBy(chart ? orders[form.optisort.selected()] : QString("vom,bis,nummer"));
+        const QStringList order = (chart ? orders[form.optisort.selected()] : QString("vom,bis,nummer")).split(u',');
+        for (auto key = order.crbegin(); key != order.crend(); ++key) grid.sort(grid.columnOf(*key), 1);
         return gridText(grid).mid(1);
     }
 };

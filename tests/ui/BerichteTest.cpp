@@ -10,8 +10,11 @@
 #include "core/Einstellungen.h"
 #include "core/Konfig.h"
 #include "output/Listenzeilen.h"
+#include "output/PA_Textausgabe.h"
 #include "output/PA_Zwischenliste.h"
 #include "output/Tabelle_xlsx.h"
+#include "plans/PB_Sauenkarte.h"
+#include "stock/PB_Bestandsregister.h"
 #include "tests/ui/ProgramTest.h"
 #include "ui/ListCopy.h"
 #include "ui/Preview.h"
@@ -22,7 +25,8 @@ namespace {
 
 struct Report {
     const char* form;
-    const char* clicks;  ///< what the user clicks there, "ok(1)" for one of several; the last one hands the list over
+    const char* clicks;  ///< what the user clicks there, "ok(1)" for one of several, or types, "t(0)=2026"; the last
+                         ///< one hands the list over
 };
 const Report Reports[] = {{"PB_Statusplan", "ok"},
                           {"PB_Statusplan", "sstab(3) ok"},
@@ -35,14 +39,20 @@ const Report Reports[] = {{"PB_Statusplan", "ok"},
                           {"PB_Bestand", "libestand(1) alletiere(0) ok(0)"},
                           {"PB_Bestand", "alletiere(0) ok(1)"},
                           {"PB_Bestand", "libestand(1) ok(2)"},
-                          {"PB_Bestand", "ok(3)"}};
+                          {"PB_Bestand", "ok(3)"},
+                          {"PB_Statistiken", "alletier(0) ok(0)"},
+                          {"PB_Deckungsbeitrag", "t(0)=2025 t(1)=2026 alletier(0) ok"},
+                          {"PB_Gruppierungen", "gruppeok(2) ok"},
+                          {"PB_Gruppierungen", "auswertungok(0) ok"},
+                          {"PB_Logiktest", "optiwoche(0) ok"}};
 
 using Cells = std::vector<QStringList>;
 
 void clickOn(Form& form, const QString& target) {
     const QString name = target.section(u'(', 0, 0);
-    const int index = target.contains(u'(') ? target.section(u'(', 1).chopped(1).toInt() : -1;
+    const int index = target.contains(u'(') ? target.section(u'(', 1).section(u')', 0, 0).toInt() : -1;
     Control* control = form.find(name, index);
+    if (auto* box = dynamic_cast<TextBox*>(control)) return box->type(target.section(u'=', 1));
     if (auto* pages = dynamic_cast<Tabs*>(form.find(name))) return pages->choose(index);
     if (auto* button = dynamic_cast<Button*>(control)) return button->click();
     if (auto* option = dynamic_cast<Option*>(control)) return option->click();
@@ -125,6 +135,7 @@ struct Berichte : ProgramTest, testing::WithParamInterface<Report> {
         ++lists;
         const Cells cells = cellsOf(list.gridli);
         ASSERT_FALSE(cells.empty());
+        compareAnimals(list.gridli);
         compareView(list);
         compareClipboard(list);
         list.roexplorer[0].click();
@@ -135,6 +146,20 @@ struct Berichte : ProgramTest, testing::WithParamInterface<Report> {
         compareSheet(list.gridli);
         comparePdf(list.gridli, cells);
         list.comtext.click();
+    }
+    /// A row that names an animal leads to it.
+    void compareAnimals(const Grid& grid) {
+        const Table herd = koben.Hauptdatenbank.table(QStringLiteral("select ID, Nummer from Sauen"));
+        QMultiHash<QString, qint64> animals;
+        for (int row = 0; row < herd.rowCount(); ++row) animals.insert(herd.text(row, 1), herd.integer(row, 0));
+        for (int c = 1; c <= grid.columnCount(); ++c)
+            for (int row = 1; row <= grid.rowCount(); ++row) {
+                const bool named = QStringList{"Nummer", "Saunr"}.contains(grid.column(c).title);
+                if (!named || grid.isSeparator(row) || !animals.contains(grid.cell(row, c))) continue;
+                const bool leads = grid.lead || grid.columnOf(u"Nummer") == c || grid.animal(row) != 0;
+                EXPECT_TRUE(leads) << "row " << row;
+                EXPECT_TRUE(grid.animal(row) == 0 || animals.contains(grid.cell(row, c), grid.animal(row)));
+            }
     }
     /// The list on the screen.
     void compareView(PA_Zwischenliste& list) {
@@ -164,7 +189,8 @@ struct Berichte : ProgramTest, testing::WithParamInterface<Report> {
             for (int c = 1; c <= grid.columnCount(); ++c) {
                 auto& cells = rows[titles + row];
                 const QString cell = grid.cell(row, c);
-                const bool isNumber = grid.column(c).sort == Sort::Number && !cell.isEmpty() && !grid.isSeparator(row);
+                static const QRegularExpression figure(QStringLiteral("^-?[0-9.]+(,[0-9]+)?$"));
+                const bool isNumber = grid.column(c).sort == Sort::Number && figure.match(cell).hasMatch();
                 EXPECT_TRUE(!isNumber || cells[c].number) << cell.toStdString() << " is no number";
                 if (cells[c].number)
                     EXPECT_EQ(cells[c].number, Tabellenzahl(cell)) << cell.toStdString();
@@ -240,6 +266,74 @@ TEST_P(Berichte, DieselbenZellenInJederForm) {
     for (const QString& text : screens.told) EXPECT_TRUE(text.contains(u"32 kB")) << text.toStdString();
 }
 INSTANTIATE_TEST_SUITE_P(Formen, Berichte, testing::ValuesIn(Reports));
+
+/// What goes to paper as lines: the register out of its viewer, the sow cards straight to the printer.
+struct Papier : ProgramTest {
+    /// Every line of the drawings stands in the PDF file, in order.
+    void expectLines(const std::vector<Drawing>& drawings) {
+        QString text = output("pdftotext", {QStringLiteral("-raw"), platform.pdf, QStringLiteral("-")});
+        text.remove(QRegularExpression(QStringLiteral("\\s")));
+        qsizetype from = 0;
+        for (const Drawing& drawing : drawings)
+            for (const DrawPage& page : drawing.pages)
+                for (const DrawItem& item : page.items) {
+                    const auto* line = std::get_if<TextLine>(&item);
+                    QString whole;
+                    for (size_t i = 0; line && i < line->pieces.size(); ++i) whole += line->pieces[i].text;
+                    whole.remove(u' ').remove(u'\t');
+                    const qsizetype at = text.indexOf(whole, from);
+                    EXPECT_GE(at, 0) << "PDF: " << whole.toStdString();
+                    if (at >= 0) from = at + whole.size();
+                    lines += !whole.isEmpty();
+                }
+    }
+    int lines = 0;
+};
+
+TEST_F(Papier, RegisterInJederForm) {
+    platform.pdf = data.filePath(QStringLiteral("register.pdf"));
+    runProgram([&](Form& form) {
+        if (form.name() == u"PA_Koben") {
+            koben.open("PB_Bestandsregister");
+        } else if (auto* book = dynamic_cast<PB_Bestandsregister*>(&form)) {
+            book->tdat[0].edited(QStringLiteral("01.01.2026"));
+            book->kon.click();
+            book->ok.click();
+        } else if (auto* shown = dynamic_cast<PA_Textausgabe*>(&form)) {
+            const QString file = ausWindows1252(contentOf(koben.Ausgabedatei));
+            EXPECT_TRUE(shown->t.text().startsWith(file.left(30000))) << "the viewer shows the file";
+            shown->druckformat[1].click();
+            shown->dateidrucken.click();
+            expectLines({shown->druckbild()});
+        }
+    });
+    EXPECT_GT(lines, 20) << screens.told.join(u'|').toStdString();
+}
+
+TEST_F(Papier, SauenkartenAufDemPapier) {
+    platform.pdf = data.filePath(QStringLiteral("karten.pdf"));
+    runProgram([&](Form& form) {
+        if (form.name() == u"PA_Koben") return void(koben.open("PB_Sauenkarte"));
+        auto* cards = dynamic_cast<PB_Sauenkarte*>(&form);
+        if (!cards) return;
+        std::vector<Drawing> drawings;
+        for (int row = 1; row <= cards->datali.rowCount(); ++row) {
+            DrawingRecorder card(false);
+            cards->draw(card, row);
+            drawings.push_back(card.drawing);
+        }
+        cards->alletier[0].click();
+        cards->komdrucker.setItems({QString(), QStringLiteral("verschwunden")});
+        cards->komdrucker.choose(1);
+        cards->ok.click();
+        EXPECT_TRUE(screens.told.last().contains(u"nicht gedruckt werden")) << screens.told.last().toStdString();
+        EXPECT_FALSE(QFile::exists(platform.pdf));
+        cards->komdrucker.choose(0);
+        cards->ok.click();
+        expectLines(drawings);
+    });
+    EXPECT_GT(lines, 100) << screens.told.join(u'|').toStdString();
+}
 
 }  // namespace
 }  // namespace koben::ui

@@ -245,7 +245,15 @@ TEST_F(GridViewTest, OnlyTheUserResizes) {
         QApplication::processEvents();
         EXPECT_EQ(resized, 1);
         EXPECT_EQ(form.li.column(1).width, 150);
+        form.li.onResized = nullptr;  // nobody keeps it: the window does
+        mouse(QEvent::MouseButtonPress, 149, Qt::LeftButton);
+        mouse(QEvent::MouseMove, 169, Qt::LeftButton);
+        mouse(QEvent::MouseButtonRelease, 169, Qt::NoButton);
     });
+    Liste next(koben);
+    next.fill(3);
+    run(next,
+        [&](FormWindow& window) { EXPECT_EQ(static_cast<GridView*>(window.widgetOf(next.li))->columnWidth(0), 170); });
 }
 
 TEST_F(GridViewTest, LargeListsAreNotWalked) {

@@ -1,6 +1,7 @@
 // What stands beside the inputs of a booking, the table of the sale, and that a screen reader has a word of the user's
 // for every control of every window.
 #include <QAccessible>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRegularExpression>
@@ -95,6 +96,7 @@ TEST_F(NamesTest, EntryShowsWhatIsBookedAlready) {
 }
 
 TEST_F(NamesTest, SaleMarksByNumberAndCounts) {
+    platform.settings[QStringLiteral("Listen/PB_Verkauf_Schweine.li.Breiten")] = QStringLiteral("Art=77");
     runProgram([&](Form& form) {
         FormWindow& window = *screens.windowOf(form);
         if (auto* herd = dynamic_cast<PA_Koben*>(&form)) {
@@ -122,6 +124,15 @@ TEST_F(NamesTest, SaleMarksByNumberAndCounts) {
             EXPECT_TRUE(texts.join(u'|').contains("2 von")) << qPrintable(texts.join(u'|'));
             EXPECT_TRUE(texts.join(u'|').contains("241,00")) << qPrintable(texts.join(u'|'));
             auto* animals = static_cast<ListTable*>(window.widgetOf(sale->li));
+            EXPECT_EQ(animals->columnWidth(0), 77) << "as the user has left it";
+            QWidget* header = animals->horizontalHeader()->viewport();
+            for (const auto& [type, x] : {std::pair(QEvent::MouseButtonPress, 76), std::pair(QEvent::MouseMove, 86),
+                                          std::pair(QEvent::MouseButtonRelease, 86)}) {
+                const bool up = type == QEvent::MouseButtonRelease;
+                QMouseEvent event(type, QPointF(x, 5), header->mapToGlobal(QPointF(x, 5)), Qt::LeftButton,
+                                  up ? Qt::NoButton : Qt::LeftButton, {});
+                QApplication::sendEvent(header, &event);
+            }
             animals->setFocus();
             type(window, stock.cell(7, u"Nummer"));
             press(animals, Qt::Key_Return);
@@ -132,6 +143,7 @@ TEST_F(NamesTest, SaleMarksByNumberAndCounts) {
             EXPECT_EQ(sale->li.markedCount(), 3) << "marks go with their rows";
         }
     });
+    EXPECT_EQ(platform.settings[QStringLiteral("Listen/PB_Verkauf_Schweine.li.Breiten")], QStringLiteral("Art=87"));
 }
 
 }  // namespace

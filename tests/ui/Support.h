@@ -20,7 +20,7 @@ namespace koben::ui {
 
 class TestPlatform final : public SystemPlatform {
 public:
-    TestPlatform() : SystemPlatform([](const QString&) { return QString(); }) { server.clear(); }
+    TestPlatform() : SystemPlatform([this](const QString&) { return pdf; }) { server.clear(); }
     QDateTime now() override { return QDate(2026, 7, 15).startOfDay(); }
     bool open(const QString&) override { return true; }
     bool start(const QString&) override { return true; }
@@ -32,6 +32,7 @@ public:
     bool lockDataFolder(const QString&) override { return true; }
     std::map<QString, QString> settings;
     QString folder;
+    QString pdf;  ///< the file that prints go to; none as long as it is empty
 };
 
 /// Shows forms as the program does; `hand` then plays the user, and whatever it leaves open is closed.

@@ -153,6 +153,75 @@ TEST_F(Hof, EinVerkaufVon40TierenNachNummern) {
     EXPECT_EQ(typist.strokes + static_cast<int>(screens.told.size()), 208);
 }
 
+/// An errand of the first days on an empty farm: the keys in the main window, and in what opens from there.
+struct Schritt {
+    const char* keys;
+    std::vector<Window> windows;
+    const char* sql;
+    const char* result;
+};
+const Schritt Anfang[] = {
+    {"<Ctrl+N>",
+     {{"PB_Neues_Schwein", "<Return>1101<Ctrl+Return>s<Ctrl+Return>"}},  // the window asks for the kind
+     "select Art, Nummer from Sauen",
+     "Sau 1101"},
+    {"<Ctrl+N>",
+     {{"PB_Neues_Schwein", "e<Return>E1<Ctrl+Return>"}},
+     "select Art, Nummer from Sauen where Nummer = 'E1'",
+     "Eber E1"},
+    {"<Ctrl+F>1101<Ctrl+1>",
+     {Frame, {"PE_Bewegungsdaten_Belegung", "2003<Return>E1<Ctrl+Return>"}},
+     "select L_Belegung, N_Ferkelung from Sauen where Nummer = '1101'",
+     "20.03.2026 14.07.2026"},
+    {"<Ctrl+F>1101<Ctrl+3>",
+     {Frame, {"PE_Bewegungsdaten_Ferkelung", "-<Return>14<Return*2>2<Ctrl+Return>"}},
+     "select L_Ferkelung, Anz_Ferkel_Lebend from Sauen where Nummer = '1101'",
+     "14.07.2026 12"},
+    {"<Ctrl+F>1101<Ctrl+4>",
+     {Frame, {"PE_Bewegungsdaten_Absetzung", "<Return*2>7,8<Ctrl+Return>"}},
+     "select L_Absetzung, Status from Sauen where Nummer = '1101'",
+     "15.07.2026 G"},
+    {"<Ctrl+F>1101<Ctrl+8>",
+     {Frame, {"PE_Bewegungsdaten_Behandlung", "<Return>Wu<Ctrl+Return>"}},
+     "select Medikament, Wartezeit_Datum from Behandlung",
+     "Ivomec 12.08.2026"},
+    {"<Alt+B>v",
+     {{"PB_Verkauf_Schweine", "<Ctrl+F>1101<Return><Alt+A>t<Ctrl+Return><Esc>"}},
+     "select Nummer, Abgangsdatum from Sauen where Abgangsdatum is not null",
+     "1101 15.07.2026"}};
+
+TEST_F(Hof, DieErstenTageAufLeeremHof) {
+    QFile::remove(data.filePath(QStringLiteral("PB_Neues_Schwein.ko1")));
+    {
+        Database db = koben.workspace.open(data.filePath(QStringLiteral("koben2.mdb")));
+        for (const char* table : {"Sauen", "Ferkelung"})
+            db.execute(QStringLiteral("delete from ") + QString::fromUtf8(table));
+    }
+    Typist typist(screens);
+    std::vector<Window> next;
+    screens.hand = [&](Form& form) {
+        if (form.name() != u"PA_Koben") {
+            ASSERT_FALSE(next.empty()) << form.name().toStdString();
+            const Window window = next.front();
+            next.erase(next.begin());
+            ASSERT_EQ(form.name(), QString::fromUtf8(window.form));
+            return typist.play(QString::fromUtf8(window.keys));
+        }
+        for (const Schritt& step : Anfang) {
+            SCOPED_TRACE(step.sql);
+            next = step.windows;
+            typist.play(QString::fromUtf8(step.keys));
+            const Table found = koben.Hauptdatenbank.table(QString::fromUtf8(step.sql));
+            ASSERT_EQ(found.rowCount(), 1) << screens.told.join(u'|').toStdString();
+            EXPECT_EQ(found.text(0, 0) + u' ' + found.text(0, 1), QString::fromUtf8(step.result));
+            EXPECT_EQ(static_cast<PA_Koben&>(form).datali.row() > 0, true) << "what was saved is seen";
+        }
+    };
+    const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
+    koben.run(*main);
+    EXPECT_TRUE(screens.told.join(u'|').contains(u"noch nichts gewählt"));
+}
+
 /// The main window: Escape empties the search and never ends the program, the panel shows the current animal or none.
 TEST_F(Hof, DasHauptfensterBleibt) {
     Typist typist(screens);

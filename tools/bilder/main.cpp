@@ -4,20 +4,26 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <cstdio>
 #include <map>
 #include <string_view>
 
+#include "analytics/PB_Deckungsbeitrag.h"
+#include "analytics/PB_Gruppierungen.h"
+#include "analytics/PB_Statistiken.h"
 #include "app/Katalog.h"
 #include "bookings/PE_Bewegungsdaten.h"
 #include "forms/Stammdaten.h"
 #include "herd/PA_Koben.h"
+#include "output/PA_Zwischenliste.h"
 #include "plans/PB_Arbeitsplan.h"
 #include "tools/herdengenerator/Output.h"
 #include "ui/Application.h"
 #include "ui/FormWindow.h"
+#include "ui/GridView.h"
 #include "ui/Look.h"
 #include "ui/SystemPlatform.h"
 #include "ui/WindowScreens.h"
@@ -125,13 +131,27 @@ public:
     void run(Form& form) override {
         const ui::OrdinaryCursor cursor;
         windowOf(form)->present();
-        take(form, form.name());
+        // a list bears the name of the window that it came from
+        const Form* behind =
+            form.koben.stack().size() > 1 ? form.koben.stack()[form.koben.stack().size() - 2] : nullptr;
+        auto* list = dynamic_cast<PA_Zwischenliste*>(&form);
+        take(form, list && behind ? form.name() + u'_' + behind->name() : form.name());
         turnPages(form);
         if (form.closed()) return;
         if (auto* herd = dynamic_cast<PA_Koben*>(&form)) visitFrom(*herd);
         if (auto* frame = dynamic_cast<PE_Bewegungsdaten*>(&form)) visitFrom(*frame);
-        if (auto* list = dynamic_cast<Stammdatenliste*>(&form)) list->neu.click();
+        if (auto* records = dynamic_cast<Stammdatenliste*>(&form)) records->neu.click();
         if (auto* plan = dynamic_cast<PB_Arbeitsplan*>(&form)) plan->ok[0].click();
+        if (auto* statistics = dynamic_cast<PB_Statistiken*>(&form)) statistics->ok[0].click();
+        if (auto* margin = dynamic_cast<PB_Deckungsbeitrag*>(&form)) {
+            for (auto& year : margin->t) year->setText(QStringLiteral("2026"));
+            margin->ok.click();
+        }
+        if (auto* groups = dynamic_cast<PB_Gruppierungen*>(&form)) {
+            groups->auswertungok[0].click();
+            take(form, form.name() + QStringLiteral("_Ergebnis"));
+        }
+        if (list && list->gridli.explain) explain(list->gridli);
         form.close();
     }
     int pictures() const { return m_pictures; }
@@ -154,12 +174,23 @@ private:
     }
 
     void turnPages(Form& form) {
-        for (Control* control : form.controls())
-            if (auto* tabs = dynamic_cast<Tabs*>(control))
-                for (int page = 1; page < tabs->captions().size(); ++page) {
-                    tabs->choose(page);
-                    take(form, QStringLiteral("%1_%2").arg(form.name()).arg(page + 1));
-                }
+        for (QTabWidget* pages : windowOf(form)->findChildren<QTabWidget*>()) {
+            for (int page = 1; page < pages->count(); ++page) {
+                pages->setCurrentIndex(page);
+                take(form, QStringLiteral("%1_%2").arg(form.name()).arg(page + 1));
+            }
+            pages->setCurrentIndex(0);
+        }
+    }
+
+    /// Where the last figure of the first row comes from.
+    void explain(Grid& list) {
+        auto* view = dynamic_cast<ui::GridView*>(windowOf(list.form())->widgetOf(list));
+        if (list.row() == 0) list.setRow(1);
+        view->flush();
+        view->selectionModel()->setCurrentIndex(view->QTableView::model()->index(0, list.columnCount() - 1),
+                                                QItemSelectionModel::NoUpdate);
+        view->explainCurrent();
     }
 
     void visitFrom(PA_Koben& herd) {

@@ -16,10 +16,12 @@ LAYOUT(PB_Deckungsbeitrag) {
     for (int i = 0; i < form.konkost.count(); ++i) kinds.push_back(check(form.konkost[i]));
     std::vector<FieldRow> feed;
     for (int i = 0; i < form.tzahl.count(); ++i) feed.push_back(field(form.bez[2 + i], text(form.tzahl[i], 8)));
-    kinds.push_back(fields(feed));
-    kinds.push_back(row({button(form.alletier[0]), button(form.alletier[1]), spring()}));
     kinds.push_back(spring());
-    return column({row({column({years, animals, spring()}) * 1, group(form.rahmen[1], column(kinds)) * 1}) * 1, names,
+    const Piece sums = group(
+        form.rahmen[1],
+        row({column(kinds),
+             column({fields(feed), row({button(form.alletier[0]), button(form.alletier[1]), spring()}), spring()})}));
+    return column({row({column({years, animals, spring()}), sums * 1}) * 1, names,
                    group(form.optiauswertung.frame, radios(form.optiauswertung)), progress(form.meter),
                    buttons({button(form.hilfe)}, {button(form.ok), button(form.beenden)})});
 }

@@ -1,6 +1,7 @@
 #include "analytics/PB_Gruppierungen.h"
 
 #include "ui/Layout.h"
+#include "ui/ToAnimal.h"
 
 namespace koben::ui {
 namespace {
@@ -21,13 +22,18 @@ Piece choice(Label& caption, ComboBox& box) { return row({plain(caption), combo(
 }  // namespace koben::ui
 
 LAYOUT(PB_Gruppierungen) {
+    leadsToAnimals(form.datali);  // where the groups are animals
     const Piece groupings =
         group(form.rahmen[0], column({choice(form.bez[0], form.kom[0]), block(form.auswertungok, 6)}));
     const Piece ages = group(form.rahmen[1], column({choice(form.bez[1], form.kom[1]), block(form.sonstigeok, 2)}));
     const Piece costs =
         group(form.rahmen[2], column({choice(form.bez[2], form.kom[2]), block(form.gruppekostenjetier, 3)}));
     const Piece animals = group(form.rahmen[3], block(form.gruppeok, 5));
-    return column({row({groupings, spring()}), row({ages, costs, spring()}), row({animals, spring()}),
+    return column({pages({{QStringLiteral("Bewegungen"), groupings},
+                          {QStringLiteral("Alter und Boxen"), ages},
+                          {QStringLiteral("Kosten"), costs},
+                          {QStringLiteral("Tiere"), animals}}) *
+                       0,
                    heading(form.Label1),
                    grid(form.datali, QStringLiteral("Noch keine Gruppierung gewählt, oder sie hat keine Zeilen.")) * 1,
                    buttons({button(form.hilfe)}, {button(form.ok), button(form.beenden)})});
