@@ -21,4 +21,10 @@ const Catalogue& katalog() {
     return forms;
 }
 
+QStringList formNames() {
+#define NAME(F) QStringLiteral(#F),
+    return {KOBEN_FORMS(NAME)};
+#undef NAME
+}
+
 }  // namespace koben

@@ -5,5 +5,6 @@
 namespace koben {
 
 const Catalogue& katalog();
+QStringList formNames();
 
 }  // namespace koben

@@ -193,7 +193,9 @@ void PA_Koben::run(const QString& entry) {
     if (action.handler) return action.handler();
     if (!action.mode.isEmpty()) koben.Buchungsmodus = action.mode;
     if (action.kind >= 0) koben.Buchungsart_Nr = action.kind;
+    if (action.form == u"PH_Hilfe") helpTopic = entry;
     koben.open(action.form);
+    helpTopic.clear();
     if (action.cycleAfter) koben.Status_neu_berechnen = 1;
 }
 

@@ -7,8 +7,8 @@
 
 namespace koben {
 
-void Text_uebergeben(Koben& koben, const QString& text) {
-    koben.Ausgabedatei = koben.Datenordner + QStringLiteral("LISTE.TXT");
+void Text_uebergeben(Koben& koben, const QString& text, const QString& file) {
+    koben.Ausgabedatei = koben.Datenordner + file;
     if (Textdatei_schreiben(koben.Ausgabedatei, text))
         koben.open(QStringLiteral("PA_Textausgabe"));
     else

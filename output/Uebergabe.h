@@ -6,9 +6,9 @@
 
 namespace koben {
 
-/// Writes a report's lines to "LISTE.TXT" in the data folder, makes that the viewer's file and shows it.
+/// Writes a report's lines to a file of the data folder, makes that the viewer's file and shows it.
 /// Where the file cannot be written the old one stays, the user is told, and the viewer stays closed.
-void Text_uebergeben(Koben& koben, const QString& text);
+void Text_uebergeben(Koben& koben, const QString& text, const QString& file = QStringLiteral("LISTE.TXT"));
 
 /// The title of the report on paper: the caption of the screen that made it, the nearest one behind those that only
 /// hand it on.

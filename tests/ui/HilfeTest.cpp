@@ -1,5 +1,11 @@
-// F1 within an entry: the help stands above it and leaves it as it was.
-#include "tests/ui/Support.h"
+// The help of every window: its chapter opens by key and button and names what the window has. F1 within an entry: the
+// help stands above it and leaves it as it was.
+#include <QAbstractButton>
+#include <QTabBar>
+
+#include "help/PH_Hilfe.h"
+#include "tests/ui/ProgramTest.h"
+#include "ui/Bound.h"
 
 namespace koben::ui {
 namespace {
@@ -49,6 +55,83 @@ TEST(Hilfe, LeavesWhatIsTyped) {
         EXPECT_EQ(entry.activations, 2) << "another form may have changed what the entry shows";
     };
     bench.koben.run(entry);
+}
+
+QString asRead(const QString& text) {
+    QString plain = plainCaption(text).simplified();
+    return plain.endsWith(u':') ? plain.chopped(1).trimmed() : plain;
+}
+
+/// Whatever a user could read as the name of something in the window.
+QSet<QString> readable(const FormWindow& window) {
+    QSet<QString> all;
+    for (const QWidget* widget : window.findChildren<QWidget*>()) all.insert(asRead(widget->accessibleName()));
+    for (const QLabel* label : window.findChildren<QLabel*>()) all.insert(asRead(label->text()));
+    for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) all.insert(asRead(button->text()));
+    for (const QTabBar* bar : window.findChildren<QTabBar*>())
+        for (int i = 0; i < bar->count(); ++i) all.insert(asRead(bar->tabText(i)));
+    return all;
+}
+
+/// The names of an input: its own, its label's, and for a choice also those of the frames around it.
+QSet<QString> namesOf(const FormWindow& window, const Control& input) {
+    QWidget* widget = window.widgetOf(input);
+    QSet<QString> names{asRead(widget->accessibleName()), asRead(input.hint())};
+    for (const QLabel* label : window.findChildren<QLabel*>())
+        if (label->buddy() && (label->buddy() == widget || label->buddy()->isAncestorOf(widget)))
+            names.insert(asRead(label->text()));
+    if (dynamic_cast<const Option*>(&input))
+        for (const QWidget* around = widget->parentWidget(); around && around != &window;
+             around = around->parentWidget())
+            for (const QLabel* label : around->findChildren<QLabel*>(Qt::FindDirectChildrenOnly))
+                names.insert(asRead(label->text()));
+    return names;
+}
+
+bool isInput(const Control& control) {
+    const auto* box = dynamic_cast<const TextBox*>(&control);
+    return (box && !box->readOnly && !box->multiLine) || dynamic_cast<const CheckBox*>(&control) ||
+           dynamic_cast<const Option*>(&control);
+}
+
+void expectFields(const FormWindow& window, const Kapitel& chapter) {
+    QSet<QString> told;
+    for (const QString& field : chapter.fields()) told.insert(asRead(field));
+    for (const QString& field : told - readable(window))
+        ADD_FAILURE() << qPrintable(chapter.name) << " hat kein Feld: " << qPrintable(field);
+    for (const Control* control : window.form().controls())
+        if (isInput(*control) && window.widgetOf(*control) && !namesOf(window, *control).intersects(told))
+            ADD_FAILURE() << qPrintable(chapter.name) << " erklärt nicht: " << qPrintable(control->address()) << ' '
+                          << qPrintable(namesOf(window, *control).values().join(u'|'));
+}
+
+using HelpOfForms = ProgramTest;
+
+TEST_F(HelpOfForms, EveryWindowHasItsChapter) {
+    QSet<QString> seen;
+    QString opened;
+    runProgram([&](Form& form) {
+        FormWindow& window = *screens.windowOf(form);
+        if (auto* help = dynamic_cast<PH_Hilfe*>(&form)) {
+            opened = help->chapter()->name;
+            const FormWindow& behind = *screens.windowOf(*koben.stack().end()[-2]);
+            if (!seen.contains(opened)) expectFields(behind, *help->chapter());
+            seen.insert(opened);
+            if (seen.contains(help->name())) return;
+            seen.insert(help->name());
+            help->open(help->name());
+            return expectFields(window, *help->chapter());
+        }
+        const auto expectOpened = [&](const QString& how) {
+            EXPECT_EQ(std::exchange(opened, {}), form.name()) << qPrintable(how);
+        };
+        press(window.focusWidget() ? window.focusWidget() : &window, Qt::Key_F1);
+        expectOpened("F1");
+        for (const QString name : {"hilfe", "comhilfe"})
+            if (auto* button = dynamic_cast<Button*>(form.find(name))) button->click(), expectOpened(name);
+        goOn(form);
+    });
+    for (const QString& name : laidOutForms()) EXPECT_TRUE(seen.contains(name)) << qPrintable(name);
 }
 
 }  // namespace
