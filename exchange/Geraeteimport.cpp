@@ -150,7 +150,7 @@ QString Importliste(const Geraeteplan& plan) {
         if (entry.urteil != Geraeteurteil::Neu) continue;
         const Geraetebuchung& booking = *entry.booking;
         text += Text_links(booking.number(), 16) + QString::fromUtf8(booking.section->word);
-        for (int i = 1; i <= booking.section->listed; ++i) text += booking.fields[i] + u'\t';
+        for (int i = 1; i <= booking.section->listed; ++i) text += listed(booking, i) + u'\t';
         text += Crlf;
     }
     return text;
