@@ -364,21 +364,6 @@ int Grid::compare(int a, int b, int column) const {
     return compareTexts(left, right);
 }
 
-void Grid::sortBy(const QString& keys) {
-    std::vector<int> columns;
-    for (const QString& key : keys.split(u','))
-        if (const int column = columnOf(QStringView(key).trimmed())) columns.push_back(column);
-    const int current = m_row > 0 ? m_order[static_cast<size_t>(m_row - 1)] : -1;
-    std::stable_sort(m_order.begin(), m_order.end(), [&](int a, int b) {
-        for (int column : columns)
-            if (const int order = compare(a, b, column)) return order < 0;
-        return false;
-    });
-    if (current >= 0)
-        m_row = static_cast<int>(std::find(m_order.begin(), m_order.end(), current) - m_order.begin()) + 1;
-    notify(Aspect::Rows);
-}
-
 void Grid::sort(int column, int direction) {
     if (column < 1 || column > columnCount() || (direction != 1 && direction != 2)) return;
     const int current = m_row > 0 ? m_order[static_cast<size_t>(m_row - 1)] : -1;

@@ -113,8 +113,6 @@ public:
     std::vector<int> markedRows() const;
 
     // order
-    /// Sorts by several columns, ascending: "vom,bis,nummer". Rows equal in all keep their order.
-    void sortBy(const QString& keys);
     void sort(int column, int direction);  ///< 1 ascending, 2 descending
     /// Puts the rows into another order: `rows` names each of the present rows once, first to last. Marks and the
     /// current row go with them; `column` and `direction` are what the arrow in the header shows.

@@ -160,6 +160,12 @@ QRect FormWindow::naturalPlace() const {
     for (QTableView* table : findChildren<QTableView*>())
         if (auto* list = dynamic_cast<GridView*>(table); list && list->model().visible())
             size.setWidth(std::max(size.width(), list->wholeWidth() + 4 * bar));
+    // texts that break their lines want more height than their hint tells
+    if (const QLayout* inner = m_content->layout(); inner && inner->hasHeightForWidth()) {
+        const QMargins edges = layout()->contentsMargins();
+        const int across = size.width() - edges.left() - edges.right() - bar;
+        size.rheight() += std::max(0, inner->totalHeightForWidth(across) - content.height());
+    }
     if (large) size = size.expandedTo(room.size() * (parentWidget() ? 0.7 : 0.95));
     size = size.boundedTo(room.size());
     return {room.center() - QPoint(size.width() / 2, size.height() / 2), size};

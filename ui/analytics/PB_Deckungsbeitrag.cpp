@@ -21,7 +21,7 @@ LAYOUT(PB_Deckungsbeitrag) {
         form.rahmen[1],
         row({column(kinds),
              column({fields(feed), row({button(form.alletier[0]), button(form.alletier[1]), spring()}), spring()})}));
-    return column({row({column({years, animals, spring()}), sums * 1}) * 1, names,
+    return column({row({column({years, animals, names, spring()}), sums * 1}) * 1,
                    group(form.optiauswertung.frame, radios(form.optiauswertung)), progress(form.meter),
                    buttons({button(form.hilfe)}, {button(form.ok), button(form.beenden)})});
 }
