@@ -12,6 +12,7 @@
 
 #include "app/Katalog.h"
 #include "bookings/PE_Bewegungsdaten.h"
+#include "exchange/S_Datensicherung_neu.h"
 #include "forms/Stammdaten.h"
 #include "herd/PA_Koben.h"
 #include "plans/PB_Arbeitsplan.h"
@@ -132,6 +133,11 @@ public:
         if (auto* frame = dynamic_cast<PE_Bewegungsdaten*>(&form)) visitFrom(*frame);
         if (auto* list = dynamic_cast<Stammdatenliste*>(&form)) list->neu.click();
         if (auto* plan = dynamic_cast<PB_Arbeitsplan*>(&form)) plan->ok[0].click();
+        if (auto* backup = dynamic_cast<S_Datensicherung_neu*>(&form)) {
+            backup->kon_backupkonzept.setChecked(true);
+            backup->start_sicherung.click();
+            take(form, form.name() + QStringLiteral("_Stick"));
+        }
         form.close();
     }
     int pictures() const { return m_pictures; }
