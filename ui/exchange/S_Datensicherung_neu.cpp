@@ -84,5 +84,6 @@ LAYOUT(S_Datensicherung_neu) {
                                fields({field(QStringLiteral("La&ufwerk:"), combo(form.drive2, 40))}),
                                row({button(form.comordner), spring()}), label(form.ordner), list(form.backups) * 1,
                                label(form.vergleich), walk(&form.zurueck_backuprettung, form.weiter_backuprettung)});
-    return column({tabs(form.tabsicherung, {begin, drive, make, cloud, end, back}) * 1, buttons({button(form.abbv)})});
+    return column({tabs(form.tabsicherung, {begin, drive * 1, make * 1, cloud * 1, end * 1, back * 1}) * 1,
+                   buttons({button(form.abbv)})});
 }
