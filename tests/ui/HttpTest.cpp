@@ -33,9 +33,8 @@ private:
     void serve(QTcpSocket& client) {
         connect(&client, &QTcpSocket::disconnected, &client, &QObject::deleteLater);
         connect(&client, &QTcpSocket::readyRead, &client, [this, &client] {
-            client.readAll();
             ++asked;
-            client.write(head);
+            client.write(client.readAll().startsWith("GET /neu.txt ") ? QByteArray("HTTP/1.1 200 OK\r\n\r\n") : head);
             send(client, pieces);
         });
     }
@@ -67,9 +66,12 @@ TEST(HttpTest, WasDerServerAntwortet) {
         {"drop by drop", "HTTP/1.1 200 OK\r\nContent-Length: 9999\r\n\r\n", "x", many, 50, true, Result::TimedOut},
         {"to another server", "HTTP/1.1 302 Found\r\nLocation: http://example.com/daten.txt\r\n\r\n", "", 1, 0, true,
          Result::Refused},
-        {"to a file", "HTTP/1.1 302 Found\r\nLocation: file:///etc/passwd\r\n\r\n", "", 1, 0, true, Result::Refused},
+        {"to a file", "HTTP/1.1 302 Found\r\nLocation: file:///etc/passwd\r\n\r\n", "", 1, 0, true,
+         Result::NoConnection},
+        {"elsewhere here", "HTTP/1.1 302 Found\r\nLocation: /neu.txt\r\nContent-Length: 3\r\n\r\n", "gut", 1, 0, true,
+         Result::Read},
         {"in a circle", "HTTP/1.1 302 Found\r\nLocation: /Sauenplaner/daten.txt\r\nContent-Length: 0\r\n\r\n", "", 1, 0,
-         true, Result::NoConnection}};
+         true, Result::Refused}};
     for (const auto& row : table) {
         SCOPED_TRACE(row.name);
         Server server;

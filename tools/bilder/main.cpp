@@ -16,6 +16,7 @@
 #include "analytics/PB_Statistiken.h"
 #include "app/Katalog.h"
 #include "bookings/PE_Bewegungsdaten.h"
+#include "exchange/S_Datensicherung_neu.h"
 #include "forms/Stammdaten.h"
 #include "herd/PA_Koben.h"
 #include "output/PA_Zwischenliste.h"
@@ -152,6 +153,11 @@ public:
             take(form, form.name() + QStringLiteral("_Ergebnis"));
         }
         if (list && list->gridli.explain) explain(list->gridli);
+        if (auto* backup = dynamic_cast<S_Datensicherung_neu*>(&form)) {
+            backup->kon_backupkonzept.setChecked(true);
+            backup->start_sicherung.click();
+            take(form, form.name() + QStringLiteral("_Stick"));
+        }
         form.close();
     }
     int pictures() const { return m_pictures; }

@@ -67,7 +67,7 @@ LAYOUT(S_Datensicherung_neu) {
     const Piece drive = column(
         {own(new StickPicture(form)), label(form.bild), label(form.Label1[Form::Laufwerk]),
          fields({field(QStringLiteral("&Laufwerk:"), combo(form.drive1, 40)), field(QString(), plain(form.platz))}),
-         row({button(form.comlaufwerke), spring()}), spring(),
+         row({button(form.comlaufwerke), spring()}), spring() * 1,
          walk(&form.zurueck_laufwerkwahl, form.weiter_laufwerkwahl)});
     const Piece make =
         column({label(form.Label1[Form::Sichern]),
@@ -77,12 +77,13 @@ LAYOUT(S_Datensicherung_neu) {
                 progress(form.meter), walk(&form.zurueck_backuperstellen, form.weiter_backuperstellen)});
     const Piece cloud = column(
         {label(form.Label1[Form::Cloud]), fields({field(QStringLiteral("Cloud-&Ordner:"), text(form.sev_cloud, 40))}),
-         row({button(form.comcloud), spring()}), spring(), walk(&form.zurueck_cloud, form.weiter_cloud)});
+         row({button(form.comcloud), spring()}), spring() * 1, walk(&form.zurueck_cloud, form.weiter_cloud)});
     const Piece end = column(
         {label(form.Label1[Form::Ende]), text(form.binfos, 60) * 1, spring(), walk(nullptr, form.weiter_endebackup)});
     const Piece back = column({label(form.Label1[Form::Rettung]),
                                fields({field(QStringLiteral("La&ufwerk:"), combo(form.drive2, 40))}),
                                row({button(form.comordner), spring()}), label(form.ordner), list(form.backups) * 1,
                                label(form.vergleich), walk(&form.zurueck_backuprettung, form.weiter_backuprettung)});
-    return column({tabs(form.tabsicherung, {begin, drive, make, cloud, end, back}) * 1, buttons({button(form.abbv)})});
+    return column({tabs(form.tabsicherung, {begin, drive * 1, make * 1, cloud * 1, end * 1, back * 1}) * 1,
+                   buttons({button(form.abbv)})});
 }
