@@ -24,11 +24,8 @@ void writeOldFarm(const Database& db) {
         while (rows.next()) {
             OldFileWriter::Fields cells;
             for (size_t i = 0; i < fields.size(); ++i)
-                if (const int column = static_cast<int>(i); !rows.isNull(column)) {
-                    OldFileWriter::Content cell;
-                    static_cast<Value&>(cell) = rows.value(column);
-                    cells.append({fields[i].name, cell});
-                }
+                if (const int column = static_cast<int>(i); !rows.isNull(column))
+                    cells.append({fields[i].name, rows.value(column)});
             old.row(name, cells);
         }
     }

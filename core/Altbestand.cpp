@@ -31,9 +31,10 @@ public:
 
 private:
     bool goesOn() const {
-        const qint64 all = std::max<qint64>(m_file.rowsTold(), 1), read = m_file.rowsRead();
-        return !m_go || read % rowsBetweenReports != 0 ||
-               m_go(static_cast<int>(std::min<qint64>(read * 100 / all, 100)));
+        const qint64 read = m_file.rowsRead();
+        if (!m_go || read % rowsBetweenReports != 0) return true;
+        const qint64 all = std::max<qint64>(m_file.rowsTold(), 1);
+        return m_go(static_cast<int>(std::min<qint64>(read * 100 / all, 100)));
     }
 
     bool look(const OldTable& table) {
@@ -47,14 +48,16 @@ private:
         m_kinds.clear();
         m_homelessRows = m_tooLong = 0;
         const bool animals = known == Alttabellen;
-        const int art = table.columnOf(u"Art"), date = table.columnOf(u"Datum");
+        const int art = table.columnOf(u"Art"), date = table.columnOf(u"Datum"), id = table.columnOf(u"ID"),
+                  link = table.columnOf(u"Kennung");
+        const bool farm = table.name.compare(QStringLiteral("Ferkelverkauf"), Qt::CaseInsensitive) == 0;
         while (m_file.nextRow()) {
             if (!goesOn()) return false;
             m_tooLong += fields.tooLong(fields.values(m_file.row()));
             ++found.anzahl;
-            if (animals) note(table, art);
+            if (animals) note(art, id);
             if (known && known->buchung) {
-                noteLink(table);
+                noteLink(link, farm);
                 noteDate(found, date);
             }
         }
@@ -69,11 +72,10 @@ private:
         return true;
     }
 
-    void note(const OldTable& table, int art) {
+    void note(int art, int id) {
         OldLosses losses;
-        const QString kind = art < 0 ? QString() : m_file.row().value(art, losses).toText().trimmed();
-        ++m_kinds[kind];
-        if (const int id = table.columnOf(u"ID"); id >= 0) m_animals.insert(m_file.row().value(id, losses).toInt());
+        ++m_kinds[art < 0 ? QString() : m_file.row().value(art, losses).toText().trimmed()];
+        if (id >= 0) m_animals.insert(m_file.row().value(id, losses).toInt());
     }
 
     void noteDate(Altfund& found, int column) const {
@@ -85,14 +87,11 @@ private:
     }
 
     /// The predecessor's bookings follow their animal; of those without one only the farm's trade comes along.
-    void noteLink(const OldTable& table) {
-        const int column = table.columnOf(u"Kennung");
+    void noteLink(int column, bool farm) {
         if (m_version != Altversion::Koben1) return;
         OldLosses losses;
         const Value link = column < 0 ? Value() : m_file.row().value(column, losses);
-        const bool farm = table.name.compare(QStringLiteral("Ferkelverkauf"), Qt::CaseInsensitive) == 0;
-        if (!link.isNull() && (m_animals.contains(link.toInt()) || (farm && link.toInt() == 0))) return;
-        ++m_homelessRows;
+        if (link.isNull() || !(m_animals.contains(link.toInt()) || (farm && link.toInt() == 0))) ++m_homelessRows;
     }
 
     void hint(const OldTable& table, Altfelder& fields) {

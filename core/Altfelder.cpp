@@ -6,6 +6,15 @@
 
 namespace koben {
 
+namespace {
+
+bool isTooLong(const Value& value, int most) {
+    const auto* text = most > 0 ? std::get_if<QString>(&value.variant()) : nullptr;
+    return text != nullptr && text->size() > most;
+}
+
+}  // namespace
+
 QStringList alttabellen() {
     QStringList names;
     for (const Alttabelle& table : Alttabellen) names += QString::fromUtf8(table.name);
@@ -46,16 +55,14 @@ std::vector<Value> Altfelder::values(const OldRow& row) {
 
 int Altfelder::tooLong(const std::vector<Value>& values) const {
     int count = 0;
-    for (size_t i = 0; i < m_size.size(); ++i)
-        count += m_size[i] > 0 && values[i].isText() && values[i].toText().size() > m_size[i];
+    for (size_t i = 0; i < m_size.size(); ++i) count += isTooLong(values[i], m_size[i]);
     return count;
 }
 
 void Altfelder::requireFit(const std::vector<Value>& values) const {
     for (size_t i = 0; i < m_size.size(); ++i) {
-        if (m_size[i] == 0 || !values[i].isText()) continue;
+        if (!isTooLong(values[i], m_size[i])) continue;
         const QString text = values[i].toText();
-        if (text.size() <= m_size[i]) continue;
         const QString place =
             QStringLiteral("Tabelle %1, Feld %2").arg(m_table.name, m_names[static_cast<qsizetype>(i)]);
         throw DatabaseError(

@@ -78,6 +78,12 @@ protected:
         if (!lost.isEmpty()) m_result.hinweise += QStringLiteral("%1: %2").arg(table.name, lost);
     }
 
+    /// Nothing is derived: the next derivation knows no settings that it was made by, and walks the herd.
+    void settle() const {
+        for (const auto purpose : {ChangeLog::Purpose::Values, ChangeLog::Purpose::Status})
+            ChangeLog(m_db, purpose).settle(QString());
+    }
+
     Database m_db;
     TakeoverProgress m_go;
     OldFile m_file;
@@ -96,12 +102,13 @@ public:
 
     std::optional<Altuebernahme> run() {
         const ChangeLog::Silence silence(m_db);
+        dropHelpers(silence.connection());
         empty();
         while (const OldTable* table = m_file.nextTable())
             if (!take(*table)) return std::nullopt;
+        addHelpers(m_db);  // litters are numbered by them
         if (!numberLitters()) return std::nullopt;
-        for (const auto purpose : {ChangeLog::Purpose::Values, ChangeLog::Purpose::Status})
-            ChangeLog(m_db, purpose).settle(QString());  // of no settings: the next derivation walks the herd
+        settle();
         return std::move(m_result);
     }
 
@@ -223,6 +230,7 @@ public:
 
     std::optional<Altuebernahme> run() {
         const ChangeLog::Silence silence(m_db);
+        dropHelpers(silence.connection());
         empty();
         while (const OldTable* table = m_file.nextTable()) {
             const qint64 before = m_file.rowsRead();
@@ -234,8 +242,8 @@ public:
             m_result.tabellen += table->name;
             goOnCounting(*table);
         }
-        for (const auto purpose : {ChangeLog::Purpose::Values, ChangeLog::Purpose::Status})
-            ChangeLog(m_db, purpose).settle(QString());
+        addHelpers(m_db);
+        settle();
         return std::move(m_result);
     }
 

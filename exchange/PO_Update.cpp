@@ -93,7 +93,6 @@ void PO_Update::Ordner_zeigen(const QString& folder) {
     verzeichnis.setItems(m_ordner.items());
     verzeichnis.setCurrent(m_ordner.current());
     pfad.setText(QDir::toNativeSeparators(m_folder));
-    pfad.setWrong(false);
     int drive = -1;  // the longest root that the folder lies on
     for (int i = 0; i < lw.items().size(); ++i)
         if (m_folder.startsWith(lw.items()[i]) && (drive < 0 || lw.items()[i].size() > lw.items()[drive].size()))
@@ -112,7 +111,7 @@ void PO_Update::pfad_LostFocus() {
     const QString folder = QDir::cleanPath(QDir(m_folder).absoluteFilePath(typed));
     if (typed.isEmpty() || folder == m_folder) return;
     if (!QFileInfo(folder).isDir()) {
-        pfad.setWrong(true);
+        pfad.setText(QDir::toNativeSeparators(m_folder));  // which is still the chosen one
         return befund.setText(QStringLiteral("Den Ordner %1 gibt es nicht.").arg(typed));
     }
     Ordner_zeigen(folder);

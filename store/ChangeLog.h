@@ -36,6 +36,8 @@ public:
         ~Silence();
         Silence(const Silence&) = delete;
         Silence& operator=(const Silence&) = delete;
+        /// Of the silenced file, for dropHelpers().
+        Connection& connection() const { return *m_connection; }
 
     private:
         std::shared_ptr<Connection> m_connection;

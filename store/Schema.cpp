@@ -245,6 +245,16 @@ void addHelpers(Connection& connection) {
     if (added) connection.schemaChanged();  // the catalogue tells which fields have such an index
 }
 
+void dropHelpers(Connection& connection) {
+    const auto drop = [&](const QString& name) {
+        const std::string sql = "DROP INDEX IF EXISTS " + sql::quoted(name);
+        connection.writeNative(sql, QString::fromStdString(sql));
+    };
+    for (const Helper& helper : helpers()) drop(QString::fromUtf8(helper.name));
+    for (const auto& [table, fields] : choices())
+        for (const char* field : fields) drop(sql::leapIndex(QString::fromUtf8(table), QString::fromUtf8(field)));
+}
+
 void addHelpers(const Database& database) { addHelpers(*database.m_connection); }
 
 }  // namespace koben

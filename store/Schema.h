@@ -16,5 +16,8 @@ const std::vector<QString>& schemaStatements();
 /// the dialect does not see them. Run when a file is opened and after the tables were made.
 void addHelpers(const Database& database);
 void addHelpers(Connection& connection);
+/// Takes the helper indexes away, within a transaction that is about to write very many rows and ends with
+/// addHelpers(): so they are made in one go.
+void dropHelpers(Connection& connection);
 
 }  // namespace koben

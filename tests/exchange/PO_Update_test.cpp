@@ -202,7 +202,7 @@ TEST(PO_Update, ordnerUndEinEchterBestandDieserVersion) {
         EXPECT_FALSE(form.start.enabled() || form.koben2.visible());
         EXPECT_EQ(form.Label1.text(), "Auswahl (In welchem Ordner ist KOBEN 1.0 installiert?)");
         typeInto(form.pfad, "nirgends");
-        EXPECT_TRUE(form.pfad.wrong());
+        EXPECT_EQ(form.befund.text(), "Den Ordner nirgends gibt es nicht.");
         typeInto(form.pfad, "alt");
         EXPECT_EQ(form.Label1.text(), "Im aktuellen Ordner ist KOBEN 1.0 nicht installiert!");
         const int last = static_cast<int>(form.verzeichnis.items().size()) - 1;

@@ -3,7 +3,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QRegularExpression>
 #include <csignal>
+#include <random>
 
 #include "exchange/PO_Update.h"
 #include "store/OldFile.h"

@@ -17,6 +17,7 @@ public:
     enum class Fate { Lives, Deleted, Moved };  // a moved row lies on another page than its place
     struct Content : Value {
         using Value::Value;
+        Content(const Value& value) : Value(value) {}
         Content(const char* text) : Value(QString::fromUtf8(text)) {}
     };
     using Fields = QList<std::pair<QString, Content>>;
