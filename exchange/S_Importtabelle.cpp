@@ -152,7 +152,7 @@ S_Importtabelle::S_Importtabelle(Koben& koben_)
     ok.onClick = [this] { ok_Click(); };
     abbv.onClick = [this] { abbv_Click(); };
     cancelButton = &abbv;
-    helpTopic = QStringLiteral("datenimport");
+    helpTopic = name();
 }
 
 void S_Importtabelle::Load() {

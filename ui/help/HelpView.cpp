@@ -69,6 +69,7 @@ void HelpView::refresh(Aspect) {
 /// Line for line the chapter's text, so that a place in one is the same place in the other.
 void HelpView::build() {
     document()->clear();
+    document()->setDocumentMargin(fontMetrics().height() / 2.0);
     QTextCursor cursor(document());
     bool first = true;
     for (const Kapitel::Line& line : m_built->lines) {
@@ -76,6 +77,7 @@ void HelpView::build() {
         addLine(cursor, line, m_points);
     }
     addLinks(*m_built);
+    setTextCursor(QTextCursor(document()));  // else it stays where the last line was added, and in view
     verticalScrollBar()->setValue(0);
 }
 

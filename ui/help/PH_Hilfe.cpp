@@ -47,6 +47,7 @@ LAYOUT(PH_Hilfe) {
     words.widget->setAccessibleName(QStringLiteral("Suchen"));
     const Piece contents = list(form.li), links = list(form.verweise);
     contents.widget->setAccessibleName(QStringLiteral("Inhalt"));
+    contents.widget->setMinimumWidth(contents.widget->fontMetrics().averageCharWidth() * 36);
     links.widget->setAccessibleName(QStringLiteral("Siehe auch"));
     return column(
         {flow({button(form.zurueck), button(form.vor), row({plain(form.Label1), words}), button(form.naechster),
