@@ -1,7 +1,6 @@
 #include "exchange/Ordnerliste.h"
 
 #include <QDir>
-#include <QStorageInfo>
 
 namespace koben {
 
@@ -36,20 +35,6 @@ QString dateiIn(const QString& folder, const QString& name) {
     for (const QString& found : dir.entryList({name}, QDir::Files))
         if (found.compare(name, Qt::CaseInsensitive) == 0) return dir.filePath(found);
     return {};
-}
-
-QStringList laufwerke() {
-    QStringList roots;
-    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes()) {
-        const bool disk = volume.isRoot() || volume.device().startsWith("/dev/") || volume.rootPath().endsWith(u":/");
-        const bool folder = QFileInfo(volume.rootPath()).isDir();  // single files can be mounted too
-        if (volume.isValid() && volume.isReady() && disk && folder && !volume.device().startsWith("/dev/loop"))
-            roots += volume.rootPath();
-    }
-    if (roots.isEmpty()) roots += QDir::rootPath();
-    roots.removeDuplicates();
-    roots.sort(Qt::CaseInsensitive);
-    return roots;
 }
 
 }  // namespace koben

@@ -24,7 +24,4 @@ private:
 /// The file of this name in a folder, however its letters are written; "" for none.
 QString dateiIn(const QString& folder, const QString& name);
 
-/// The roots of the disks and sticks that this machine has, the system's first.
-QStringList laufwerke();
-
 }  // namespace koben

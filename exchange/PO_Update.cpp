@@ -71,7 +71,9 @@ PO_Update::PO_Update(Koben& koben_)
 
 void PO_Update::Load() {
     m_db = koben.connect();
-    lw.setItems(laufwerke());
+    QStringList roots;
+    for (const Drive& drive : koben.platform.drives()) roots += drive.root;
+    lw.setItems(roots);
     Ordner_zeigen(koben.Datenordner);
     Vorgaenger_suchen();
     start.setEnabled(!m_mdb.isEmpty() && m_version == Altversion::Koben1);
