@@ -31,7 +31,7 @@ HV_Updatemanager::HV_Updatemanager(Koben& koben_)
     Text2.setHint(QStringLiteral("Die Änderungen von Ihrer Version bis zur aktuellsten Version"));
     cmdschliessen.onClick = [this] { close(); };
     acceptButton = cancelButton = &cmdschliessen;
-    helpTopic = QStringLiteral("updatemanager");
+    helpTopic = name();
 }
 
 void HV_Updatemanager::Activate() {

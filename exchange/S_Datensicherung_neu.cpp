@@ -75,7 +75,7 @@ S_Datensicherung_neu::S_Datensicherung_neu(Koben& koben_)
     tabsicherung.onClick = [this](int page) { Seite_zeigen(page); };
     acceptButton = &start_sicherung;
     cancelButton = &abbv;
-    helpTopic = QStringLiteral("datensicherung");
+    helpTopic = name();
 }
 
 void S_Datensicherung_neu::Load() {
