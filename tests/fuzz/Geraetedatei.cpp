@@ -3,7 +3,7 @@
 #include "exchange/Geraetedatei.h"
 
 #include "core/Einstellungen.h"
-#include "tests/fuzz/Forderung.h"
+#include "tests/fuzz/Require.h"
 
 namespace koben::fuzz {
 namespace {
@@ -22,18 +22,18 @@ QByteArray written(const std::vector<Geraetebuchung>& bookings) {
 void check(const std::vector<Geraetebuchung>& bookings) {
     int line = 0;
     for (const Geraetebuchung& booking : bookings) {
-        fordere(booking.line > line && booking.fields.size() == booking.section->markAt(), "a line");
-        fordere(booking.complete() != booking.values.empty(), "values of an incomplete line");
+        require(booking.line > line && booking.fields.size() == booking.section->markAt(), "a line");
+        require(booking.complete() != booking.values.empty(), "values of an incomplete line");
         line = booking.line;
     }
     const Geraetedatei again = Geraetedatei::read(written(bookings));
-    fordere(again.problem().isEmpty() && again.bookings().size() == bookings.size(), "written and read",
+    require(again.problem().isEmpty() && again.bookings().size() == bookings.size(), "written and read",
             again.problem());
     for (size_t i = 0; i < bookings.size(); ++i) {
         const Geraetebuchung &a = bookings[i], &b = again.bookings()[i];
         // days of waiting below nothing become nothing, and nothing becomes those up to its date
         if (a.section->art == Buchungsart::Behandlung && a.fields[7] == u"0") continue;
-        fordere(a.fields == b.fields && a.values == b.values && a.piglets == b.piglets, "another booking",
+        require(a.fields == b.fields && a.values == b.values && a.piglets == b.piglets, "another booking",
                 a.fields.join(u'|'));
     }
 }
@@ -44,12 +44,12 @@ void check(const std::vector<Geraetebuchung>& bookings) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace koben;
     using namespace koben::fuzz;
-    const Geraetedatei file = Geraetedatei::read(roh(data, size));
+    const Geraetedatei file = Geraetedatei::read(raw(data, size));
     const QString& why = file.problem();
     if (why.isEmpty())
         check(file.bookings());
     else
-        fordere(why.startsWith(QStringLiteral("Die Zeile ")) && why.endsWith(u'.') && file.bookings().empty(),
+        require(why.startsWith(QStringLiteral("Die Zeile ")) && why.endsWith(u'.') && file.bookings().empty(),
                 "no sentence", why);
     return 0;
 }

@@ -6,7 +6,7 @@
 
 #include "store/DatabaseError.h"
 #include "store/OldFile.h"
-#include "tests/fuzz/Forderung.h"
+#include "tests/fuzz/Require.h"
 #include "tests/support/OldFileWriter.h"
 
 namespace koben::fuzz {
@@ -28,20 +28,20 @@ QByteArray sample(int version) {
 void readAll(OldFile& file) {
     OldLosses losses;
     while (const OldTable* table = file.nextTable()) {
-        fordere(!table->name.isEmpty() && table->cells.size() == table->fields.size(), "a table");
+        require(!table->name.isEmpty() && table->cells.size() == table->fields.size(), "a table");
         while (file.nextRow())
             for (int i = 0; i < static_cast<int>(table->fields.size()); ++i) {
                 const Value value = file.row().value(i, losses);
-                fordere(value.isNull() || table->fields[static_cast<size_t>(i)].type != Type::Null,
+                require(value.isNull() || table->fields[static_cast<size_t>(i)].type != Type::Null,
                         "a value of no type");
-                if (value.isDate()) fordere(value.toDate().isValid() && value.toDate().year() < 10000, "a day");
+                if (value.isDate()) require(value.toDate().isValid() && value.toDate().year() < 10000, "a day");
             }
-        fordere(losses.values >= 0 && losses.cutTimes >= 0, "losses");
+        require(losses.values >= 0 && losses.cutTimes >= 0, "losses");
     }
 }
 
 void demandMessage(const DatabaseError& error) {
-    fordere(error.message().startsWith(QStringLiteral("Die alte Datenbank ")) && error.message().endsWith(u'.'),
+    require(error.message().startsWith(QStringLiteral("Die alte Datenbank ")) && error.message().endsWith(u'.'),
             "no sentence", error.message());
 }
 
@@ -52,11 +52,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace koben;
     using namespace koben::fuzz;
     if (size == 0) return -1;
-    static const QTemporaryDir folder(platz());
+    static const QTemporaryDir folder(place());
     const QString path = folder.filePath(QStringLiteral("alt.mdb"));
     try {
         if (data[0] == 'S') {
-            QByteArray rest = roh(data + 1, size - 1);
+            QByteArray rest = raw(data + 1, size - 1);
             const auto source = [&rest](char* buffer, qsizetype most) {
                 const qsizetype count = std::min({most, rest.size(), qsizetype{7}});
                 std::memcpy(buffer, rest.constData(), static_cast<size_t>(count));
@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
                 else
                     bytes[at] = static_cast<char>(data[i + 3]);
             }
-            schreibe(path, bytes);
+            writeFile(path, bytes);
             OldFile file(path);
             readAll(file);
         }

@@ -8,7 +8,7 @@
 
 #include "app/Katalog.h"
 #include "store/Database.h"
-#include "tests/fuzz/Forderung.h"
+#include "tests/fuzz/Require.h"
 #include "tools/skript/Interpreter.h"
 
 namespace koben::fuzz {
@@ -17,7 +17,7 @@ namespace {
 constexpr int Zeilen = 80;
 
 /// The script up to so many lines, and up to the first that may name a file outside of its own folder.
-QString harmlos(const QByteArray& bytes) {
+QString harmless(const QByteArray& bytes) {
     const QStringList lines = QString::fromUtf8(bytes).split(u'\n').mid(0, Zeilen);
     const auto reachesOut = [](const QString& line) {
         const bool free = line.trimmed().startsWith(QStringLiteral("sql ")) || line.startsWith(u'#');
@@ -32,8 +32,8 @@ QString harmlos(const QByteArray& bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace koben;
     using namespace koben::fuzz;
-    static const QTemporaryDir folder(platz());
-    const QString text = harmlos(roh(data, size));
+    static const QTemporaryDir folder(place());
+    const QString text = harmless(raw(data, size));
     if (text.isEmpty() || chdir(qPrintable(folder.path())) != 0) return -1;
     const QString data_ = folder.filePath(QStringLiteral("Daten"));
     QDir(data_).removeRecursively();
@@ -43,15 +43,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         skript::Transcript transcript(out);
         skript::Interpreter run(katalog(), QStringLiteral("ordner %1/\n").arg(data_) + text, transcript);
         const skript::Result result = run.run();
-        fordere(result.status >= 0 && result.status <= 2, "a status");
-        fordere(result.status == 0 || (!result.reason.isEmpty() && result.line >= 1), "no reason", text);
-        fordere(result.status != 2 || (result.reason.front().isUpper() && result.reason.contains(u' ')), "no sentence",
+        require(result.status >= 0 && result.status <= 2, "a status");
+        require(result.status == 0 || (!result.reason.isEmpty() && result.line >= 1), "no reason", text);
+        require(result.status != 2 || (result.reason.front().isUpper() && result.reason.contains(u' ')), "no sentence",
                 result.reason + u'\n' + text);
     }
     const QString database = data_ + QStringLiteral("/koben2.mdb");
     if (!QFile::exists(database)) return 0;
     Workspace workspace;
     const Database db = workspace.open(database);
-    fordere(!db.tables().isEmpty(), "no tables", text);
+    require(!db.tables().isEmpty(), "no tables", text);
     return 0;
 }

@@ -10,15 +10,15 @@
 #include <optional>
 
 #include "store/Database.h"
-#include "tests/fuzz/Forderung.h"
+#include "tests/fuzz/Require.h"
 
 namespace koben::fuzz {
 namespace {
 
-constexpr int Geduld = 400;         // steps of the progress handler until a statement is cut off
+constexpr int Patience = 400;       // steps of the progress handler until a statement is cut off
 constexpr int Schrittweite = 1000;  // SQLite's instructions a step
 constexpr int Zeilen = 200;         // so many rows of a result are looked at
-constexpr qsizetype Laenge = 4096;
+constexpr qsizetype Length = 4096;
 
 /// SQLite's own view of the connection, caught as it is opened; cuts off statements that run too long.
 struct Leitung {
@@ -31,7 +31,7 @@ Leitung leitung;
 int opened(sqlite3* file, const char**, const void*) {
     leitung.file = file;
     sqlite3_progress_handler(
-        file, Schrittweite, [](void*) { return ++leitung.steps > Geduld ? leitung.cut = true, 1 : 0; }, nullptr);
+        file, Schrittweite, [](void*) { return ++leitung.steps > Patience ? leitung.cut = true, 1 : 0; }, nullptr);
     return SQLITE_OK;
 }
 
@@ -58,7 +58,7 @@ const char* const Grundlage[] = {
     "insert into Worte values ('ä', null)"};
 
 struct Bestand {
-    QTemporaryDir folder{platz()};
+    QTemporaryDir folder{place()};
     Workspace workspace{[] { return QDateTime(QDate(2026, 7, 15), QTime(10, 30)); }};
     Database db;
     QString whole;
@@ -67,10 +67,10 @@ struct Bestand {
         sqlite3_auto_extension(reinterpret_cast<void (*)()>(opened));
         db = workspace.create(folder.filePath(QStringLiteral("t.mdb")));
         for (const char* statement : Grundlage) db.execute(QString::fromUtf8(statement));
-        whole = inhalt();
+        whole = contentOf();
     }
     /// Everything that the dialect sees.
-    QString inhalt() const {
+    QString contentOf() const {
         leitung.steps = 0;
         QString text;
         for (const QString& name : db.tables()) {
@@ -83,7 +83,7 @@ struct Bestand {
         }
         return text;
     }
-    QString gesund() const {
+    QString integrityReport() const {
         leitung.steps = 0;
         QString answer;
         sqlite3_exec(
@@ -98,25 +98,25 @@ struct Bestand {
 };
 
 /// Limits of SQLite, and numbers beyond 64 bits: the only errors that may come from its side.
-bool istGrenze(const QString& message) {
+bool isBoundary(const QString& message) {
     for (const char* words : {"too many", "too large", "too big", "too long", "at most 64 tables", "parser stack",
                               "integer overflow", "interrupted", "UNIQUE constraint", "NOT NULL constraint"})
         if (message.contains(QString::fromUtf8(words))) return true;
     return false;
 }
 
-void pruefe(const DatabaseError& error, const QString& statement) {
+void checkInput(const DatabaseError& error, const QString& statement) {
     const QString message = error.detail();
-    fordere(error.position >= -1 && error.position <= statement.size(), "place outside the text", message);
+    require(error.position >= -1 && error.position <= statement.size(), "place outside the text", message);
     const QString sentence = message.section(QStringLiteral("\r\nAnweisung: "), 0, 0);
-    fordere(sentence.size() > 10 && (sentence.front().isUpper() || sentence.front() == u'"') &&
+    require(sentence.size() > 10 && (sentence.front().isUpper() || sentence.front() == u'"') &&
                 sentence.endsWith(u'.') && sentence.contains(u' '),
             "no sentence", message);
     if (leitung.cut || !sentence.contains(QStringLiteral("(SQLite "))) return;
-    fordere(istGrenze(sentence), "refused by SQLite", message);
+    require(isBoundary(sentence), "refused by SQLite", message);
 }
 
-bool passt(const Value& value, const Field& field) {
+bool fitsType(const Value& value, const Field& field) {
     const auto is = [&]<class... T>() { return (std::holds_alternative<T>(value.variant()) || ...); };
     switch (field.type) {
         case Type::Bool:
@@ -142,45 +142,46 @@ bool passt(const Value& value, const Field& field) {
     }
 }
 
-bool gleich(const Value& a, const Value& b) { return a.isNull() == b.isNull() && a.toText() == b.toText(); }
+bool equalRows(const Value& a, const Value& b) { return a.isNull() == b.isNull() && a.toText() == b.toText(); }
 
 /// The cells of a result as text, after each was looked at.
-QString gelesen(const Table& table, const QString& statement) {
+QString readBack(const Table& table, const QString& statement) {
     QString text;
     for (int c = 0; c < table.columnCount(); ++c) {
         const Field& field = table.field(c);
-        fordere(field.type == Type::Text || field.size == 0, "size without a text", statement);
+        require(field.type == Type::Text || field.size == 0, "size without a text", statement);
         text += field.name + u'|';
         for (int row = 0; row < std::min(table.rowCount(), Zeilen); ++row) {
             const Value value = table.value(row, c);
-            fordere(value.isNull() == table.isNull(row, c), "Null or not", statement);
-            fordere(value.isNull() || passt(value, field), "another type than told", statement + u'\n' + field.name);
-            fordere(value.toText() == table.text(row, c), "two texts of a value", statement);
-            fordere(table.compare(row, row, c) == 0, "a value unequal to itself", statement);
+            require(value.isNull() == table.isNull(row, c), "Null or not", statement);
+            require(value.isNull() || fitsType(value, field), "another type than told", statement + u'\n' + field.name);
+            require(value.toText() == table.text(row, c), "two texts of a value", statement);
+            require(table.compare(row, row, c) == 0, "a value unequal to itself", statement);
             text += (value.isNull() ? QStringLiteral("-") : value.toText()) + u'|';
         }
     }
     return text;
 }
 
-void vergleicheLeser(const Database& db, const Table& table, const QString& statement) {
+void compareReaders(const Database& db, const Table& table, const QString& statement) {
     Recordset rows = db.open(statement);
-    fordere(rows.fieldCount() == table.columnCount(), "fields of the cursor", statement);
+    require(rows.fieldCount() == table.columnCount(), "fields of the cursor", statement);
     std::optional<Statement> stream;
     if (!statement.trimmed().startsWith(QLatin1String("transform"), Qt::CaseInsensitive))
         stream = db.prepare(statement);
     if (stream) stream->bind({});
     for (int row = 0; row < std::min(table.rowCount(), Zeilen); ++row, rows.moveNext()) {
-        fordere(!rows.eof() && (!stream || stream->next()), "a reader ends early", statement);
+        require(!rows.eof() && (!stream || stream->next()), "a reader ends early", statement);
         for (int c = 0; c < table.columnCount(); ++c) {
             const Value value = table.value(row, c);
-            fordere(gleich(rows.value(c), value) && (!stream || gleich(stream->value(c), value)), "values", statement);
+            require(equalRows(rows.value(c), value) && (!stream || equalRows(stream->value(c), value)), "values",
+                    statement);
         }
     }
 }
 
 /// Reads again through a plan that the same statement with other constants has made.
-void vergleichePlan(Database& db, const QString& first, const QString& statement) {
+void comparePlan(Database& db, const QString& first, const QString& statement) {
     QString other = statement;
     for (QChar& c : other)
         if (c >= u'1' && c <= u'8') c = QChar(c.unicode() + 1);
@@ -191,16 +192,16 @@ void vergleichePlan(Database& db, const QString& first, const QString& statement
     } catch (const DatabaseError&) {
     }
     if (leitung.cut) return;
-    const QString again = gelesen(db.table(statement), statement);
-    fordere(again == first || leitung.cut, "another result through a shared plan", statement + u'\n' + first + again);
+    const QString again = readBack(db.table(statement), statement);
+    require(again == first || leitung.cut, "another result through a shared plan", statement + u'\n' + first + again);
 }
 
 /// Whether the statement wrote.
-bool fuehreAus(Bestand& farm, const QString& statement) {
+bool runStatement(Bestand& farm, const QString& statement) {
     leitung.steps = 0;
     const QString word = statement.trimmed().section(u' ', 0, 0).toLower();
     const bool reads = word.startsWith(u"select") || word.startsWith(u"transform");
-    const QString before = reads ? QString() : farm.inhalt();
+    const QString before = reads ? QString() : farm.contentOf();
     try {
         if (!reads) {
             leitung.steps = 0;
@@ -210,13 +211,13 @@ bool fuehreAus(Bestand& farm, const QString& statement) {
             return farm.db.prepare(statement).run(values), true;
         }
         const Table table = farm.db.table(statement);
-        const QString text = gelesen(table, statement);
-        vergleicheLeser(farm.db, table, statement);
-        vergleichePlan(farm.db, text, statement);
+        const QString text = readBack(table, statement);
+        compareReaders(farm.db, table, statement);
+        comparePlan(farm.db, text, statement);
     } catch (const DatabaseError& error) {
-        pruefe(error, statement);
+        checkInput(error, statement);
         if (!reads && !leitung.cut)
-            fordere(farm.inhalt() == before, "a refused statement changed something", error.message());
+            require(farm.contentOf() == before, "a refused statement changed something", error.message());
     }
     return false;
 }
@@ -228,16 +229,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace koben::fuzz;
     static Bestand farm;
     leitung.cut = false;
-    const QString text = QString::fromUtf8(roh(data, size)).left(Laenge);
+    const QString text = QString::fromUtf8(raw(data, size)).left(Length);
     bool wrote = false;
     {
         const koben::Transaction action(farm.db);
         for (const QString& statement : text.split(QStringLiteral("\n\n"))) {
-            wrote = fuehreAus(farm, statement) || wrote;
+            wrote = runStatement(farm, statement) || wrote;
             if (leitung.cut) break;
         }
-        if (wrote && !leitung.cut) fordere(farm.gesund() == u"ok", "unsound", farm.gesund() + u'\n' + text);
+        if (wrote && !leitung.cut)
+            require(farm.integrityReport() == u"ok", "unsound", farm.integrityReport() + u'\n' + text);
     }
-    if (wrote) fordere(farm.inhalt() == farm.whole, "left behind by a rollback", text);
+    if (wrote) require(farm.contentOf() == farm.whole, "left behind by a rollback", text);
     return 0;
 }

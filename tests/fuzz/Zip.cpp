@@ -3,17 +3,17 @@
 #include <QTemporaryDir>
 
 #include "exchange/Sicherung.h"
-#include "tests/fuzz/Forderung.h"
+#include "tests/fuzz/Require.h"
 
 namespace koben::fuzz {
 namespace {
 
-void fordereSatz(const DatabaseError& error) {
+void requireSentence(const DatabaseError& error) {
     const QString said = error.message();
-    fordere(said.startsWith(QStringLiteral("Die D")) && said.endsWith(u'.'), "no sentence", said);
+    require(said.startsWith(QStringLiteral("Die D")) && said.endsWith(u'.'), "no sentence", said);
 }
 
-QStringList inhalt(const QString& folder) {
+QStringList contentOf(const QString& folder) {
     return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
 }
 
@@ -23,29 +23,29 @@ QStringList inhalt(const QString& folder) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace koben;
     using namespace koben::fuzz;
-    static const QTemporaryDir folder(platz());
+    static const QTemporaryDir folder(place());
     const QString path = folder.filePath(QStringLiteral("t.zip")), out = folder.filePath(QStringLiteral("t.aus"));
-    schreibe(path, roh(data, size));
+    writeFile(path, raw(data, size));
     try {
         const ZipReader zip(path);
         for (size_t i = 0; i < zip.entries().size(); ++i) try {
-                fordere(zip.unpack(i, out, {}), "given up by nobody");
-                fordere(QFileInfo(out).size() == zip.entries()[i].size, "another size than declared");
+                require(zip.unpack(i, out, {}), "given up by nobody");
+                require(QFileInfo(out).size() == zip.entries()[i].size, "another size than declared");
             } catch (const DatabaseError& error) {
-                fordereSatz(error);
-                fordere(QFileInfo(out).size() <= std::max<qint64>(zip.entries()[i].size, 0), "more than declared");
+                requireSentence(error);
+                require(QFileInfo(out).size() <= std::max<qint64>(zip.entries()[i].size, 0), "more than declared");
             }
     } catch (const DatabaseError& error) {
-        fordereSatz(error);
+        requireSentence(error);
     }
     QFile::remove(out);
     try {
         const auto found = Sicherung_ansehen(path, folder.path() + u'/', {});
-        fordere(found && found->animals >= 0 && found->bookings >= 0, "no numbers");
+        require(found && found->animals >= 0 && found->bookings >= 0, "no numbers");
     } catch (const DatabaseError& error) {
-        fordereSatz(error);
+        requireSentence(error);
     }
-    fordere(inhalt(folder.path()) == QStringList{QStringLiteral("t.zip")}, "something stays",
-            inhalt(folder.path()).join(u' '));
+    require(contentOf(folder.path()) == QStringList{QStringLiteral("t.zip")}, "something stays",
+            contentOf(folder.path()).join(u' '));
     return 0;
 }

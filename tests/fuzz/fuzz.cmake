@@ -9,7 +9,7 @@ function(koben_fuzz name source variants)
   if(KOBEN_FUZZ)
     target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
   else()
-    target_sources(fuzz_${name} PRIVATE fuzz/Wiederholung.cpp)
+    target_sources(fuzz_${name} PRIVATE fuzz/Replay.cpp)
     add_test(NAME fuzz_${name} COMMAND fuzz_${name} ${CMAKE_SOURCE_DIR}/tests/fuzz/korpus/${name} ${variants}
                                       ${ARG_SCRIPTS})
   endif()

@@ -7,23 +7,23 @@
 
 #include <QFileInfo>
 
-#include "tests/fuzz/Forderung.h"
+#include "tests/fuzz/Require.h"
 #include "tests/robust/Mutation.h"
 
 namespace koben::fuzz {
 namespace {
 
-constexpr unsigned Geduld = 60;     // seconds until an input counts as hanging
-constexpr qsizetype Laenge = 4096;  // of a mutated input, bytes
-constexpr int GenugFunde = 5;
+constexpr unsigned Patience = 60;   // seconds until an input counts as hanging
+constexpr qsizetype Length = 4096;  // of a mutated input, bytes
+constexpr int EnoughFindings = 5;
 
-struct Saat {
+struct Seed {
     QString name;
     QByteArray bytes;
 };
 
 /// The words of a dictionary in libFuzzer's form: "text" a line, with \xNN, \\ and \".
-QByteArrayList woerter(const QString& path) {
+QByteArrayList dictionary(const QString& path) {
     QByteArrayList words;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return words;
@@ -43,22 +43,22 @@ QByteArrayList woerter(const QString& path) {
     return words;
 }
 
-class Wiederholung {
+class Replay {
 public:
-    Wiederholung(const QString& path, int variants, const QString& scripts) : m_variants(variants) {
+    Replay(const QString& path, int variants, const QString& scripts) : m_variants(variants) {
         const QFileInfo info(path);
-        if (info.isFile()) m_seeds.push_back({info.fileName(), lies(path)});
-        saeen(QDir(path).entryInfoList(QDir::Files, QDir::Name));
+        if (info.isFile()) m_seeds.push_back({info.fileName(), readFile(path)});
+        addSeeds(QDir(path).entryInfoList(QDir::Files, QDir::Name));
         if (!scripts.isEmpty())
-            saeen(QDir(scripts).entryInfoList({QStringLiteral("*.skript")}, QDir::Files, QDir::Name));
-        m_words = woerter(path + QStringLiteral(".dict"));
+            addSeeds(QDir(scripts).entryInfoList({QStringLiteral("*.skript")}, QDir::Files, QDir::Name));
+        m_words = dictionary(path + QStringLiteral(".dict"));
         m_at = static_cast<int*>(mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     }
 
     int run(const char* target) {
-        fordere(!m_seeds.empty(), "no corpus");
+        require(!m_seeds.empty(), "no corpus");
         int findings = 0;
-        for (*m_at = 0; *m_at < total() && findings < GenugFunde; ++*m_at) {
+        for (*m_at = 0; *m_at < total() && findings < EnoughFindings; ++*m_at) {
             fflush(nullptr);
             const pid_t child = fork();
             if (child == 0) work();
@@ -74,22 +74,22 @@ public:
     }
 
 private:
-    void saeen(const QFileInfoList& files) {
-        for (const QFileInfo& file : files) m_seeds.push_back({file.fileName(), lies(file.filePath())});
+    void addSeeds(const QFileInfoList& files) {
+        for (const QFileInfo& file : files) m_seeds.push_back({file.fileName(), readFile(file.filePath())});
     }
     int total() const { return static_cast<int>(m_seeds.size()) + m_variants; }
-    const Saat& seed(int number) const { return m_seeds[static_cast<size_t>(number) % m_seeds.size()]; }
+    const Seed& seed(int number) const { return m_seeds[static_cast<size_t>(number) % m_seeds.size()]; }
 
     QByteArray input(int number) const {
         if (number < static_cast<int>(m_seeds.size())) return seed(number).bytes;
         robust::Mutation mutation(static_cast<unsigned>(number));
         const QByteArray& other = seed(static_cast<int>(mutation.below(total()))).bytes;
-        return mutation.of(seed(number).bytes, m_words, other).left(Laenge);
+        return mutation.of(seed(number).bytes, m_words, other).left(Length);
     }
 
     [[noreturn]] void work() {
         for (; *m_at < total(); ++*m_at) {
-            alarm(Geduld);
+            alarm(Patience);
             const QByteArray bytes = input(*m_at);
             LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.constData()),
                                    static_cast<size_t>(bytes.size()));
@@ -99,12 +99,12 @@ private:
 
     void tell(const char* target, int signal) const {
         const QString path = QDir::temp().filePath(QStringLiteral("%1-%2").arg(QString::fromUtf8(target)).arg(*m_at));
-        schreibe(path, input(*m_at));
+        writeFile(path, input(*m_at));
         std::fprintf(stderr, "%s: %s, variant %d: %s %d; the input is in %s\n", target, qPrintable(seed(*m_at).name),
                      *m_at, signal == SIGALRM ? "hangs" : "signal", signal, qPrintable(path));
     }
 
-    std::vector<Saat> m_seeds;
+    std::vector<Seed> m_seeds;
     QByteArrayList m_words;
     int m_variants;
     int* m_at;  ///< number of the input at work, seen by both processes
@@ -115,9 +115,9 @@ private:
 
 int main(int argc, char** argv) {
     using namespace koben::fuzz;
-    fordere(argc > 1, "usage: fuzz_NAME FOLDER|FILE [VARIANTS [FOLDER OF SCRIPTS]]");
+    require(argc > 1, "usage: fuzz_NAME FOLDER|FILE [VARIANTS [FOLDER OF SCRIPTS]]");
     const int runs = std::max(qEnvironmentVariableIntValue("KOBEN_ROBUST_RUNS"), 1);
     const int variants = argc > 2 ? QByteArray(argv[2]).toInt() * runs : 0;
-    return Wiederholung(QString::fromLocal8Bit(argv[1]), variants, QString::fromLocal8Bit(argc > 3 ? argv[3] : ""))
+    return Replay(QString::fromLocal8Bit(argv[1]), variants, QString::fromLocal8Bit(argc > 3 ? argv[3] : ""))
         .run(qPrintable(QFileInfo(QString::fromLocal8Bit(argv[0])).fileName()));
 }

@@ -9,31 +9,31 @@
 namespace koben::fuzz {
 
 /// A demand that is not met ends the process, so that any engine takes the input for a finding.
-inline void fordere(bool met, const char* what, const QString& shown = {}) {
+inline void require(bool met, const char* what, const QString& shown = {}) {
     if (met) return;
     std::fprintf(stderr, "fuzz: %s: %s\n", what, shown.toUtf8().constData());
     std::abort();
 }
 
 /// A folder in memory where the machine has one: the targets write by the thousand. It stays when the process dies.
-inline QString platz() {
+inline QString place() {
     const QString memory = QStringLiteral("/dev/shm");
     return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + QStringLiteral("/koben-fuzz-XXXXXX");
 }
 
-inline void schreibe(const QString& path, const QByteArray& bytes) {
+inline void writeFile(const QString& path, const QByteArray& bytes) {
     QFile file(path);
-    fordere(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), "no place to write", path);
+    require(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), "no place to write", path);
 }
 
-inline QByteArray lies(const QString& path) {
+inline QByteArray readFile(const QString& path) {
     QFile file(path);
-    fordere(file.open(QIODevice::ReadOnly), "not there", path);
+    require(file.open(QIODevice::ReadOnly), "not there", path);
     return file.readAll();
 }
 
 /// The input as bytes; they live as long as the input.
-inline QByteArray roh(const uint8_t* data, size_t size) {
+inline QByteArray raw(const uint8_t* data, size_t size) {
     return QByteArray::fromRawData(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
 }
 
