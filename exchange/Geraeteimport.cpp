@@ -137,6 +137,15 @@ private:
     std::map<Plantier, qint64> m_ids;
 };
 
+/// A field of the list; a decimal number stands as it was read, with a point.
+QString listed(const Geraetebuchung& booking, int position) {
+    QString field = booking.fields[position];
+    if (position < 2) return field;
+    const Geraetewert kind = booking.section->fields[static_cast<size_t>(position) - 2].kind;
+    if (kind == Geraetewert::Weight || kind == Geraetewert::Amount) Zahl_aus_Text(field);
+    return field;
+}
+
 }  // namespace
 
 void bookDevicePlan(const Action& action, const Geraeteplan& plan) { Writer(action, plan).run(); }
