@@ -1,6 +1,8 @@
 #include "core/Altfelder.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include "core/Aktionsnamen.h"
 
@@ -11,6 +13,11 @@ namespace {
 bool isTooLong(const Value& value, int most) {
     const auto* text = most > 0 ? std::get_if<QString>(&value.variant()) : nullptr;
     return text != nullptr && text->size() > most;
+}
+
+bool isTooLarge(const Value& value, Type type) {
+    constexpr double most = std::numeric_limits<qint16>::max();
+    return type == Type::Short && !value.isNull() && !value.isText() && std::abs(value.toDouble()) > most;
 }
 
 }  // namespace
@@ -43,6 +50,7 @@ Altfelder::Altfelder(const Database& db, const OldTable& table, const QStringLis
         m_names += place->name;
         m_from.push_back(static_cast<int>(i));
         m_size.push_back(place->type == Type::Text ? place->size : 0);
+        m_type.push_back(place->type);
     }
 }
 
@@ -61,10 +69,18 @@ int Altfelder::tooLong(const std::vector<Value>& values) const {
 
 void Altfelder::requireFit(const std::vector<Value>& values) const {
     for (size_t i = 0; i < m_size.size(); ++i) {
-        if (!isTooLong(values[i], m_size[i])) continue;
+        const bool large = isTooLarge(values[i], m_type[i]);
+        if (!large && !isTooLong(values[i], m_size[i])) continue;
         const QString text = values[i].toText();
         const QString place =
             QStringLiteral("Tabelle %1, Feld %2").arg(m_table.name, m_names[static_cast<qsizetype>(i)]);
+        if (large)
+            throw DatabaseError(DatabaseError::Kind::TooLong,
+                                QStringLiteral("In der alten Datenbank (%1) steht die Zahl %2, die in KOBEN 2.0 keinen "
+                                               "Platz hat. Bitte berichtigen Sie sie in der alten Datenbank, und "
+                                               "wiederholen Sie die Übernahme.")
+                                    .arg(place, text),
+                                QStringLiteral("Zahl zu groß: ") + place);
         throw DatabaseError(
             DatabaseError::Kind::TooLong,
             QStringLiteral(

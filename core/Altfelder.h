@@ -49,7 +49,7 @@ public:
     std::vector<Value> values(const OldRow& row);
     /// How many texts of the row are longer than their fields.
     int tooLong(const std::vector<Value>& values) const;
-    /// Throws, with table, field and lengths, where there is one.
+    /// Throws, with table, field and lengths, where there is one, or a number beyond its field.
     void requireFit(const std::vector<Value>& values) const;
     OldLosses& losses() { return m_losses; }
 
@@ -58,6 +58,7 @@ private:
     QStringList m_names, m_homeless;
     std::vector<int> m_from;  // positions in the old table
     std::vector<int> m_size;  // of the new field, 0 for any
+    std::vector<Type> m_type;
     OldLosses m_losses;
 };
 

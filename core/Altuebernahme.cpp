@@ -1,5 +1,6 @@
 // The way of an old herd into the database.
 #include <QHash>
+#include <QSet>
 #include <algorithm>
 
 #include "core/Aktionsnamen.h"
@@ -58,12 +59,50 @@ protected:
         for (const auto& [field, value] : fixed) without += field;
         Altfelder fields(m_db, table, without);
         RowWriter rows(m_db, bracketed(table.name), bracketed(fields.names()), fixed);
+        const QStringList names = fields.names();
+        const QString numbers = keyOf(table);
+        const auto field = std::find_if(names.begin(), names.end(), [&](const QString& name) {
+            return name.compare(numbers, Qt::CaseInsensitive) == 0;
+        });
+        const qsizetype key = field == names.end() ? -1 : field - names.begin();
+        QSet<qint64> taken;
+        std::vector<std::vector<Value>> again;  // rows whose number another row has; they get free ones at the end
         while (m_file.nextRow()) {
             if (!step() || !step()) return false;
-            write(fields, rows, fields.values(m_file.row()));
+            std::vector<Value> values = fields.values(m_file.row());
+            const Value number = key < 0 ? Value() : values[static_cast<size_t>(key)];
+            const qsizetype before = taken.size();
+            if (!number.isNull()) taken.insert(number.toInt());
+            if (number.isNull() || taken.size() > before) {
+                write(fields, rows, std::move(values));
+                continue;
+            }
+            if (isAnimals(table)) refuseDoubled(number);
+            values[static_cast<size_t>(key)] = Value();
+            again.push_back(std::move(values));
         }
+        for (std::vector<Value>& values : again) write(fields, rows, std::move(values));
+        if (!again.empty())
+            m_result.hinweise += table.name + QStringLiteral(": ") +
+                                 counted(static_cast<qint64>(again.size()), "doppelte Nummer", "doppelte Nummern") +
+                                 QStringLiteral(" neu vergeben");
         note(table, fields);
         return true;
+    }
+
+    /// The field that numbers the rows, "" for none.
+    static QString keyOf(const OldTable& table) {
+        if (table.counter >= 0) return table.fields[static_cast<size_t>(table.counter)].name;
+        return alttabelle(table.name) ? Key : QString();
+    }
+
+    /// Whose bookings are whose could not be told.
+    [[noreturn]] static void refuseDoubled(const Value& number) {
+        throw DatabaseError(DatabaseError::Kind::NotADatabase,
+                            QStringLiteral("In der alten Datenbank gibt es die ID %1 in der Tabelle Sauen mehrfach. Zu "
+                                           "welchem Tier die Buchungen gehören, ist deshalb nicht sicher, und es wurde "
+                                           "nichts übernommen. Bitte nehmen Sie eine andere Kopie der Datei.")
+                                .arg(number.toText()));
     }
 
     static void write(Altfelder& fields, RowWriter& rows, std::vector<Value> values) {
@@ -76,6 +115,9 @@ protected:
         if (!table.readable || fields.losses().rows > 0 || fields.losses().values > 0) m_result.ganz = false;
         const QString lost = table.readable ? lossText(fields.losses()) : QStringLiteral("nicht lesbar");
         if (!lost.isEmpty()) m_result.hinweise += QStringLiteral("%1: %2").arg(table.name, lost);
+        if (!fields.homeless().isEmpty())
+            m_result.hinweise += QStringLiteral("%1: ohne Platz in KOBEN 2.0 ist %2")
+                                     .arg(table.name, fields.homeless().join(QStringLiteral(", ")));
     }
 
     /// Nothing is derived: the next derivation knows no settings that it was made by, and walks the herd.
@@ -138,7 +180,7 @@ private:
 
     bool takeAnimals(const OldTable& table) {
         Altfelder fields(m_db, table, {Key});
-        RowWriter rows(m_db, table.name, fields.names());
+        RowWriter rows(m_db, bracketed(table.name), bracketed(fields.names()));
         const int id = table.columnOf(Key), number = table.columnOf(u"Nummer"), stall = table.columnOf(u"Stallnr");
         OldLosses again;
         while (m_file.nextRow()) {
@@ -166,6 +208,11 @@ private:
         const auto farm = static_cast<qint32>(m_animals.size());  // behind all animals
         const bool trade = table.name.compare(QStringLiteral("Ferkelverkauf"), Qt::CaseInsensitive) == 0;
         const int link = table.columnOf(Link);
+        if (link < 0) {
+            m_result.ganz = false;
+            m_result.hinweise +=
+                table.name + QStringLiteral(": ohne das Feld Kennung gehört keine Buchung zu einem Tier");
+        }
         OldLosses ignored;
         while (link >= 0 && m_file.nextRow()) {
             if (!step()) return false;
@@ -191,7 +238,8 @@ private:
         const bool loss = known->name == std::string_view("Verluste"),
                    litter = known->name == std::string_view("Ferkelung");
         Altfelder fields(m_db, table, loss ? QStringList{Key, Link, Mother} : QStringList{Key, Link});
-        RowWriter rows(m_db, table.name, fields.names() + (loss ? QStringList{Link, Mother} : QStringList{Link}));
+        RowWriter rows(m_db, bracketed(table.name),
+                       bracketed(fields.names() + (loss ? QStringList{Link, Mother} : QStringList{Link})));
         OldRow row(table);
         for (const Place& place : places) {
             if (!step()) return false;
@@ -232,9 +280,12 @@ public:
         const ChangeLog::Silence silence(m_db);
         dropHelpers(silence.connection());
         empty();
+        QStringList missing = alttabellen();
         while (const OldTable* table = m_file.nextTable()) {
             const qint64 before = m_file.rowsRead();
+            missing.removeIf([&](const QString& name) { return name.compare(table->name, Qt::CaseInsensitive) == 0; });
             if (!m_db.tables().contains(table->name, Qt::CaseInsensitive)) continue;
+            if (!alttabelle(table->name)) m_db.execute(QStringLiteral("delete from ") + bracketed(table->name));
             if (!copy(*table)) return std::nullopt;
             const Alttabelle* known = alttabelle(table->name);
             if (known == Alttabellen) m_result.tiere = m_file.rowsRead() - before;
@@ -242,6 +293,8 @@ public:
             m_result.tabellen += table->name;
             goOnCounting(*table);
         }
+        if (!missing.isEmpty())
+            m_result.hinweise += QStringLiteral("in der alten Datenbank fehlt ") + missing.join(QStringLiteral(", "));
         addHelpers(m_db);
         settle();
         return std::move(m_result);
@@ -250,8 +303,13 @@ public:
 private:
     /// The numbers of rows that were deleted in the old file do not come back either.
     void goOnCounting(const OldTable& table) {
-        if (table.counter < 0 || table.lastNumber <= 0) return;
+        constexpr qint64 most = 2'000'000'000;  // a damaged one would leave no number for the next row
+        if (table.counter < 0 || table.lastNumber <= 0 || table.lastNumber > most) return;
         const QString name = table.fields[static_cast<size_t>(table.counter)].name;
+        const std::vector<Field> own = m_db.fields(table.name);
+        if (std::none_of(own.begin(), own.end(),
+                         [&](const Field& field) { return field.name.compare(name, Qt::CaseInsensitive) == 0; }))
+            return;
         const Table highest = m_db.table(QStringLiteral("select max([%1]) as h from [%2]").arg(name, table.name));
         if (highest.integer(0, 0) >= table.lastNumber) return;
         m_db.execute(QStringLiteral("insert into [%1] ([%2]) values (%3)").arg(table.name, name).arg(table.lastNumber));

@@ -190,6 +190,9 @@ std::optional<Altuebernahme> PO_Update::take(Altversion version, const QString& 
     action.setName(name + QStringLiteral(": ") + sums(*taken));
     action.commit();
     koben.Liste_neu_laden = 1;
+    if (!taken->hinweise.isEmpty())
+        befund.setText(
+            QStringLiteral("Übernommen. Dabei zu beachten: %1.").arg(taken->hinweise.join(QStringLiteral("; "))));
     return taken;
 }
 

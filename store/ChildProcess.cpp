@@ -29,8 +29,17 @@ ChildProcess::ChildProcess(const QString& program, const QStringList& arguments)
     posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_adddup2(&files, ends[1], STDOUT_FILENO);
     posix_spawn_file_actions_addopen(&files, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    sigset_t usual;
+    sigemptyset(&usual);
+    sigaddset(&usual, SIGPIPE);
+    sigaddset(&usual, SIGCHLD);
+    posix_spawnattr_setsigdefault(&attributes, &usual);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
     pid_t process = 0;
-    if (::posix_spawn(&process, words[0], &files, nullptr, words.data(), environ) == 0) m_process = process;
+    if (::posix_spawn(&process, words[0], &files, &attributes, words.data(), environ) == 0) m_process = process;
+    posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&files);
     ::close(ends[1]);
 }
@@ -59,7 +68,9 @@ bool ChildProcess::endedWell() {
     constexpr int steps = 200;
     constexpr useconds_t step = 10'000;
     for (int i = 0; i < steps && m_process > 0; ++i) {
-        if (::waitpid(m_process, &m_status, WNOHANG) != 0)
+        const pid_t ended = ::waitpid(m_process, &m_status, WNOHANG);
+        if (ended < 0) m_status = 0;  // who started us ignores ended children: what it said has to do
+        if (ended != 0)
             m_process = 0;
         else
             ::usleep(step);

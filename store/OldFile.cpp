@@ -110,6 +110,7 @@ std::optional<Value> dateOf(double serial, OldLosses& losses) {
     auto day = static_cast<qint64>(serial);
     auto second = static_cast<qint64>(std::abs(serial - static_cast<double>(day)) * secondsOfDay + 0.5);
     if (second >= static_cast<qint64>(secondsOfDay)) ++day, second = 0;
+    if (day > static_cast<qint64>(last)) return std::nullopt;
     losses.cutTimes += second > 0;
     return Value(QDate::fromJulianDay(zero + day));
 }

@@ -240,6 +240,7 @@ Cell JetFile::memo(const MdbField& field) const {
     size_t size = 0;
     if (mdb_find_pg_row(m_mdb, static_cast<int>(place), &buffer, &start, &size) != 0 || size < wanted)
         return {State::Damaged, {}};
+    start &= Offset;
     return {State::Value, text({static_cast<const char*>(buffer) + start, wanted})};
 }
 
@@ -250,6 +251,7 @@ bool JetFile::chain(uint32_t place, uint32_t length, std::string& bytes) const {
         size_t size = 0;
         if (place == 0 || mdb_find_pg_row(m_mdb, static_cast<int>(place), &buffer, &start, &size) != 0 || size <= 4)
             return false;
+        start &= Offset;
         place = static_cast<uint32_t>(mdb_get_int32(buffer, start));
         bytes.append(static_cast<const char*>(buffer) + start + 4, size - 4);
     }

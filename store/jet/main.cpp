@@ -41,6 +41,7 @@ void limit(int what, rlim_t most) {
 
 /// Nothing is written but the output, and whoever waits for it is not outlived.
 void confine() {
+    close_range(STDERR_FILENO + 1, ~0U, 0);  // what the caller had open counts against the limit
     if (!Sanitized) limit(RLIMIT_AS, Memory);
     limit(RLIMIT_CPU, Seconds);
     limit(RLIMIT_NOFILE, Files);
@@ -62,7 +63,9 @@ FILE* takeOutput() {
     const int nowhere = open("/dev/null", O_WRONLY);
     dup2(nowhere, STDOUT_FILENO);
     dup2(nowhere, STDERR_FILENO);
-    return fdopen(output, "w");
+    FILE* file = fdopen(output, "w");
+    if (file == nullptr) _exit(2);
+    return file;
 }
 
 class Writer {
