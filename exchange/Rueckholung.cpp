@@ -5,6 +5,7 @@
 #include <QSet>
 #include <QStorageInfo>
 #include <algorithm>
+#include <limits>
 
 #include "exchange/Sicherung.h"
 #include "forms/SettingsGuard.h"
@@ -19,18 +20,24 @@ const QString DatabaseName = QStringLiteral("koben2.mdb");
 const QString KeptHead = QStringLiteral("Vor_Rueckholung_");
 
 constexpr qint64 reserve = 16'000'000;  // bytes of a disk that stay free
-constexpr size_t mostFiles = 1000;
+constexpr size_t mostFiles = 100'000;
 constexpr int mostKept = 5;
 // shares of the work
 constexpr double unpacked = 0.4, checked = 0.6, kept = 0.95;
 
 bool isDatabase(const QString& name) { return name.compare(DatabaseName, Qt::CaseInsensitive) == 0; }
 
-/// A name that is a file right in the folder, on any system; what the running program keeps for itself is none.
+/// The name under which a file lies in the data folder; other systems may have spelled the program's own otherwise.
+QString placeOf(const QString& name) {
+    for (const char* own : {"koben2.mdb", "Einstellungen.ko2", "S_Datensicherung.ol8", "PB_Neues_Schwein.ko1"})
+        if (name.compare(QLatin1String(own), Qt::CaseInsensitive) == 0) return QString::fromLatin1(own);
+    return name;
+}
+
+/// A name that is a file right in the folder, with no way out of it on any system.
 bool isPlace(const QString& name) {
-    if (name.isEmpty() || name.startsWith(u'.') || name.endsWith(u'.') || name.endsWith(u' ')) return false;
-    const auto forbidden = [](QChar c) { return c < u' ' || QStringLiteral("/\\:*?\"<>|").contains(c); };
-    return std::none_of(name.begin(), name.end(), forbidden);
+    if (name.isEmpty() || name.startsWith(u'.') || (name.size() > 1 && name[1] == u':')) return false;
+    return std::none_of(name.begin(), name.end(), [](QChar c) { return c < u' ' || c == u'/' || c == u'\\'; });
 }
 
 bool ownToProgram(const QString& name) {
@@ -56,9 +63,9 @@ QString against(const std::vector<ZipEntry>& entries, qint64 room) {
     qint64 all = 0;
     for (const ZipEntry& entry : entries) {
         if (const QString reason = against(entry); !reason.isEmpty()) return reason;
-        if (names.contains(entry.name.toLower()))
+        if (names.contains(placeOf(entry.name)))
             return QStringLiteral("Die Datei %1 steht mehrmals darin").arg(entry.name);
-        names.insert(entry.name.toLower());
+        names.insert(placeOf(entry.name));
         if (entry.size > room - all)
             return QStringLiteral("Ausgepackt ist sie größer als der freie Platz auf dem Datenträger");
         all += entry.size;
@@ -72,6 +79,9 @@ public:
     Backup(const QString& path, const QString& folder) : m_path(path), m_zip(path) {
         const qint64 room = QStorageInfo(folder).bytesAvailable() - reserve;
         if (const QString reason = against(m_zip.entries(), room); !reason.isEmpty()) refuse(reason);
+        for (const ZipEntry& entry : m_zip.entries())
+            if (QFileInfo(QDir(folder).filePath(placeOf(entry.name))).isDir())
+                refuse(QStringLiteral("Im Datenordner liegt an der Stelle der Datei %1 ein Ordner").arg(entry.name));
     }
 
     [[noreturn]] void refuse(const QString& reason) const { throw ZipFault(m_path, reason); }
@@ -81,8 +91,7 @@ public:
     bool unpackAll(const FileExchange& exchange, const ShareDone& go) const {
         for (size_t i = 0; i < m_zip.entries().size(); ++i) {
             const bool big = i == database();
-            const QString& name = big ? DatabaseName : m_zip.entries()[i].name;
-            if (!m_zip.unpack(i, exchange.file(name), big ? go : ShareDone())) return false;
+            if (!m_zip.unpack(i, exchange.file(placeOf(m_zip.entries()[i].name)), big ? go : ShareDone())) return false;
         }
         return true;
     }
@@ -102,7 +111,9 @@ public:
             if (error.kind == Kind::NewerVersion)
                 refuse(QStringLiteral("Ihre Datenbank stammt von einer neueren Version von KOBEN"));
             if (error.kind == Kind::ForeignFormat)
-                refuse(QStringLiteral("Ihre Datenbank hat das alte Format (MDB), das diese Version nicht liest"));
+                refuse(QStringLiteral(
+                    "Ihre Datenbank hat das alte Format (MDB). Entpacken Sie die Datensicherung in einen "
+                    "eigenen Ordner, und übernehmen Sie sie unter Optionen / Datenübernahme aus KOBEN 1.0"));
             refuse(QStringLiteral("Ihre Datenbank ist keine von KOBEN oder beschädigt"));
         }
     }
@@ -141,11 +152,14 @@ bool keepPresent(Koben& koben, const ShareDone& go) {
     for (int n = 2; QFile::exists(path); ++n) path = folder + QStringLiteral("%1_%2.zip").arg(stem).arg(n);
     if (!Sicherung_erstellen(koben, path, Proof::Bytes, go)) return false;
     QStringList all = QDir(folder).entryList({KeptHead + QStringLiteral("*.zip")}, QDir::Files, QDir::Name);
-    while (all.size() > mostKept) QFile::remove(folder + all.takeFirst());
+    all.removeAll(QFileInfo(path).fileName());  // whatever the clock says, this one is the newest
+    while (all.size() >= mostKept) QFile::remove(folder + all.takeFirst());
     return true;
 }
 
 }  // namespace
+
+QString Einwand(const std::vector<ZipEntry>& entries) { return against(entries, std::numeric_limits<qint64>::max()); }
 
 std::optional<Sicherungsinhalt> Sicherung_ansehen(const QString& zip, const QString& folder, const ShareDone& go) {
     const Backup backup(zip, folder);

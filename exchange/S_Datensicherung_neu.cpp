@@ -113,12 +113,12 @@ void S_Datensicherung_neu::Stand_zeigen() {
 
 void S_Datensicherung_neu::Dateien_zeigen() {
     datei1.setItems(Ordnerdateien(koben.Datenordner));
-    datei2.setItems(QDir(koben.Datenordner).entryList({Sicherungsmuster}, QDir::Files, QDir::Name));
+    datei2.setItems(QDir(koben.Datenordner).entryList({Sicherungsmuster}, QDir::Files, QDir::Name | QDir::IgnoreCase));
 }
 
 /// Fills both lists of drives. Chosen in `list` is a drive that was not there before, or else the wanted one, by its
 /// text or its volume's name, or else that of the data folder.
-void S_Datensicherung_neu::Laufwerke_lesen(ComboBox& list, const QList<Drive>& before, const QString& wanted) {
+void S_Datensicherung_neu::Laufwerke_lesen(ComboBox& list, QList<Drive> before, const QString& wanted) {
     m_drives = koben.platform.drives();
     if (Laufwerk_von(m_drives, koben.Datenordner) < 0) m_drives.prepend({koben.Datenordner, {}, 0, 0});
     const int dataDrive = Laufwerk_von(m_drives, koben.Datenordner);

@@ -95,7 +95,7 @@ private:
     bool Auf_Laufwerk_kopieren();
     bool In_Cloud_kopieren(QString folder);
     std::optional<QString> uebertragen(const QString& to);
-    void Laufwerke_lesen(ComboBox& list, const QList<Drive>& before, const QString& wanted);
+    void Laufwerke_lesen(ComboBox& list, QList<Drive> before, const QString& wanted);
     bool Datenlaufwerk(const ComboBox& list) const;
     void Dateien_zeigen();
     void Stand_zeigen();

@@ -40,7 +40,7 @@ void S_Datensicherung_neu::comordner_Click() {
 
 void S_Datensicherung_neu::Backups_zeigen() {
     ordner.setText(QDir::toNativeSeparators(m_ordner));
-    backups.setItems(QDir(m_ordner).entryList({QStringLiteral("*.zip")}, QDir::Files, QDir::Name));
+    backups.setItems(QDir(m_ordner).entryList({QStringLiteral("*.zip")}, QDir::Files, QDir::Name | QDir::IgnoreCase));
     vergleich.setText(
         backups.items().isEmpty()
             ? QStringLiteral("Hier liegt keine Datensicherung. Bitte wählen Sie ein anderes Laufwerk oder "

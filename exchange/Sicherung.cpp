@@ -55,6 +55,7 @@ private:
     bool readBack(const QString& zip, const std::vector<ZipSource>& files, const ShareDone& go) const {
         const ZipReader reader(zip);
         if (reader.entries().size() != files.size()) unproved(m_target, QStringLiteral("Dateien fehlen"));
+        if (const QString reason = Einwand(reader.entries()); !reason.isEmpty()) unproved(m_target, reason);
         for (size_t i = 0; i < files.size(); ++i) {
             if (reader.entries()[i].name != files[i].name) unproved(m_target, QStringLiteral("Dateien fehlen"));
             const bool database = files[i].name == DatabaseName;

@@ -28,6 +28,9 @@ enum class Proof { Bytes, Database };
 /// up; throws a DatabaseError where it failed. Then the file that was there still is.
 bool Sicherung_erstellen(Koben& koben, const QString& target, Proof proof, const ShareDone& go);
 
+/// Why a backup with these files would not be read back, whatever the room; "" where it would.
+QString Einwand(const std::vector<ZipEntry>& entries);
+
 /// What a backup holds, as its database tells.
 struct Sicherungsinhalt {
     QDate day;  ///< of its making

@@ -105,10 +105,13 @@ void PA_Koben::Load() {
     koben.Datenbankpfad = koben.Datenordner + QStringLiteral("koben2.mdb");
     koben.Liste_neu_laden = 1;
     koben.Start_erledigt = 0;
+    const bool settingsToCome = QFile::exists(koben.Datenordner + QStringLiteral("koben-tausch/Einstellungen.ko2"));
+    if (const QString own = koben.platform.userFolder(); !own.isEmpty()) FileExchange::recover(own);
     if (const QString reason = FileExchange::recover(koben.Datenordner); !reason.isEmpty())
         throw DatabaseError(
             DatabaseError::Kind::Io,
             fileFailure(QStringLiteral("Das Einlesen einer Datensicherung kann nicht zu Ende geführt werden"), reason));
+    if (settingsToCome) SettingsGuard(koben).adopt();
     const bool logLeft = QFileInfo(koben.Datenbankpfad + QStringLiteral("-wal")).size() > 0;
     Datenbank_oeffnen();
     koben.Heute = koben.clockToday();

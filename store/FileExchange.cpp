@@ -15,7 +15,7 @@ QString workIn(const QString& folder) { return QDir(folder).filePath(QStringLite
 QString decidedIn(const QString& folder) { return QDir(folder).filePath(QStringLiteral("koben-tausch")); }
 
 QStringList filesIn(const QString& folder) {
-    return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name | QDir::Reversed);
 }
 
 /// "" where no log of a database is left beside its place.

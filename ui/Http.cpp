@@ -2,6 +2,7 @@
 
 #include <QEventLoop>
 #include <QFile>
+#include <QFileInfo>
 #include <QHostAddress>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -92,6 +93,8 @@ private:
         if (status() >= bad) return refused();
         if (m_reply.error() == QNetworkReply::OperationCanceledError || m_reply.error() == QNetworkReply::TimeoutError)
             return {Result::TimedOut, {}, QStringLiteral("der Server antwortet nicht")};
+        if (m_reply.error() == QNetworkReply::TooManyRedirectsError)
+            return {Result::Refused, {}, QStringLiteral("der Server leitet im Kreis weiter")};
         if (m_reply.error() != QNetworkReply::NoError)
             return {Result::NoConnection, {}, QStringLiteral("es kam keine Verbindung zustande, oder sie brach ab")};
         if (status() != good) return {Result::Refused, {}, QStringLiteral("der Server hat diese Datei nicht")};
@@ -149,6 +152,8 @@ WebAnswer fetchFile(const QUrl& address, const QString& file, const WebLimits& l
         },
         go);
     out.close();
+    if (answer.read() && QFileInfo(draft).size() == 0)
+        answer = {Result::Refused, {}, QStringLiteral("die Antwort des Servers ist leer")};
     if (answer.read()) reason = replaceFile(draft, file);
     if (!reason.isEmpty()) answer = unwritable();
     if (!answer.read()) QFile::remove(draft);

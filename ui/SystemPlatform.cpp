@@ -114,6 +114,12 @@ bool SystemPlatform::start(const QString& command) {
     return QProcess::startDetached(program, words);
 }
 
+namespace {
+
+constexpr int downloadTime = 3'600'000;  // milliseconds; a slow line may need most of an hour
+
+}  // namespace
+
 QUrl SystemPlatform::onServer(const QString& path) const { return QUrl(server + path); }
 
 WebAnswer SystemPlatform::httpGet(const QString& path, qint64 most, const WebProgress& go) {
@@ -121,7 +127,7 @@ WebAnswer SystemPlatform::httpGet(const QString& path, qint64 most, const WebPro
 }
 
 WebAnswer SystemPlatform::download(const QString& path, const QString& file, qint64 most, const WebProgress& go) {
-    return fetchFile(onServer(path), file, {.bytes = most, .silence = serverSilence}, go);
+    return fetchFile(onServer(path), file, {.bytes = most, .silence = serverSilence, .whole = downloadTime}, go);
 }
 
 QList<Drive> SystemPlatform::drives() {
