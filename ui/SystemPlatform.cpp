@@ -21,6 +21,8 @@ const QString pdfPrinter = QStringLiteral("PDF-Datei");
 
 namespace {
 
+constexpr int downloadTime = 3'600'000;  // milliseconds; a slow line may need most of an hour
+
 /// The volume of a folder, or where that is not there yet, of the nearest one above it.
 QStorageInfo volumeOf(const QString& folder) {
     QFileInfo place(QDir::cleanPath(folder));
@@ -113,12 +115,6 @@ bool SystemPlatform::start(const QString& command) {
     const QString program = words.takeFirst();
     return QProcess::startDetached(program, words);
 }
-
-namespace {
-
-constexpr int downloadTime = 3'600'000;  // milliseconds; a slow line may need most of an hour
-
-}  // namespace
 
 QUrl SystemPlatform::onServer(const QString& path) const { return QUrl(server + path); }
 
