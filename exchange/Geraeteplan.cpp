@@ -34,10 +34,16 @@ public:
     bool planned(const QString& number) const { return m_taken.contains(sortKey(number)); }
 
 private:
-    /// The database finds what differs in case too, which are different animals here.
+    /// The device knows a number with an apostrophe by a backtick.
     Plantier inHerd(const QString& number) {
+        const Plantier exact = lastOf(number, number);
+        if (exact != 0 || !number.contains(u'`')) return exact;
+        return lastOf(QString(number).replace(u'`', u'\''), number);
+    }
+    /// The database finds what differs in case too, which are different animals here.
+    Plantier lastOf(const QString& stored, const QString& number) {
         Plantier last = 0;
-        for (m_herd.bind({number}); m_herd.next();)
+        for (m_herd.bind({stored}); m_herd.next();)
             if (Hochkomma_ersetzen(m_herd.text(1)) == Hochkomma_ersetzen(number))
                 last = std::max(last, m_herd.integer(0));
         return last;
@@ -131,7 +137,7 @@ private:
     }
 
     void mirror(Geplant& entry, Buchungstage& days) {
-        const QString number = entry.booking->fields[2 + 1].trimmed();
+        const QString number = entry.booking->fields[2 + 1];
         if (number.isEmpty()) return;
         entry.mirrored = true;
         entry.partner = animal(number);
