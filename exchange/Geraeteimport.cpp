@@ -140,8 +140,9 @@ private:
 /// A field of the list; a decimal number stands as it was read, with a point.
 QString listed(const Geraetebuchung& booking, int position) {
     QString field = booking.fields[position];
-    if (position < 2) return field;
-    const Geraetewert kind = booking.section->fields[static_cast<size_t>(position) - 2].kind;
+    const std::vector<Geraetefeld>& fields = booking.section->fields;
+    if (position < 2 || position >= booking.section->penAt()) return field;
+    const Geraetewert kind = fields[static_cast<size_t>(position) - 2].kind;
     if (kind == Geraetewert::Weight || kind == Geraetewert::Amount) Zahl_aus_Text(field);
     return field;
 }
