@@ -105,8 +105,7 @@ void PA_Koben::Load() {
     koben.Datenbankpfad = koben.Datenordner + QStringLiteral("koben2.mdb");
     koben.Liste_neu_laden = 1;
     koben.Start_erledigt = 0;
-    const bool settingsToCome = QFile::exists(koben.Datenordner + QStringLiteral("koben-tausch/Einstellungen.ko2"));
-    if (const QString own = koben.platform.userFolder(); !own.isEmpty()) FileExchange::recover(own);
+    const bool settingsToCome = FileExchange::isPending(koben.Datenordner, QStringLiteral("Einstellungen.ko2"));
     if (const QString reason = FileExchange::recover(koben.Datenordner); !reason.isEmpty())
         throw DatabaseError(
             DatabaseError::Kind::Io,

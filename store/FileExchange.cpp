@@ -67,6 +67,10 @@ QString FileExchange::carryOut(const QString& folder) {
     return {};
 }
 
+bool FileExchange::isPending(const QString& folder, const QString& name) {
+    return QFile::exists(QDir(decidedIn(folder)).filePath(name));
+}
+
 QString FileExchange::recover(const QString& folder) {
     const QString reason = QDir(decidedIn(folder)).exists() ? carryOut(folder) : QString();
     QDir(workIn(folder)).removeRecursively();

@@ -36,6 +36,8 @@ public:
     /// its logs. "" or the reason why some could not; the next start tries again.
     QString finish() const { return carryOut(m_folder); }
 
+    /// Whether an exchange that was decided and cut off still has this file to put in its place.
+    static bool isPending(const QString& folder, const QString& name);
     /// At a start, before anything of the folder is opened: finishes what was decided and removes what was not.
     /// "" or the reason why it cannot be finished.
     static QString recover(const QString& folder);
