@@ -66,6 +66,16 @@ done
 nameless=$(grep -rlE '\bTransaction [a-z]+[({]' forms output herd cycle bookings plans stock analytics exchange help ui app 2>/dev/null)
 [ -z "$nameless" ] || fail "a Transaction instead of a named Action in" $nameless
 
+# Two types of one name in one namespace are one to the linker, which takes either's functions for both.
+twice=$(git ls-files -- '*.h' '*.cpp' | grep -v '^tests/' | xargs awk '
+    FNR == 1 { depth = 0; space = "" }
+    /^(inline )?namespace/ { names[++depth] = space; space = space "/" ($2 == "{" ? "~" : $2); next }
+    /^\}  \/\/ namespace/ { space = names[depth--]; next }
+    space !~ /~/ && /^(struct|class|enum class|enum) [A-Za-z_0-9]+( final)?( :[^:]|  *\{)/ {
+        print space "::" ($1 == "enum" && $2 == "class" ? $3 : $2), FILENAME }' | sort -u |
+    awk '{ n[$1]++; at[$1] = at[$1] " " $2 } END { for (name in n) if (n[name] > 1) print name at[name] }')
+[ -z "$twice" ] || fail "one name for two types: $twice"
+
 if command -v clang-format >/dev/null; then
     files=$(git ls-files -co --exclude-standard -- '*.h' '*.cpp' | while read -r f; do [ -e "$f" ] && echo "$f"; done)
     [ -z "$files" ] || clang-format --dry-run -Werror $files >"$temp/format" 2>&1 ||
