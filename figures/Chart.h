@@ -59,9 +59,7 @@ struct Chart {
     QString empty = {};       ///< what stands there instead where no cell has a value
 };
 
-/// Areas bear the id "row.column" of their cell.
-Sketch drawChart(const Chart& chart, const ChartTable& table, QSizeF size, bool words);
-/// The cell of an area; nothing for another id.
+/// The cell that an area of a drawn chart shows; nothing for another id.
 std::optional<std::pair<int, int>> cellOf(const QString& area);
 
 }  // namespace koben

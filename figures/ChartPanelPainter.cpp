@@ -47,8 +47,7 @@ int ChartPanelPainter::paint(int group) {
     return group;
 }
 
-// -----------------------------------------------------------------------------------------------------------------
-// axes
+// ---------------------------------------------------------------------------------------------------------------- axes
 
 /// The room of the axes' names, and from it the plot.
 void ChartPanelPainter::measure() {
@@ -180,8 +179,7 @@ void ChartPanelPainter::drawClassAxis() {
         addText({m_plot.left(), y + line, m_plot.width(), line}, 0.5, m_panel.classTitle, Tone::Quiet);
 }
 
-// ---------------------------------------------------------------------------------------------------------------
-// values
+// -------------------------------------------------------------------------------------------------------------- values
 
 void ChartPanelPainter::addArea(const Series& series, int place, QRectF box, int group) {
     const int column = series.column;
