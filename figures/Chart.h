@@ -42,8 +42,8 @@ struct Band {
 
 /// One pair of axes.
 struct ChartPanel {
-    QString unit;        ///< along the values: "Sauen je Woche"
-    QString classTitle;  ///< along the classes; not needed for weeks and months
+    QString unit;             ///< along the values: "Sauen je Woche"
+    QString classTitle = {};  ///< along the classes; not needed for weeks and months
     Classes classes = Classes::Plain;
     int firstRow = 1, lastRow = 0;  ///< of the table; 0 for its end
     std::vector<Series> series = {};

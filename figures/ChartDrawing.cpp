@@ -13,7 +13,8 @@ bool hasValues(const ChartPanel& panel, const ChartTable& table) {
     const int last = panel.lastRow > 0 ? panel.lastRow : static_cast<int>(table.rows.size());
     for (const Series& series : panel.series)
         for (int row = panel.firstRow; row <= last; ++row)
-            if (series.look != Look::Target && !table.cell(row, series.column).isNull()) return true;
+            if (const Value& value = table.cell(row, series.column); series.look != Look::Target && !value.isNull())
+                if (!panel.fromZero || value.toDouble() != 0) return true;
     return false;
 }
 
