@@ -5,11 +5,8 @@
 
 namespace koben {
 
-namespace {
-enum { Art = 1, JeSau, Tage, Anteil };
-}
-
 Grafikinhalt Grafik_Nichtproduktiv(const Grafikauftrag& order) {
+    enum { Art = 1, JeSau, Tage, Anteil };
     static constexpr std::pair<Kz, const char*> kinds[] = {{Kz::NptBisBelegung, "Absetzen bis Belegung"},
                                                            {Kz::NptBisUmrauschen, "Belegung bis Umrauschen"},
                                                            {Kz::NptBisAbgang, "bis Abgang"},

@@ -5,11 +5,8 @@
 
 namespace koben {
 
-namespace {
-enum { Ferkel = 1, Gesamt, Lebend };
-}
-
 Grafikinhalt Grafik_Wurfgroessen(const Grafikauftrag& order) {
+    enum { Ferkel = 1, Gesamt, Lebend };
     const auto book = bookFor(order);
     int largest = 0;
     const auto each = [&](const auto& use) {
