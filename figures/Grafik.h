@@ -9,7 +9,8 @@ namespace koben {
 
 struct Grafik {
     const char* id;
-    const char* title;
+    const char* name;   ///< in the list
+    const char* title;  ///< above the plot
     const char* satz;   ///< what it shows, in German; %1 is the number of days from service to farrowing
     const char* empty;  ///< what is missing where it shows nothing
     Grafikinhalt (*make)(const Grafikauftrag& order);

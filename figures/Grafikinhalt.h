@@ -14,9 +14,9 @@ namespace koben {
 struct Grafikauftrag {
     Database db;
     qint32 heute = 0;
-    Zeitraum period;    ///< no day of it after `heute`
-    int tragezeit = 0;  ///< days from service to farrowing, as the cycle has it
-    int ziel = 0;       ///< services a week that the farm aims at; 0 for none
+    Zeitraum period = {};  ///< no day of it after `heute`
+    int tragezeit = 0;     ///< days from service to farrowing, as the cycle has it
+    int ziel = 0;          ///< services a week that the farm aims at; 0 for none
 };
 
 /// The book of sows that all plots of the period can use.

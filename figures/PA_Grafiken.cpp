@@ -27,7 +27,7 @@ constexpr Dateiart Dateiarten[] = {
 
 PA_Grafiken::PA_Grafiken(Koben& koben_) : Bericht(koben_, "PA_Grafiken", "Grafiken") {
     for (const Grafik& one : Grafiken()) li.addItem(QString::fromLatin1(one.id));
-    li.rowTitle = [](int row) { return QString::fromUtf8(Grafiken()[static_cast<size_t>(row)].title); };
+    li.rowTitle = [](int row) { return QString::fromUtf8(Grafiken()[static_cast<size_t>(row)].name); };
     li.setHint("Grafik");
     bild.setHint("Zeichnung der Grafik");
     gridli.setHint("Tabelle der Grafik");
