@@ -3,6 +3,7 @@
 #include "core/Einstellungen.h"
 #include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
+#include "core/Wartezeit.h"
 
 namespace koben {
 

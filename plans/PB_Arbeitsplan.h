@@ -2,7 +2,7 @@
 // The work plan: which animal needs which work in the coming days, as a list by date or as a chart with one column a
 // day. The same rows go to the file of the pocket device.
 #include "output/Bericht.h"
-#include "plans/Arbeitsplanliste.h"
+#include "output/Arbeitsplanliste.h"
 
 namespace koben {
 

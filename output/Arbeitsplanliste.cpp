@@ -1,4 +1,4 @@
-#include "plans/Arbeitsplanliste.h"
+#include "output/Arbeitsplanliste.h"
 
 #include <QDate>
 #include <algorithm>

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "forms/Grid.h"
-#include "plans/Arbeitsplan.h"
+#include "core/Arbeitsplan.h"
 
 namespace koben {
 

@@ -1,6 +1,6 @@
 #pragma once
-// The rules of the work plan: which kind of work falls due for which animal in a period. One pass over the animals in
-// memory; the form around it reads the data and writes the result.
+// The rules of the work plan: which kind of work falls due for which animal in a period, and what is due or overdue on
+// one day. One pass over the animals in memory; the forms around it read the data and write the result.
 #include <QHash>
 #include <functional>
 #include <vector>
@@ -23,6 +23,8 @@ struct Arbeit {
     QString reference;
     QString activeLater, activeEarlier;
     QString doneLater, doneEarlier;
+    /// Whether bookings can say that it was done; other work is only ever due, never overdue.
+    bool ends() const { return !doneLater.isEmpty() && !doneEarlier.isEmpty(); }
 };
 
 /// The kinds of work of the given names, in their order, each by the first option row of that name (case does not
@@ -59,9 +61,6 @@ Table Tiere_lesen(const Database& db, const std::vector<Arbeit>& works, Zeitraum
 /// True where there is any animal to walk, whether it has a row or not.
 bool Tiere_vorhanden(const Database& db, Tierauswahl choice);
 
-/// Last day of the withdrawal period by animal id, for animals whose period ends at `first` or later.
-QHash<qint64, qint32> Wartezeiten_lesen(const Database& db, qint32 first);
-
 /// Called after each animal with the number of steps done: one for each animal and kind of work that was neither
 /// inactive nor done. False gives the work up.
 using Fortschritt = std::function<bool(int steps)>;
@@ -69,5 +68,14 @@ using Fortschritt = std::function<bool(int steps)>;
 /// The plan, in the order of the animals and, for one animal, of the kinds of work, the sale block last.
 std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::vector<Arbeit>& works, Zeitraum period,
                                                const QHash<qint64, qint32>& blocks, const Fortschritt& progress);
+
+/// What a day's work is: rows of the plan for that day alone, and work whose last day has passed without it being done.
+struct Tagesarbeit {
+    Table animals;
+    std::vector<Faelligkeit> due, overdue;  ///< as the plan has them, by animal and kind of work
+};
+
+/// Of the animals in stock. Only animals with open work are read.
+Tagesarbeit Tagesarbeit_berechnen(const Database& db, const std::vector<Arbeit>& works, qint32 day);
 
 }  // namespace koben
