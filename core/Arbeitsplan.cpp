@@ -56,13 +56,13 @@ bool isOpen(const Table& animals, int animal, const Columns& work) {
 }
 
 /// The work's window for one animal, if it touches the period.
-std::optional<Zeitraum> window(const Table& animals, int animal, const Columns& work, Zeitraum period) {
+std::optional<Planzeitraum> window(const Table& animals, int animal, const Columns& work, Planzeitraum period) {
     const qint64 reference = work.reference < 0 ? 0 : day(animals, animal, work.reference);
     if (reference == 0) return std::nullopt;
     const qint64 from = reference + work.from, to = reference + work.to;
     if (from < EarliestDay || to < EarliestDay || from > LatestDay || to > LatestDay) return std::nullopt;
     if (!trifft(from, to, period)) return std::nullopt;
-    return Zeitraum{static_cast<qint32>(from), static_cast<qint32>(to)};
+    return Planzeitraum{static_cast<qint32>(from), static_cast<qint32>(to)};
 }
 
 QString sqlDay(qint64 day) {
@@ -70,7 +70,7 @@ QString sqlDay(qint64 day) {
 }
 
 /// The condition on an animal's reference date without which the work cannot fall into the period.
-QString nearPeriod(const Arbeit& work, Zeitraum period) {
+QString nearPeriod(const Arbeit& work, Planzeitraum period) {
     const qint64 first = qint64(period.first) - std::max(work.from, work.to);
     const qint64 last = qint64(period.last) - std::min(work.from, work.to);
     return QStringLiteral("(%1 >= %2 and %1 < %3)").arg(work.reference, sqlDay(first), sqlDay(last + 1));
@@ -146,7 +146,7 @@ std::vector<Arbeit> Arbeiten_lesen(const Table& options, const QStringList& name
     return works;
 }
 
-Table Tiere_lesen(const Database& db, const std::vector<Arbeit>& works, Zeitraum period, Tierauswahl choice) {
+Table Tiere_lesen(const Database& db, const std::vector<Arbeit>& works, Planzeitraum period, Tierauswahl choice) {
     if (choice.withBlocks) return db.table(planFields() + inStock(choice));
     QStringList near;
     for (const Arbeit& work : works)
@@ -158,12 +158,13 @@ bool Tiere_vorhanden(const Database& db, Tierauswahl choice) {
     return db.table(QStringLiteral("select top 1 ID") + inStock(choice)).rowCount() > 0;
 }
 
-bool trifft(qint64 from, qint64 to, Zeitraum period) {
+bool trifft(qint64 from, qint64 to, Planzeitraum period) {
     return period.contains(from) || period.contains(to) || (from < period.first && to > period.last);
 }
 
-std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::vector<Arbeit>& works, Zeitraum period,
-                                               const QHash<qint64, qint32>& blocks, const Fortschritt& progress) {
+std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::vector<Arbeit>& works,
+                                               Planzeitraum period, const QHash<qint64, qint32>& blocks,
+                                               const Fortschritt& progress) {
     const int idColumn = animals.columnOf(u"ID");
     std::vector<Columns> columns;
     for (const Arbeit& work : works) columns.emplace_back(work, animals);
@@ -190,11 +191,11 @@ Tagesarbeit Tagesarbeit_berechnen(const Database& db, const std::vector<Arbeit>&
     Tagesarbeit result{readAny(db, {}, open), {}, {}};
     std::vector<Columns> columns;
     for (const Arbeit& work : works) columns.emplace_back(work, result.animals);
-    const Zeitraum passed{static_cast<qint32>(EarliestDay), day - 1};
+    const Planzeitraum passed{static_cast<qint32>(EarliestDay), day - 1};
     for (int animal = 0; animal < result.animals.rowCount(); ++animal)
         for (size_t w = 0; w < works.size(); ++w) {
             if (!isOpen(result.animals, animal, columns[w])) continue;
-            const auto add = [&](std::vector<Faelligkeit>& rows, Zeitraum due) {
+            const auto add = [&](std::vector<Faelligkeit>& rows, Planzeitraum due) {
                 rows.push_back({animal, static_cast<int>(w), due.first, due.last});
             };
             if (const auto due = window(result.animals, animal, columns[w], {day, day}))

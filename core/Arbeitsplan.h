@@ -32,13 +32,13 @@ struct Arbeit {
 std::vector<Arbeit> Arbeiten_lesen(const Table& options, const QStringList& names);
 
 /// Days by their Julian number, both ends included.
-struct Zeitraum {
+struct Planzeitraum {
     qint32 first = 0, last = 0;
     bool contains(qint64 day) const { return day >= first && day <= last; }
 };
 
 /// True where a window of days touches the period: it begins or ends within it, or spans it whole.
-bool trifft(qint64 from, qint64 to, Zeitraum period);
+bool trifft(qint64 from, qint64 to, Planzeitraum period);
 
 /// One row of the plan.
 struct Faelligkeit {
@@ -56,7 +56,7 @@ struct Tierauswahl {
 
 /// The animals in stock that may have a row in the plan, with the fields that the plan needs. An animal without a
 /// reference date that brings work into the period is left out already here.
-Table Tiere_lesen(const Database& db, const std::vector<Arbeit>& works, Zeitraum period, Tierauswahl choice);
+Table Tiere_lesen(const Database& db, const std::vector<Arbeit>& works, Planzeitraum period, Tierauswahl choice);
 
 /// True where there is any animal to walk, whether it has a row or not.
 bool Tiere_vorhanden(const Database& db, Tierauswahl choice);
@@ -66,8 +66,9 @@ bool Tiere_vorhanden(const Database& db, Tierauswahl choice);
 using Fortschritt = std::function<bool(int steps)>;
 
 /// The plan, in the order of the animals and, for one animal, of the kinds of work, the sale block last.
-std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::vector<Arbeit>& works, Zeitraum period,
-                                               const QHash<qint64, qint32>& blocks, const Fortschritt& progress);
+std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::vector<Arbeit>& works,
+                                               Planzeitraum period, const QHash<qint64, qint32>& blocks,
+                                               const Fortschritt& progress);
 
 /// What a day's work is: rows of the plan for that day alone, and work whose last day has passed without it being done.
 struct Tagesarbeit {
