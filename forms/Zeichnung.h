@@ -1,11 +1,13 @@
 #pragma once
-// A document as the list of what stands on its pages: lines of text in pieces of changing fonts, straight lines,
-// rectangles, pictures. Printer, PDF, preview and script all show this one list.
+// A document as the list of what stands on its pages: lines of text in pieces of changing fonts, straight and bent
+// lines, rectangles, filled areas, marks, pictures. Printer, PDF, SVG, preview, window and script all show this one
+// list.
 #include <QByteArray>
 #include <QPointF>
 #include <QRectF>
 #include <QString>
 #include <QStringList>
+#include <array>
 #include <functional>
 #include <variant>
 #include <vector>
@@ -30,28 +32,78 @@ struct TextLine {
     std::vector<TextPiece> pieces;
 };
 
+/// What something is drawn in: a role. Its colour is the window's in either shade, or the paper's.
+enum class Tone : quint8 { Text, Quiet, Grid, Accent, Second, Third, Warning, Ground };
+inline constexpr int ToneCount = 8;
+
+/// The colour of each tone, 0xRRGGBB.
+using Tints = std::array<quint32, ToneCount>;
+const Tints& paperTints();  ///< told apart in grey too: each is of another lightness
+/// The colour of a tone; at less than full strength it is mixed with the ground.
+quint32 tint(const Tints& tints, Tone tone, double strength = 1);
+
+// What tells lines and areas apart without colour.
+enum class Dash : quint8 { Solid, Dashed, Dotted, DashDot };
+enum class Hatch : quint8 { None, Rising, Falling, Crossed, Level };
+enum class Shape : quint8 { Circle, Square, Triangle, Cross };
+
 // What follows stands at its place on the page: millimetres from the upper left corner within the margins.
 
 struct PlacedText {
     QRectF box;         ///< the text stands in the middle of its height and is not cut at its edges
     double anchor = 0;  ///< 0 at the left, 0.5 in the middle, 1 at the right of the box
     TextPiece piece;
+    Tone tone = Tone::Text;
 };
 struct StraightLine {
     QPointF from, to;
     double width = 0.2;
+    Tone tone = Tone::Text;
+    Dash dash = Dash::Solid;
 };
 struct Rectangle {
     QRectF box;
     double width = 0.2;  ///< of its edge; 0 for none
-    int shade = -1;      ///< grey inside, 0 black to 255 white; -1 for none
+    int shade = -1;      ///< inside, 0 the text's black to 255 the paper's white; -1 for none
+};
+struct Polyline {
+    std::vector<QPointF> points;
+    double width = 0.4;
+    Tone tone = Tone::Accent;
+    Dash dash = Dash::Solid;
+};
+/// A polygon, or a rectangle as its four corners.
+struct FilledArea {
+    std::vector<QPointF> points;
+    Tone tone = Tone::Accent;  ///< of ground, hatch and edge
+    double strength = 1;       ///< of the ground inside: 0 none, 1 the full tone
+    Hatch hatch = Hatch::None;
+    double width = 0.2;  ///< of the edge; 0 for none
+};
+struct Mark {
+    QPointF at;
+    Shape shape = Shape::Circle;
+    double size = 2;  ///< across
+    Tone tone = Tone::Accent;
+    bool filled = true;  ///< else the ground shows inside its edge
 };
 struct Picture {
     QRectF box;
     QByteArray file;  ///< PNG, JPEG or SVG
 };
 
-using DrawItem = std::variant<TextLine, PlacedText, StraightLine, Rectangle, Picture>;
+using DrawItem = std::variant<TextLine, PlacedText, StraightLine, Rectangle, Picture, Polyline, FilledArea, Mark>;
+
+/// Lengths of stroke and gap by turns, in millimetres; empty for a solid line.
+std::vector<double> dashLengths(Dash dash, double width);
+/// The lines of an area's hatch, cut at its edge; every medium draws these.
+std::vector<std::pair<QPointF, QPointF>> hatchLines(const FilledArea& area);
+inline constexpr double hatchWidth = 0.15;
+/// The corners of a mark; empty for a circle. A cross has four, of which the first two and the last two are a stroke.
+std::vector<QPointF> markPoints(const Mark& mark);
+std::vector<QPointF> corners(const QRectF& box);
+/// The item somewhere else; a line of text stays where it is.
+DrawItem moved(DrawItem item, QPointF by);
 
 struct DrawPage {
     std::vector<DrawItem> items;
@@ -70,6 +122,24 @@ struct Drawing {
     bool landscape = false;
     Sheet sheet = {};
     std::vector<DrawPage> pages = {{}};
+};
+
+/// Where a drawing can be pointed at: a bar, a point of a line, a field of a card.
+struct DrawnArea {
+    QString id;
+    QRectF box;     ///< millimetres, as the drawing's
+    QString text;   ///< what stands there, for a tooltip and a screen reader: "KW 12/2026: 34 Belegungen"
+    int group = 0;  ///< areas of one series follow each other; another series is reached up and down
+};
+
+/// One drawing of a given size, all of it at its place, to be looked at in a window or put on a page.
+struct Sketch {
+    QSizeF size = {180, 110};  ///< millimetres
+    std::vector<DrawItem> items = {};
+    std::vector<DrawnArea> areas = {};
+    /// The area at a point, the last where several lie there; nothing where there is none.
+    const DrawnArea* areaAt(QPointF point) const;
+    const DrawnArea* area(const QString& id) const;
 };
 
 /// A document on its way to a printer.
@@ -135,5 +205,7 @@ private:
 
 /// Sends a drawing through any job.
 void play(const Drawing& drawing, PrintJob& job);
+/// Puts a sketch onto the job's page, its upper left corner at `at`.
+void place(const Sketch& sketch, QPointF at, PrintJob& job);
 
 }  // namespace koben

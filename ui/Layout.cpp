@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "ui/CalendarPopup.h"
+#include "ui/DrawingView.h"
 #include "ui/FlowLayout.h"
 #include "ui/GridView.h"
 #include "ui/ListView.h"
@@ -393,6 +394,7 @@ std::vector<Control*> others(const Form& form, const std::vector<const Control*>
 
 Piece list(ListBox& model) { return {.widget = new ListView(model), .stretch = 1}; }
 Piece grid(Grid& model, const QString& emptyHint) { return {.widget = new GridView(model, emptyHint), .stretch = 1}; }
+Piece drawing(DrawingBox& model) { return {.widget = new DrawingView(model), .stretch = 1}; }
 Piece progress(ProgressBar& model) { return {.widget = new ProgressView(model)}; }
 
 Piece buttons(Pieces left, Pieces right) {
@@ -445,6 +447,7 @@ private:
         if (auto* button_ = dynamic_cast<Button*>(&control)) return void(m_buttons.push_back(button(*button_)));
         if (auto* grid_ = dynamic_cast<Grid*>(&control)) return line(grid(*grid_));
         if (auto* list_ = dynamic_cast<ListBox*>(&control)) return line(list(*list_));
+        if (auto* box = dynamic_cast<DrawingBox*>(&control)) return line(drawing(*box));
         if (auto* bar = dynamic_cast<ProgressBar*>(&control)) return line(progress(*bar));
         if (auto* arrows = dynamic_cast<SpinButton*>(&control)) return line(own(new ArrowsView(*arrows)));
         if (auto* month = dynamic_cast<Calendar*>(&control); month && m_field) {

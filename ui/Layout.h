@@ -9,6 +9,7 @@
 #include <initializer_list>
 #include <vector>
 
+#include "forms/DrawingBox.h"
 #include "forms/Form.h"
 #include "ui/Bound.h"
 
@@ -85,6 +86,7 @@ Piece date(TextBox& model, Button& button);
 Piece sharedCalendar(Calendar& calendar);
 Piece list(ListBox& model);
 Piece grid(Grid& model, const QString& emptyHint = {});
+Piece drawing(DrawingBox& model);
 Piece progress(ProgressBar& model);
 
 /// Name of the widget that `buttons` makes: it stays in sight where the rest of a window scrolls.

@@ -278,6 +278,15 @@ QColor alertColour(const QPalette& palette) {
     return palette.color(QPalette::Base).lightness() < 128 ? QColor(0xff, 0x8a, 0x80) : QColor(0xb3, 0x26, 0x1e);
 }
 
+Tints drawingTints(const QPalette& palette) {
+    const bool onDark = palette.color(QPalette::Base).lightness() < 128;
+    const auto rgb = [](const QColor& colour) { return static_cast<quint32>(colour.rgb() & 0xffffff); };
+    return {rgb(palette.color(QPalette::Text)), rgb(palette.color(QPalette::PlaceholderText)),
+            rgb(palette.color(QPalette::Mid)),  rgb(palette.color(QPalette::Link)),
+            onDark ? 0xf0b060u : 0xb5650fu,     onDark ? 0x8fd08fu : 0x4d8a2bu,
+            rgb(alertColour(palette)),          rgb(palette.color(QPalette::Base))};
+}
+
 void showDaysOff(QCalendarWidget& calendar) {
     QTextCharFormat format;
     format.setForeground(alertColour(calendar.palette()));

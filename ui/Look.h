@@ -3,6 +3,8 @@
 #include <QIcon>
 #include <QPalette>
 
+#include "forms/Zeichnung.h"
+
 class QApplication;
 class QCalendarWidget;
 
@@ -20,6 +22,8 @@ void applyLook(QApplication& application, Shade shade);
 QIcon iconOf(const QString& name, const QPalette& palette);
 /// The colour of what is wrong or holiday; legible on the ground of lists and fields in both shades.
 QColor alertColour(const QPalette& palette);
+/// The tones of drawings on the ground of lists.
+Tints drawingTints(const QPalette& palette);
 /// Writes a calendar's days off in that colour.
 void showDaysOff(QCalendarWidget& calendar);
 /// The program's own sign, for windows and the task bar.

@@ -20,8 +20,6 @@ namespace koben::ui {
 
 namespace {
 
-constexpr double millimetresPerInch = 25.4;
-
 /// False where the painting was given up or failed.
 bool paint(QPrinter& printer, const Draw& draw, const PrintJob::Go& go) {
     const Drawing drawing = draw(printer);

@@ -1,7 +1,6 @@
 #include "ui/Printing.h"
 
 #include <QFile>
-#include <QImage>
 #include <QPageLayout>
 #include <QPrinterInfo>
 #include <algorithm>
@@ -13,8 +12,6 @@ namespace koben::ui {
 
 namespace {
 
-constexpr double millimetresPerInch = 25.4;
-constexpr double pointsPerInch = 72;
 constexpr double dots = layoutDots / millimetresPerInch;
 constexpr int tabStop = 8;          // characters
 constexpr double marginText = 4.5;  // millimetres between the margins' texts and what they stand beside
@@ -33,22 +30,6 @@ qsizetype fitting(const QFontMetricsF& metrics, const QString& text, double room
 }
 
 }  // namespace
-
-const Faces::Face& Faces::of(const Typeface& typeface) {
-    const QString key =
-        QStringLiteral("%1|%2|%3|%4").arg(typeface.name).arg(typeface.points).arg(typeface.bold).arg(typeface.italic);
-    auto& face = m_faces[key];
-    if (!face) {
-        QFont font(typeface.name.isEmpty() ? QStringLiteral("Courier New") : typeface.name);
-        const double points = typeface.points > 0 ? std::clamp(typeface.points, 1.0, 200.0) : 10;
-        font.setPixelSize(qRound(points * layoutDots / pointsPerInch));
-        font.setHintingPreference(QFont::PreferNoHinting);
-        font.setBold(typeface.bold);
-        font.setItalic(typeface.italic);
-        face = std::make_shared<Face>(Face{font, QFontMetricsF(font)});
-    }
-    return *face;
-}
 
 // ------------------------------------------------------------------------------------------------------------- layout
 
@@ -147,7 +128,7 @@ void Sheets::paintSheet(QPainter& painter, int sheet) {
     paintMargins(painter, sheet + 1);
     const OneSheet& one = m_sheets[static_cast<size_t>(sheet)];
     if (one.placed)
-        for (const DrawItem& item : one.placed->items) paintItem(painter, item);
+        for (const DrawItem& item : one.placed->items) paintItem(painter, item, m_faces, paperTints());
     paintLines(painter, one);
     painter.restore();
 }
@@ -177,37 +158,6 @@ void Sheets::paintMargins(QPainter& painter, int number) {
     painter.drawText(QPointF((m_width - face.metrics.horizontalAdvance(page)) / 2,
                              m_height + marginText * dots + face.metrics.ascent() / 2),
                      page);
-}
-
-QRectF Sheets::pixels(const QRectF& millimetres) const {
-    return {millimetres.topLeft() * dots, millimetres.size() * dots};
-}
-
-void Sheets::paintItem(QPainter& painter, const DrawItem& item) {
-    const auto pen = [&](double width) {
-        return width > 0 ? QPen(Qt::black, width * dots, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin) : QPen(Qt::NoPen);
-    };
-    if (const auto* line = std::get_if<StraightLine>(&item)) {
-        painter.setPen(pen(line->width));
-        painter.drawLine(line->from * dots, line->to * dots);
-    } else if (const auto* drawn = std::get_if<Rectangle>(&item)) {
-        painter.setPen(pen(drawn->width));
-        painter.setBrush(drawn->shade < 0 ? QBrush() : QColor(drawn->shade, drawn->shade, drawn->shade));
-        painter.drawRect(pixels(drawn->box));
-    } else if (const auto* picture = std::get_if<Picture>(&item)) {
-        painter.drawImage(pixels(picture->box), QImage::fromData(picture->file));
-    } else if (const auto* text = std::get_if<PlacedText>(&item)) {
-        const Faces::Face& face = m_faces.of(text->piece.font);
-        const QRectF box = pixels(text->box);
-        const double spare = box.width() - face.metrics.horizontalAdvance(text->piece.text);
-        painter.setPen(Qt::black);
-        painter.setFont(face.font);
-        painter.drawText(QPointF(box.left() + spare * text->anchor,
-                                 box.center().y() + (face.metrics.ascent() - face.metrics.descent()) / 2),
-                         text->piece.text);
-    }
-    painter.setPen(Qt::black);
-    painter.setBrush({});
 }
 
 void setPage(QPrinter& printer, bool landscape) {

@@ -1,34 +1,15 @@
 #pragma once
 // Paper, PDF and preview: a drawing laid out once by measures of its own and enlarged to what it goes to, so that all
 // of them have the same lines on the same pages.
-#include <QFont>
-#include <QFontMetricsF>
-#include <QHash>
 #include <QPainter>
 #include <QPrinter>
 #include <functional>
 #include <memory>
 
 #include "forms/Ports.h"
+#include "ui/DrawItems.h"
 
 namespace koben::ui {
-
-/// Dots to an inch in which drawings are measured, whatever the device has: no rounding of a printer's own moves a
-/// line.
-constexpr double layoutDots = 1200;
-
-/// The faces of a drawing with their measures in layout dots.
-class Faces {
-public:
-    struct Face {
-        QFont font;
-        QFontMetricsF metrics;
-    };
-    const Face& of(const Typeface& typeface);
-
-private:
-    QHash<QString, std::shared_ptr<Face>> m_faces;
-};
 
 /// A drawing on the sheets of a printer, of which only the paper counts for the breaks.
 class Sheets {
@@ -68,8 +49,6 @@ private:
     void paintSheet(QPainter& painter, int sheet);
     void paintLines(QPainter& painter, const OneSheet& sheet);
     void paintMargins(QPainter& painter, int number);
-    void paintItem(QPainter& painter, const DrawItem& item);
-    QRectF pixels(const QRectF& millimetres) const;
 
     const Drawing& m_drawing;
     QPrinter& m_printer;

@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "core/PZ_Koben_Subs.h"
+#include "forms/DrawingBox.h"
 
 namespace koben::skript {
 
@@ -78,6 +79,7 @@ void Hand::click(const Target& target) {
     if (auto* check = dynamic_cast<CheckBox*>(target.control)) return check->click();
     if (auto* grid = dynamic_cast<Grid*>(target.control)) return grid->click();
     if (auto* list = dynamic_cast<ListBox*>(target.control)) return list->click();
+    if (auto* box = dynamic_cast<DrawingBox*>(target.control)) return box->clickAt(box->current());
     if (dynamic_cast<TextBox*>(target.control)) return;  // it has the focus now
     auto* tabs = dynamic_cast<Tabs*>(target.control);
     demand(tabs && target.page >= 0, target, "kann nicht angeklickt werden");
@@ -143,6 +145,10 @@ void Hand::spin(const Target& target, bool up) {
 void Hand::row(const Target& target, const QString& row) {
     if (!reach(target)) return;
     if (auto* grid = dynamic_cast<Grid*>(target.control)) return grid->choose(rowOf(row, grid->rowCount()));
+    if (auto* box = dynamic_cast<DrawingBox*>(target.control)) {
+        const auto& areas = box->sketch().areas;
+        return box->choose(areas[static_cast<size_t>(rowOf(row, static_cast<int>(areas.size()))) - 1].id);
+    }
     auto& list = as<ListBox>(target, "keine Liste");
     list.choose(rowOf(row, static_cast<int>(list.items().size())) - 1);
 }

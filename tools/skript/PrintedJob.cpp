@@ -6,11 +6,42 @@ namespace {
 
 QString number(double value) { return QString::number(value).replace(u'.', u','); }
 
-QString placed(const char* what, std::initializer_list<double> measures) {
-    QString text = u'{' + QString::fromUtf8(what);
-    for (const double measure : measures) text += u' ' + number(measure);
+QString placed(const QString& what, const std::vector<QPointF>& points) {
+    QString text = u'{' + what;
+    for (const QPointF& point : points) text += u' ' + number(point.x()) + u' ' + number(point.y());
     return text + u'}';
 }
+QString placed(const char* what, const QRectF& box) {
+    return placed(QString::fromUtf8(what), {box.topLeft(), {box.width(), box.height()}});
+}
+QString with(const char* what, std::initializer_list<const char*> words, int word) {
+    const QString more = QString::fromUtf8(words.begin()[word]);
+    return QString::fromUtf8(what) + (more.isEmpty() ? more : u' ' + more);
+}
+
+struct Placing {
+    QString operator()(const TextLine&) const { return {}; }
+    QString operator()(const PlacedText& text) const {
+        return placed(QStringLiteral("Text"), {text.box.topLeft()}) + u' ' + text.piece.text;
+    }
+    QString operator()(const StraightLine& line) const {
+        return placed(with("Linie", dashes, static_cast<int>(line.dash)), {line.from, line.to});
+    }
+    QString operator()(const Rectangle& drawn) const { return placed("Rechteck", drawn.box); }
+    QString operator()(const Picture& picture) const { return placed("Bild", picture.box); }
+    QString operator()(const Polyline& line) const {
+        return placed(with("Linienzug", dashes, static_cast<int>(line.dash)), line.points);
+    }
+    QString operator()(const FilledArea& area) const {
+        return placed(
+            with("Fläche", {"", "steigend", "fallend", "gekreuzt", "waagrecht"}, static_cast<int>(area.hatch)),
+            area.points);
+    }
+    QString operator()(const Mark& mark) const {
+        return placed(with("Marke", {"Kreis", "Quadrat", "Dreieck", "Kreuz"}, static_cast<int>(mark.shape)), {mark.at});
+    }
+    static constexpr std::initializer_list<const char*> dashes{"", "gestrichelt", "gepunktet", "strichpunktiert"};
+};
 
 /// Writes a drawing as lines of text.
 class Writer {
@@ -35,16 +66,9 @@ private:
         }
         endLine();
     }
-    void add(const PlacedText& text) {
-        job.lines += placed("Text", {text.box.x(), text.box.y()}) + u' ' + text.piece.text;
-    }
-    void add(const StraightLine& line) {
-        job.lines += placed("Linie", {line.from.x(), line.from.y(), line.to.x(), line.to.y()});
-    }
-    void add(const Rectangle& drawn) { add("Rechteck", drawn.box); }
-    void add(const Picture& picture) { add("Bild", picture.box); }
-    void add(const char* what, const QRectF& box) {
-        job.lines += placed(what, {box.x(), box.y(), box.width(), box.height()});
+    template <class Placed>
+    void add(const Placed& item) {
+        job.lines += Placing()(item);
     }
 
     void showFont(const Typeface& font) {
@@ -77,6 +101,8 @@ private:
 };
 
 }  // namespace
+
+QString placedText(const DrawItem& item) { return std::visit(Placing(), item); }
 
 bool ScriptPrintJob::finish(const Drawing& drawing, const Go&) {
     m_onEnd(Writer(drawing).job);

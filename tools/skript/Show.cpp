@@ -1,5 +1,8 @@
 #include "tools/skript/Show.h"
 
+#include "forms/DrawingBox.h"
+#include "tools/skript/PrintedJob.h"
+
 namespace koben::skript {
 
 namespace {
@@ -25,6 +28,13 @@ void showGrid(const Grid& grid, Transcript& transcript) {
 void showEntries(const QStringList& entries, int current, const std::function<bool(int)>& marked,
                  Transcript& transcript) {
     for (int i = 0; i < entries.size(); ++i) transcript.printed(mark(i == current, marked && marked(i)) + entries[i]);
+}
+
+/// Where a drawing can be pointed at stands behind its lines.
+void showDrawing(const DrawingBox& box, Transcript& transcript) {
+    for (const DrawItem& item : box.sketch().items) transcript.printed(placedText(item));
+    for (const DrawnArea& area : box.sketch().areas)
+        transcript.printed(mark(area.id == box.current(), false) + area.id + u'\t' + area.text);
 }
 
 std::optional<bool> isOn(const Target& target) {
@@ -58,6 +68,7 @@ void show(const Target& target, Transcript& transcript) {
         return transcript.printed(calendar->date().toString(QStringLiteral("dd.MM.yyyy")));
     if (auto* bar = dynamic_cast<ProgressBar*>(target.control))
         return transcript.printed(QStringLiteral("%1 %2").arg(bar->value()).arg(bar->maximum()));
+    if (auto* drawn = dynamic_cast<DrawingBox*>(target.control)) return showDrawing(*drawn, transcript);
     const auto on = isOn(target);
     if (on && !dynamic_cast<Tabs*>(target.control))
         return transcript.printed(*on ? QStringLiteral("an") : QStringLiteral("aus"));
