@@ -52,6 +52,7 @@ const MenuRow Rows[] = {
     {"XE_Eingabe", "XE_Ferkelverkauf", "Ferkel-Ver&Kauf", "PE_Bewegungsdaten", "", 6},
     {"XE_Eingabe", "XE_behandlung", "Be&handlung", "PE_Bewegungsdaten", "", 7},
     {"A_Auswertungen", "a_awsauenkarte", "Sauenkarte", "PB_Sauenkarte"},
+    {"A_Auswertungen", "a_awsauenkarte_gezeichnet", "Sauenkarte (ge&zeichnet)", "PB_Sauenkarte_gezeichnet"},
     {"A_Auswertungen", "a_awschweine", "Schweine (Infobericht)", "PB_Tierinformation_Schweine"},
     {"A_Auswertungen", "a_awschweinebuchungen", "Schweine (Buchungen)", "PB_Tierinformation_Buchungen"},
     {"A_Auswertungen", "A_awarbeitspläne", "Arbeitspläne", "PB_Arbeitsplan"},
@@ -63,6 +64,7 @@ const MenuRow Rows[] = {
     {"A_Auswertungen", "A_awstatistiken", "Statistiken", "PB_Statistiken"},
     {"A_Auswertungen", "A_awgruppierungen", "Gruppierungen", "PB_Gruppierungen"},
     {"A_Auswertungen", "A_awlogikpruefung", "Logik-Prüfung Sauen", "PB_Logiktest"},
+    {"A_Auswertungen", "A_awtagesblick", "Tagesbli&ck", "PA_Tagesblick"},
     {"V_Verwaltung", "V_Bestandsdaten", "Bestandsdaten", "PV_Bestandsdaten"},
     {"V_Verwaltung", "V_Arbeitspläne", "Arbeitsplandaten", "PV_Arbeitsplandaten"},
     {"V_Verwaltung", "V_Medizinundwartezeiten", "Medizin und Wartezeiten", "PV_Medizin"},
@@ -111,6 +113,7 @@ const ToolRow Tools[] = {
     {"btn_auswert_deckungsbeitrag", "A_awdeckungsbeiträge", "Deckungsbeitrag", "deckungsbeitrag"},
     {"btn_auswert_Statusplan", "A_awstatusplan", "Statusplan", "statusplan"},
     {"btn_auswert_statistiken", "A_awstatistiken", "Statistik", "statistik"},
+    {"btn_auswert_tagesblick", "A_awtagesblick", "Tagesblick", "tagesblick"},
     {"btn_einstellungen", "O_Einstellungen", "Einstellungen", "einstellungen"},
     {"btn_datensicherung", "O_Datensicherung", "Datensicherung", "datensicherung"},
 };

@@ -34,11 +34,11 @@ std::vector<DrawItem> drawQrCode(const QrCode& code, const QRectF& box) {
             if (!code.dark(row, column)) continue;
             const int first = column;
             while (column + 1 < code.size && code.dark(row, column + 1)) ++column;
-            items.push_back(Rectangle{.box = QRectF(box.left() + module * (Border + first),
-                                                    box.top() + module * (Border + row),
-                                                    module * (column - first + 1), module),
-                                      .width = 0,
-                                      .shade = 0});
+            items.push_back(
+                Rectangle{.box = QRectF(box.left() + module * (Border + first), box.top() + module * (Border + row),
+                                        module * (column - first + 1), module),
+                          .width = 0,
+                          .shade = 0});
         }
     return items;
 }

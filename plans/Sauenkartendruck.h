@@ -1,5 +1,6 @@
 #pragma once
-// What the screens that print sow cards share: the list of sows with its marks, the printer, a print whole or not at all.
+// What the screens that print sow cards share: the list of sows with its marks, the printer, a print whole or not at
+// all.
 #include "output/Bericht.h"
 
 namespace koben {
