@@ -93,6 +93,8 @@ enum Slot : int {
     RegisterBetrieb = 28,  ///< 28 to 32: the farm's lines in the head of the register
     Sortierung1 = 33,
     Sortierung2 = 34,
+    WarnAbzug = 40,  ///< 40 to 43: slack, threshold, weeks and least weeks of the early warning; "" for the default
+    WarnMindestwochen = 43,
 };
 }
 

@@ -59,18 +59,25 @@ struct Rueckblick {
     int possible = 0, alarms = 0;
 };
 
+/// The weeks of a series with what was booked in each; `weeks` follow each other.
+std::vector<Warnwoche> Wochenwerte(const Sauenbuch& book, Warnreihe series, const std::vector<Zeitraum>& weeks);
+/// The watch itself: the first weeks are the base, as many weeks as `how` says, the others are watched.
+Warnung Wochen_beurteilen(Warnreihe series, std::vector<Warnwoche> weeks, const Warnvorgaben& how);
+
 /// The book must reach back to `Warnbeginn`.
 Warnung Fruehwarnung(const Sauenbuch& book, Warnreihe series, const Warnvorgaben& how = {});
 Rueckblick Fruehwarnung_zurueck(const Sauenbuch& book, Warnreihe series, const Warnvorgaben& how = {});
 /// The first day that the present watch needs.
 qint32 Warnbeginn(qint32 heute, const Warnvorgaben& how = {});
 
-/// A booking behind a week of a series.
+/// A booking behind the weeks of a series, and its part.
 struct Warnbeitrag {
     const Sau* sau = nullptr;
     qint32 tag = 0;
+    QString was, einzelheit;
     qint64 numerator = 0, denominator = 0;
 };
-std::vector<Warnbeitrag> Warnbeitraege(const Sauenbuch& book, Warnreihe series, Zeitraum week);
+/// By day and animal.
+std::vector<Warnbeitrag> Warnbeitraege(const Sauenbuch& book, Warnreihe series, Zeitraum weeks);
 
 }  // namespace koben

@@ -5,7 +5,11 @@
 
 namespace koben {
 
-/// Sentence with variant, period and formula; numerator, denominator and value; the bookings or animals behind.
-Explanation Kennzahl_herleiten(const Sauenbuch& book, Kz figure, Zeitraum period);
+/// What of a row is asked for.
+enum class Spalte { Wert, Gezaehlt, Ausgelassen };
+
+/// Sentence with variant, period and formula; numerator, denominator and value; the bookings or animals behind. Of what
+/// is counted the cases in the denominator, of what is left out the bookings.
+Explanation Kennzahl_herleiten(const Sauenbuch& book, Kz figure, Zeitraum period, Spalte column = Spalte::Wert);
 
 }  // namespace koben

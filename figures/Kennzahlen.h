@@ -110,5 +110,7 @@ struct Beitrag {
 };
 /// By day and animal.
 std::vector<Beitrag> Beitraege(const Sauenbuch& book, Kz figure, Zeitraum period);
+/// The bookings that a figure leaves out, without parts.
+std::vector<Beitrag> Ausgelassene(const Sauenbuch& book, Kz figure, Zeitraum period);
 
 }  // namespace koben

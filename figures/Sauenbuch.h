@@ -26,6 +26,9 @@ struct Ferkelbuchung {
     int anzahl = 0;
 };
 
+/// Losses are many, and only the early warning looks at them.
+enum class Lesen { OhneVerluste, Alles };
+
 /// Everything of one sow, by day. What the spans show lives as long as the book.
 struct Sau {
     qint64 id = 0;
@@ -42,18 +45,21 @@ struct Sau {
 
 class Sauenbuch {
 public:
-    /// Reads what periods that begin on `from` or later can need: sows gone before with no booking since are left out.
-    Sauenbuch(const Database& db, qint32 heute, qint32 from);
+    /// Reads what periods that begin on `from` or later can need: sows gone before with no booking since are left out,
+    /// and losses before it.
+    Sauenbuch(const Database& db, qint32 heute, qint32 from, Lesen what = Lesen::Alles);
     Sauenbuch(const Sauenbuch&) = delete;
     Sauenbuch& operator=(const Sauenbuch&) = delete;
 
     qint32 heute() const { return m_heute; }
     qint32 from() const { return m_from; }
+    bool holds(qint32 from, Lesen what) const { return m_from <= from && m_what >= what; }
     /// By ID.
     std::span<const Sau> sauen() const { return m_sows; }
 
 private:
     qint32 m_heute, m_from;
+    Lesen m_what;
     std::vector<Sau> m_sows;
     std::vector<qint32> m_groups, m_negative;
     std::vector<Wurf> m_litters;
@@ -62,6 +68,7 @@ private:
 
 /// The book of a file as it stands now: the one read last where nothing of the animals and bookings has changed since,
 /// it is of the same day and reaches as far back; otherwise read anew. Cheap to ask for again and again.
-std::shared_ptr<const Sauenbuch> Sauenbuch_holen(const Database& db, qint32 heute, qint32 from);
+std::shared_ptr<const Sauenbuch> Sauenbuch_holen(const Database& db, qint32 heute, qint32 from,
+                                                 Lesen what = Lesen::OhneVerluste);
 
 }  // namespace koben

@@ -65,6 +65,7 @@ const MenuRow Rows[] = {
     {"A_Auswertungen", "A_awgruppierungen", "Gruppierungen", "PB_Gruppierungen"},
     {"A_Auswertungen", "A_awlogikpruefung", "Logik-Prüfung Sauen", "PB_Logiktest"},
     {"A_Auswertungen", "A_awtagesblick", "Tagesbli&ck", "PA_Tagesblick"},
+    {"A_Auswertungen", "A_awkennzahlen", "Kennzahlen", "PA_Kennzahlen"},
     {"V_Verwaltung", "V_Bestandsdaten", "Bestandsdaten", "PV_Bestandsdaten"},
     {"V_Verwaltung", "V_Arbeitspläne", "Arbeitsplandaten", "PV_Arbeitsplandaten"},
     {"V_Verwaltung", "V_Medizinundwartezeiten", "Medizin und Wartezeiten", "PV_Medizin"},

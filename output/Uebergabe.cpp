@@ -20,9 +20,10 @@ void Text_uebergeben(Koben& koben, const QString& text, const QString& file) {
 }
 
 QString Berichtstitel(const Koben& koben) {
+    static const QStringList handOn{"PA_Koben", "PA_Zwischenliste", "PA_Textausgabe", "PA_Erklärung"};
     const auto& open = koben.stack();
     for (auto form = open.rbegin(); form != open.rend(); ++form)
-        if (!(*form)->name().startsWith(QStringLiteral("PA_"))) return (*form)->caption();
+        if (!handOn.contains((*form)->name())) return (*form)->caption();
     return QStringLiteral("KOBEN");
 }
 

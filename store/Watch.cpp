@@ -12,6 +12,11 @@ Watch::Watch(const Database& database, const QString& table)
     database.m_connection->watch(m_state);
 }
 
+bool Watch::watches(const Database& database) const {
+    const auto connection = m_connection.lock();
+    return connection != nullptr && connection == database.m_connection && !connection->isClosed();
+}
+
 std::optional<std::vector<qint64>> Watch::take(size_t most) {
     const auto connection = m_connection.lock();
     if (connection == nullptr || connection->isClosed()) return std::nullopt;

@@ -16,6 +16,8 @@ public:
     /// From now on; `table` has a counter field.
     Watch(const Database& database, const QString& table);
 
+    /// Whether it watches the file of this connection.
+    bool watches(const Database& database) const;
     /// Counters of the rows added, changed or removed since the last take(), each once. Nothing where that is not known
     /// and everything may have changed: at the first call, after another program's writing, after a rolled-back
     /// transaction or a change of tables, and where it is more than `most`.
