@@ -148,7 +148,7 @@ void PB_Logiktest::lead(int row, int column) {
         if (hit) break;
     }
     if (test == Termine) return;
-    if (!Tier_waehlen(koben, line.sow, QStringLiteral("Die Sau"))) return;
+    if (!chooseAnimal(koben, line.sow, QStringLiteral("Die Sau"))) return;
     m_left = line;
     m_leftRow = row;
     koben.Buchungsart_Nr = static_cast<int>(Tests[test].kind);

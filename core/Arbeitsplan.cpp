@@ -184,7 +184,7 @@ std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::
     return plan;
 }
 
-Tagesarbeit Tagesarbeit_berechnen(const Database& db, const std::vector<Arbeit>& works, qint32 day) {
+Tagesarbeit computeTagesarbeit(const Database& db, const std::vector<Arbeit>& works, qint32 day) {
     QStringList open;
     for (const Arbeit& work : works)
         if (!work.reference.isEmpty()) open.append(openOn(work, day));

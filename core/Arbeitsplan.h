@@ -77,6 +77,6 @@ struct Tagesarbeit {
 };
 
 /// Of the animals in stock. Only animals with open work are read.
-Tagesarbeit Tagesarbeit_berechnen(const Database& db, const std::vector<Arbeit>& works, qint32 day);
+Tagesarbeit computeTagesarbeit(const Database& db, const std::vector<Arbeit>& works, qint32 day);
 
 }  // namespace koben

@@ -34,7 +34,7 @@ QHash<qint64, qint32> Wartezeiten_lesen(const Database& db, qint32 first) {
     return blocks;
 }
 
-Table Wartezeittiere_lesen(const Database& db, const QString& heute) {
+Table readWartezeittiere(const Database& db, const QString& heute) {
     return db.table(
         QStringLiteral(
             "select Nummer, Art, Gruppe, Stallnr, xdatum, Sauen.ID as tier, Abgangsdatum from Sauen inner join (select "

@@ -16,6 +16,6 @@ QHash<qint64, qint32> Wartezeiten_lesen(const Database& db, qint32 first);
 
 /// All animals whose latest block ends on `heute` (dd.mm.yyyy) or later, those that have left too, by number: Nummer,
 /// Art, Gruppe, Stallnr, xdatum (the last day), tier (the ID), Abgangsdatum.
-Table Wartezeittiere_lesen(const Database& db, const QString& heute);
+Table readWartezeittiere(const Database& db, const QString& heute);
 
 }  // namespace koben

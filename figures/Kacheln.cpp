@@ -77,7 +77,7 @@ std::span<const Kz> Kachelzahlen() { return Zahlen; }
 
 std::vector<Zeitraum> Kacheljahre(qint32 heute) { return rollende_Jahre(heute, Jahre); }
 
-std::vector<Kachel> Kacheln_berechnen(const Sauenbuch& book, const Zielwerte& targets) {
+std::vector<Kachel> computeKacheln(const Sauenbuch& book, const Zielwerte& targets) {
     const auto stands = Kennzahlen_berechnen(book, Kacheljahre(book.heute()));
     std::vector<Kachel> tiles;
     for (const Kz figure : Zahlen) {
@@ -195,7 +195,7 @@ double scaleOf(QSizeF tile) { return std::min(tile.width() / Tile.width(), tile.
 
 }  // namespace
 
-Sketch Kacheln_zeichnen(const std::vector<Kachel>& tiles, QSizeF room) {
+Sketch drawKacheln(const std::vector<Kachel>& tiles, QSizeF room) {
     Sketch sketch{.size = room};
     if (tiles.empty()) return sketch;
     size_t columns = 1;

@@ -31,9 +31,9 @@ struct Kachel {
 std::span<const Kz> Kachelzahlen();
 /// The rolling years that the tiles show, oldest first.
 std::vector<Zeitraum> Kacheljahre(qint32 heute);
-std::vector<Kachel> Kacheln_berechnen(const Sauenbuch& book, const Zielwerte& targets);
+std::vector<Kachel> computeKacheln(const Sauenbuch& book, const Zielwerte& targets);
 
 /// All tiles in as many columns as suit the room; each is an area by the figure's id.
-Sketch Kacheln_zeichnen(const std::vector<Kachel>& tiles, QSizeF room);
+Sketch drawKacheln(const std::vector<Kachel>& tiles, QSizeF room);
 
 }  // namespace koben

@@ -67,7 +67,7 @@ PA_Tagesblick::PA_Tagesblick(Koben& koben_) : Bericht(koben_, "PA_Tagesblick", "
     likacheln.canEdit = [](int, int column) { return column == TargetColumn; };
     likacheln.onEdited = [this](int row, int, const QString& text) { likacheln_Edited(row, text); };
     kacheln.onClick = [this](const QString& figure) { kacheln_Click(figure); };
-    optistart.onClick = [this](int choice) { Startseite_merken(koben.platform, static_cast<Startseite>(choice)); };
+    optistart.onClick = [this](int choice) { keepStartseite(koben.platform, static_cast<Startseite>(choice)); };
     bindButtons(ok, beenden, &hilfe);
 }
 
@@ -87,7 +87,7 @@ void PA_Tagesblick::addColumns() {
 
 void PA_Tagesblick::Load() {
     Bericht::Load();
-    optistart.select(static_cast<int>(Startseite_lesen(koben.platform)));
+    optistart.select(static_cast<int>(readStartseite(koben.platform)));
     const QDate today = Datum_aus_Text(koben.Heute);
     Label1.setText(QLocale(QLocale::German).toString(today, QStringLiteral("dddd, dd.MM.yyyy")));
     m_targets = Zielwerte(koben.Datenordner);
@@ -109,7 +109,7 @@ void PA_Tagesblick::showWork() {
     for (int row = 0; row < options.rowCount(); ++row)
         names.append(Hochkomma_ersetzen(options.text(row, options.columnOf(u"Arbeitsart"))));
     m_works = Arbeiten_lesen(options, names);
-    m_work = Tagesarbeit_berechnen(m_db, m_works, Tag_aus_Text(koben.Heute));
+    m_work = computeTagesarbeit(m_db, m_works, Tag_aus_Text(koben.Heute));
     std::vector<int> due(m_works.size()), overdue(m_works.size());
     for (const Faelligkeit& row : m_work.due) ++due[static_cast<size_t>(row.work)];
     for (const Faelligkeit& row : m_work.overdue) ++overdue[static_cast<size_t>(row.work)];
@@ -156,7 +156,7 @@ void PA_Tagesblick::showStates() {
 /// Of the animals in stock, until Sunday; the first to end stands first.
 void PA_Tagesblick::showBlocks() {
     const QDate today = Datum_aus_Text(koben.Heute), sunday = today.addDays(7 - today.dayOfWeek());
-    const Table animals = Wartezeittiere_lesen(m_db, koben.Heute);
+    const Table animals = readWartezeittiere(m_db, koben.Heute);
     std::vector<std::pair<QDate, int>> ending;
     for (int row = 0; row < animals.rowCount(); ++row) {
         const QDate until = animals.value(row, 4).toDate();
@@ -173,7 +173,7 @@ void PA_Tagesblick::showFigures() {
     const qint32 today = Tag_aus_Text(koben.Heute);
     const std::vector<Zeitraum> years = Kacheljahre(today);
     m_book = Sauenbuch_holen(m_db, today, years.front().von);
-    m_tiles = Kacheln_berechnen(*m_book, m_targets);
+    m_tiles = computeKacheln(*m_book, m_targets);
     Label2.setText(QStringLiteral("Kennzahlen vom %1 bis %2, daneben das Jahr davor")
                        .arg(Tag_als_Text(years.back().von), Tag_als_Text(years.back().bis)));
     refill(likacheln, [&] {
@@ -182,7 +182,7 @@ void PA_Tagesblick::showFigures() {
                 {QString::fromUtf8(kennzahl(tile.figure).id), tile.jetzt().text(), tile.vorher().text(), tile.ziel});
     });
     likacheln.explain = [this](int row, int column) { return explain(row, column); };
-    kacheln.setDraw([tiles = m_tiles](QSizeF room) { return Kacheln_zeichnen(tiles, room); });
+    kacheln.setDraw([tiles = m_tiles](QSizeF room) { return drawKacheln(tiles, room); });
 }
 
 std::optional<Explanation> PA_Tagesblick::explain(int row, int column) const {
@@ -224,7 +224,7 @@ void PA_Tagesblick::lisperren_DoubleClick() {
 }
 
 void PA_Tagesblick::openBookings(qint64 animal, int kind) {
-    if (!Tier_waehlen(koben, animal)) return;
+    if (!chooseAnimal(koben, animal)) return;
     koben.Buchungsart_Nr = kind;
     koben.open(QStringLiteral("PE_Bewegungsdaten"));
 }

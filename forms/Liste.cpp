@@ -45,7 +45,7 @@ bool Liste_uebernehmen(Koben& koben, Grid& gridli) {
     return gridli.load(pathOf(koben));
 }
 
-bool Tier_waehlen(Koben& koben, qint64 animal, const QString& noun) {
+bool chooseAnimal(Koben& koben, qint64 animal, const QString& noun) {
     if (animal == 0 || !koben.herdList) return false;
     Grid& herd = koben.herdList->herd();
     const int column = herd.columnOf(u"ID");

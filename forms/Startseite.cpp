@@ -9,14 +9,14 @@ constexpr const char* Words[] = {"", "neben", "statt"};
 
 }  // namespace
 
-Startseite Startseite_lesen(Platform& platform) {
+Startseite readStartseite(Platform& platform) {
     const QString kept = platform.userSetting(Section, StartKey);
     for (const auto choice : {Startseite::Daneben, Startseite::Statt})
         if (kept == QString::fromUtf8(Words[static_cast<int>(choice)])) return choice;
     return Startseite::Liste;
 }
 
-void Startseite_merken(Platform& platform, Startseite choice) {
+void keepStartseite(Platform& platform, Startseite choice) {
     platform.setUserSetting(Section, StartKey, QString::fromUtf8(Words[static_cast<int>(choice)]));
 }
 

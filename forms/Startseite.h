@@ -8,7 +8,7 @@ namespace koben {
 enum class Startseite { Liste, Daneben, Statt };
 
 /// `Liste` where nothing was chosen.
-Startseite Startseite_lesen(Platform& platform);
-void Startseite_merken(Platform& platform, Startseite choice);
+Startseite readStartseite(Platform& platform);
+void keepStartseite(Platform& platform, Startseite choice);
 
 }  // namespace koben

@@ -246,7 +246,7 @@ void PA_Koben::Activate() {
     if (!koben.Start_erledigt) {
         koben.Start_erledigt = 1;
         Erststart_hinweisen();
-        if (!koben.ended && !zeigtTagesblick && Startseite_lesen(koben.platform) != Startseite::Liste)
+        if (!koben.ended && !showsTagesblick && readStartseite(koben.platform) != Startseite::Liste)
             koben.open(QStringLiteral("PA_Tagesblick"));
     }
 }

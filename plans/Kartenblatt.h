@@ -75,7 +75,7 @@ enum class Kartengroesse { A4, A5 };
 inline constexpr QSizeF Kartenseite{183, 273};
 
 /// Draws a card into its box on the page.
-std::vector<DrawItem> Kartenblatt_zeichnen(const Kartenblatt& card, const Herdenkurve& herd, const QStringList& fields,
-                                           Kartengroesse size, const QRectF& box);
+std::vector<DrawItem> drawKartenblatt(const Kartenblatt& card, const Herdenkurve& herd, const QStringList& fields,
+                                      Kartengroesse size, const QRectF& box);
 
 }  // namespace koben

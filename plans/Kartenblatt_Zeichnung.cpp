@@ -235,8 +235,8 @@ private:
 
 }  // namespace
 
-std::vector<DrawItem> Kartenblatt_zeichnen(const Kartenblatt& card, const Herdenkurve& herd, const QStringList& fields,
-                                           Kartengroesse size, const QRectF& box) {
+std::vector<DrawItem> drawKartenblatt(const Kartenblatt& card, const Herdenkurve& herd, const QStringList& fields,
+                                      Kartengroesse size, const QRectF& box) {
     return Blatt(card, herd, size == Kartengroesse::A4 ? A4 : A5, box).draw(fields);
 }
 

@@ -98,7 +98,7 @@ bool PB_Sauenkarte_gezeichnet::draw(PrintJob& job, const std::vector<int>& rows,
         const size_t place = i % boxes.size();
         if (i > 0 && place == 0) job.newPage();
         if (place == 1) job.place(cut());
-        for (const DrawItem& item : Kartenblatt_zeichnen(cards.of(sows[i]), cards.herd(), m_fields, size, boxes[place]))
+        for (const DrawItem& item : drawKartenblatt(cards.of(sows[i]), cards.herd(), m_fields, size, boxes[place]))
             job.place(item);
     }
     return go(100);

@@ -20,7 +20,7 @@ PB_Wartezeiten::PB_Wartezeiten(Koben& koben_)
 void PB_Wartezeiten::Load() {
     Bericht::Load();
     const QDate today = Datum_aus_Text(koben.Heute);
-    const Table animals = Wartezeittiere_lesen(m_db, koben.Heute);
+    const Table animals = readWartezeittiere(m_db, koben.Heute);
     for (int row = 0; row < animals.rowCount(); ++row) {
         Grid::Row cells;
         for (int column = 0; column < 4; ++column) cells += Hochkomma_ersetzen(animals.text(row, column));

@@ -41,7 +41,7 @@ TEST(Kachel, SaysBetterOrWorseByTheFiguresOwnDirection) {
             .ziel = QString::fromUtf8(c.target)};
         EXPECT_EQ(tile.jetzt().text() + '|' + tile.vorjahrtext() + '|' + tile.zieltext(), QString::fromUtf8(c.said));
         for (const QSizeF room : {QSizeF(190, 66), QSizeF(60, 200), QSizeF(40, 10)}) {
-            const Sketch sketch = Kacheln_zeichnen({tile, tile, tile, tile, tile, tile}, room);
+            const Sketch sketch = drawKacheln({tile, tile, tile, tile, tile, tile}, room);
             for (const DrawnArea& area : sketch.areas)
                 EXPECT_TRUE(QRectF({0, 0}, room).adjusted(-.1, -.1, .1, .1).contains(area.box)) << room.width();
         }

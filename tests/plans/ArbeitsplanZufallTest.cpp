@@ -196,7 +196,7 @@ TEST(ArbeitsplanZufall, ADaysWorkIsThePlans) {
             return lines(animals, Arbeitsplan_berechnen(animals, works, period, {}, [](int) { return true; }), counts);
         };
         const auto all = [](const Faelligkeit&) { return true; };
-        const Tagesarbeit open = Tagesarbeit_berechnen(farm.db, works, day);
+        const Tagesarbeit open = computeTagesarbeit(farm.db, works, day);
         EXPECT_EQ(lines(open.animals, open.due, all), planned({day, day}, all)) << seed;
         EXPECT_EQ(lines(open.animals, open.overdue, all),
                   planned({day - 10000, day - 1},

@@ -82,7 +82,7 @@ TEST_F(Kartenblatthof, StaysWithinItsBox) {
     for (const Kartenfeld& field : Kartenfelder()) all += QString::fromUtf8(field.id);
     for (const auto& [size, box] :
          {std::pair(Kartengroesse::A4, QRectF(0, 0, 183, 273)), std::pair(Kartengroesse::A5, QRectF(0, 141, 183, 132))})
-        for (const DrawItem& item : Kartenblatt_zeichnen(card, {{1, 12.0}, {9, 13.0}}, all, size, box)) {
+        for (const DrawItem& item : drawKartenblatt(card, {{1, 12.0}, {9, 13.0}}, all, size, box)) {
             const auto* text = std::get_if<PlacedText>(&item);
             const auto* drawn = std::get_if<Rectangle>(&item);
             if (text) EXPECT_TRUE(box.adjusted(-1, -1, 1, 1).contains(text->box)) << text->piece.text.toStdString();

@@ -46,11 +46,11 @@ Piece filled(const Piece& pages) {
 
 Piece withToday(PA_Koben& form, const Piece& panel) {
     Koben& koben = form.koben;
-    auto page = Startseite_lesen(koben.platform) == Startseite::Daneben
+    auto page = readStartseite(koben.platform) == Startseite::Daneben
                     ? koben.catalogue.make(QStringLiteral("PA_Tagesblick"), koben)
                     : nullptr;
     if (!page) return panel;
-    form.zeigtTagesblick = true;
+    form.showsTagesblick = true;
     auto* side = new SidePage(std::move(page), form, form.datali);
     auto& today = static_cast<PA_Tagesblick&>(side->page());
     const Piece tabs = filled(
@@ -71,7 +71,7 @@ LAYOUT(PA_Tagesblick) {
                                label(form.Label2), figures * 3,
                                row({caption(form.optistart.frame), segments(form.optistart), spring()}),
                                buttons({button(form.hilfe)}, {button(form.ok), button(form.beenden)})});
-    if (Startseite_lesen(form.koben.platform) == Startseite::Statt)  // nothing of the list is to be seen
+    if (readStartseite(form.koben.platform) == Startseite::Statt)  // nothing of the list is to be seen
         QMetaObject::invokeMethod(
             page.widget, [widget = page.widget] { widget->window()->setWindowState(Qt::WindowMaximized); },
             Qt::QueuedConnection);
