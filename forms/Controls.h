@@ -178,6 +178,9 @@ public:
     void setMarked(int row, bool on);
     int markedCount() const;
 
+    /// What the window shows for a row; the entry itself where empty.
+    std::function<QString(int row)> rowTitle;
+
     void choose(int row);  ///< the user makes a row current (in a multi list it is then the one marked row)
     void mark(const std::vector<int>& rows);
     void click();

@@ -14,6 +14,7 @@
 namespace koben {
 
 class Form;
+class Grid;
 
 /// What the user sees beside the forms themselves.
 class Screens {
@@ -44,6 +45,14 @@ public:
     virtual void done(const QString&) {}
     /// What a handler threw, after its work was rolled back; the form stays with what was typed.
     virtual void failed(const QString& text) { message(text); }
+
+    /// Shows how a document will stand on paper, from where it can be printed; `name` is offered for a file of it.
+    /// False where nobody can look at it: then it is printed as it is.
+    virtual bool preview(const QString& name, const Drawing& document) {
+        Q_UNUSED(name)
+        Q_UNUSED(document)
+        return false;
+    }
 
     virtual void waitCursor(bool on) = 0;
     virtual void tone(int hertz, int milliseconds) = 0;
@@ -98,6 +107,20 @@ public:
     virtual QStringList fonts() = 0;
     /// A job on a printer by name ("" the standard one); nothing where it cannot begin.
     virtual std::unique_ptr<PrintJob> print(const QString& printer, bool landscape) = 0;
+    /// Writes a document as PDF, a drawing as PNG. False, with what stood at `path` before, where that cannot be done.
+    virtual bool writePdf(const Drawing& document, const QString& path) {
+        Q_UNUSED(document)
+        Q_UNUSED(path)
+        return false;
+    }
+    virtual bool writePng(const Sketch& sketch, const QString& path) {
+        Q_UNUSED(sketch)
+        Q_UNUSED(path)
+        return false;
+    }
+    /// Puts a drawing as a picture, or a list with its titles as cells, where other programs paste from.
+    virtual void copyPicture(const Sketch& sketch) { Q_UNUSED(sketch) }
+    virtual void copyCells(const Grid& list) { Q_UNUSED(list) }
     /// Hands a file or address to the system; false where nothing takes it.
     virtual bool open(const QString& fileOrAddress) = 0;
     virtual bool start(const QString& command) = 0;

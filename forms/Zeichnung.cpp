@@ -115,8 +115,7 @@ DrawItem moved(DrawItem item, QPointF by) {
     return item;
 }
 
-// --------------------------------------------------------------------------------------------------------------
-// sketches
+// ------------------------------------------------------------------------------------------------------------ sketches
 
 const DrawnArea* Sketch::areaAt(QPointF point) const {
     const auto found =
@@ -133,8 +132,7 @@ void place(const Sketch& sketch, QPointF at, PrintJob& job) {
     for (const DrawItem& item : sketch.items) job.place(moved(item, at));
 }
 
-// ------------------------------------------------------------------------------------------------------------------
-// jobs
+// ---------------------------------------------------------------------------------------------------------------- jobs
 
 void DrawnJob::line(const QString& last) {
     text(last);

@@ -3,6 +3,8 @@
 #include <QMimeData>
 #include <QRegularExpression>
 
+#include "forms/Grid.h"
+
 namespace koben::ui {
 
 namespace {
@@ -44,6 +46,21 @@ QMimeData* clipboardRows(const std::vector<QStringList>& rows, const std::vector
     data->setText(text);
     data->setHtml(table + QStringLiteral("</table>"));
     return data;
+}
+
+QMimeData* clipboardList(const Grid& list) {
+    std::vector<QStringList> rows(1);
+    std::vector<bool> isText;
+    for (int column = 1; column <= list.columnCount(); ++column) {
+        const Column& head = list.column(column);
+        rows.front() += head.caption.isEmpty() ? head.title : head.caption;
+        isText.push_back(head.sort == Sort::Text);
+    }
+    for (int row = 1; row <= list.rowCount(); ++row) {
+        rows.emplace_back();
+        for (int column = 1; column <= list.columnCount(); ++column) rows.back() += list.cell(row, column);
+    }
+    return clipboardRows(rows, isText);
 }
 
 }  // namespace koben::ui

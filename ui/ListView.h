@@ -21,7 +21,7 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : m_rows; }
     QVariant data(const QModelIndex& index, int role) const override {
         if (role != Qt::DisplayRole || index.row() >= m_list.items().size()) return {};
-        return m_list.items().at(index.row());
+        return m_list.rowTitle ? m_list.rowTitle(index.row()) : m_list.items().at(index.row());
     }
 
 private:

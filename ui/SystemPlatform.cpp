@@ -1,10 +1,14 @@
 #include "ui/SystemPlatform.h"
 
+#include <QClipboard>
 #include <QDateTime>
 #include <QDesktopServices>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QFontDatabase>
+#include <QGuiApplication>
+#include <QMimeData>
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QStandardPaths>
@@ -12,10 +16,15 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "store/Files.h"
 #include "ui/Http.h"
+#include "ui/ListCopy.h"
+#include "ui/Preview.h"
 #include "ui/Printing.h"
 
 namespace koben::ui {
+
+constexpr double pictureDots = 192;  // to an inch, of pictures for other programs
 
 const QString pdfPrinter = QStringLiteral("PDF-Datei");
 
@@ -99,6 +108,25 @@ std::unique_ptr<PrintJob> SystemPlatform::print(const QString& printer, bool lan
     if (!job) failed();
     return job;
 }
+
+bool SystemPlatform::writePdf(const Drawing& document, const QString& path) {
+    QPrinter paper(QPrinter::HighResolution);
+    setPage(paper, document.landscape);
+    return ui::writePdf(path, paper.pageLayout(), [&document](QPrinter&) { return document; });
+}
+
+bool SystemPlatform::writePng(const Sketch& sketch, const QString& path) {
+    const QString draft = path + QStringLiteral(".teil");
+    const bool written = pictureOf(sketch, pictureDots).save(draft, "PNG") && replaceFile(draft, path).isEmpty();
+    if (!written) QFile::remove(draft);
+    return written;
+}
+
+void SystemPlatform::copyPicture(const Sketch& sketch) {
+    QGuiApplication::clipboard()->setImage(pictureOf(sketch, pictureDots));
+}
+
+void SystemPlatform::copyCells(const Grid& list) { QGuiApplication::clipboard()->setMimeData(clipboardList(list)); }
 
 bool SystemPlatform::open(const QString& fileOrAddress) {
     const QUrl address = QFileInfo::exists(fileOrAddress)

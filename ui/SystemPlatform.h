@@ -24,6 +24,10 @@ public:
     QStringList printers() override;
     QStringList fonts() override;
     std::unique_ptr<PrintJob> print(const QString& printer, bool landscape) override;
+    bool writePdf(const Drawing& document, const QString& path) override;
+    bool writePng(const Sketch& sketch, const QString& path) override;
+    void copyPicture(const Sketch& sketch) override;
+    void copyCells(const Grid& list) override;
     bool open(const QString& fileOrAddress) override;
     bool start(const QString& command) override;
     WebAnswer httpGet(const QString& path, qint64 most, const WebProgress& go) override;

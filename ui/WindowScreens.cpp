@@ -20,6 +20,7 @@
 #include "forms/Koben.h"
 #include "ui/Bound.h"
 #include "ui/FormWindow.h"
+#include "ui/Preview.h"
 #include "ui/QuietLine.h"
 #include "ui/SystemPlatform.h"
 
@@ -190,6 +191,13 @@ QString WindowScreens::saveFile(const QString& filter, const QString& preset) {
     const OrdinaryCursor cursor;
     return QFileDialog::getSaveFileName(inSight(), QStringLiteral("Datei speichern"), preset, fileFilter(filter),
                                         nullptr, QFileDialog::HideNameFilterDetails);
+}
+
+bool WindowScreens::preview(const QString& name, const Drawing& document) {
+    if (!front()) return false;
+    const OrdinaryCursor cursor;
+    ui::preview(*front(), front()->form().koben, name, document.landscape, [&document](QPrinter&) { return document; });
+    return true;
 }
 
 QString WindowScreens::folder(const QString& prompt) {

@@ -35,6 +35,7 @@ public:
     void done(const QString& action) override;
     int decide(const QString& text, const QStringList& captions) override;
 
+    bool preview(const QString& name, const Drawing& document) override;
     void waitCursor(bool on) override;
     void tone(int hertz, int milliseconds) override;
     void breathe() override;
