@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/PZ_Koben_Subs.h"
+#include "output/TextWidth.h"
 
 namespace koben {
 
@@ -95,7 +96,7 @@ namespace {
 // of a tile as it is meant, in millimetres; all of it grows and shrinks with the room
 constexpr QSizeF Tile{60, 31};
 constexpr double Gap = 3, Edge = 2.5, Line = 4.2, Small = 8.5, Large = 20;
-constexpr double PointMm = 25.4 / 72, LetterWidth = 0.52;
+constexpr double Bold = 1.08;  // how much wider bold letters are
 
 class Zeichner {
 public:
@@ -118,32 +119,25 @@ private:
     double at(double millimetres) const { return millimetres * m_scale; }
     void add(DrawItem item) { m_sketch.items.push_back(std::move(item)); }
     void text(double top, const QString& words, double points, Tone tone, bool bold = false, double left = 0) {
-        add(PlacedText{
-            .box = {m_box.left() + at(Edge) + left, m_box.top() + at(top), m_box.width() - at(2 * Edge),
-                    at(points == Large ? 9 : Line)},
-            .piece = {words, {.name = QStringLiteral("Liberation Sans"), .points = points * m_scale, .bold = bold}},
-            .tone = tone});
+        add(PlacedText{.box = {m_box.left() + at(Edge) + left, m_box.top() + at(top), m_box.width() - at(2 * Edge),
+                               at(points == Large ? 9 : Line)},
+                       .piece = {words, {.name = chartFace, .points = points * m_scale, .bold = bold}},
+                       .tone = tone});
     }
-    double widthOf(const QString& words, double points) const {
-        return static_cast<double>(words.size()) * at(points) * PointMm * LetterWidth;
-    }
-
     /// In two lines where one does not do.
     void drawName() {
-        const QString name = QString::fromUtf8(m_figure.name);
-        qsizetype part = name.size();
-        while (part > 0 && widthOf(name.left(part), Small) > m_box.width() - at(2 * Edge))
-            part = name.lastIndexOf(u' ', part - name.size() - 1);
-        if (part <= 0) part = name.size();
-        text(1.5, name.left(part), Small, Tone::Text, true);
-        text(1.5 + Line, name.mid(part).trimmed(), Small, Tone::Text, true);
+        const QStringList lines =
+            wrapText(QString::fromUtf8(m_figure.name), Small * m_scale, (m_box.width() - at(2 * Edge)) / Bold);
+        for (qsizetype i = 0; i < lines.size() && i < 2; ++i)
+            text(1.5 + Line * static_cast<double>(i), lines[i], Small, Tone::Text, true);
     }
 
     void drawValue() {
         const QString value = m_tile.jetzt().empty() ? QStringLiteral("–") : m_tile.jetzt().text();
         text(11, value, Large, Tone::Text, true);
         const QString unit = QString::fromUtf8(m_figure.einheit);
-        if (unit == u"%") text(13.5, unit, Small, Tone::Quiet, false, widthOf(value, Large) + at(2));
+        if (unit == u"%")
+            text(13.5, unit, Small, Tone::Quiet, false, textWidth(value, Large * m_scale) * Bold + at(1.5));
     }
 
     /// From the year before to the latest, with the target as a dashed line where it lies near.

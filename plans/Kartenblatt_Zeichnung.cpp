@@ -1,17 +1,17 @@
-// The designed card as a drawing. Below the windows nothing measures letters: what must fit is reckoned by the widths
-// that the letters of its face have in the mean.
+// The designed card as a drawing.
 #include <algorithm>
 #include <cmath>
 
 #include "core/PZ_Koben_Subs.h"
 #include "output/QrCode.h"
+#include "output/TextWidth.h"
 #include "plans/Kartenblatt.h"
 
 namespace koben {
 
 namespace {
 
-constexpr double PointMm = 25.4 / 72, LetterWidth = 0.52, CapitalWidth = 0.62;  // of a letter, in its height
+constexpr double Bold = 1.08;  // how much wider bold letters are
 
 /// The measures of a size, in millimetres and points.
 struct Masse {
@@ -22,10 +22,6 @@ struct Masse {
     int remarks;                   ///< lines
 };
 constexpr Masse A4{46, 110, 12, 7, 5, 50, 95, 2, 12, 12}, A5{30, 64, 9, 4.8, 2.5, 24, 46, 2, 5, 4};
-
-double widthOf(const QString& text, double points, double letter = LetterWidth) {
-    return static_cast<double>(text.size()) * points * PointMm * letter;
-}
 
 class Blatt {
 public:
@@ -49,13 +45,12 @@ private:
               bool bold = false) {
         add(PlacedText{.box = box,
                        .anchor = anchor,
-                       .piece = {words, {.name = QStringLiteral("Liberation Sans"), .points = points, .bold = bold}},
+                       .piece = {words, {.name = chartFace, .points = points, .bold = bold}},
                        .tone = tone});
     }
     /// Cut where it would not fit.
     void fitted(const QRectF& box, const QString& words, Tone tone, bool bold = false) {
-        const auto most = static_cast<qsizetype>(box.width() / (m.points * PointMm * LetterWidth));
-        text(box, words.size() <= most ? words : words.left(most - 1) + u'…', m.points, tone, 0, bold);
+        text(box, cutText(words, m.points, box.width() / (bold ? Bold : 1)), m.points, tone, 0, bold);
     }
     void rule() {
         add(StraightLine{.from = {m_box.left(), m_y}, .to = {m_box.right(), m_y}, .width = 0.2, .tone = Tone::Grid});
@@ -69,7 +64,7 @@ private:
         const QRectF code(m_box.right() - m.code, m_y, m.code, m.code);
         for (DrawItem& item : drawQrCode(qrCode(m_card.nummer), code)) add(std::move(item));
         const QRectF room(m_box.left(), m_y, m_box.width() - m.code - m.gap, m.code);
-        const double wanted = widthOf(m_card.nummer, m.number, CapitalWidth);
+        const double wanted = textWidth(m_card.nummer, m.number) * Bold;
         text(room, m_card.nummer, m.number * std::min(1.0, room.width() / std::max(wanted, 1.0)), Tone::Text, 0, true);
         m_y += m.code + m.gap / 2;
         rule();
@@ -83,7 +78,7 @@ private:
         const int lines = (count + columns - 1) / columns;
         const double width = m_box.width() / columns;
         double caption = 0;
-        for (const QString& id : fields) caption = std::max(caption, widthOf(Kartenfeldname(id), m.points));
+        for (const QString& id : fields) caption = std::max(caption, textWidth(Kartenfeldname(id), m.points));
         caption = std::min(caption + 3, width * 0.6);
         for (int i = 0; i < count; ++i) {
             const double x = m_box.left() + i / lines * width, y = m_y + i % lines * m.line;
@@ -182,22 +177,15 @@ private:
 
     /// In lines that fit the width; the last one says what found no room.
     std::vector<QString> remarkLines() const {
-        const auto most = static_cast<qsizetype>(m_box.width() / (m.points * PointMm * LetterWidth));
         std::vector<QString> lines;
         size_t told = 0;
         for (const auto& remark : m_card.bemerkungen) {
             QString words = remark.text;
             if (!remark.was.isEmpty()) words.prepend(remark.was + QStringLiteral(": "));
             if (remark.tag.isValid()) words.prepend(Datum_als_Anzeige(remark.tag) + u' ');
-            std::vector<QString> own;
-            while (!words.isEmpty()) {
-                const qsizetype blank = words.size() <= most ? words.size() : words.lastIndexOf(u' ', most);
-                const qsizetype part = blank > 0 ? blank : most;
-                own.push_back(words.left(part));
-                words = words.mid(part).trimmed();
-            }
+            const QStringList own = wrapText(words, m.points, m_box.width());
             const bool last = told + 1 == m_card.bemerkungen.size();
-            if (lines.size() + own.size() + (last ? 0 : 1) > static_cast<size_t>(m.remarks)) break;
+            if (lines.size() + static_cast<size_t>(own.size()) + (last ? 0 : 1) > static_cast<size_t>(m.remarks)) break;
             lines.insert(lines.end(), own.begin(), own.end());
             ++told;
         }
@@ -210,7 +198,7 @@ private:
         if (lines.empty()) return;
         heading(QStringLiteral("Bemerkungen"), Tone::Warning);
         for (const QString& line : lines) {
-            text({m_box.left(), m_y, m_box.width(), m.line}, line, m.points, Tone::Warning);
+            fitted({m_box.left(), m_y, m_box.width(), m.line}, line, Tone::Warning);
             m_y += m.line;
         }
         m_y += m.gap;
