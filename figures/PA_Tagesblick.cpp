@@ -1,10 +1,9 @@
 #include "figures/PA_Tagesblick.h"
 
 #include <QLocale>
+#include <QSet>
 #include <algorithm>
-#include <numeric>
 
-#include "core/Buchungen.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/Wartezeit.h"
 #include "core/Zyklusdaten.h"
@@ -60,6 +59,7 @@ PA_Tagesblick::PA_Tagesblick(Koben& koben_) : Bericht(koben_, "PA_Tagesblick", "
     gridli.setVisible(false);
     optistart.frame = QStringLiteral("Beim Start von KOBEN öffnen");
     liarbeit.onClick = liarbeit.onDoubleClick = ok.onClick = [this] { liarbeit_Click(); };
+    listatus.onDoubleClick = [this] { listatus_DoubleClick(); };
     lisperren.onDoubleClick = [this] { lisperren_DoubleClick(); };
     likacheln.rowTitle = [this](int row) {
         return QString::fromUtf8(kennzahl(m_tiles.at(static_cast<size_t>(row - 1)).figure).name);
@@ -119,36 +119,28 @@ void PA_Tagesblick::showWork() {
 }
 
 /// Sows in stock by their state. Where bookings were made since the states were stored, as they will be stored.
-std::vector<qint64> PA_Tagesblick::sowsByState() const {
-    std::vector<qint64> sows(std::size(States));
-    const auto place = [](Zyklusstatus status) {
-        return static_cast<size_t>(std::find(std::begin(States), std::end(States), status) - std::begin(States));
-    };
-    const Table stored = m_db.table(
-        "select Status, count(*) as n from Sauen where Art = 'Sau' and Abgangsdatum IS NULL group by Status");
-    qint64 all = 0;
+std::vector<std::vector<qint64>> PA_Tagesblick::sowsByState() const {
+    QHash<qint64, Zyklusstatus> changed;
+    if (koben.Status_neu_berechnen)
+        for (const StoredStatus& sow : readStatus(m_db, Umfang())) changed.insert(sow.tier, status(sow.lage));
+    std::vector<std::vector<qint64>> sows(std::size(States));
+    const Table stored = m_db.table("select ID, Status from Sauen where Art = 'Sau' and Abgangsdatum IS NULL");
     for (int row = 0; row < stored.rowCount(); ++row) {
-        all += stored.integer(row, 1);
-        const size_t state = place(statusOf(stored.text(row, 0)));
-        if (state < sows.size()) sows[state] += stored.integer(row, 1);
+        const qint64 id = stored.integer(row, 0);
+        const Zyklusstatus state = changed.value(id, statusOf(stored.text(row, 1)));
+        const auto place = std::find(std::begin(States), std::end(States) - 1, state) - std::begin(States);
+        sows[static_cast<size_t>(place)].push_back(id);
     }
-    if (koben.Status_neu_berechnen) {
-        std::fill(sows.begin(), sows.end(), 0);
-        for (const StoredStatus& sow : readStatus(m_db, Umfang())) {
-            const Zyklusstatus now = status(sow.lage);
-            if (sow.lage.zaehlt && now != Zyklusstatus::Ohne) ++sows[place(now)];
-        }
-    }
-    sows.back() = all - std::accumulate(sows.begin(), sows.end() - 1, qint64(0));
     return sows;
 }
 
 void PA_Tagesblick::showStates() {
-    const std::vector<qint64> sows = sowsByState();
+    m_sows = sowsByState();
     refill(listatus, [&] {
-        for (size_t i = 0; i < sows.size(); ++i) {
+        for (size_t i = 0; i < m_sows.size(); ++i) {
             const QString state = Statuswort(States[i]);
-            listatus.addValues({state.isEmpty() ? QStringLiteral("Ohne Zustand") : state, sows[i]});
+            listatus.addValues(
+                {state.isEmpty() ? QStringLiteral("Ohne Zustand") : state, static_cast<qint64>(m_sows[i].size())});
         }
     });
 }
@@ -208,24 +200,48 @@ void PA_Tagesblick::liarbeit_Click() {
     const qint32 today = Tag_aus_Text(koben.Heute);
     Arbeitsplan_ausgeben(gridli, m_work.animals, std::move(rows), names, {today, today},
                          {.fields = {true, true, true, true}, .due = {}, .free = {}});
-    gridli.lead = [this, doneBy = m_works[static_cast<size_t>(work)].doneLater](int row, int) { lead(doneBy, row); };
-    gridli.setRow(std::min(1, gridli.rowCount()));
-    Liste_ausgeben(koben, gridli,
-                   QStringLiteral("Für „%1“ ist heute nichts zu tun, und es ist nichts überfällig.")
-                       .arg(m_works[static_cast<size_t>(work)].name));
+    showList(kindOf(m_works[static_cast<size_t>(work)].doneLater),
+             QStringLiteral("Für „%1“ ist heute nichts zu tun, und es ist nichts überfällig.")
+                 .arg(m_works[static_cast<size_t>(work)].name));
 }
 
-void PA_Tagesblick::lead(const QString& doneBy, int row) {
-    openBookings(gridli.animal(row), static_cast<int>(kindOf(doneBy)));
+/// The sows in the current state.
+void PA_Tagesblick::listatus_DoubleClick() {
+    if (listatus.row() == 0) return;
+    const auto& ids = m_sows[static_cast<size_t>(listatus.row() - 1)];
+    const QSet<qint64> wanted(ids.begin(), ids.end());
+    gridli.clear();
+    for (const char* title : {"Nummer", "Stallnr", "Gruppe", "L_Belegung", "L_Ferkelung", "L_Absetzung"}) {
+        const QString name = QString::fromUtf8(title);
+        gridli.addColumn(
+            {.key = name.toLower(), .title = name, .sort = name.startsWith(u"L_") ? Sort::Date : Sort::Text});
+    }
+    const Table sows = m_db.table(
+        "select Nummer, Stallnr, Gruppe, L_Belegung, L_Ferkelung, L_Absetzung, ID from Sauen where Art = 'Sau' and "
+        "Abgangsdatum IS NULL order by Nummer");
+    for (int row = 0; row < sows.rowCount(); ++row) {
+        if (!wanted.contains(sows.integer(row, 6))) continue;
+        Grid::Row cells;
+        for (int column = 0; column < 6; ++column) cells.append(sows.value(row, column));
+        gridli.addValues(std::move(cells), sows.integer(row, 6));
+    }
+    showList(Buchungsart::Belegung, QStringLiteral("Keine Sau steht in diesem Zustand."));
+}
+
+/// Hands over what stands in gridli; from its rows it goes on to the bookings of a kind.
+void PA_Tagesblick::showList(Buchungsart kind, const QString& empty) {
+    gridli.lead = [this, kind](int row, int) { openBookings(gridli.animal(row), kind); };
+    gridli.setRow(std::min(1, gridli.rowCount()));
+    Liste_ausgeben(koben, gridli, empty);
 }
 
 void PA_Tagesblick::lisperren_DoubleClick() {
-    openBookings(lisperren.animal(lisperren.row()), static_cast<int>(Buchungsart::Behandlung));
+    openBookings(lisperren.animal(lisperren.row()), Buchungsart::Behandlung);
 }
 
-void PA_Tagesblick::openBookings(qint64 animal, int kind) {
+void PA_Tagesblick::openBookings(qint64 animal, Buchungsart kind) {
     if (!chooseAnimal(koben, animal)) return;
-    koben.Buchungsart_Nr = kind;
+    koben.Buchungsart_Nr = static_cast<int>(kind);
     koben.open(QStringLiteral("PE_Bewegungsdaten"));
 }
 

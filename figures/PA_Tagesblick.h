@@ -2,6 +2,7 @@
 // Today's page: the work of the day, where the sows stand, withdrawal periods that end this week, and six figures of
 // the latest twelve months. Reads only; what it keeps are the farm's targets and whether it comes up with the program.
 #include "core/Arbeitsplan.h"
+#include "core/Buchungen.h"
 #include "figures/Kacheln.h"
 #include "forms/DrawingBox.h"
 #include "output/Bericht.h"
@@ -23,7 +24,7 @@ public:
     Button ok{*this, "ok", "&Arbeit zeigen"};
     Button hilfe{*this, "hilfe", "&Hilfe"};
     Button beenden{*this, "beenden", "&Schließen"};
-    Grid gridli{*this, "gridli"};  ///< the rows of the work plan that are shown
+    Grid gridli{*this, "gridli"};  ///< what is handed to the list screen
 
 private:
     void Load() override;
@@ -33,12 +34,13 @@ private:
     void showStates();
     void showBlocks();
     void showFigures();
-    std::vector<qint64> sowsByState() const;
+    std::vector<std::vector<qint64>> sowsByState() const;
 
     void liarbeit_Click();
-    void lead(const QString& doneBy, int row);
+    void listatus_DoubleClick();
+    void showList(Buchungsart kind, const QString& empty);
     void lisperren_DoubleClick();
-    void openBookings(qint64 animal, int kind);
+    void openBookings(qint64 animal, Buchungsart kind);
     void setTarget(Kz figure, const QString& text);
     void likacheln_Edited(int row, const QString& text);
     void kacheln_Click(const QString& figure);
@@ -46,6 +48,7 @@ private:
 
     std::vector<Arbeit> m_works;
     Tagesarbeit m_work;
+    std::vector<std::vector<qint64>> m_sows;  ///< IDs, by row of listatus
     Zielwerte m_targets;
     std::shared_ptr<const Sauenbuch> m_book;
     std::vector<Kachel> m_tiles;
