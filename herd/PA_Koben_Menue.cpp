@@ -114,7 +114,7 @@ const ToolRow Tools[] = {
     {"btn_auswert_deckungsbeitrag", "A_awdeckungsbeiträge", "Deckungsbeitrag", "deckungsbeitrag"},
     {"btn_auswert_Statusplan", "A_awstatusplan", "Statusplan", "statusplan"},
     {"btn_auswert_statistiken", "A_awstatistiken", "Statistik", "statistik"},
-    {"btn_auswert_tagesblick", "A_awtagesblick", "Tagesblick", "tagesblick"},
+    {"btn_auswert_tagesblick", "A_awtagesblick", "Heute", "tagesblick"},
     {"btn_einstellungen", "O_Einstellungen", "Einstellungen", "einstellungen"},
     {"btn_datensicherung", "O_Datensicherung", "Datensicherung", "datensicherung"},
 };

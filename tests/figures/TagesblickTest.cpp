@@ -66,7 +66,7 @@ TEST_F(Tagesblick, KeepsTargetsAndWritesNothingElse) {
     page([&](PA_Tagesblick& form) {
         EXPECT_EQ(form.likacheln.cell(3, u"ziel"), "14,2");
         EXPECT_EQ(form.likacheln.cell(6, u"ziel"), "");
-        for (const auto& [typed, kept] : std::initializer_list<std::pair<const char*, const char*>>{{"28,55", "28,6"},
+        for (const auto& [typed, kept] : std::initializer_list<std::pair<const char*, const char*>>{{"28,56", "28,6"},
                                                                                                     {"-1", "28,6"},
                                                                                                     {"1e9", "28,6"},
                                                                                                     {"1.000,5", "28,6"},
