@@ -78,6 +78,7 @@ std::vector<Row> Rows_Buchung(const Sample& sample);
 std::vector<Row> Rows_Plan(const Sample& sample);
 std::vector<Row> Rows_Tagesblick(const Sample& sample);
 std::vector<Row> Rows_Zahlen(const Sample& sample);
+std::vector<Row> Rows_Kennzahlen(const Sample& sample);
 std::vector<Row> Rows_Papier(const Sample& sample);
 std::vector<Row> Rows_Gruppen(const Sample& sample);
 std::vector<Row> Rows_Ferkel(const Sample& sample);

@@ -139,7 +139,10 @@ std::vector<Warnwoche> Wochenwerte(const Sauenbuch& book, Warnreihe series, cons
 
 Warnung Wochen_beurteilen(Warnreihe series, std::vector<Warnwoche> weeks, const Warnvorgaben& how) {
     const auto first = weeks.begin() + how.wochen;
-    Warnung watch{.reihe = series, .basis = {weeks.begin(), first}, .wochen = {first, weeks.end()}};
+    Warnung watch;
+    watch.reihe = series;
+    watch.basis.assign(weeks.begin(), first);
+    watch.wochen.assign(first, weeks.end());
     setBase(watch, how);
     watchWeeks(watch, how);
     return watch;

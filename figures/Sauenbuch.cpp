@@ -1,7 +1,8 @@
 #include "figures/Sauenbuch.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
+#include <set>
 
 #include "core/PZ_Koben_Subs.h"
 
@@ -12,137 +13,162 @@ constexpr int GroupDays = 3;          // so long after the first service of a he
 constexpr qint32 FirstDay = 1757585;  // 01.01.0100, the first of the dialect
 constexpr int ShortestPregnancy = 105, LongestPregnancy = 125;
 
-enum Kind : int { Service, Negative, Weaning, Farrowing, Loss, KindCount };
+/// Kinds of bookings by their place behind the sows in Sauenbuch::Tabellen.
+enum Kind : size_t { Service, Negative, Weaning, Farrowing, Loss, KindCount };
 
 /// A booking of any of the tables.
 struct Row {
-    qint32 place, day;
+    qint32 sow, day, id;
     int a, b, c;  // of a farrowing all, alive, dead; otherwise the piglets
 };
-using Rows = std::array<std::vector<Row>, KindCount>;
-
-/// All bookings in one statement. An index that has all asked fields holds them by animal, so the rows of the newer
-/// animals lie together; only those of the farrowings are found by walking the table. "union all" asks for no order.
-QString bookingsSql(bool losses) {
-    const auto part = [](int kind, const char* what, const char* table, const char* where) {
-        return QStringLiteral("select %1, Kennung, Datum, %2 from %3%4")
-            .arg(QString::number(kind), QString::fromUtf8(what), QString::fromUtf8(table), QString::fromUtf8(where));
-    };
-    QStringList parts{part(Service, "0, 0, 0", "Belegung", " where Kennung >= ?"),
-                      part(Negative, "0, 0, 0", "Trächtigkeit", " where Kennung >= ? and Trächtig = 'N'"),
-                      part(Weaning, "Anzahl_Ferkel, 0, 0", "Absetzung", " where Kennung >= ?"),
-                      part(Farrowing, "Ferkel_Gesamt, Ferkel_Lebendig, Ferkel_Tot", "Ferkelung", "")};
-    if (losses) parts += part(Loss, "Anzahl_Ferkel, 0, 0", "Verluste", " where Datum >= ?");
-    return parts.join(QStringLiteral(" union all "));
-}
 
 Value dateValue(qint32 day) { return Value(DateTime{day, 0}); }
 
-/// Reads the sows that have not left before a day, and their bookings.
+QString idList(const std::vector<qint64>& ids) {
+    QStringList texts;
+    for (const qint64 id : ids) texts += QString::number(id);
+    return texts.join(QStringLiteral(", "));
+}
+
+}  // namespace
+
+struct Sauenbuch::Rohdaten {
+    std::vector<Sau> sows;  ///< by ID, without their bookings
+    std::array<std::vector<Row>, KindCount> rows;
+};
+
+namespace {
+
+bool before(const Row& a, const Row& b) { return a.sow != b.sow ? a.sow < b.sow : a.day < b.day; }
+
+/// By sow, those of each by day.
+void sort(std::vector<Row>& rows) {
+    if (!std::is_sorted(rows.begin(), rows.end(), before)) std::stable_sort(rows.begin(), rows.end(), before);
+}
+
+/// Reads sows and their bookings.
+template <class Raw>
 class Reader {
 public:
     Reader(const Database& db, qint32 heute, qint32 from, Lesen what)
         : m_db(db), m_heute(heute), m_from(std::max(from, FirstDay)), m_losses(what == Lesen::Alles) {}
 
-    void read() {
-        readSows(m_from);
-        readBookings();
-        if (m_from == FirstDay || !othersBooked()) return;
-        sows.clear();
-        rows = {};
-        readSows(FirstDay);
-        readBookings();
+    /// The sows that have not left before the first day, and those that are booked since all the same.
+    Raw all() {
+        Raw raw = sows(m_from == FirstDay ? QString() : QStringLiteral("Abgangsdatum is null or Abgangsdatum >= ?"));
+        bookings(raw);
+        if (m_from == FirstDay || !othersBooked()) return raw;
+        raw = sows({});
+        bookings(raw);
+        return raw;
+    }
+    /// Of these animals those that are sows.
+    Raw of(const std::vector<qint64>& ids) {
+        Raw raw = sows("ID in (" + idList(ids) + ")");
+        bookings(raw, "Kennung in (" + idList(ids) + ")");
+        return raw;
     }
 
-    std::vector<Sau> sows;
-    Rows rows;
-
 private:
-    void readSows(qint32 from) {
+    Raw sows(const QString& condition) {
         QString sql = QStringLiteral("select ID, Nummer, Zugangsdatum, Abgangsdatum from Sauen where Art = 'Sau'");
-        if (from > FirstDay) sql += QStringLiteral(" and (Abgangsdatum is null or Abgangsdatum >= ?)");
+        if (!condition.isEmpty()) sql += " and (" + condition + ")";
         Statement row = m_db.prepare(sql);
-        row.bind(from > FirstDay ? std::vector<Value>{dateValue(from)} : std::vector<Value>{});
+        row.bind(condition.contains(u'?') ? std::vector<Value>{dateValue(m_from)} : std::vector<Value>{});
+        Raw raw;
         while (row.next()) {
-            Sau& sow = sows.emplace_back();
+            Sau& sow = raw.sows.emplace_back();
             sow.id = row.integer(0);
             sow.nummer = Hochkomma_ersetzen(row.text(1));
             sow.zugang = row.day(2);
             sow.abgang = row.day(3);
         }
+        return raw;
     }
 
-    void readBookings() {
-        if (sows.empty()) return;
+    /// All bookings in one statement. An index that has all asked fields holds them by animal, so the rows of the newer
+    /// animals lie together; only those of the farrowings are found by walking the table. "union all" asks for no
+    /// order.
+    QString bookingsSql(const QString& which) const {
+        const auto part = [](Kind kind, const char* amounts, const QString& condition) {
+            return QStringLiteral("select %1, Kennung, Datum, ID, %2 from %3%4")
+                .arg(QString::number(kind), QString::fromUtf8(amounts), QString::fromUtf8(Tabellen[kind + 1]),
+                     condition.isEmpty() ? QString() : " where " + condition);
+        };
+        const QString newer = which.isEmpty() ? QStringLiteral("Kennung >= ?") : which;
+        QStringList parts{part(Service, "0, 0, 0", newer), part(Negative, "0, 0, 0", newer + " and Trächtig = 'N'"),
+                          part(Weaning, "Anzahl_Ferkel, 0, 0", newer),
+                          part(Farrowing, "Ferkel_Gesamt, Ferkel_Lebendig, Ferkel_Tot", which)};
+        const QString losses = QStringLiteral("Datum >= ?");
+        if (m_losses) parts += part(Loss, "Anzahl_Ferkel, 0, 0", which.isEmpty() ? losses : which + " and " + losses);
+        return parts.join(QStringLiteral(" union all "));
+    }
+
+    void bookings(Raw& raw, const QString& which = {}) {
         m_found = 0;
-        const Value first(sows.front().id);
-        std::vector<Value> values{first, first, first};
+        if (raw.sows.empty()) return;
+        std::vector<Value> values;
+        if (which.isEmpty()) values.assign(3, Value(raw.sows.front().id));
         if (m_losses) values.push_back(dateValue(m_from));
-        Statement row = m_db.prepare(bookingsSql(m_losses));
+        Statement row = m_db.prepare(bookingsSql(which));
         row.bind(values);
-        qint64 id = -1;
-        qint32 place = -1;
+        qint64 id = 0;
+        bool sow = false;
         while (row.next()) {
             const qint64 animal = row.integer(1);
-            if (animal != id) place = placeOf(id = animal);
-            if (place < 0) continue;
+            if (animal != id) sow = isSow(raw, id = animal);
+            if (!sow) continue;
             const qint32 day = row.day(2);
-            const auto kind = static_cast<int>(row.integer(0));
+            const auto kind = static_cast<size_t>(row.integer(0));
             if (day >= m_from && kind != Negative) ++m_found;
             if (day == 0 || day > m_heute) continue;
-            const auto amount = [&](int column) { return static_cast<int>(row.integer(column)); };
-            rows[static_cast<size_t>(kind)].push_back({place, day, amount(3), amount(4), amount(5)});
+            const auto number = [&](int column) { return static_cast<qint32>(row.integer(column)); };
+            raw.rows[kind].push_back({static_cast<qint32>(animal), day, number(3), number(4), number(5), number(6)});
         }
+        std::for_each(raw.rows.begin(), raw.rows.end(), sort);
     }
 
-    /// Position of a sow, -1 for another animal and for a booking of none.
-    qint32 placeOf(qint64 id) const {
-        const auto at = std::lower_bound(sows.begin(), sows.end(), id, [](const Sau& s, qint64 i) { return s.id < i; });
-        return at == sows.end() || at->id != id ? -1 : static_cast<qint32>(at - sows.begin());
+    static bool isSow(const Raw& raw, qint64 id) {
+        const auto at = std::lower_bound(raw.sows.begin(), raw.sows.end(), id,
+                                         [](const Sau& sow, qint64 other) { return sow.id < other; });
+        return at != raw.sows.end() && at->id == id;
     }
 
-    /// Whether there are bookings since `from` of other animals than those read: a sow gone before may be among them.
+    /// Whether there are bookings since the first day of other animals than those read: a sow gone before may be among
+    /// them.
     bool othersBooked() const {
         QStringList parts;
-        std::vector<Value> values;
-        for (const char* table : {"Belegung", "Absetzung", "Ferkelung", "Verluste"}) {
-            if (!m_losses && values.size() == 3) break;
-            parts += QStringLiteral("select count(*) from %1 where Datum >= ?").arg(QString::fromUtf8(table));
-            values.push_back(dateValue(m_from));
-        }
+        for (const Kind kind : {Service, Weaning, Farrowing, Loss})
+            if (kind != Loss || m_losses)
+                parts += QStringLiteral("select count(*) from %1 where Datum >= ?")
+                             .arg(QString::fromUtf8(Tabellen[kind + 1]));
         Statement count = m_db.prepare(parts.join(QStringLiteral(" union all ")));
-        count.bind(values);
+        count.bind(std::vector<Value>(static_cast<size_t>(parts.size()), dateValue(m_from)));
         qint64 all = 0;
         while (count.next()) all += count.integer(0);
         return all != m_found;
     }
 
+    static constexpr auto& Tabellen = Sauenbuch::Tabellen;
     const Database& m_db;
     const qint32 m_heute, m_from;
     const bool m_losses;
     qint64 m_found = 0;
 };
 
-/// By sow, those of each by day.
-void sort(std::vector<Row>& rows) {
-    const auto before = [](const Row& a, const Row& b) {
-        return a.place != b.place ? a.place < b.place : a.day < b.day;
-    };
-    if (!std::is_sorted(rows.begin(), rows.end(), before)) std::stable_sort(rows.begin(), rows.end(), before);
-}
-
 /// Hands each sow her part of what `make` makes of her rows and puts into `all`.
 template <class T, class Make, class Set>
-void share(std::vector<Row>& rows, std::vector<Sau>& sows, std::vector<T>& all, const Make& make, const Set& set) {
-    sort(rows);
+void share(const std::vector<Row>& rows, std::vector<Sau>& sows, std::vector<T>& all, const Make& make,
+           const Set& set) {
     all.reserve(rows.size());  // so that the spans stay valid
-    for (auto at = rows.cbegin(); at != rows.cend();) {
-        const qint32 place = at->place;
+    auto sow = sows.begin();
+    for (auto at = rows.begin(); at != rows.end();) {
+        const qint32 id = at->sow;
         const size_t first = all.size();
-        for (; at != rows.cend() && at->place == place; ++at) make(*at, all, first);
-        set(sows[static_cast<size_t>(place)], std::span<T>(all.data() + first, all.size() - first));
+        for (; at != rows.end() && at->sow == id; ++at) make(*at, all, first);
+        while (sow->id != id) ++sow;
+        set(*sow, std::span<T>(all.data() + first, all.size() - first));
     }
-    rows = {};
 }
 
 void addGroup(const Row& service, std::vector<qint32>& groups, size_t first) {
@@ -179,14 +205,41 @@ void connect(const Sau& sow, std::span<Wurf> litters) {
     }
 }
 
+/// The animals that the rows are of: as they stand now, and as they stood in the book.
+template <class Raw>
+std::set<qint64> animalsOf(const Database& db, const Raw& raw, const Sauenbuch::Zeilen& rows) {
+    std::set<qint64> animals(rows[0].begin(), rows[0].end());
+    for (size_t kind = 0; kind < KindCount; ++kind) {
+        const std::vector<qint64>& touched = rows[kind + 1];
+        if (touched.empty()) continue;
+        Statement row = db.prepare(QStringLiteral("select Kennung from %1 where ID in (%2)")
+                                       .arg(QString::fromUtf8(Sauenbuch::Tabellen[kind + 1]), idList(touched)));
+        while (row.next()) animals.insert(row.integer(0));
+        const std::set<qint64> ids(touched.begin(), touched.end());
+        for (const Row& known : raw.rows[kind])
+            if (ids.contains(known.id)) animals.insert(known.sow);
+    }
+    return animals;
+}
+
 }  // namespace
 
 Sauenbuch::Sauenbuch(const Database& db, qint32 heute, qint32 from, Lesen what)
-    : m_heute(heute), m_from(from), m_what(what) {
-    Reader reader(db, heute, from, what);
-    reader.read();
-    m_sows = std::move(reader.sows);
-    Rows& rows = reader.rows;
+    : m_heute(heute),
+      m_from(from),
+      m_what(what),
+      m_raw(std::make_shared<const Rohdaten>(Reader<Rohdaten>(db, heute, from, what).all())) {
+    build();
+}
+
+Sauenbuch::Sauenbuch(const Sauenbuch& before, std::shared_ptr<const Rohdaten> raw)
+    : m_heute(before.m_heute), m_from(before.m_from), m_what(before.m_what), m_raw(std::move(raw)) {
+    build();
+}
+
+void Sauenbuch::build() {
+    m_sows = m_raw->sows;
+    const auto& rows = m_raw->rows;
     share(rows[Service], m_sows, m_groups, addGroup, [](Sau& s, std::span<qint32> of) { s.gruppen = of; });
     share(rows[Negative], m_sows, m_negative, addDay, [](Sau& s, std::span<qint32> of) { s.nichtTragend = of; });
     share(rows[Weaning], m_sows, m_weanings, addPiglets,
@@ -196,6 +249,28 @@ Sauenbuch::Sauenbuch(const Database& db, qint32 heute, qint32 from, Lesen what)
         connect(s, of);
         s.wuerfe = of;
     });
+}
+
+std::shared_ptr<const Sauenbuch> Sauenbuch::changed(const Database& db, const Zeilen& rows) const {
+    constexpr size_t most = 300;
+    const std::set<qint64> animals = animalsOf(db, *m_raw, rows);
+    if (animals.size() > most) return nullptr;
+    Rohdaten fresh = Reader<Rohdaten>(db, m_heute, m_from, m_what).of({animals.begin(), animals.end()});
+    auto raw = std::make_shared<Rohdaten>();
+    const auto take = [&](const auto& from, const auto& added, auto& to, const auto& animal, const auto& less) {
+        to.reserve(from.size() + added.size());
+        std::copy_if(from.begin(), from.end(), std::back_inserter(to),
+                     [&](const auto& one) { return !animals.contains(animal(one)); });
+        const auto middle = to.insert(to.end(), added.begin(), added.end());
+        std::inplace_merge(to.begin(), middle, to.end(), less);
+    };
+    take(
+        m_raw->sows, fresh.sows, raw->sows, [](const Sau& s) { return s.id; },
+        [](const Sau& a, const Sau& b) { return a.id < b.id; });
+    for (size_t kind = 0; kind < KindCount; ++kind)
+        take(
+            m_raw->rows[kind], fresh.rows[kind], raw->rows[kind], [](const Row& r) { return qint64{r.sow}; }, before);
+    return std::shared_ptr<const Sauenbuch>(new Sauenbuch(*this, std::move(raw)));
 }
 
 }  // namespace koben

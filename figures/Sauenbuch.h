@@ -3,6 +3,7 @@
 // weanings. Read by one statement a table. Only animals of the kind "Sau"; bookings without a date and after `heute`
 // are not there. Days are Julian, 0 for none.
 #include <QString>
+#include <array>
 #include <memory>
 #include <span>
 #include <vector>
@@ -57,9 +58,21 @@ public:
     /// By ID.
     std::span<const Sau> sauen() const { return m_sows; }
 
+    /// The tables that it is made of. Rows of them by their counters.
+    static constexpr std::array Tabellen{"Sauen", "Belegung", "Trächtigkeit", "Absetzung", "Ferkelung", "Verluste"};
+    using Zeilen = std::array<std::vector<qint64>, Tabellen.size()>;
+    /// The book after these rows were added, changed or removed: only the animals that they are of are read again.
+    /// Null where they are too many for that.
+    std::shared_ptr<const Sauenbuch> changed(const Database& db, const Zeilen& rows) const;
+
 private:
+    struct Rohdaten;
+    Sauenbuch(const Sauenbuch& before, std::shared_ptr<const Rohdaten> raw);
+    void build();
+
     qint32 m_heute, m_from;
     Lesen m_what;
+    std::shared_ptr<const Rohdaten> m_raw;  ///< rows as they were read
     std::vector<Sau> m_sows;
     std::vector<qint32> m_groups, m_negative;
     std::vector<Wurf> m_litters;

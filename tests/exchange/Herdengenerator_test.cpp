@@ -25,7 +25,7 @@ TEST(Herdengenerator, herdeIstGlaubhaft) {
     std::set<std::pair<int, int>> dienste;  // sow and day
     for (const Belegung& b : herde.belegungen) dienste.emplace(b.sau, b.tag);
     double tragen = 0, saeugen = 0, lebend = 0, abgesetzt = 0;
-    for (const Wurf& w : herde.wuerfe) {
+    for (const Wurfbuchung& w : herde.wuerfe) {
         const auto dienst = std::prev(dienste.upper_bound({w.sau, w.tag - 100}));
         ASSERT_EQ(dienst->first, w.sau) << "a litter without a service";
         tragen += w.tag - dienst->second;

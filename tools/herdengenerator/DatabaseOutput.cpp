@@ -185,18 +185,18 @@ private:
             m_db, Buchungsart::Ferkelung,
             QStringLiteral("Datum,LNr,LNrJahr,Ferkel_Gesamt,Ferkel_Lebendig,Ferkel_Tot,Stück_Gewicht_kg,Kosten,"
                            "Kommentar,Bemerkung,Kennung"));
-        for (const Wurf& w : m_herde.wuerfe)
+        for (const Wurfbuchung& w : m_herde.wuerfe)
             ein.row({tag(w.tag), int{w.nummer}, int{w.imJahr}, w.lebend + w.tot, int{w.lebend}, int{w.tot},
                      kilo(w.gewicht), cent(0), text(""), text(bemerkungen[w.bemerkung]), id(w)});
         ein.finish();
-        std::vector<const Wurf*> abgesetzt;
-        for (const Wurf& w : m_herde.wuerfe)
+        std::vector<const Wurfbuchung*> abgesetzt;
+        for (const Wurfbuchung& w : m_herde.wuerfe)
             if (w.absetzung > 0 && !w.absetzungFehlt) abgesetzt.push_back(&w);
         std::stable_sort(abgesetzt.begin(), abgesetzt.end(),
-                         [](const Wurf* a, const Wurf* b) { return a->absetzung < b->absetzung; });
+                         [](const Wurfbuchung* a, const Wurfbuchung* b) { return a->absetzung < b->absetzung; });
         Inserter absetzung(m_db, Buchungsart::Absetzung,
                            QStringLiteral("Datum,Anzahl_Ferkel,Stück_Gewicht_kg,Kommentar,Bemerkung,Kennung"));
-        for (const Wurf* w : abgesetzt)
+        for (const Wurfbuchung* w : abgesetzt)
             absetzung.row({tag(w->absetzung), int{w->abgesetzt}, kilo(w->absetzgewicht), text(""), text(""), id(*w)});
         absetzung.finish();
     }

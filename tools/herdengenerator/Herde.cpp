@@ -200,7 +200,7 @@ private:
 
     /// Farrowing and what follows up to the weaning, whose day is returned.
     int ferkeln(Random& z, int sau, int tag, int nummer) {
-        Wurf w;
+        Wurfbuchung w;
         w.tag = tag;
         w.sau = sau;
         w.nummer = static_cast<qint16>(nummer);
@@ -211,7 +211,7 @@ private:
         w.bemerkung = static_cast<quint8>(z.oneOf(bemerkungen));
         w.imJahr = 1;
         if (!m_herde.wuerfe.empty()) {
-            const Wurf& vorher = m_herde.wuerfe.back();
+            const Wurfbuchung& vorher = m_herde.wuerfe.back();
             const bool gleichesJahr = QDate::fromJulianDay(vorher.tag).year() == QDate::fromJulianDay(tag).year();
             if (vorher.sau == sau && gleichesJahr) w.imJahr = static_cast<qint16>(vorher.imJahr + 1);
         }
@@ -225,7 +225,7 @@ private:
         return absetzung;
     }
 
-    void verlieren(Random& z, Wurf& w, int absetzung) {
+    void verlieren(Random& z, Wurfbuchung& w, int absetzung) {
         int left = std::min<int>(z.between(2, 4), w.lebend);
         while (left > 0) {
             Verlust v;
@@ -303,7 +303,7 @@ private:
         }
     }
 
-    void verschieben(Wurf& von, Wurf& zu, int anzahl) {
+    void verschieben(Wurfbuchung& von, Wurfbuchung& zu, int anzahl) {
         von.abgegeben = static_cast<qint16>(von.abgegeben + anzahl);
         zu.abgegeben = static_cast<qint16>(zu.abgegeben - anzahl);
         Verschiebung v;
@@ -323,7 +323,7 @@ private:
         quint8 kunde = 0;
         int gewicht = 0, preis = 0, verkauf = 0;
     };
-    static Lot draw(Random& z, const Wurf& w) {
+    static Lot draw(Random& z, const Wurfbuchung& w) {
         Lot lot;
         lot.mast = z.hits(0.3);
         lot.kunde = static_cast<quint8>(lot.mast ? z.between(0, 1) * 4 : z.between(2, 5));
@@ -334,7 +334,7 @@ private:
         return lot;
     }
 
-    Ferkel ferkel(Random& z, const Wurf& w, const Lot& lot) const {
+    Ferkel ferkel(Random& z, const Wurfbuchung& w, const Lot& lot) const {
         Ferkel f;
         f.mast = lot.mast && m_ende >= w.tag + 75;
         const bool verendet = z.hits(0.025);
@@ -349,7 +349,7 @@ private:
 
     /// The weaned piglets of a litter: sold at about 70 days, or fattened.
     void absetzen(int nr) {
-        Wurf& w = m_herde.wuerfe[static_cast<size_t>(nr)];
+        Wurfbuchung& w = m_herde.wuerfe[static_cast<size_t>(nr)];
         if (w.absetzung == 0) return;
         w.abgesetzt = static_cast<qint16>(std::max(0, w.lebend - w.verluste - w.abgegeben));
         Random z = random(4, nr);
@@ -370,7 +370,7 @@ private:
         if (!lot.mast && verkauft > 0) verkaufen(w, verkauft, lot);
     }
 
-    void verkaufen(const Wurf& w, int anzahl, const Lot& lot) {
+    void verkaufen(const Wurfbuchung& w, int anzahl, const Lot& lot) {
         Verkauf v;
         v.tag = lot.verkauf;
         v.sau = w.sau;
@@ -423,7 +423,7 @@ private:
 }  // namespace
 
 Tier Herde::alsTier(const Ferkel& f) const {
-    const Wurf& wurf = wuerfe[static_cast<size_t>(f.wurf)];
+    const Wurfbuchung& wurf = wuerfe[static_cast<size_t>(f.wurf)];
     const Tier& mutter = tiere[static_cast<size_t>(wurf.sau)];
     Tier t;
     t.art = f.mast ? "Mast" : "Ferkel";

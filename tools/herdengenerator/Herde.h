@@ -47,7 +47,7 @@ struct Kontrolle : Buchung {
     bool traechtig = true;
     quint8 kommentar = 0;
 };
-struct Wurf : Buchung {
+struct Wurfbuchung : Buchung {
     qint16 nummer = 0, imJahr = 0, lebend = 0, tot = 0, verluste = 0, abgegeben = 0;  // abgegeben below 0: taken in
     int absetzung = 0;                                                                // 0: not weaned
     qint16 gewicht = 0, abgesetzt = 0, absetzgewicht = 0;
@@ -76,7 +76,7 @@ struct Herde {
     std::vector<Ferkel> ferkel;
     std::vector<Belegung> belegungen;
     std::vector<Kontrolle> kontrollen;
-    std::vector<Wurf> wuerfe;
+    std::vector<Wurfbuchung> wuerfe;
     std::vector<Verlust> verluste;
     std::vector<Verschiebung> verschiebungen;
     std::vector<Behandlung> behandlungen;
