@@ -79,6 +79,7 @@ std::vector<Row> Rows_Plan(const Sample& sample);
 std::vector<Row> Rows_Tagesblick(const Sample& sample);
 std::vector<Row> Rows_Zahlen(const Sample& sample);
 std::vector<Row> Rows_Kennzahlen(const Sample& sample);
+std::vector<Row> Rows_Grafiken(const Sample& sample);
 std::vector<Row> Rows_Papier(const Sample& sample);
 std::vector<Row> Rows_Gruppen(const Sample& sample);
 std::vector<Row> Rows_Ferkel(const Sample& sample);

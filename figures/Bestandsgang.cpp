@@ -65,7 +65,7 @@ void Bestandsgang::update(const Database& db, const std::vector<qint64>& ids) {
             else
                 m_animals.insert(at, now);
         } else if (known) {
-            m_animals.erase(at);
+            at->kind = -1;
         }
     }
 }

@@ -24,7 +24,7 @@ private:
     struct Tier {
         qint64 id;
         qint32 from, to;  ///< in stock from the first day to before the second
-        qint8 kind;       ///< -1 for none of the four
+        qint8 kind;       ///< -1 for none of the four, and for one that is gone from the table
     };
     static Tier tierOf(const Statement& row);
     void count(const Tier& animal, int sign);

@@ -42,7 +42,7 @@ struct Band {
 
 /// One pair of axes.
 struct ChartPanel {
-    QString unit;             ///< along the values: "Sauen je Woche"
+    QString unit = {};        ///< along the values: "Sauen je Woche"
     QString classTitle = {};  ///< along the classes; not needed for weeks and months
     Classes classes = Classes::Plain;
     int firstRow = 1, lastRow = 0;  ///< of the table; 0 for its end
@@ -53,7 +53,7 @@ struct ChartPanel {
 };
 
 struct Chart {
-    QString title, sentence;  ///< above and below, where words are wanted
+    QString title = {}, sentence = {};  ///< above and below, where words are wanted
     std::vector<ChartPanel> panels = {};
     bool sideBySide = false;  ///< else below each other
     QString empty = {};       ///< what stands there instead where no cell has a value

@@ -33,6 +33,12 @@ QStringList ChartPanelPainter::names() const {
     return names;
 }
 
+bool ChartPanelPainter::isThere(const Series& series) const {
+    for (int i = 0; i < count(); ++i)
+        if (!m_table.cell(row(i), series.column).isNull()) return true;
+    return false;
+}
+
 int ChartPanelPainter::paint(int group) {
     m_plot.setTop(drawHead(m_box.top()) + lineHeight(points) / 2);
     measure();
@@ -77,7 +83,7 @@ void ChartPanelPainter::measure() {
     else
         for (const double tick : m_axis.ticks()) widest = std::max(widest, textWidth(m_axis.label(tick), points));
     widest = std::min(widest, m_box.width() / 3);
-    const double last = m_panel.level ? textWidth(m_axis.label(m_axis.to), points) / 2 : 0;
+    const double last = m_panel.level ? textWidth(m_axis.label(m_axis.to), points) / 2 : air;
     const bool second =
         !m_panel.classTitle.isEmpty() || m_panel.classes == Classes::Weeks || m_panel.classes == Classes::Months;
     m_plot.adjust(widest + air, 0, -last, -(line + air) - (second && !m_panel.level ? line : 0));
@@ -106,6 +112,7 @@ double ChartPanelPainter::drawHead(double y) {
     if (m_panel.series.size() < 2) return y;
     double x = m_box.left();
     for (const Series& series : m_panel.series) {
+        if (!isThere(series)) continue;
         const QString name = m_table.columns[static_cast<size_t>(series.column) - 1].title;
         const double width = sampleWidth + 1 + textWidth(name, points) + 4;
         if (x > m_box.left() && x + width > m_box.right()) x = m_box.left(), y += line;
@@ -166,6 +173,7 @@ void ChartPanelPainter::drawClassAxis() {
     const ClassAxis axis = classAxis(m_panel.classes, names(), m_room, points);
     for (const auto& [place, text] : axis.labels) {
         const double x = at(place + 0.5, 0).x();
+        if (x + textWidth(text, points) / 2 > m_box.right()) continue;
         m_sketch.items.push_back(StraightLine{{x, m_plot.bottom()}, {x, m_plot.bottom() + air / 2}, 0.15, Tone::Quiet});
         addText({x - 10, y, 20, line}, 0.5, text);
     }
@@ -173,7 +181,8 @@ void ChartPanelPainter::drawClassAxis() {
         const double x = at(place, 0).x();
         if (place > 0)
             m_sketch.items.push_back(StraightLine{{x, m_plot.bottom()}, {x, y + 2 * line}, 0.15, Tone::Quiet});
-        addText({x + 0.6, y + line, 20, line}, 0, text, Tone::Quiet);
+        if (x + 0.6 + textWidth(text, points) <= m_box.right())
+            addText({x + 0.6, y + line, 20, line}, 0, text, Tone::Quiet);
     }
     if (axis.years.empty())
         addText({m_plot.left(), y + line, m_plot.width(), line}, 0.5, m_panel.classTitle, Tone::Quiet);

@@ -14,6 +14,7 @@ public:
 private:
     int count() const { return m_last - m_panel.firstRow + 1; }
     QStringList names() const;
+    bool isThere(const Series& series) const;  ///< has a value at all
     void measure();
     double drawHead(double y);
     void drawBands();

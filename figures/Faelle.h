@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "figures/Grafik.h"
+#include "figures/Grafikinhalt.h"
 #include "figures/Sauenbuch.h"
 
 namespace koben {

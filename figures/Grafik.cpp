@@ -4,60 +4,57 @@ namespace koben {
 
 std::span<const Grafik> Grafiken() {
     static const Grafik plots[] = {
-        {"belegungen_woche", "Belegungen je Woche und Abferkelungen siebzehn Wochen voraus",
-         "Belegungen jeder Kalenderwoche (Belegungen einer Sau an höchstens drei Tagen zählen einmal, am ersten Tag) "
-         "gegen das Ziel; erwartet werden Abferkelungen %1 Tage nach der Belegung, wenn die Sau bis dahin nicht erneut "
-         "belegt, als nicht tragend untersucht oder abgegangen ist, tatsächlich sind es die gebuchten Würfe.",
+        {"belegungen_woche", "Belegungen je Woche", "Belegungen je Woche und Abferkelungen siebzehn Wochen voraus",
+         "Belegungen jeder Kalenderwoche (Belegungen einer Sau an höchstens drei Tagen zählen einmal, am ersten "
+         "Tag) gegen das Ziel; erwartet werden Abferkelungen %1 Tage nach der Belegung, wenn die Sau bis dahin "
+         "nicht erneut belegt, als nicht tragend untersucht oder abgegangen ist, tatsächlich sind es die "
+         "gebuchten Würfe.",
          "In diesem Zeitraum gibt es keine Belegungen und keine Würfe.", Grafik_Belegungen},
-        {"wurfverteilung", "Sauen nach Wurfzahl",
+        {"wurfverteilung", "Sauen nach Wurfzahl", "Sauen nach Wurfzahl",
          "Die Sauen, die am letzten Tag des Zeitraums im Bestand sind, nach der Zahl ihrer Würfe bis zu diesem Tag.",
          "Am letzten Tag des Zeitraums ist keine Sau im Bestand.", Grafik_Wurfverteilung},
-        {"ferkel_wurfnummer", "Lebend geborene und abgesetzte Ferkel nach Wurfnummer",
-         "Lebend geborene Ferkel je Wurf der Würfe, die im Zeitraum gefallen sind, und abgesetzte Ferkel je Wurf der "
-         "Würfe, die im Zeitraum zu Ende abgesetzt wurden, nach dem wievielten Wurf der Sau.",
+        {"ferkel_wurfnummer", "Ferkel nach Wurfnummer", "Lebend geborene und abgesetzte Ferkel nach Wurfnummer",
+         "Lebend geborene Ferkel je Wurf der Würfe, die im Zeitraum gefallen sind, und abgesetzte Ferkel je Wurf "
+         "der Würfe, die im Zeitraum zu Ende abgesetzt wurden, nach dem wievielten Wurf der Sau.",
          "In diesem Zeitraum gibt es keine Würfe und keine Absetzungen.", Grafik_FerkelNachWurf},
-        {"abgesetzt_rollierend", "Abgesetzte Ferkel je Sau und Jahr, zwölf Monate rollierend",
-         "Für jeden Monat, der im Zeitraum und bis heute zu Ende ging: abgesetzte Ferkel der zwölf Monate bis dahin, "
-         "mal "
-         "365, geteilt durch die Produktionstage (Tage der Sauen ab dem Tag nach ihrer ersten Belegung bis zum "
-         "Abgang).",
+        {"abgesetzt_rollierend", "Abgesetzt je Sau und Jahr",
+         "Abgesetzte Ferkel je Sau und Jahr, zwölf Monate rollierend",
+         "Für jeden Monat, der im Zeitraum und bis heute zu Ende ging: abgesetzte Ferkel der zwölf Monate bis "
+         "dahin, mal 365, geteilt durch die Produktionstage (Tage der Sauen ab dem Tag nach ihrer ersten Belegung "
+         "bis zum Abgang).",
          "In diesem Zeitraum ist kein Monat zu Ende gegangen, bis zu dem es Produktionstage gibt.",
          Grafik_AbgesetztRollierend},
-        {"abferkelrate_woche", "Abferkelrate nach Belegwoche",
+        {"abferkelrate_woche", "Abferkelrate", "Abferkelrate nach Belegwoche",
          "Von den Belegungen jeder Woche, die mehr als 125 Tage zurückliegen, der Anteil, zu dem 105 bis 125 Tage "
-         "später "
-         "ein Wurf gebucht ist; jüngere Wochen sind noch offen und haben keinen Wert.",
+         "später ein Wurf gebucht ist; jüngere Wochen sind noch offen und haben keinen Wert.",
          "In diesem Zeitraum gibt es keine Belegungen, die mehr als 125 Tage zurückliegen.", Grafik_Abferkelrate},
-        {"umrauschen_tage", "Tage von der Belegung bis zum Umrauschen",
+        {"umrauschen_tage", "Umrauschen", "Tage von der Belegung bis zum Umrauschen",
          "Belegungen des Zeitraums, die mehr als 46 Tage zurückliegen, nach der Zahl der Tage bis zur nächsten "
-         "Belegung "
-         "derselben Sau ohne Wurf dazwischen (4 bis 46 Tage); hervorgehoben sind ein und zwei Zyklen.",
+         "Belegung derselben Sau ohne Wurf dazwischen (4 bis 46 Tage); hervorgehoben sind ein und zwei Zyklen.",
          "In diesem Zeitraum hat keine Sau umgerauscht.", Grafik_Umrauschen},
-        {"nichtproduktive_tage", "Nichtproduktive Tage nach Art",
-         "Produktionstage des Zeitraums, an denen die Sau weder tragend war noch säugte, nach dem, was als Nächstes "
-         "kam, "
-         "mal 365, geteilt durch alle Produktionstage.",
+        {"nichtproduktive_tage", "Nichtproduktive Tage", "Nichtproduktive Tage nach Art",
+         "Produktionstage des Zeitraums, an denen die Sau weder tragend war noch säugte, nach dem, was als "
+         "Nächstes kam, mal 365, geteilt durch alle Produktionstage.",
          "In diesem Zeitraum gibt es keine nichtproduktiven Tage.", Grafik_Nichtproduktiv},
-        {"verluste", "Ferkelverluste nach Ursache und Alter",
-         "Im Zeitraum gebuchte Ferkelverluste der Sauen, links nach dem Grund (die zehn häufigsten), rechts nach den "
-         "Tagen seit dem letzten Wurf der Sau.",
+        {"verluste", "Ferkelverluste", "Ferkelverluste nach Ursache und Alter",
+         "Im Zeitraum gebuchte Ferkelverluste der Sauen, links nach dem Grund (die zehn häufigsten), rechts nach "
+         "den Tagen seit dem letzten Wurf der Sau.",
          "In diesem Zeitraum sind keine Ferkelverluste gebucht.", Grafik_Verluste},
-        {"bestand_art", "Bestand nach Tierart",
-         "Tiere im Bestand am Ende jeden Monats und am letzten Tag des Zeitraums: zugegangen oder ohne Zugangsdatum, "
-         "und "
-         "nicht oder erst danach abgegangen.",
+        {"bestand_art", "Bestand", "Bestand nach Tierart",
+         "Tiere im Bestand am Ende jeden Monats und am letzten Tag des Zeitraums: zugegangen oder ohne "
+         "Zugangsdatum, und nicht oder erst danach abgegangen.",
          "In diesem Zeitraum sind keine Tiere im Bestand.", Grafik_Bestand},
-        {"eber_vergleich", "Eber im Vergleich",
-         "Abferkelrate der Belegungen des Zeitraums, die mehr als 125 Tage zurückliegen, und lebend geborene Ferkel je "
-         "Wurf aus ihnen, nach dem Eber der ersten Belegung, mit dem Bereich, in dem der wahre Wert mit 95 % "
-         "Sicherheit "
-         "liegt; Eber mit weniger als 5 Belegungen stehen zusammen.",
+        {"eber_vergleich", "Eber", "Eber im Vergleich",
+         "Abferkelrate der Belegungen des Zeitraums, die mehr als 125 Tage zurückliegen, und lebend geborene "
+         "Ferkel je Wurf aus ihnen, nach dem Eber der ersten Belegung, mit dem Bereich, in dem der wahre Wert mit "
+         "95 % Sicherheit liegt; Eber mit weniger als 5 Belegungen stehen zusammen.",
          "In diesem Zeitraum gibt es keine Belegungen mit Eber, die mehr als 125 Tage zurückliegen.", Grafik_Eber},
-        {"wurfgroessen", "Wurfgrößen", "Würfe des Zeitraums nach der Zahl der gesamt und der lebend geborenen Ferkel.",
+        {"wurfgroessen", "Wurfgrößen", "Wurfgrößen",
+         "Würfe des Zeitraums nach der Zahl der gesamt und der lebend geborenen Ferkel.",
          "In diesem Zeitraum gibt es keine Würfe.", Grafik_Wurfgroessen},
-        {"wochentage", "Wochentage der Belegungen und Abferkelungen",
-         "Belegungen des Zeitraums (an höchstens drei Tagen zählen einmal, am ersten Tag) und Würfe des Zeitraums nach "
-         "dem Wochentag.",
+        {"wochentage", "Wochentage", "Wochentage der Belegungen und Abferkelungen",
+         "Belegungen des Zeitraums (an höchstens drei Tagen zählen einmal, am ersten Tag) und Würfe des Zeitraums "
+         "nach dem Wochentag.",
          "In diesem Zeitraum gibt es keine Belegungen und keine Würfe.", Grafik_Wochentage},
     };
     return plots;
@@ -67,17 +64,6 @@ const Grafik* grafik(QStringView id) {
     for (const Grafik& plot : Grafiken())
         if (id == QLatin1StringView(plot.id)) return &plot;
     return nullptr;
-}
-
-std::shared_ptr<const Sauenbuch> bookFor(const Grafikauftrag& order) {
-    constexpr int rollingYear = 366;  // from the first of the month eleven before
-    return Sauenbuch_holen(order.db, order.heute, order.period.von - rollingYear);
-}
-
-Value share(qint64 part, qint64 whole, int factor) {
-    if (whole == 0) return {};
-    const qint64 tenths = part * factor * 10;
-    return static_cast<double>((2 * tenths + (tenths < 0 ? -whole : whole)) / (2 * whole)) / 10;
 }
 
 Grafikinhalt Grafik_berechnen(const Grafik& plot, const Grafikauftrag& order) {

@@ -4,11 +4,8 @@
 
 namespace koben {
 
-namespace {
-enum { Woche = 1, Rate, Mittel, Abgeschlossen, Abgeferkelt, Offen };
-}
-
 Grafikinhalt Grafik_Abferkelrate(const Grafikauftrag& order) {
+    enum { Woche = 1, Rate, Mittel, Abgeschlossen, Abgeferkelt, Offen };
     const auto book = bookFor(order);
     Kennzahltabelle table(book, "Woche",
                           {{"Abferkelrate %", 1},

@@ -5,8 +5,6 @@ namespace koben {
 
 namespace {
 
-enum { Monat = 1, Wert, Ferkel, Tage };
-
 /// The twelve months that end with the month of this day.
 Zeitraum yearUpTo(qint32 lastDay) {
     const QDate last = QDate::fromJulianDay(lastDay);
@@ -17,6 +15,7 @@ Zeitraum yearUpTo(qint32 lastDay) {
 }  // namespace
 
 Grafikinhalt Grafik_AbgesetztRollierend(const Grafikauftrag& order) {
+    enum { Monat = 1, Wert, Ferkel, Tage };
     std::vector<Zeitraum> years;
     for (const Zeitraum& month : aufteilen(Takt::Monat, order.period))
         if (const qint32 last = um(Takt::Monat, month.von).bis; order.period.contains(last))

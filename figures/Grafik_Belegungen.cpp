@@ -6,7 +6,6 @@ namespace koben {
 namespace {
 
 constexpr int weeksAhead = 17;
-enum { Woche = 1, Belegungen, Ziel, Erwartet, Wuerfe };
 
 bool within(std::span<const qint32> days, qint32 after, qint32 before) {
     for (const qint32 day : days)
@@ -23,6 +22,7 @@ bool isExpected(const Sau& sow, qint32 service, qint32 due) {
 }  // namespace
 
 Grafikinhalt Grafik_Belegungen(const Grafikauftrag& order) {
+    enum { Woche = 1, Belegungen, Ziel, Erwartet, Wuerfe };
     const Zeitraum shown{um(Takt::Woche, order.period.von).von, um(Takt::Woche, order.period.bis).bis + weeksAhead * 7};
     QStringList weeks;
     for (qint32 day = shown.von; day <= shown.bis; day += 7) weeks += Taktname(Takt::Woche, day);

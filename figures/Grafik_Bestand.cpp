@@ -7,8 +7,6 @@ namespace koben {
 
 namespace {
 
-enum { Monat = 1, Sauen, Eber, Masttiere, Ferkel };
-
 /// The last day of each month, and of the period.
 std::vector<qint32> daysOf(Zeitraum period) {
     std::vector<qint32> days;
@@ -38,6 +36,7 @@ Explanation animalsOn(const Database& db, const char* kind, qint32 day) {
 }  // namespace
 
 Grafikinhalt Grafik_Bestand(const Grafikauftrag& order) {
+    enum { Monat = 1, Sauen, Eber, Masttiere, Ferkel };
     const std::vector<qint32> days = daysOf(order.period);
     const std::vector<Bestand> stocks = Bestandsgang_holen(order.db)->on(days);
     Grafikinhalt content;

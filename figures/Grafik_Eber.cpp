@@ -12,7 +12,6 @@ namespace {
 
 constexpr int openDays = 125, fewest = 5, mostBoars = 25;
 constexpr double sure = 1.96;  // of 95 percent
-enum { Eber = 1, Rate, RateVon, RateBis, Belegungen, Lebend, LebendVon, LebendBis, Wuerfe };
 
 struct Gruppe {
     const Sau* sow;
@@ -81,6 +80,7 @@ std::pair<double, double> intervalOf(double hits, double all) {
 }  // namespace
 
 Grafikinhalt Grafik_Eber(const Grafikauftrag& order) {
+    enum { Eber = 1, Rate, RateVon, RateBis, Belegungen, Lebend, LebendVon, LebendBis, Wuerfe };
     using Art = Fallspalte::Art;
     const auto book = bookFor(order);
     const std::vector<Gruppe> groups = closedGroups(order, *book);

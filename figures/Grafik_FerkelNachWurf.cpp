@@ -5,10 +5,10 @@ namespace koben {
 
 namespace {
 constexpr int mostLitters = 10;  // these and more stand together
-enum { Nummer = 1, Lebend, Abgesetzt, Wuerfe, Abgesetzte };
 }  // namespace
 
 Grafikinhalt Grafik_FerkelNachWurf(const Grafikauftrag& order) {
+    enum { Nummer = 1, Lebend, Abgesetzt, Wuerfe, Abgesetzte };
     QStringList numbers;
     for (int number = 1; number < mostLitters; ++number) numbers += QString::number(number);
     numbers += QStringLiteral("%1+").arg(mostLitters);

@@ -1,13 +1,12 @@
 // Days on which sows neither carry nor suckle, by what ends them.
+#include <utility>
+
 #include "figures/Kennzahltabelle.h"
 
 namespace koben {
 
-namespace {
-enum { Art = 1, JeSau, Tage, Anteil };
-}
-
 Grafikinhalt Grafik_Nichtproduktiv(const Grafikauftrag& order) {
+    enum { Art = 1, JeSau, Tage, Anteil };
     static constexpr std::pair<Kz, const char*> kinds[] = {{Kz::NptBisBelegung, "Absetzen bis Belegung"},
                                                            {Kz::NptBisUmrauschen, "Belegung bis Umrauschen"},
                                                            {Kz::NptBisAbgang, "bis Abgang"},
@@ -25,6 +24,16 @@ Grafikinhalt Grafik_Nichtproduktiv(const Grafikauftrag& order) {
         table.set(Anteil, share(days, all));
     }
     Grafikinhalt content = table.finish();
+    content.behind = [behind = std::move(content.behind), cells = content.table, days = stand.productionDays](
+                         int row, int column) {
+        std::optional<Explanation> told = behind(row, column);
+        if (!told || column != JeSau) return told;
+        told->sentence += QStringLiteral(" Diese Tage mal 365, geteilt durch %1 Produktionstage.").arg(days);
+        told->numerator = std::exchange(told->value, cells.text(row, JeSau));
+        for (Column& heading : told->columns)
+            if (heading.title == u"Wert") heading.title = QStringLiteral("Zähler");
+        return told;
+    };
     content.chart.panels = {{.unit = QStringLiteral("Tage je Sau und Jahr"), .series = {{JeSau}}, .level = true}};
     return content;
 }

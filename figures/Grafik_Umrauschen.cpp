@@ -8,7 +8,6 @@ namespace koben {
 namespace {
 
 constexpr int fewestDays = 4, mostDays = 46;
-enum { Tage = 1, Belegungen };
 
 bool farrowedBetween(const Sau& sow, qint32 from, qint32 to) {
     return std::any_of(sow.wuerfe.begin(), sow.wuerfe.end(),
@@ -18,6 +17,7 @@ bool farrowedBetween(const Sau& sow, qint32 from, qint32 to) {
 }  // namespace
 
 Grafikinhalt Grafik_Umrauschen(const Grafikauftrag& order) {
+    enum { Tage = 1, Belegungen };
     QStringList days;
     for (int day = fewestDays; day <= mostDays; ++day) days += QString::number(day);
     Faelle cases(bookFor(order), "Tage", days,

@@ -9,7 +9,6 @@ namespace koben {
 namespace {
 
 constexpr int mostCauses = 10, singleDays = 8;
-enum { Klasse = 1, Teil, Ferkel, Anteil };
 
 struct Verlust {
     const Sau* sow;
@@ -67,6 +66,7 @@ int ageOf(const Verlust& loss) {
 }  // namespace
 
 Grafikinhalt Grafik_Verluste(const Grafikauftrag& order) {
+    enum { Klasse = 1, Teil, Ferkel, Anteil };
     const auto book = bookFor(order);
     const std::vector<Verlust> losses = lossesOf(order, *book);
     const QStringList causes = causesOf(losses);

@@ -3,11 +3,8 @@
 
 namespace koben {
 
-namespace {
-enum { Tag = 1, Belegungen, Wuerfe };
-}
-
 Grafikinhalt Grafik_Wochentage(const Grafikauftrag& order) {
+    enum { Tag = 1, Belegungen, Wuerfe };
     const QStringList days{QStringLiteral("Montag"),     QStringLiteral("Dienstag"), QStringLiteral("Mittwoch"),
                            QStringLiteral("Donnerstag"), QStringLiteral("Freitag"),  QStringLiteral("Samstag"),
                            QStringLiteral("Sonntag")};

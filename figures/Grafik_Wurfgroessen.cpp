@@ -5,22 +5,21 @@
 
 namespace koben {
 
-namespace {
-enum { Ferkel = 1, Gesamt, Lebend };
-}
-
 Grafikinhalt Grafik_Wurfgroessen(const Grafikauftrag& order) {
+    enum { Ferkel = 1, Gesamt, Lebend };
     const auto book = bookFor(order);
+    constexpr int most = 40;  // these and more stand together
     int largest = 0;
     const auto each = [&](const auto& use) {
         for (const Sau& sow : book->sauen())
             for (const Wurf& litter : sow.wuerfe)
                 if (order.period.contains(litter.tag))
-                    use(sow, litter, std::max(litter.gesamt, 0), std::max(litter.lebend, 0));
+                    use(sow, litter, std::clamp(litter.gesamt, 0, most), std::clamp(litter.lebend, 0, most));
     };
     each([&](const Sau&, const Wurf&, int all, int living) { largest = std::max({largest, all, living}); });
     QStringList sizes;
-    for (int size = 0; size <= largest; ++size) sizes += QString::number(size);
+    for (int size = 0; size <= largest; ++size)
+        sizes += QString::number(size) + (size == most ? QStringLiteral("+") : QString());
     using Art = Fallspalte::Art;
     Faelle cases(book, "Ferkel", sizes,
                  {{"Würfe nach gesamt geborenen", Art::Summe, 0, "Wurf"},

@@ -4,11 +4,8 @@
 
 namespace koben {
 
-namespace {
-enum { Nummer = 1, Sauen, Anteil };
-}
-
 Grafikinhalt Grafik_Wurfverteilung(const Grafikauftrag& order) {
+    enum { Nummer = 1, Sauen, Anteil };
     const auto book = bookFor(order);
     const Kennzahlenstand stand = Kennzahlen_berechnen(*book, order.period);
     Kennzahltabelle table(book, "Würfe", {{"Sauen", 0}, {"Anteil %", 1}});

@@ -1,6 +1,6 @@
 #pragma once
 // A plot's table whose cells are figures of the farm.
-#include "figures/Grafik.h"
+#include "figures/Grafikinhalt.h"
 #include "figures/Kennzahlen.h"
 
 namespace koben {

@@ -9,7 +9,7 @@ namespace koben {
 // ------------------------------------------------------------------------------------------------------ tones, strokes
 
 const Tints& paperTints() {
-    static const Tints tints{0x000000, 0x4a525a, 0xc8cdd2, 0x1f5f8f, 0xc8791e, 0x7fae5a, 0xa01c1c, 0xffffff};
+    static const Tints tints{0x000000, 0x4a525a, 0xc8cdd2, 0x1f4f7f, 0xc8791e, 0x4f8030, 0xa01c1c, 0xffffff};
     return tints;
 }
 

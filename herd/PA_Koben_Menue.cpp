@@ -66,6 +66,7 @@ const MenuRow Rows[] = {
     {"A_Auswertungen", "A_awlogikpruefung", "Logik-Prüfung Sauen", "PB_Logiktest"},
     {"A_Auswertungen", "A_awtagesblick", "Tagesbli&ck", "PA_Tagesblick"},
     {"A_Auswertungen", "A_awkennzahlen", "Kennzahlen", "PA_Kennzahlen"},
+    {"A_Auswertungen", "A_awgrafiken", "Grafiken", "PA_Grafiken"},
     {"V_Verwaltung", "V_Bestandsdaten", "Bestandsdaten", "PV_Bestandsdaten"},
     {"V_Verwaltung", "V_Arbeitspläne", "Arbeitsplandaten", "PV_Arbeitsplandaten"},
     {"V_Verwaltung", "V_Medizinundwartezeiten", "Medizin und Wartezeiten", "PV_Medizin"},
@@ -115,6 +116,7 @@ const ToolRow Tools[] = {
     {"btn_auswert_Statusplan", "A_awstatusplan", "Statusplan", "statusplan"},
     {"btn_auswert_statistiken", "A_awstatistiken", "Statistik", "statistik"},
     {"btn_auswert_tagesblick", "A_awtagesblick", "Heute", "tagesblick"},
+    {"btn_auswert_grafiken", "A_awgrafiken", "Grafiken", "grafiken"},
     {"btn_einstellungen", "O_Einstellungen", "Einstellungen", "einstellungen"},
     {"btn_datensicherung", "O_Datensicherung", "Datensicherung", "datensicherung"},
 };

@@ -41,7 +41,7 @@ ListView::ListView(ListBox& list) : Bound(list), m_items(list) {
     setEditTriggers(NoEditTriggers);
     setUniformItemSizes(true);
     m_search = new TypeSearch(
-        *this, [this] { return rows(); }, [this](int row) { return model().items().value(row); },
+        *this, [this] { return rows(); }, [this](int row) { return m_items.text(row); },
         [this](int row) {
             jump(row);
             m_moved = true;
@@ -56,8 +56,8 @@ ListView::ListView(ListBox& list) : Bound(list), m_items(list) {
 
 QSize ListView::sizeHint() const {
     int widest = 20 * fontMetrics().averageCharWidth();
-    for (const QString& item : model().items().mid(0, 200))
-        widest = std::max(widest, fontMetrics().horizontalAdvance(item));
+    for (int row = 0; row < std::min(rows(), 200); ++row)
+        widest = std::max(widest, fontMetrics().horizontalAdvance(m_items.text(row)));
     return {std::min(widest, 45 * fontMetrics().averageCharWidth()) + 3 * fontMetrics().height(),
             fontMetrics().height() * 10};
 }

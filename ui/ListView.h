@@ -21,8 +21,9 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : m_rows; }
     QVariant data(const QModelIndex& index, int role) const override {
         if (role != Qt::DisplayRole || index.row() >= m_list.items().size()) return {};
-        return m_list.rowTitle ? m_list.rowTitle(index.row()) : m_list.items().at(index.row());
+        return text(index.row());
     }
+    QString text(int row) const { return m_list.rowTitle ? m_list.rowTitle(row) : m_list.items().value(row); }
 
 private:
     const ListBox& m_list;

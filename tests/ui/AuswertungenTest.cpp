@@ -1,10 +1,12 @@
 // The figures by keyboard alone: choosing measures, the list that keeps its names in sight, where a figure comes from,
 // and the logic test's way to a booking and back.
+#include <QAccessible>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QTableView>
 
 #include "analytics/PB_Statistiken.h"
+#include "figures/PA_Grafiken.h"
 #include "output/PA_Erklaerung.h"
 #include "output/PA_Zwischenliste.h"
 #include "tests/ui/ProgramTest.h"
@@ -61,6 +63,37 @@ TEST_F(Auswertungen, KennwerteWaehltUndErklaertDieTastatur) {
     EXPECT_EQ(again, wanted) << "remembered";
     EXPECT_FALSE(sentence.isEmpty());
     EXPECT_GT(bookings, 0);
+}
+
+/// A plot is walked and opened by keyboard, fills the room that its window has, and says what it shows.
+TEST_F(Auswertungen, EineGrafikMitTasten) {
+    QString spoken, told;
+    QSizeF large, small;
+    runProgram([&](Form& form) {
+        if (form.name() == u"PA_Koben") {
+            koben.open("PA_Grafiken");
+        } else if (auto* plots = dynamic_cast<PA_Grafiken*>(&form)) {
+            QWidget& view = *screens.windowOf(form)->widgetOf(plots->bild);
+            plots->li.choose(1);
+            screens.windowOf(form)->resize(1300, 750);
+            view.setFocus();
+            typist.play(QStringLiteral("<Right><Right>"));
+            view.grab();
+            large = plots->bild.sketch().size;
+            spoken = QAccessible::queryAccessibleInterface(&view)->text(QAccessible::Value);
+            EXPECT_EQ(spoken, plots->bild.currentText());
+            screens.windowOf(form)->resize(900, 600);
+            view.grab();
+            small = plots->bild.sketch().size;
+            EXPECT_EQ(plots->bild.currentText(), spoken);
+            typist.play(QStringLiteral("<Return>"));
+        } else if (auto* figure = dynamic_cast<PA_Erklärung*>(&form)) {
+            told = figure->wert[0].text();
+        }
+    });
+    EXPECT_LT(small.width(), large.width());
+    EXPECT_FALSE(told.isEmpty());
+    EXPECT_TRUE(spoken.endsWith(u' ' + told)) << spoken.toStdString() << " " << told.toStdString();
 }
 
 TEST_F(Auswertungen, VomBefundZurBuchungUndZurueck) {

@@ -33,6 +33,12 @@ TEST(LookTest, TextsStandOutFromTheirGround) {
             for (const auto text : texts)
                 EXPECT_GE(contrast(colours.color(ground), colours.color(text)), 4.5) << ground << ' ' << text;
         EXPECT_GE(contrast(alertColour(colours), colours.color(P::Base)), 4.5);
+        const Tints tints = drawingTints(colours);
+        for (const Tone tone : {Tone::Text, Tone::Quiet, Tone::Accent, Tone::Second, Tone::Third, Tone::Warning}) {
+            const double least = tone <= Tone::Quiet ? 4.5 : 3;  // of texts, of marks
+            EXPECT_GE(contrast(QColor::fromRgb(tint(tints, tone)), colours.color(P::Base)), least) << int(tone);
+            EXPECT_GE(contrast(QColor::fromRgb(tint(paperTints(), tone)), Qt::white), least) << int(tone);
+        }
         EXPECT_GE(contrast(alertColour(colours), colours.color(P::Window)), 4.5);
     }
 }

@@ -29,9 +29,9 @@ struct ProgramTest : testing::Test {
         if (auto* herd = dynamic_cast<PA_Koben*>(&form)) {
             herd->comdrucken.click();
             koben.Buchungsmodus = "Neu";
-            const QStringList handed{"PA_Koben", "PA_Textausgabe", "PA_Zwischenliste", "PA_Erklaerung"};
+            const QStringList handedOn{"PA_Koben", "PA_Zwischenliste", "PA_Textausgabe", "PA_Erklärung"};
             for (QString name : laidOutForms())  // an entry screen opens from its list
-                if (!handed.contains(name) && !name.startsWith(u"PE_Bewegungsdaten_"))
+                if (!handedOn.contains(name) && !name.startsWith(u"PE_Bewegungsdaten_"))
                     koben.open(name.remove("_Eingabe"));
         } else if (dynamic_cast<PE_Bewegungsdaten*>(&form)) {
             for (const auto& kind : Buchungsarten) {
