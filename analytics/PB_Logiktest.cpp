@@ -137,7 +137,7 @@ void PB_Logiktest::standWhereLeft() {
 void PB_Logiktest::lead(int row, int column) {
     if (row < 1 || row > static_cast<int>(m_rows.size())) return;
     const Zeile& line = m_rows[static_cast<size_t>(row - 1)];
-    if (line.sow == 0 || !koben.herdList) return;
+    if (line.sow == 0) return;
     size_t test = Termine;
     for (size_t i = Termine; i-- > 0;) {
         if (!line.found[i].wrong) continue;
@@ -148,15 +148,9 @@ void PB_Logiktest::lead(int row, int column) {
         if (hit) break;
     }
     if (test == Termine) return;
-    Grid& herd = koben.herdList->herd();
-    const int animal = herd.findText(u"ID", QString::number(line.sow));
-    if (animal == 0)
-        return koben.message(
-            QStringLiteral("Die Sau steht nicht in der Liste des Hauptmoduls, weil sie zur Zeit nur bestimmte Tiere "
-                           "anzeigt. Bitte wählen Sie dort „Alle Tiere“ und „Alles“."));
+    if (!chooseAnimal(koben, line.sow, QStringLiteral("Die Sau"))) return;
     m_left = line;
     m_leftRow = row;
-    herd.choose(animal);
     koben.Buchungsart_Nr = static_cast<int>(Tests[test].kind);
     koben.shownBooking = line.found[test].booking;
     koben.open(QStringLiteral("PE_Bewegungsdaten"));

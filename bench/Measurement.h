@@ -76,6 +76,7 @@ std::vector<Row> Rows_Liste(const Sample& sample);
 std::vector<Row> Rows_Zyklus(const Sample& sample);
 std::vector<Row> Rows_Buchung(const Sample& sample);
 std::vector<Row> Rows_Plan(const Sample& sample);
+std::vector<Row> Rows_Tagesblick(const Sample& sample);
 std::vector<Row> Rows_Zahlen(const Sample& sample);
 std::vector<Row> Rows_Kennzahlen(const Sample& sample);
 std::vector<Row> Rows_Grafiken(const Sample& sample);

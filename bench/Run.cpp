@@ -156,8 +156,8 @@ int measure(const RunOptions& options, QDate today) {
     printHead();
     int misses = 0;
     for (const auto& theme :
-         {Rows_Liste, Rows_Zyklus, Rows_Plan, Rows_Zahlen, Rows_Kennzahlen, Rows_Grafiken, Rows_Papier, Rows_Gruppen,
-          Rows_Buchung, Rows_Ferkel, Rows_Geraet, Rows_Masse, Rows_Sicherung, Rows_Altdaten})
+         {Rows_Liste, Rows_Zyklus, Rows_Plan, Rows_Tagesblick, Rows_Zahlen, Rows_Kennzahlen, Rows_Grafiken, Rows_Papier,
+          Rows_Gruppen, Rows_Buchung, Rows_Ferkel, Rows_Geraet, Rows_Masse, Rows_Sicherung, Rows_Altdaten})
         for (const Row& row : theme(sample))
             if (wanted(row, options.only)) misses += !measureRow(row, program, floor, options.repeats);
     std::printf("%d rows miss their limit\n", misses);

@@ -21,4 +21,26 @@ QString Wartezeit_pruefen(const Database& db, qint64 kennung, const QString& num
            until + QStringLiteral(" vor.");
 }
 
+QHash<qint64, qint32> Wartezeiten_lesen(const Database& db, qint32 first) {
+    // Only a block that still lasts counts, so earlier days need not be grouped.
+    const QString since = Sql_Datum(Datum_als_Anzeige(QDate::fromJulianDay(first)));
+    const Table rows = db.table(QStringLiteral("select Kennung, max(Wartezeit_Datum) as xdatum from Behandlung where "
+                                               "Wartezeit_Datum >= %1 group by Kennung")
+                                    .arg(since));
+    QHash<qint64, qint32> blocks;
+    blocks.reserve(rows.rowCount());
+    for (int row = 0; row < rows.rowCount(); ++row)
+        blocks.insert(rows.integer(row, 0), static_cast<qint32>(rows.integer(row, 1)));
+    return blocks;
+}
+
+Table readWartezeittiere(const Database& db, const QString& heute) {
+    return db.table(
+        QStringLiteral(
+            "select Nummer, Art, Gruppe, Stallnr, xdatum, Sauen.ID as tier, Abgangsdatum from Sauen inner join (select "
+            "Kennung, max(Wartezeit_Datum) as xdatum from Behandlung where Wartezeit_Datum >= %1 group by Kennung) "
+            "as sperre on Sauen.ID = sperre.Kennung order by Nummer")
+            .arg(Sql_Datum(QString(heute))));
+}
+
 }  // namespace koben

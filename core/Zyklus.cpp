@@ -102,6 +102,11 @@ Zyklusstatus statusOf(const QString& code) {
     return hit == std::end(kodes) ? Zyklusstatus::Unknown : static_cast<Zyklusstatus>(hit - kodes);
 }
 
+QString Statuswort(Zyklusstatus status) {
+    static constexpr const char* words[] = {"", "Belegt", "Tragend", "Nicht tragend", "Säugend", "Güst"};
+    return status < Zyklusstatus::Ohne ? QString() : QString::fromUtf8(words[static_cast<int>(status)]);
+}
+
 void Statuslage::take(const Zyklusbuchungen::Kontrolle& check) {
     const bool later = check.tag > kontrolle.tag;
     const bool sameDayFirst = check.tag == kontrolle.tag && (kontrolle.id == 0 || check.id <= kontrolle.id);

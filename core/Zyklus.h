@@ -79,6 +79,8 @@ enum class Zyklusstatus : int { Unknown = -1, Ohne, Belegt, Tragend, NichtTragen
 QString kode(Zyklusstatus status);
 /// Unknown for a text that is none of them.
 Zyklusstatus statusOf(const QString& code);
+/// In the farmer's words: "Tragend"; "" for none.
+QString Statuswort(Zyklusstatus status);
 
 /// What the status of an animal hangs on.
 struct Statuslage {

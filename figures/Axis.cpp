@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "figures/TextWidth.h"
+#include "output/TextWidth.h"
 
 namespace koben {
 

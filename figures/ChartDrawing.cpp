@@ -1,7 +1,7 @@
 #include "figures/ChartDrawing.h"
 
 #include "figures/ChartPanelPainter.h"
-#include "figures/TextWidth.h"
+#include "output/TextWidth.h"
 
 namespace koben {
 

@@ -45,6 +45,21 @@ bool Liste_uebernehmen(Koben& koben, Grid& gridli) {
     return gridli.load(pathOf(koben));
 }
 
+bool chooseAnimal(Koben& koben, qint64 animal, const QString& noun) {
+    if (animal == 0 || !koben.herdList) return false;
+    Grid& herd = koben.herdList->herd();
+    const int column = herd.columnOf(u"ID");
+    int row = column > 0 ? herd.rowCount() : 0;
+    while (row > 0 && herd.integer(row, column) != animal) --row;
+    if (row > 0)
+        herd.choose(row);
+    else
+        koben.message(noun +
+                      QStringLiteral(" steht nicht in der Liste des Hauptmoduls, weil sie zur Zeit nur bestimmte Tiere "
+                                     "anzeigt. Bitte wählen Sie dort „Alle Tiere“ und „Alles“."));
+    return row > 0;
+}
+
 void tickAllIfNone(ControlArray<CheckBox>& fields) {
     if (std::any_of(fields.begin(), fields.end(), [](const auto& box) { return box->checked(); })) return;
     for (auto& box : fields) box->setChecked(true);

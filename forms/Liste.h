@@ -24,6 +24,10 @@ void Liste_ausgeben(Koben& koben, const Grid& gridli,
 /// over. No row is current then, unless the list leads on. False, with nothing in the grid, where there is neither.
 bool Liste_uebernehmen(Koben& koben, Grid& gridli);
 
+/// Makes an animal the current one of the herd list. Where that does not show it the user is told what to do, and it is
+/// false. `noun` begins the sentence: "Das Tier".
+bool chooseAnimal(Koben& koben, qint64 animal, const QString& noun = QStringLiteral("Das Tier"));
+
 /// A list without any field would say nothing: ticks all where none is ticked.
 void tickAllIfNone(ControlArray<CheckBox>& fields);
 

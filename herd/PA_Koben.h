@@ -46,6 +46,8 @@ public:
 
     /// Set by the window: lays list and panel out anew by Konfig_Zahl(58).
     std::function<void()> layoutChanged;
+    /// Set by the window: it shows today's page beside the list, which then does not open by itself.
+    bool showsTagesblick = false;
 
     Grid& herd() override { return datali; }
     void datenschweinelesen() override;

@@ -14,6 +14,7 @@
 #include "core/Version.h"
 #include "forms/RunState.h"
 #include "forms/SettingsGuard.h"
+#include "forms/Startseite.h"
 #include "herd/PA_Koben.h"
 #include "herd/PA_Koben_Funde.h"
 #include "store/FileExchange.h"
@@ -245,6 +246,8 @@ void PA_Koben::Activate() {
     if (!koben.Start_erledigt) {
         koben.Start_erledigt = 1;
         Erststart_hinweisen();
+        if (!koben.ended && !showsTagesblick && readStartseite(koben.platform) != Startseite::Liste)
+            koben.open(QStringLiteral("PA_Tagesblick"));
     }
 }
 

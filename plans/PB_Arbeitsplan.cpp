@@ -3,6 +3,7 @@
 #include "core/Einstellungen.h"
 #include "core/Konfig.h"
 #include "core/PZ_Koben_Subs.h"
+#include "core/Wartezeit.h"
 
 namespace koben {
 
@@ -89,7 +90,7 @@ void PB_Arbeitsplan::ok_Click(int index) {
     if (!start.isValid())
         return koben.message("Die Arbeitspläne können nicht berechnet werden, weil..." + Crlf + Crlf +
                              "...die Berechnungszeiträume falsche Datumangaben enthalten.");
-    const Zeitraum period{static_cast<qint32>(start.toJulianDay()), static_cast<qint32>(m_end.toJulianDay())};
+    const Planzeitraum period{static_cast<qint32>(start.toJulianDay()), static_cast<qint32>(m_end.toJulianDay())};
     tickAllIfNone(kon);
     switch (fill(period, chosenForm(chart))) {
         case Outcome::NoAnimals:
@@ -104,7 +105,7 @@ void PB_Arbeitsplan::ok_Click(int index) {
 }
 
 /// The result into the hidden grid.
-PB_Arbeitsplan::Outcome PB_Arbeitsplan::fill(Zeitraum period, const Arbeitsplanform& form) {
+PB_Arbeitsplan::Outcome PB_Arbeitsplan::fill(Planzeitraum period, const Arbeitsplanform& form) {
     const WaitCursor wait(koben);
     const Tierauswahl choice{.sowsOnly = konnurweiblich.checked(), .withBlocks = wartezeit.checked()};
     const QStringList names = markedOrAll(liarplan);

@@ -1,8 +1,8 @@
 #pragma once
 // The work plan: which animal needs which work in the coming days, as a list by date or as a chart with one column a
 // day. The same rows go to the file of the pocket device.
+#include "output/Arbeitsplanliste.h"
 #include "output/Bericht.h"
-#include "plans/Arbeitsplanliste.h"
 
 namespace koben {
 
@@ -48,7 +48,7 @@ private:
     void ok_Click(int index);
     void fixMarks();
     enum class Outcome { Done, NoAnimals, Cancelled };
-    Outcome fill(Zeitraum period, const Arbeitsplanform& form);
+    Outcome fill(Planzeitraum period, const Arbeitsplanform& form);
     Arbeitsplanform chosenForm(bool chart) const;
     void writePocketFile();
 

@@ -1,22 +1,9 @@
 #include "plans/PB_Wartezeiten.h"
 
 #include "core/PZ_Koben_Subs.h"
+#include "core/Wartezeit.h"
 
 namespace koben {
-
-namespace {
-
-/// The animals whose latest block ends today or later; those that have left too.
-Table blocked(const Database& db, const QString& today) {
-    return db.table(
-        QStringLiteral(
-            "select Nummer, Art, Gruppe, Stallnr, xdatum, Sauen.ID as tier from Sauen inner join (select Kennung, "
-            "max(Wartezeit_Datum) as xdatum from Behandlung where Wartezeit_Datum >= %1 group by Kennung) "
-            "as sperre on Sauen.ID = sperre.Kennung order by Nummer")
-            .arg(Sql_Datum(QString(today))));
-}
-
-}  // namespace
 
 PB_Wartezeiten::PB_Wartezeiten(Koben& koben_)
     : Bericht(koben_, "PB_Wartezeiten", "Wartezeiten (Fleischverkaufssperre) aufgrund von Medizingaben") {
@@ -33,7 +20,7 @@ PB_Wartezeiten::PB_Wartezeiten(Koben& koben_)
 void PB_Wartezeiten::Load() {
     Bericht::Load();
     const QDate today = Datum_aus_Text(koben.Heute);
-    const Table animals = blocked(m_db, koben.Heute);
+    const Table animals = readWartezeittiere(m_db, koben.Heute);
     for (int row = 0; row < animals.rowCount(); ++row) {
         Grid::Row cells;
         for (int column = 0; column < 4; ++column) cells += Hochkomma_ersetzen(animals.text(row, column));

@@ -1,7 +1,7 @@
 #include "plans/PV_Arbeitsplandaten_Eingabe.h"
 
+#include "core/Arbeitsplan.h"
 #include "core/PZ_Koben_Subs.h"
-#include "plans/Arbeitsplan.h"
 
 namespace koben {
 

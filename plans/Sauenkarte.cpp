@@ -209,18 +209,20 @@ private:
 /// The rows of a table of bookings that belong to these sows, by day; those without a day are left out.
 std::optional<Table> read(const Database& db, const QString& fields, const QString& table,
                           const std::vector<qint64>& sows, const std::function<bool(qint64)>& go) {
-    QString which = QStringLiteral("Kennung in (select ID from Sauen where Art = 'Sau' and Abgangsdatum IS NULL)");
-    if (sows.size() <= FewSows) {
-        QStringList ids;
-        for (const qint64 id : sows) ids += QString::number(id);
-        which = QStringLiteral("Kennung in (%1)").arg(ids.join(u','));
-    }
     return db.table(QStringLiteral("select Kennung, Datum, %1 from %2 where %3 and Datum IS NOT NULL order by Datum")
-                        .arg(fields, table, which),
+                        .arg(fields, table, Kartensauen(QStringLiteral("Kennung"), sows)),
                     go);
 }
 
 }  // namespace
+
+QString Kartensauen(const QString& field, const std::vector<qint64>& sows) {
+    if (sows.size() > FewSows)
+        return field + QStringLiteral(" in (select ID from Sauen where Art = 'Sau' and Abgangsdatum IS NULL)");
+    QStringList ids;
+    for (const qint64 id : sows) ids += QString::number(id);
+    return QStringLiteral("%1 in (%2)").arg(field, ids.join(u','));
+}
 
 Kartenbuchungen::Kartenbuchungen(const Database& db, const std::vector<qint64>& sows,
                                  const std::function<bool(qint64)>& go) {

@@ -53,6 +53,9 @@ private:
     QHash<qint64, Bookings> m_bookings;
 };
 
+/// The condition that `field` is one of these sows; of many, that it is a sow in stock.
+QString Kartensauen(const QString& field, const std::vector<qint64>& sows);
+
 /// Days that the settings plan with.
 struct Kartentage {
     int pregnancy, suckling, untilService;

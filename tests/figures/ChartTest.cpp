@@ -5,7 +5,7 @@
 #include <random>
 
 #include "figures/ChartDrawing.h"
-#include "figures/TextWidth.h"
+#include "output/TextWidth.h"
 #include "figures/Zeitraum.h"
 #include "output/Svg.h"
 #include "tests/support/Fakes.h"

@@ -169,5 +169,45 @@ TEST(ArbeitsplanZufall, ListsAndChartsEqualTheLiteralWalk) {
     EXPECT_GT(compared, 150) << "the herds are too dull to try anything";
 }
 
+/// What is open on a day, against the plans of that day and of all days before it.
+TEST(ArbeitsplanZufall, ADaysWorkIsThePlans) {
+    const auto day = static_cast<qint32>(QDate(2026, 7, 15).toJulianDay());
+    size_t compared = 0;
+    for (unsigned seed = 1; seed <= 6; ++seed) {
+        Zufall z{std::mt19937(seed)};
+        Planhof farm;
+        makeOptions(farm, z);
+        makeHerd(farm, z);
+        const auto works = Arbeiten_lesen(farm.db.table("select * from Arbeitsplanoptionen"),
+                                          {"Impfung", "Kontrolle", "Umstallung", "Zukauf", "fehlt"});
+        const auto lines = [](const Table& animals, const std::vector<Faelligkeit>& plan, const auto& counts) {
+            QStringList all;
+            for (const Faelligkeit& due : plan)
+                if (counts(due))
+                    all += QStringLiteral("%1 %2 %3 %4")
+                               .arg(animals.integer(due.animal, 0))
+                               .arg(due.work)
+                               .arg(due.from)
+                               .arg(due.to);
+            return all;
+        };
+        const auto planned = [&](Planzeitraum period, const auto& counts) {
+            const Table animals = Tiere_lesen(farm.db, works, period, {});
+            return lines(animals, Arbeitsplan_berechnen(animals, works, period, {}, [](int) { return true; }), counts);
+        };
+        const auto all = [](const Faelligkeit&) { return true; };
+        const Tagesarbeit open = computeTagesarbeit(farm.db, works, day);
+        EXPECT_EQ(lines(open.animals, open.due, all), planned({day, day}, all)) << seed;
+        EXPECT_EQ(lines(open.animals, open.overdue, all),
+                  planned({day - 10000, day - 1},
+                          [&](const Faelligkeit& due) {
+                              return due.to < day && due.from < day && works[static_cast<size_t>(due.work)].ends();
+                          }))
+            << seed;
+        compared += open.due.size() + open.overdue.size();
+    }
+    EXPECT_GT(compared, 100) << "the herds are too dull to try anything";
+}
+
 }  // namespace
 }  // namespace koben

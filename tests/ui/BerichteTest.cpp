@@ -319,7 +319,7 @@ TEST_F(Papier, SauenkartenAufDemPapier) {
         std::vector<Drawing> drawings;
         for (int row = 1; row <= cards->datali.rowCount(); ++row) {
             DrawingRecorder card(false);
-            cards->draw(card, row);
+            cards->look(card, {row});
             drawings.push_back(card.drawing);
         }
         cards->alletier[0].click();

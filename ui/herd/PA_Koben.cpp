@@ -8,6 +8,7 @@
 #include "ui/Layout.h"
 #include "ui/Menus.h"
 #include "ui/SearchMarks.h"
+#include "ui/figures/Tagesblick.h"
 
 namespace {
 
@@ -31,7 +32,7 @@ LAYOUT(PA_Koben) {
     const Piece panel = column({flow({button(form.cmdok), button(form.abwaerts[1]), button(form.abwaerts[0]),
                                       button(form.comdrucken), iconButton(form.linksrechts)}),
                                 animalPanel(form)});
-    const Piece both = split(list, panel, 2, 1);
+    const Piece both = split(list, withToday(form, panel), 2, 1);
     auto* splitter = static_cast<QSplitter*>(both.widget);
     form.layoutChanged = [splitter, &form] {
         const bool wide = form.koben.Konfig_Zahl[Zahl::ListeBreit] == 1;  // the panel is the wide one

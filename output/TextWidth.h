@@ -1,10 +1,11 @@
 #pragma once
-// How wide a text of a chart is, where nothing can measure it: by the widths of the face that charts are set in.
+// How wide a text of a drawing is, where nothing can measure it: by the widths of the face that charts and cards are
+// set in.
 #include <QString>
 
 namespace koben {
 
-/// The face of charts; other machines' own faces of the kind are no wider.
+/// The face of charts and cards; other machines' own faces of the kind are no wider.
 inline const QString chartFace = QStringLiteral("Liberation Sans");
 
 /// Millimetres.

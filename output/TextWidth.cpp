@@ -1,4 +1,4 @@
-#include "figures/TextWidth.h"
+#include "output/TextWidth.h"
 
 #include <QStringList>
 

@@ -2,8 +2,8 @@
 // The work plan as a list: by date, or as a chart with one column a day; and its lines for the pocket device.
 #include <array>
 
+#include "core/Arbeitsplan.h"
 #include "forms/Grid.h"
-#include "plans/Arbeitsplan.h"
 
 namespace koben {
 
@@ -17,7 +17,7 @@ struct Arbeitsplanform {
 
 /// Fills `grid` anew with the sorted plan. A plan without rows leaves the columns alone in it.
 void Arbeitsplan_ausgeben(Grid& grid, const Table& animals, std::vector<Faelligkeit> plan, const QStringList& works,
-                          Zeitraum period, const Arbeitsplanform& form);
+                          Planzeitraum period, const Arbeitsplanform& form);
 
 /// One line a row of the grid: beginning, end and kind of work, then number and stall as far as they are columns,
 /// a tab behind each.

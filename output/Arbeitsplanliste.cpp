@@ -1,4 +1,4 @@
-#include "plans/Arbeitsplanliste.h"
+#include "output/Arbeitsplanliste.h"
 
 #include <QDate>
 #include <algorithm>
@@ -18,7 +18,8 @@ constexpr std::array<const char*, 7> Weekdays{"So", "Mo", "Di", "Mi", "Do", "Fr"
 
 class Ausgabe {
 public:
-    Ausgabe(Grid& grid, const Table& animals, const QStringList& works, Zeitraum period, const Arbeitsplanform& form)
+    Ausgabe(Grid& grid, const Table& animals, const QStringList& works, Planzeitraum period,
+            const Arbeitsplanform& form)
         : m_grid(grid), m_animals(animals), m_works(works), m_period(period), m_form(form) {
         for (size_t f = 0; f < Fields.size(); ++f)
             m_columns[f] = form.fields[f] ? animals.columnOf(QString::fromUtf8(Fields[f])) : -1;
@@ -73,7 +74,7 @@ public:
         const Value work(due.work == Verkaufssperre ? QStringLiteral("Fleischverkaufssperre") : m_works[due.work]);
         if (m_form.chart) {
             addFields(cells, due.animal);
-            const Zeitraum window{due.from, due.to};
+            const Planzeitraum window{due.from, due.to};
             for (qint32 d = m_period.first; d <= m_period.last; ++d) cells.append(window.contains(d) ? m_due : m_free);
             cells << work << from << to;
         } else {
@@ -124,7 +125,7 @@ private:
     Grid& m_grid;
     const Table& m_animals;
     const QStringList& m_works;
-    const Zeitraum m_period;
+    const Planzeitraum m_period;
     const Arbeitsplanform& m_form;
     std::array<int, 4> m_columns{};  // of the table of animals; -1 for a field that is not listed
     const int m_id = m_animals.columnOf(u"ID");
@@ -134,7 +135,7 @@ private:
 }  // namespace
 
 void Arbeitsplan_ausgeben(Grid& grid, const Table& animals, std::vector<Faelligkeit> plan, const QStringList& works,
-                          Zeitraum period, const Arbeitsplanform& form) {
+                          Planzeitraum period, const Arbeitsplanform& form) {
     Ausgabe out(grid, animals, works, period, form);
     out.buildColumns();
     if (plan.empty()) return;

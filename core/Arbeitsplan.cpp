@@ -1,4 +1,4 @@
-#include "plans/Arbeitsplan.h"
+#include "core/Arbeitsplan.h"
 
 #include <QDate>
 #include <algorithm>
@@ -56,13 +56,13 @@ bool isOpen(const Table& animals, int animal, const Columns& work) {
 }
 
 /// The work's window for one animal, if it touches the period.
-std::optional<Zeitraum> window(const Table& animals, int animal, const Columns& work, Zeitraum period) {
+std::optional<Planzeitraum> window(const Table& animals, int animal, const Columns& work, Planzeitraum period) {
     const qint64 reference = work.reference < 0 ? 0 : day(animals, animal, work.reference);
     if (reference == 0) return std::nullopt;
     const qint64 from = reference + work.from, to = reference + work.to;
     if (from < EarliestDay || to < EarliestDay || from > LatestDay || to > LatestDay) return std::nullopt;
     if (!trifft(from, to, period)) return std::nullopt;
-    return Zeitraum{static_cast<qint32>(from), static_cast<qint32>(to)};
+    return Planzeitraum{static_cast<qint32>(from), static_cast<qint32>(to)};
 }
 
 QString sqlDay(qint64 day) {
@@ -70,7 +70,7 @@ QString sqlDay(qint64 day) {
 }
 
 /// The condition on an animal's reference date without which the work cannot fall into the period.
-QString nearPeriod(const Arbeit& work, Zeitraum period) {
+QString nearPeriod(const Arbeit& work, Planzeitraum period) {
     const qint64 first = qint64(period.first) - std::max(work.from, work.to);
     const qint64 last = qint64(period.last) - std::min(work.from, work.to);
     return QStringLiteral("(%1 >= %2 and %1 < %3)").arg(work.reference, sqlDay(first), sqlDay(last + 1));
@@ -79,6 +79,27 @@ QString nearPeriod(const Arbeit& work, Zeitraum period) {
 QString inStock(Tierauswahl choice) {
     return QStringLiteral(" from Sauen where Abgangsdatum IS NULL") +
            (choice.sowsOnly ? QStringLiteral(" and Art = 'Sau'") : QString());
+}
+
+QString planFields() {
+    QString select = QStringLiteral("select ID, Nummer, Art, Stallnr, Gruppe");
+    for (const auto& date : Dates) select += QStringLiteral(", ") + QString::fromUtf8(date.field);
+    return select;
+}
+
+/// The animals in stock that meet one of the conditions.
+Table readAny(const Database& db, Tierauswahl choice, QStringList conditions) {
+    conditions.removeDuplicates();
+    if (conditions.isEmpty()) return {};
+    return db.table(planFields() + inStock(choice) + QStringLiteral(" and (%1)").arg(conditions.join(" or ")));
+}
+
+/// The condition on an animal that has the work open on a day: its window reaches the day, or lies before it.
+QString openOn(const Arbeit& work, qint32 day) {
+    const QString near = nearPeriod(work, {day, day});
+    if (!work.ends()) return near;
+    return QStringLiteral("((%1 or %2 < %3) and (%4 IS NULL or %4 <= %5))")
+        .arg(near, work.reference, sqlDay(qint64(day) - work.to), work.doneLater, work.doneEarlier);
 }
 
 }  // namespace
@@ -125,41 +146,25 @@ std::vector<Arbeit> Arbeiten_lesen(const Table& options, const QStringList& name
     return works;
 }
 
-Table Tiere_lesen(const Database& db, const std::vector<Arbeit>& works, Zeitraum period, Tierauswahl choice) {
-    QString select = QStringLiteral("select ID, Nummer, Art, Stallnr, Gruppe");
-    for (const auto& date : Dates) select += QStringLiteral(", ") + QString::fromUtf8(date.field);
-    select += inStock(choice);
-    if (choice.withBlocks) return db.table(select);
+Table Tiere_lesen(const Database& db, const std::vector<Arbeit>& works, Planzeitraum period, Tierauswahl choice) {
+    if (choice.withBlocks) return db.table(planFields() + inStock(choice));
     QStringList near;
     for (const Arbeit& work : works)
         if (!work.reference.isEmpty()) near.append(nearPeriod(work, period));
-    near.removeDuplicates();
-    return near.isEmpty() ? Table() : db.table(select + QStringLiteral(" and (%1)").arg(near.join(" or ")));
+    return readAny(db, choice, near);
 }
 
 bool Tiere_vorhanden(const Database& db, Tierauswahl choice) {
     return db.table(QStringLiteral("select top 1 ID") + inStock(choice)).rowCount() > 0;
 }
 
-bool trifft(qint64 from, qint64 to, Zeitraum period) {
+bool trifft(qint64 from, qint64 to, Planzeitraum period) {
     return period.contains(from) || period.contains(to) || (from < period.first && to > period.last);
 }
 
-QHash<qint64, qint32> Wartezeiten_lesen(const Database& db, qint32 first) {
-    // Only a block that still lasts counts, so earlier days need not be grouped.
-    const QString since = Sql_Datum(Datum_als_Anzeige(QDate::fromJulianDay(first)));
-    const Table rows = db.table(QStringLiteral("select Kennung, max(Wartezeit_Datum) as xdatum from Behandlung where "
-                                               "Wartezeit_Datum >= %1 group by Kennung")
-                                    .arg(since));
-    QHash<qint64, qint32> blocks;
-    blocks.reserve(rows.rowCount());
-    for (int row = 0; row < rows.rowCount(); ++row)
-        blocks.insert(rows.integer(row, 0), static_cast<qint32>(rows.integer(row, 1)));
-    return blocks;
-}
-
-std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::vector<Arbeit>& works, Zeitraum period,
-                                               const QHash<qint64, qint32>& blocks, const Fortschritt& progress) {
+std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::vector<Arbeit>& works,
+                                               Planzeitraum period, const QHash<qint64, qint32>& blocks,
+                                               const Fortschritt& progress) {
     const int idColumn = animals.columnOf(u"ID");
     std::vector<Columns> columns;
     for (const Arbeit& work : works) columns.emplace_back(work, animals);
@@ -177,6 +182,28 @@ std::vector<Faelligkeit> Arbeitsplan_berechnen(const Table& animals, const std::
         if (!progress(steps)) return {};
     }
     return plan;
+}
+
+Tagesarbeit computeTagesarbeit(const Database& db, const std::vector<Arbeit>& works, qint32 day) {
+    QStringList open;
+    for (const Arbeit& work : works)
+        if (!work.reference.isEmpty()) open.append(openOn(work, day));
+    Tagesarbeit result{readAny(db, {}, open), {}, {}};
+    std::vector<Columns> columns;
+    for (const Arbeit& work : works) columns.emplace_back(work, result.animals);
+    const Planzeitraum passed{static_cast<qint32>(EarliestDay), day - 1};
+    for (int animal = 0; animal < result.animals.rowCount(); ++animal)
+        for (size_t w = 0; w < works.size(); ++w) {
+            if (!isOpen(result.animals, animal, columns[w])) continue;
+            const auto add = [&](std::vector<Faelligkeit>& rows, Planzeitraum due) {
+                rows.push_back({animal, static_cast<int>(w), due.first, due.last});
+            };
+            if (const auto due = window(result.animals, animal, columns[w], {day, day}))
+                add(result.due, *due);
+            else if (const auto late = window(result.animals, animal, columns[w], passed); late && works[w].ends())
+                add(result.overdue, *late);
+        }
+    return result;
 }
 
 }  // namespace koben
