@@ -34,10 +34,13 @@ public:
     /// Writes all rows as lines of text. The number of rows.
     qint64 write(const std::string& sql, const QString& path);
 
-private:
     using Statement = std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)>;
     Statement prepare(const std::string& sql);
+    /// Runs a writing statement and rewinds it.
     void step(sqlite3_stmt* statement);
+    qint64 lastId() const { return sqlite3_last_insert_rowid(m_file); }
+
+private:
     [[noreturn]] void fail(const std::string& sql) const;
     sqlite3* m_file = nullptr;
 };

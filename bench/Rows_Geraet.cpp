@@ -83,49 +83,81 @@ Row exportAll(const Sample& sample, bool year) {
             }};
 }
 
+/// The device's file with a service of each of these sows on one day.
+void writeServices(const QString& path, const QStringList& numbers, QDate day) {
+    QString lines = QStringLiteral(" %1 \r\n").arg(numbers.size());
+    for (const QString& number : numbers)
+        lines += number + u'\t' + day.toString(QStringLiteral("dd.MM.yyyy")) +
+                 QStringLiteral("\tPi 4711\t2\tK\tStation\t12,50\t\t\tN\r\n");
+    lines += QStringLiteral("0\r\n").repeated(7);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(lines.toLatin1()) < 0)
+        throw std::runtime_error("cannot write the device's file");
+}
+
+/// The floor's way of such a file into the services, and the list of them. The number of services.
+qint64 bookServices(SqliteFile& file, const QString& from, const QString& list) {
+    QFile in(from), out(list);
+    if (!in.open(QIODevice::ReadOnly) || !out.open(QIODevice::WriteOnly)) throw std::runtime_error("services");
+    QByteArray told;
+    qint64 rows = 0;
+    file.execute("BEGIN IMMEDIATE");
+    const auto insert = file.prepare(
+        "INSERT INTO Belegung (Datum, Ebernr, Deckanzahl, Belegungart, Belegungsstation, Kosten, Kommentar, Bemerkung, "
+        "Kennung) SELECT ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ID FROM Sauen s WHERE Nummer = ?1 AND Abgangsdatum IS NULL "
+        "AND NOT EXISTS (SELECT 1 FROM Belegung WHERE Kennung = s.ID AND Datum = ?2)");
+    for (in.readLine(); !in.atEnd();) {
+        const QList<QByteArray> fields = in.readLine().split('\t');
+        if (fields.size() < 9) continue;
+        const QByteArray day = fields[1].mid(6) + '-' + fields[1].mid(3, 2) + '-' + fields[1].left(2);
+        const auto text = [&](int place, const QByteArray& bytes) {
+            sqlite3_bind_text(insert.get(), place, bytes.constData(), static_cast<int>(bytes.size()), SQLITE_STATIC);
+        };
+        text(2, day);
+        for (const int field : {0, 2, 4, 5, 7, 8}) text(field + 1, fields[field]);
+        sqlite3_bind_int(insert.get(), 4, fields[3].toInt());
+        sqlite3_bind_int64(insert.get(), 7,
+                           static_cast<qint64>(QByteArray(fields[6]).replace(',', '.').toDouble() * 1e4));
+        file.step(insert.get());
+        told += fields.join('\t');
+        ++rows;
+    }
+    file.execute("COMMIT");
+    out.write(told);
+    return rows;
+}
+
 const std::string sows = "Nummer FROM Sauen WHERE Art = 'Sau' AND Abgangsdatum IS NULL ORDER BY ID";
 
-/// Services of as many sows on a day of this run, until the list of what was imported opens. The floor finds the sow,
-/// looks for a service on that day and inserts.
+/// Services of as many sows on a day of this run, until the list of what was imported opens. The floor reads the file,
+/// finds the sow, looks for a service on that day, inserts, and writes the list.
 Row importServices(const Sample& sample) {
     return {QStringLiteral("import of %1 services from the device").arg(Returned), daily,
             [today = sample.today, run = 0](Program& p, Stopwatch& watch) mutable {
                 const Table animals = p.koben().connect().table(QStringLiteral("select top %1 ").arg(Returned) +
                                                                 QString::fromStdString(sows));
-                const QString day = today.addDays(++run).toString(QStringLiteral("dd.MM.yyyy"));
-                QString lines = QStringLiteral(" %1 \r\n").arg(animals.rowCount());
-                for (int row = 0; row < animals.rowCount(); ++row)
-                    lines += animals.text(row, 0) + u'\t' + day +
-                             QStringLiteral("\tPi 4711\t2\tK\tStation\t12,50\t\t\tN\r\n");
-                lines += QStringLiteral("0\r\n").repeated(7);
-                QFile file(p.koben().Datenordner + QStringLiteral("KOBEN2_DATEN_VON_POCKET.KO2"));
-                if (!file.open(QIODevice::WriteOnly) || file.write(lines.toLatin1()) < 0)
-                    throw std::runtime_error("cannot write the device's file");
-                file.close();
+                QStringList numbers;
+                for (int row = 0; row < animals.rowCount(); ++row) numbers += animals.text(row, 0);
+                writeServices(p.koben().Datenordner + QStringLiteral("KOBEN2_DATEN_VON_POCKET.KO2"), numbers,
+                              today.addDays(++run));
                 p.when("PA_Textausgabe", [&](Form&) { watch.stop(); });
                 p.open("PO_Pocketimport", [&](Form& form) {
                     watch.start();
                     control<Button>(form, "ok", 1).click();
                 });
                 p.when("PA_Textausgabe", [](Form&) {});
-                return static_cast<qint64>(animals.rowCount());
+                return static_cast<qint64>(numbers.size());
             },
             [today = sample.today, run = 0](SqliteFile& file, Stopwatch& watch) mutable {
-                std::vector<std::vector<std::string>> rows;
-                const std::string day = today.addDays(++run).toString(Qt::ISODate).toStdString();
+                const QString from = QStringLiteral(KOBEN_BENCH_CACHE "/von-geraet.ko2"),
+                              list = QStringLiteral(KOBEN_BENCH_CACHE "/von-geraet.txt");
+                QStringList numbers;
                 for (const std::string& number : file.texts("SELECT " + sows + " LIMIT " + std::to_string(Returned)))
-                    rows.push_back({number, day});
-                watch.measure([&] {
-                    file.execute("BEGIN IMMEDIATE");
-                    file.each(
-                        "INSERT INTO Belegung (Datum, Ebernr, Deckanzahl, Belegungart, Belegungsstation, Kosten, "
-                        "Kommentar, Bemerkung, Kennung) SELECT ?2, 'Pi 4711', 2, 'K', 'Station', 125000, '', '', ID "
-                        "FROM Sauen s WHERE Nummer = ?1 AND Abgangsdatum IS NULL AND NOT EXISTS (SELECT 1 FROM "
-                        "Belegung WHERE Kennung = s.ID AND Datum = ?2)",
-                        rows);
-                    file.execute("COMMIT");
-                });
-                return static_cast<qint64>(rows.size());
+                    numbers += QString::fromStdString(number);
+                writeServices(from, numbers, today.addDays(++run));
+                qint64 rows = 0;
+                watch.measure([&] { rows = bookServices(file, from, list); });
+                return rows;
             }};
 }
 

@@ -4,6 +4,7 @@
 
 #include "bench/Floor.h"
 #include "bench/Program.h"
+#include "store/Files.h"
 
 namespace koben {
 namespace {
@@ -13,7 +14,12 @@ constexpr qint64 atOnce = 1 << 20;
 
 QString cached(const char* name) { return QStringLiteral(KOBEN_BENCH_CACHE "/") + QString::fromUtf8(name); }
 
-/// A file through zlib into another one, piece by piece, each behind its length.
+void onDisk(QFile& file) {
+    file.close();
+    if (!flushFile(file.fileName()).isEmpty()) throw std::runtime_error("flush");
+}
+
+/// A file through zlib into another one, piece by piece, each behind its length, and onto the disk.
 void pack(const QString& from, const QString& to) {
     QFile in(from), out(to);
     if (!in.open(QIODevice::ReadOnly) || !out.open(QIODevice::WriteOnly)) throw std::runtime_error("pack");
@@ -23,23 +29,28 @@ void pack(const QString& from, const QString& to) {
         out.write(reinterpret_cast<const char*>(&size), sizeof size);
         out.write(piece);
     }
+    onDisk(out);
 }
 
-void unpack(const QString& from, const QString& to) {
+/// Back into a file, or only through the checksums where `to` is "".
+void unpack(const QString& from, const QString& to, bool flush = false) {
     QFile in(from), out(to);
-    if (!in.open(QIODevice::ReadOnly) || !out.open(QIODevice::WriteOnly)) throw std::runtime_error("unpack");
-    for (qint64 size = 0; in.read(reinterpret_cast<char*>(&size), sizeof size) == sizeof size;)
-        out.write(qUncompress(in.read(size)));
+    if (!in.open(QIODevice::ReadOnly) || (!to.isEmpty() && !out.open(QIODevice::WriteOnly)))
+        throw std::runtime_error("unpack");
+    for (qint64 size = 0; in.read(reinterpret_cast<char*>(&size), sizeof size) == sizeof size;) {
+        const QByteArray piece = qUncompress(in.read(size));
+        if (!to.isEmpty()) out.write(piece);
+    }
+    if (flush) onDisk(out);
 }
 
-/// The file copied as it lies there, packed and unpacked; the copy is what the next step takes.
+/// The file copied as it lies there, and packed.
 void copyAndPack(SqliteFile& file) {
     file.execute("PRAGMA wal_checkpoint(TRUNCATE)");
     const QString path = QString::fromStdString(file.texts("SELECT file FROM pragma_database_list").front());
     for (const char* old : {"kopie.mdb", "gepackt", "zurueck.mdb"}) QFile::remove(cached(old));
     if (!QFile::copy(path, cached("kopie.mdb"))) throw std::runtime_error("copy");
     pack(cached("kopie.mdb"), cached("gepackt"));
-    unpack(cached("gepackt"), cached("zurueck.mdb"));
 }
 
 void check() { SqliteFile(cached("zurueck.mdb")).numbers("PRAGMA integrity_check(1)"); }
@@ -65,6 +76,7 @@ Row backup() {
             [](SqliteFile& file, Stopwatch& watch) {
                 watch.measure([&] {
                     copyAndPack(file);
+                    unpack(cached("gepackt"), cached("zurueck.mdb"));
                     check();
                 });
                 return 1;
@@ -86,9 +98,10 @@ Row restore() {
             [](SqliteFile& file, Stopwatch& watch) {
                 copyAndPack(file);
                 watch.measure([&] {
-                    unpack(cached("gepackt"), cached("zurueck.mdb"));
+                    unpack(cached("gepackt"), cached("zurueck.mdb"), true);
                     check();
                     copyAndPack(file);
+                    unpack(cached("gepackt"), {});
                 });
                 return 1;
             },

@@ -20,7 +20,8 @@ public:
         : m_db(db),
           m_version(version),
           m_go(go),
-          m_file(path, version == Altversion::Koben1 ? alttabellen() : QStringList()) {}
+          m_file(path, version == Altversion::Koben1 ? alttabellen() : QStringList(),
+                 [this] { return m_go(m_percent); }) {}
 
     std::optional<std::vector<Altfund>> run() {
         while (const OldTable* table = m_file.nextTable())
@@ -30,11 +31,11 @@ public:
     }
 
 private:
-    bool goesOn() const {
+    bool goesOn() {
         const qint64 read = m_file.rowsRead();
-        if (!m_go || read % rowsBetweenReports != 0) return true;
-        const qint64 all = std::max<qint64>(m_file.rowsTold(), 1);
-        return m_go(static_cast<int>(std::min<qint64>(read * 100 / all, 100)));
+        if (read % rowsBetweenReports != 0) return true;
+        m_percent = static_cast<int>(std::min<qint64>(read * 100 / std::max<qint64>(m_file.rowsTold(), 1), 100));
+        return m_go(m_percent);
     }
 
     bool look(const OldTable& table) {
@@ -129,7 +130,8 @@ private:
 
     const Database& m_db;
     Altversion m_version;
-    const TakeoverProgress& m_go;
+    const TakeoverProgress m_go;
+    int m_percent = 0;
     OldFile m_file;
     std::vector<Altfund> m_found;
     QSet<qint64> m_animals;
@@ -143,7 +145,7 @@ private:
 
 std::optional<std::vector<Altfund>> findAltbestand(const Database& db, const QString& path, Altversion version,
                                                    const TakeoverProgress& go) {
-    return Sichtung(db, path, version, go).run();
+    return unlessGivenUp(go, [&](const TakeoverProgress& on) { return Sichtung(db, path, version, on).run(); });
 }
 
 }  // namespace koben

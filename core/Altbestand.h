@@ -47,7 +47,7 @@ std::optional<Altuebernahme> takeOverKoben2(const Database& db, const QString& p
 
 /// Makes the tables in an empty database as a `koben2.mdb` has them, with indexes and without first rows: a text field
 /// as wide as the wider of both, further tables and fields of the file too. Columns that a start adds to older files
-/// are left to it.
-void makeTablesOf(const Database& db, const QString& path);
+/// are left to it. False where it was given up.
+bool makeTablesOf(const Database& db, const QString& path, const TakeoverProgress& go);
 
 }  // namespace koben

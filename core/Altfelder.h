@@ -1,6 +1,8 @@
 #pragma once
 // The tables in the order in which old databases are emptied and read, and rows on their way from an old table into one
 // of the database.
+#include <functional>
+
 #include "core/RowWriter.h"
 #include "store/OldFile.h"
 
@@ -44,6 +46,8 @@ public:
     Altfelder(const Database& db, const OldTable& table, const QStringList& without = {});
 
     const QStringList& names() const { return m_names; }
+    /// Their places in the old table.
+    const std::vector<int>& places() const { return m_from; }
     const QStringList& homeless() const { return m_homeless; }
     /// The values of a row in the order of names().
     std::vector<Value> values(const OldRow& row);
@@ -61,6 +65,18 @@ private:
     std::vector<Type> m_type;
     OldLosses m_losses;
 };
+
+/// Work that asks `go` on its way, and nothing where that answered false, whatever the work then failed at.
+template <class Work>
+auto unlessGivenUp(const std::function<bool(int percent)>& go, const Work& work) -> decltype(work(go)) {
+    bool on = true;
+    try {
+        return work([&](int percent) { return on = on && (!go || go(percent)); });
+    } catch (const DatabaseError&) {
+        if (on) throw;
+        return {};
+    }
+}
 
 /// What was lost, as a sentence for the user; "" for nothing.
 QString lossText(const OldLosses& losses);

@@ -8,6 +8,7 @@
 #include "core/Altfelder.h"
 #include "core/Wurfnummern.h"
 #include "store/ChangeLog.h"
+#include "store/OldRowWriter.h"
 #include "store/Schema.h"
 
 namespace koben {
@@ -26,7 +27,7 @@ QStringList bracketed(QStringList names) {
 class Uebernahme {
 protected:
     Uebernahme(const Database& db, const QString& path, const QStringList& tables, const TakeoverProgress& go)
-        : m_db(db), m_go(go), m_file(path, tables) {
+        : m_db(db), m_go(go), m_file(path, tables, [this] { return m_go(m_percent); }), m_silence(db) {
         const auto& found = m_file.tables();
         if (std::none_of(found.begin(), found.end(),
                          [](const OldTable& t) { return t.columnOf(u"Nummer") >= 0 && isAnimals(t); }))
@@ -41,52 +42,88 @@ protected:
 
     bool step() {
         constexpr qint64 between = 64, reading = 2;  // every row is read once and written once
-        if (!m_go || ++m_steps % between != 0) return true;
+        if (++m_steps % between != 0) return true;
         const qint64 all = std::max<qint64>(m_file.rowsTold() * reading, 1);
-        return m_go(static_cast<int>(std::min<qint64>(m_steps * 99 / all, 99)));
+        m_percent = static_cast<int>(std::min<qint64>(m_steps * 99 / all, 99));
+        return m_go(m_percent);
     }
 
     /// Row by row for the animals, so that whoever shows them hears of it.
-    void empty() {
-        for (const Alttabelle& table : Alttabellen)
+    bool empty() {
+        dropHelpers(m_silence.connection());
+        for (const Alttabelle& table : Alttabellen) {
+            if (!m_go(m_percent)) return false;
             m_db.execute(QStringLiteral("delete from ") + QString::fromUtf8(table.name) +
                          (&table == Alttabellen ? QStringLiteral(" where ID is not null") : QString()));
+        }
+        return true;
+    }
+    bool addHelpersAgain() {
+        return addHelpers(m_silence.connection(), [this] { return m_go(m_percent); });
     }
 
-    /// All rows with these values in the place of their own. False where it was given up.
+    /// Rows of an old table on their way into the table of its name.
+    class Rows {
+    public:
+        Rows(Uebernahme& all, const OldTable& table, const QStringList& without, const QStringList& further = {})
+            : m_fields(all.m_db, table, without),
+              m_slow(all.m_db, bracketed(table.name), bracketed(m_fields.names() + further)),
+              m_quick(all.m_silence.connection(), bracketed(table.name), bracketed(m_fields.names() + further), table,
+                      m_fields.places()) {}
+
+        Altfelder& fields() { return m_fields; }
+        void write(const OldRow& row, const std::vector<Value>& further = {}) {
+            if (!m_quick.insert(row, further)) write(m_fields.values(row), further);
+        }
+        /// The values of the fields, looked at.
+        void write(std::vector<Value> values, const std::vector<Value>& further) {
+            m_fields.requireFit(values);
+            values.insert(values.end(), further.begin(), further.end());
+            m_slow.insert(std::move(values));
+        }
+
+    private:
+        Altfelder m_fields;
+        RowWriter m_slow;
+        OldRowWriter m_quick;
+    };
+
+    /// All rows, with these values in the place of their own. False where it was given up.
     bool copy(const OldTable& table, const FieldValues& fixed = {}) {
         QStringList without;
-        for (const auto& [field, value] : fixed) without += field;
-        Altfelder fields(m_db, table, without);
-        RowWriter rows(m_db, bracketed(table.name), bracketed(fields.names()), fixed);
-        const QStringList names = fields.names();
+        std::vector<Value> further;
+        for (const auto& [field, value] : fixed) without += field, further.push_back(value);
+        Rows rows(*this, table, without, without);
+        const QStringList names = rows.fields().names();
         const QString numbers = keyOf(table);
         const auto field = std::find_if(names.begin(), names.end(), [&](const QString& name) {
             return name.compare(numbers, Qt::CaseInsensitive) == 0;
         });
         const qsizetype key = field == names.end() ? -1 : field - names.begin();
         QSet<qint64> taken;
+        OldLosses ignored;
         std::vector<std::vector<Value>> again;  // rows whose number another row has; they get free ones at the end
         while (m_file.nextRow()) {
             if (!step() || !step()) return false;
-            std::vector<Value> values = fields.values(m_file.row());
-            const Value number = key < 0 ? Value() : values[static_cast<size_t>(key)];
+            const OldRow& row = m_file.row();
+            const Value number =
+                key < 0 ? Value() : row.value(rows.fields().places()[static_cast<size_t>(key)], ignored);
             const qsizetype before = taken.size();
             if (!number.isNull()) taken.insert(number.toInt());
             if (number.isNull() || taken.size() > before) {
-                write(fields, rows, std::move(values));
+                if (!names.isEmpty()) rows.write(row, further);
                 continue;
             }
             if (isAnimals(table)) refuseDoubled(number);
-            values[static_cast<size_t>(key)] = Value();
-            again.push_back(std::move(values));
+            again.push_back(rows.fields().values(row));
+            again.back()[static_cast<size_t>(key)] = Value();
         }
-        for (std::vector<Value>& values : again) write(fields, rows, std::move(values));
+        for (std::vector<Value>& values : again) rows.write(std::move(values), further);
         if (!again.empty())
             m_result.hinweise += table.name + QStringLiteral(": ") +
                                  counted(static_cast<qint64>(again.size()), "doppelte Nummer", "doppelte Nummern") +
                                  QStringLiteral(" neu vergeben");
-        note(table, fields);
+        note(table, rows.fields());
         return true;
     }
 
@@ -103,11 +140,6 @@ protected:
                                            "welchem Tier die Buchungen gehören, ist deshalb nicht sicher, und es wurde "
                                            "nichts übernommen. Bitte nehmen Sie eine andere Kopie der Datei.")
                                 .arg(number.toText()));
-    }
-
-    static void write(Altfelder& fields, RowWriter& rows, std::vector<Value> values) {
-        fields.requireFit(values);
-        if (!values.empty()) rows.insert(std::move(values));
     }
 
     void note(const OldTable& table, Altfelder& fields) {
@@ -128,10 +160,12 @@ protected:
 
     Database m_db;
     TakeoverProgress m_go;
+    int m_percent = 0;
     OldFile m_file;
     Altuebernahme m_result;
 
 private:
+    ChangeLog::Silence m_silence;
     qint64 m_steps = 0;
 };
 
@@ -143,13 +177,10 @@ public:
         : Uebernahme(action.database(), path, alttabellen(), go) {}
 
     std::optional<Altuebernahme> run() {
-        const ChangeLog::Silence silence(m_db);
-        dropHelpers(silence.connection());
-        empty();
+        if (!empty()) return std::nullopt;
         while (const OldTable* table = m_file.nextTable())
             if (!take(*table)) return std::nullopt;
-        addHelpers(m_db);  // litters are numbered by them
-        if (!numberLitters()) return std::nullopt;
+        if (!addHelpersAgain() || !numberLitters()) return std::nullopt;  // by the helpers
         settle();
         return std::move(m_result);
     }
@@ -179,21 +210,20 @@ private:
     }
 
     bool takeAnimals(const OldTable& table) {
-        Altfelder fields(m_db, table, {Key});
-        RowWriter rows(m_db, bracketed(table.name), bracketed(fields.names()));
+        Rows rows(*this, table, {Key});
         const int id = table.columnOf(Key), number = table.columnOf(u"Nummer"), stall = table.columnOf(u"Stallnr");
         OldLosses again;
         while (m_file.nextRow()) {
             if (!step() || !step()) return false;
             const OldRow& row = m_file.row();
-            write(fields, rows, fields.values(row));
+            if (!rows.fields().names().isEmpty()) rows.write(row);
             const Value old = id < 0 ? Value() : row.value(id, again);
             if (!old.isNull()) m_places.insert(old.toInt(), static_cast<qint32>(m_animals.size()));
             m_animals.push_back({0, row.value(number, again)});
             m_result.tierzeilen += m_animals.back().number.toText() + QStringLiteral(" / ") +
                                    (stall < 0 ? QString() : row.value(stall, again).toText());
         }
-        note(table, fields);
+        note(table, rows.fields());
         m_result.tiere = static_cast<qint64>(m_animals.size());
         Statement ids = m_db.prepare(QStringLiteral("select ID from Sauen order by ID"));
         ids.bind({});
@@ -237,23 +267,20 @@ private:
         const Alttabelle* known = alttabelle(table.name);
         const bool loss = known->name == std::string_view("Verluste"),
                    litter = known->name == std::string_view("Ferkelung");
-        Altfelder fields(m_db, table, loss ? QStringList{Key, Link, Mother} : QStringList{Key, Link});
-        RowWriter rows(m_db, bracketed(table.name),
-                       bracketed(fields.names() + (loss ? QStringList{Link, Mother} : QStringList{Link})));
+        Rows rows(*this, table, loss ? QStringList{Key, Link, Mother} : QStringList{Key, Link},
+                  loss ? QStringList{Link, Mother} : QStringList{Link});
         OldRow row(table);
         for (const Place& place : places) {
             if (!step()) return false;
             row.take(QByteArrayView(bytes).sliced(place.at, place.size));
-            std::vector<Value> values = fields.values(row);
-            fields.requireFit(values);
-            const bool animal = static_cast<size_t>(place.animal) < m_animals.size();
-            values.emplace_back(animal ? m_animals[static_cast<size_t>(place.animal)].id : qint64{0});
-            if (loss) values.push_back(m_animals[static_cast<size_t>(place.animal)].number);
-            rows.insert(std::move(values));
+            const bool farm = static_cast<size_t>(place.animal) >= m_animals.size();
+            std::vector<Value> further{farm ? qint64{0} : m_animals[static_cast<size_t>(place.animal)].id};
+            if (loss) further.push_back(m_animals[static_cast<size_t>(place.animal)].number);
+            rows.write(row, further);
             if (litter) m_animals[static_cast<size_t>(place.animal)].litters = true;
         }
         m_result.buchungen += static_cast<qint64>(places.size());
-        note(table, fields);
+        note(table, rows.fields());
         return true;
     }
 
@@ -277,9 +304,7 @@ public:
     AusKoben2(const Database& db, const QString& path, const TakeoverProgress& go) : Uebernahme(db, path, {}, go) {}
 
     std::optional<Altuebernahme> run() {
-        const ChangeLog::Silence silence(m_db);
-        dropHelpers(silence.connection());
-        empty();
+        if (!empty()) return std::nullopt;
         QStringList missing = alttabellen();
         while (const OldTable* table = m_file.nextTable()) {
             const qint64 before = m_file.rowsRead();
@@ -295,7 +320,7 @@ public:
         }
         if (!missing.isEmpty())
             m_result.hinweise += QStringLiteral("in der alten Datenbank fehlt ") + missing.join(QStringLiteral(", "));
-        addHelpers(m_db);
+        if (!addHelpersAgain()) return std::nullopt;
         settle();
         return std::move(m_result);
     }
@@ -367,16 +392,16 @@ QString ownTable(const QString& statement, const OldTable& old) {
 }  // namespace
 
 std::optional<Altuebernahme> takeOverKoben1(const Action& action, const QString& path, const TakeoverProgress& go) {
-    return AusKoben1(action, path, go).run();
+    return unlessGivenUp(go, [&](const TakeoverProgress& on) { return AusKoben1(action, path, on).run(); });
 }
 
 std::optional<Altuebernahme> takeOverKoben2(const Database& db, const QString& path, const TakeoverProgress& go) {
-    return AusKoben2(db, path, go).run();
+    return unlessGivenUp(go, [&](const TakeoverProgress& on) { return AusKoben2(db, path, on).run(); });
 }
 
-void makeTablesOf(const Database& database, const QString& path) {
-    Database db = database;
-    const OldFile file(path);
+namespace {
+
+void makeTables(Database db, const OldFile& file) {
     const auto old = [&](const QString& name) {
         return std::find_if(file.tables().begin(), file.tables().end(),
                             [&](const OldTable& t) { return t.name.compare(name, Qt::CaseInsensitive) == 0; });
@@ -397,6 +422,16 @@ void makeTablesOf(const Database& database, const QString& path) {
         if (!fields.isEmpty() && !table.name.startsWith(u"koben_", Qt::CaseInsensitive))
             db.execute(QStringLiteral("create table [%1] (%2)").arg(table.name, fields.join(QStringLiteral(", "))));
     }
+}
+
+}  // namespace
+
+bool makeTablesOf(const Database& db, const QString& path, const TakeoverProgress& go) {
+    const auto made = unlessGivenUp(go, [&](const TakeoverProgress& on) {
+        makeTables(db, OldFile(path, {}, [&] { return on(0); }));
+        return std::optional(true);
+    });
+    return made.has_value();
 }
 
 }  // namespace koben

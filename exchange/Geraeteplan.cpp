@@ -98,9 +98,14 @@ private:
 class Planner {
 public:
     Planner(const Database& db, bool onceADay, const std::function<bool(const QString&)>& add)
-        : m_db(db), m_onceADay(onceADay), m_add(add), m_animals(db) {}
+        : m_db(db),
+          m_onceADay(onceADay),
+          m_add(add),
+          m_animals(db),
+          m_held(db.prepare(QStringLiteral("select top 1 ID from Sauen"))) {}
 
     Geraeteplan of(const Geraetedatei& file) {
+        m_held.next();
         for (const Geraetebuchung& booking : file.bookings()) m_plan.entries.push_back(judged(booking));
         return std::move(m_plan);
     }
@@ -126,7 +131,10 @@ private:
 
     Plantier animal(const QString& number) {
         if (const Plantier known = m_animals.find(number); known != 0) return known;
-        return m_add(number) ? added(number.left(NumberWidth)) : 0;
+        m_held.bind({});  // nothing is held while the user is asked
+        const bool add = m_add(number);
+        m_held.next();
+        return add ? added(number.left(NumberWidth)) : 0;
     }
 
     Plantier added(const QString& number) {
@@ -160,6 +168,7 @@ private:
     const bool m_onceADay;
     const std::function<bool(const QString&)>& m_add;
     Tiernummern m_animals;
+    Statement m_held;  // while it stands on a row, the others read without a lock of their own
     std::map<Buchungsart, Buchungstage> m_days;
     std::map<QString, FreieNummern> m_free;
     Geraeteplan m_plan;

@@ -6,6 +6,7 @@
 
 #include "core/Aktionsnamen.h"
 #include "core/PZ_Koben_Subs.h"
+#include "store/FileCheck.h"
 #include "store/Files.h"
 #include "store/OldFile.h"
 
@@ -133,9 +134,9 @@ void PO_Update::Vorgaenger_suchen() {
     m_mdb = dateiIn(m_folder, Program).isEmpty() ? QString() : dateiIn(m_folder, Predecessor);
     if (m_mdb.isEmpty()) {
         const QString own = dateiIn(m_folder, Own);
-        if (!own.isEmpty() && OldFile::isOld(own)) m_mdb = own, m_version = Altversion::Koben2;
+        if (!own.isEmpty() && (OldFile::isOld(own) || isAccdb(own))) m_mdb = own, m_version = Altversion::Koben2;
     }
-    koben2.setVisible(!m_mdb.isEmpty() && m_version == Altversion::Koben2);
+    koben2.setVisible(m_version == Altversion::Koben2 && OldFile::isOld(m_mdb));
 }
 
 void PO_Update::verzeichnis_Change() {

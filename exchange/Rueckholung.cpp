@@ -34,11 +34,14 @@ QString placeOf(const QString& name) {
     return name;
 }
 
-/// A name that is a file right in the folder, with no way out of it on any system.
-bool isPlace(const QString& name) {
+/// A name within a folder, with no way out of it on any system.
+bool isPlain(const QString& name) {
     if (name.isEmpty() || name.startsWith(u'.') || (name.size() > 1 && name[1] == u':')) return false;
-    return std::none_of(name.begin(), name.end(), [](QChar c) { return c < u' ' || c == u'/' || c == u'\\'; });
+    return std::none_of(name.begin(), name.end(), [](QChar c) { return c < u' ' || c == u'\\'; });
 }
+
+/// In the data folder or in a folder within it.
+bool isPlace(const QStringList& parts) { return std::all_of(parts.begin(), parts.end(), isPlain); }
 
 bool ownToProgram(const QString& name) {
     const QString small = name.toLower();
@@ -48,11 +51,15 @@ bool ownToProgram(const QString& name) {
 
 /// Why one of its files is not taken; "" where it is.
 QString against(const ZipEntry& entry) {
-    if (!isPlace(entry.name)) return QStringLiteral("Die Datei \"%1\" darin läge nicht im Datenordner").arg(entry.name);
-    if (!entry.plainFile) return QStringLiteral("Der Eintrag %1 darin ist ein Ordner oder Verweis").arg(entry.name);
+    const QStringList parts = (entry.folder ? entry.name.chopped(1) : entry.name).split(u'/');
+    if (!isPlace(parts)) return QStringLiteral("Die Datei \"%1\" darin läge nicht im Datenordner").arg(entry.name);
+    if (!entry.plainFile && !entry.folder)
+        return QStringLiteral("Der Eintrag %1 darin ist ein Verweis").arg(entry.name);
     if (entry.encrypted) return QStringLiteral("Sie ist mit einem Kennwort verschlüsselt");
-    if (ownToProgram(entry.name)) return QStringLiteral("Die Datei %1 gehört in keine Datensicherung").arg(entry.name);
-    if (entry.size < 0) return QStringLiteral("Die Größe der Datei %1 darin ist unbekannt").arg(entry.name);
+    if (std::any_of(parts.begin(), parts.end(), ownToProgram))
+        return QStringLiteral("Die Datei %1 gehört in keine Datensicherung").arg(entry.name);
+    if (entry.size < 0 && !entry.folder)
+        return QStringLiteral("Die Größe der Datei %1 darin ist unbekannt").arg(entry.name);
     return {};
 }
 
@@ -63,6 +70,7 @@ QString against(const std::vector<ZipEntry>& entries, qint64 room) {
     qint64 all = 0;
     for (const ZipEntry& entry : entries) {
         if (const QString reason = against(entry); !reason.isEmpty()) return reason;
+        if (entry.folder) continue;  // it comes with the files in it
         if (names.contains(placeOf(entry.name)))
             return QStringLiteral("Die Datei %1 steht mehrmals darin").arg(entry.name);
         names.insert(placeOf(entry.name));
@@ -80,8 +88,7 @@ public:
         const qint64 room = QStorageInfo(folder).bytesAvailable() - reserve;
         if (const QString reason = against(m_zip.entries(), room); !reason.isEmpty()) refuse(reason);
         for (const ZipEntry& entry : m_zip.entries())
-            if (QFileInfo(QDir(folder).filePath(placeOf(entry.name))).isDir())
-                refuse(QStringLiteral("Im Datenordner liegt an der Stelle der Datei %1 ein Ordner").arg(entry.name));
+            if (!entry.folder) requireRoom(folder, placeOf(entry.name));
     }
 
     [[noreturn]] void refuse(const QString& reason) const { throw ZipFault(m_path, reason); }
@@ -90,6 +97,7 @@ public:
 
     bool unpackAll(const FileExchange& exchange, const ShareDone& go) const {
         for (size_t i = 0; i < m_zip.entries().size(); ++i) {
+            if (m_zip.entries()[i].folder) continue;
             const bool big = i == database();
             if (!m_zip.unpack(i, exchange.file(placeOf(m_zip.entries()[i].name)), big ? go : ShareDone())) return false;
         }
@@ -132,6 +140,19 @@ public:
     }
 
 private:
+    /// A folder in the place of the file, or a file in the place of one of its folders, can be told beforehand.
+    void requireRoom(const QString& folder, const QString& name) const {
+        if (QFileInfo(QDir(folder).filePath(name)).isDir())
+            refuse(QStringLiteral("Im Datenordner liegt an der Stelle der Datei %1 ein Ordner").arg(name));
+        for (qsizetype end = name.indexOf(u'/'); end >= 0; end = name.indexOf(u'/', end + 1)) {
+            const QString above = name.left(end);
+            const bool file = QFileInfo(QDir(folder).filePath(above)).isFile();
+            if (file || std::any_of(m_zip.entries().begin(), m_zip.entries().end(),
+                                    [&](const ZipEntry& e) { return e.name == above; }))
+                refuse(QStringLiteral("An der Stelle des Ordners %1 liegt eine Datei").arg(above));
+        }
+    }
+
     size_t database() const {
         const auto& entries = m_zip.entries();
         const auto found =

@@ -59,7 +59,8 @@ private:
         for (size_t i = 0; i < files.size(); ++i) {
             if (reader.entries()[i].name != files[i].name) unproved(m_target, QStringLiteral("Dateien fehlen"));
             const bool database = files[i].name == DatabaseName;
-            if (!reader.unpack(i, database ? m_back : QString(), database ? go : ShareDone())) return false;
+            const bool looked = database && m_proof == Proof::Database;
+            if (!reader.unpack(i, looked ? m_back : QString(), database ? go : ShareDone())) return false;
         }
         return true;
     }
@@ -172,6 +173,9 @@ QString Unterschied(const Sicherungsinhalt& backup, const Sicherungsinhalt& now,
 std::optional<QString> Datei_uebertragen(const QString& from, const QString& to, const ShareDone& go) {
     constexpr qint64 atOnce = 1 << 18;
     const QString draft = to + QStringLiteral(".neu");
+    for (const QFileInfo& left :  // of a program that was killed while it copied
+         QFileInfo(to).dir().entryInfoList({Sicherungsmuster + QStringLiteral(".neu")}, QDir::Files))
+        QFile::remove(left.filePath());
     QFile in(from), out(draft);
     errno = 0;
     if (!in.open(QIODevice::ReadOnly) || !out.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))

@@ -52,7 +52,7 @@ QString Unterschied(const Sicherungsinhalt& backup, const Sicherungsinhalt& now,
 bool Sicherung_zurueckholen(Koben& koben, const QString& zip, const ShareDone& go, QString& left);
 
 /// Copies a finished file, whole or not at all. "" where it was done, the reason (as fileReason() words it) where not;
-/// nothing where it was given up.
+/// nothing where it was given up. What a killed program left of such a copy in that folder goes.
 std::optional<QString> Datei_uebertragen(const QString& from, const QString& to, const ShareDone& go);
 
 }  // namespace koben

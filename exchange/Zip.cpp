@@ -113,7 +113,8 @@ ZipEntry described(zip_t* archive, zip_uint64_t index) {
         const zip_uint32_t kind = attributes >> 16 & fileKinds;
         entry.plainFile = kind == 0 || kind == plainKind;
     }
-    if (entry.name.endsWith(u'/')) entry.plainFile = false;
+    entry.folder = entry.name.endsWith(u'/');
+    if (entry.folder) entry.plainFile = false;
     return entry;
 }
 

@@ -41,6 +41,7 @@ struct ZipEntry {
     qint64 size = -1;    ///< in bytes, unpacked; -1 where it does not say
     QDateTime modified;  ///< when the file was last written
     bool encrypted = false;
+    bool folder = false;
     bool plainFile = true;  ///< no folder, and no link to somewhere else
 };
 

@@ -71,8 +71,8 @@ void PA_Koben::Altbestand_umstellen() {
     {
         Progress progress(koben, QStringLiteral("Der Bestand wird aus der alten Datenbank übernommen ..."), 100);
         const auto fill = [&](Database& db) {
-            makeTablesOf(db, path);
-            taken = takeOverKoben2(db, path, [&](int percent) { return progress.step(percent); });
+            const auto go = [&](int percent) { return progress.step(percent); };
+            if (makeTablesOf(db, path, go)) taken = takeOverKoben2(db, path, go);
             if (!taken)
                 throw DatabaseError(DatabaseError::Kind::Io,
                                     QStringLiteral("Die Übernahme der alten Datenbank %1 wurde abgebrochen. Die Datei "

@@ -7,6 +7,7 @@
 #include "core/Einstellungen.h"
 #include "core/PZ_Koben_Subs.h"
 #include "forms/RunState.h"
+#include "store/Files.h"
 
 namespace koben {
 
@@ -33,7 +34,14 @@ QStringList Protokolle_aufheben(const QString& database, QDate today) {
     for (const QString& log : {QStringLiteral("-wal"), QStringLiteral("-journal")}) {
         if (QFileInfo(database + log).size() == 0) continue;
         const QString name = Freier_Dateiname(database.chopped(4) + u'_' + today.toString(Qt::ISODate), log);
-        if (QFile::rename(database + log, name)) kept += QFileInfo(name).fileName();
+        if (const QString reason = replaceFile(database + log, name); !reason.isEmpty())
+            throw DatabaseError(
+                DatabaseError::Kind::Io,
+                fileFailure(QStringLiteral("Das Protokoll %1, in dem die letzten Eingaben stehen können, kann nicht "
+                                           "aufgehoben werden, und nichts wurde verändert")
+                                .arg(QDir::toNativeSeparators(database + log)),
+                            reason));
+        kept += QFileInfo(name).fileName();
     }
     return kept;
 }

@@ -111,6 +111,7 @@ void PA_Koben::Load() {
         throw DatabaseError(
             DatabaseError::Kind::Io,
             fileFailure(QStringLiteral("Das Einlesen einer Datensicherung kann nicht zu Ende geführt werden"), reason));
+    WorkFolder::clear(koben.platform.userFolder());
     if (settingsToCome) SettingsGuard(koben).adopt();
     const bool logLeft = QFileInfo(koben.Datenbankpfad + QStringLiteral("-wal")).size() > 0;
     Datenbank_oeffnen();

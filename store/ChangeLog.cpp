@@ -41,16 +41,19 @@ const std::vector<Watched>& watched() {
 
 std::string field(const char* row, const std::string& name) { return std::string(row) + ".\"" + name + "\""; }
 
-/// Not "OR IGNORE": the conflict rule of the statement that fires a trigger would override it.
-std::string noteAnimal(const std::string& log, const std::string& id) {
-    return "INSERT INTO " + log + " SELECT " + id + " WHERE " + id + " IS NOT NULL AND NOT EXISTS (SELECT 1 FROM " +
-           log + " WHERE id = " + id + ");";
+/// Not "OR IGNORE": the conflict rule of the statement that fires a trigger would override it. And the log is not asked
+/// in the statement that fills it, for which SQLite would gather the answer in a table made for each row.
+Trigger noting(const Watched& w, const std::string& name, const std::string& event, const std::string& id,
+               const std::string& when) {
+    return {name, w.table, event,
+            when + id + " IS NOT NULL AND NOT EXISTS (SELECT 1 FROM " + w.log + " WHERE id = " + id + ")",
+            std::string("INSERT INTO ") + w.log + " VALUES (" + id + ");"};
 }
 
 std::string count(const std::string& boar, const char* by) {
-    return "INSERT INTO koben_log_deckungen SELECT " + boar + ", 0 WHERE " + boar +
-           " IS NOT NULL AND NOT EXISTS (SELECT 1 FROM koben_log_deckungen WHERE ebernr = " + boar +
-           "); UPDATE koben_log_deckungen SET anzahl = anzahl" + by + " WHERE ebernr = " + boar + ";";
+    return "UPDATE koben_log_deckungen SET anzahl = anzahl + " + (by + (" WHERE ebernr = " + boar)) +
+           "; INSERT INTO koben_log_deckungen SELECT " + boar + ", " + by + " WHERE " + boar +
+           " IS NOT NULL AND changes() = 0;";
 }
 
 /// For a row that takes another one's ID. Whether OR REPLACE pushes that out, with a delete trigger or without, or OR
@@ -70,10 +73,11 @@ void addTriggers(std::vector<Trigger>& result, const Watched& w) {
         fields += (fields.empty() ? "" : ", ") + ("\"" + std::string(f) + "\"");
         changed += (changed.empty() ? "" : " OR ") + field("new", f) + " IS NOT " + field("old", f);
     }
-    const std::string before = noteAnimal(w.log, field("old", id)), after = noteAnimal(w.log, field("new", id));
-    result.push_back({name + "_i", w.table, "AFTER INSERT", "", after});
-    result.push_back({name + "_u", w.table, "AFTER UPDATE OF " + fields, changed, before + after});
-    result.push_back({name + "_d", w.table, "AFTER DELETE", "", before});
+    const std::string before = field("old", id), after = field("new", id), update = "AFTER UPDATE OF " + fields;
+    result.push_back(noting(w, name + "_i", "AFTER INSERT", after, ""));
+    result.push_back(noting(w, name + "_u", update, before, "(" + changed + ") AND "));
+    result.push_back(noting(w, name + "_n", update, after, after + " IS NOT " + before + " AND "));
+    result.push_back(noting(w, name + "_d", "AFTER DELETE", before, ""));
     addCollision(result, w, name);
 }
 
@@ -82,10 +86,10 @@ std::vector<Trigger> makeTriggers() {
     for (const Watched& w : watched()) addTriggers(result, w);
     const std::string before = field("old", "Ebernr"), after = field("new", "Ebernr");
     const std::string name = "koben_log_deckungen_";
-    result.push_back({name + "i", "Belegung", "AFTER INSERT", "", count(after, " + 1")});
+    result.push_back({name + "i", "Belegung", "AFTER INSERT", "", count(after, "1")});
     result.push_back({name + "u", "Belegung", "AFTER UPDATE OF \"Ebernr\"", after + " IS NOT " + before,
-                      count(before, " - 1") + count(after, " + 1")});
-    result.push_back({name + "d", "Belegung", "AFTER DELETE", "", count(before, " - 1")});
+                      count(before, "-1") + count(after, "1")});
+    result.push_back({name + "d", "Belegung", "AFTER DELETE", "", count(before, "-1")});
     return result;
 }
 

@@ -81,11 +81,13 @@ void Draft::finishChecked() {
     putInPlace();
 }
 
+void Draft::finishUnflushed() { putInPlace(false); }
+
 void Draft::flush() const { require(flushFile(m_path)); }
 
-void Draft::putInPlace() const {
+void Draft::putInPlace(bool flush) const {
     for (const char* suffix : {"-wal", "-shm"}) QFile::remove(m_path + QString::fromLatin1(suffix));
-    require(replaceFile(m_path, m_target));
+    require(replaceFile(m_path, m_target, flush));
 }
 
 void Draft::require(const QString& reason) const {

@@ -20,13 +20,15 @@ public:
     void finish();
     /// The same for a draft whose pages have just been checked.
     void finishChecked();
+    /// The same for a working copy that need not outlive a power cut.
+    void finishUnflushed();
 
     /// Removes what drafts of this file have left behind, those of the draft included.
     static void removeLeftovers(const QString& target);
 
 private:
     void flush() const;
-    void putInPlace() const;
+    void putInPlace(bool flush = true) const;
     void require(const QString& reason) const;
 
     QString m_target, m_path;

@@ -20,10 +20,8 @@ quint32 bigEndian(const QByteArray& bytes, qsizetype at) {
     return value;
 }
 
-bool oldEngine(const QByteArray& header) {
-    return header.startsWith(QByteArray("\0\1\0\0", 4)) &&
-           (header.mid(4, 15) == "Standard Jet DB" || header.mid(4, 15) == "Standard ACE DB");
-}
+bool oldEngine(const QByteArray& header) { return header.startsWith(QByteArray("\0\1\0\0Standard Jet DB", 19)); }
+bool successor(const QByteArray& header) { return header.startsWith(QByteArray("\0\1\0\0Standard ACE DB", 19)); }
 
 }  // namespace
 
@@ -46,6 +44,14 @@ void checkDatabaseFile(const QString& path) {
                            "koben2.mdb im Datenordner liegen. Bitte verschieben Sie eine Datei in einem anderen Format "
                            "in einen anderen Ordner, um mit einem neuen Bestand zu beginnen.")
                 .arg(path));
+    if (successor(header))
+        throw DatabaseError(
+            Kind::ForeignFormat,
+            QStringLiteral("Die Datei %1 ist eine Datenbank im Format ACCDB. Dieses Format liest KOBEN nicht; die "
+                           "Datei bleibt unverändert. Bitte speichern Sie sie mit dem Programm, das sie geschrieben "
+                           "hat, im Format MDB (2000 oder 2002-2003) als koben2.mdb im Datenordner, und starten Sie "
+                           "KOBEN dann neu.")
+                .arg(path));
     const bool sqlite = header.size() == kHeaderSize && header.startsWith(QByteArray("SQLite format 3\0", 16));
     if (!sqlite || bigEndian(header, kApplicationAt) != kApplicationId)
         throw DatabaseError(
@@ -59,6 +65,11 @@ void checkDatabaseFile(const QString& path) {
             QStringLiteral("Die Datenbank %1 stammt von einer neueren KOBEN-Version. Sie bleibt unverändert. "
                            "Bitte die neuere Version des Programms benutzen.")
                 .arg(path));
+}
+
+bool isAccdb(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && successor(file.read(kHeaderSize));
 }
 
 }  // namespace koben

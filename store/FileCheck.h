@@ -7,4 +7,7 @@ namespace koben {
 /// program and of a version it knows.
 void checkDatabaseFile(const QString& path);
 
+/// Whether a file is one of the old engine's successor (ACCDB), which is not read, by its first bytes.
+bool isAccdb(const QString& path);
+
 }  // namespace koben

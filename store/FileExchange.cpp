@@ -1,7 +1,9 @@
 #include "store/FileExchange.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
+#include <algorithm>
 #include <cerrno>
 
 #include "store/DatabaseError.h"
@@ -14,8 +16,14 @@ namespace {
 QString workIn(const QString& folder) { return QDir(folder).filePath(QStringLiteral("koben-arbeit")); }
 QString decidedIn(const QString& folder) { return QDir(folder).filePath(QStringLiteral("koben-tausch")); }
 
+/// Of the folder and those within it, by their paths from there.
 QStringList filesIn(const QString& folder) {
-    return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name | QDir::Reversed);
+    constexpr auto filter = QDir::Files | QDir::Hidden | QDir::System;
+    QStringList names;
+    for (QDirIterator it(folder, filter, QDirIterator::Subdirectories); it.hasNext();)
+        names += QDir(folder).relativeFilePath(it.next());
+    std::sort(names.rbegin(), names.rend());
+    return names;
 }
 
 /// "" where no log of a database is left beside its place.
@@ -43,11 +51,19 @@ WorkFolder::WorkFolder(const QString& folder) : m_path(workIn(folder) + u'/') {
 
 WorkFolder::~WorkFolder() { QDir(m_path).removeRecursively(); }
 
-QString WorkFolder::file(const QString& name) const { return m_path + name; }
+QString WorkFolder::file(const QString& name) const {
+    if (name.contains(u'/')) QDir().mkpath(QFileInfo(m_path + name).path());
+    return m_path + name;
+}
+
+void WorkFolder::clear(const QString& folder) { QDir(workIn(folder)).removeRecursively(); }
 
 QString FileExchange::decide() {
     for (const QString& name : filesIn(m_gathered.m_path))
         if (const QString reason = flushFile(file(name)); !reason.isEmpty()) return reason;
+    for (QDirIterator it(m_gathered.m_path, QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+         it.hasNext();)
+        flushFile(it.next());
     flushFile(m_gathered.m_path);  // not every file system knows that
     errno = 0;
     if (!QDir().rename(workIn(m_folder), decidedIn(m_folder))) return fileReason();
@@ -61,6 +77,7 @@ QString FileExchange::carryOut(const QString& folder) {
         const QString place = places.filePath(name);
         if (const QString reason = removeLogs(place); !reason.isEmpty()) return reason;
         flushFile(folder);  // an old log must not outlive the file that it belongs to
+        places.mkpath(QFileInfo(name).path());
         if (const QString reason = replaceFile(decided.filePath(name), place); !reason.isEmpty()) return reason;
     }
     QDir(decided).removeRecursively();
@@ -73,7 +90,7 @@ bool FileExchange::isPending(const QString& folder, const QString& name) {
 
 QString FileExchange::recover(const QString& folder) {
     const QString reason = QDir(decidedIn(folder)).exists() ? carryOut(folder) : QString();
-    QDir(workIn(folder)).removeRecursively();
+    WorkFolder::clear(folder);
     return reason;
 }
 

@@ -5,7 +5,7 @@
 namespace koben {
 
 /// A folder for working files within another one, empty at first; it goes with the object. What a killed program left
-/// of one goes with the next, or with FileExchange::recover(). Throws where it cannot be made.
+/// of one goes with the next, with clear(), or with FileExchange::recover(). Throws where it cannot be made.
 class WorkFolder {
 public:
     explicit WorkFolder(const QString& folder);
@@ -13,8 +13,10 @@ public:
     WorkFolder(const WorkFolder&) = delete;
     WorkFolder& operator=(const WorkFolder&) = delete;
 
-    /// The path of a file in it.
+    /// The path of a file in it, or in a folder within it, which is made. The name's parts are divided by '/'.
     QString file(const QString& name) const;
+    /// Removes what a killed program left of one.
+    static void clear(const QString& folder);
 
 private:
     friend class FileExchange;
@@ -28,7 +30,7 @@ class FileExchange {
 public:
     explicit FileExchange(const QString& folder) : m_folder(folder), m_gathered(folder) {}
 
-    /// Where a new file is made, under the name of its place.
+    /// Where a new file is made, under the name of its place, which may lie in a folder within.
     QString file(const QString& name) const { return m_gathered.file(name); }
     /// "" where it is decided, otherwise the reason (as fileReason() words it), and nothing has changed.
     QString decide();

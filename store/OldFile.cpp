@@ -10,6 +10,7 @@
 
 #include "store/ChildProcess.h"
 #include "store/DatabaseError.h"
+#include "store/FileCheck.h"
 #include "store/OldFileFormat.h"
 
 namespace koben {
@@ -19,8 +20,8 @@ namespace {
 using oldfile::Message;
 using Cell = oldfile::Type;
 
-constexpr int Patience = 30'000;               // milliseconds without a byte
-constexpr qint64 Slack = 4 << 20, Swell = 16;  // what may come of a file: so much, and so often its size
+constexpr int Patience = 30'000, AskAfter = 100;  // milliseconds without a byte
+constexpr qint64 Slack = 4 << 20, Swell = 16;     // what may come of a file: so much, and so often its size
 
 struct Helper {
     QString program;
@@ -182,15 +183,21 @@ bool OldRow::take(QByteArrayView bytes) {
     return content.atEnd();
 }
 
-Value OldRow::value(int column, OldLosses& losses) const {
-    const auto type = static_cast<Cell>(m_table->cells[static_cast<size_t>(column)]);
+bool OldRow::cell(int column, QByteArrayView& bytes) const {
     Content content(m_bytes.sliced(m_at[static_cast<size_t>(column)]));
     const auto state = static_cast<oldfile::State>(content.number<char>());
-    if (state == oldfile::State::Null) return {};
+    const quint32 width = oldfile::widthOf(static_cast<Cell>(m_table->cells[static_cast<size_t>(column)]));
+    bytes = {};
+    if (state == oldfile::State::Value) bytes = content.take(width > 0 ? width : content.number<quint32>());
+    return state != oldfile::State::Damaged;
+}
+
+Value OldRow::value(int column, OldLosses& losses) const {
+    QByteArrayView bytes;
     std::optional<Value> value;
-    if (state == oldfile::State::Value) {
-        const quint32 width = oldfile::widthOf(type);
-        value = valueOf(type, content.take(width > 0 ? width : content.number<quint32>()), losses);
+    if (cell(column, bytes)) {
+        if (bytes.isNull()) return {};
+        value = valueOf(static_cast<Cell>(m_table->cells[static_cast<size_t>(column)]), bytes, losses);
     }
     if (!value) ++losses.values;
     return value.value_or(Value());
@@ -255,7 +262,7 @@ private:
     bool m_silent = false, m_flooded = false;
 };
 
-OldFile::OldFile(const QString& path, const QStringList& tables) : m_path(path) {
+OldFile::OldFile(const QString& path, const QStringList& tables, std::function<bool()> on) : m_path(path) {
     const QString program = helperProgram();
     if (!QFileInfo(program).isExecutable())
         fail(QStringLiteral("Das Hilfsprogramm %1, das alte Datenbanken liest, ist nicht da. Bitte installieren Sie "
@@ -268,9 +275,16 @@ OldFile::OldFile(const QString& path, const QStringList& tables) : m_path(path) 
                  .arg(program));
     const int patience = helper().patience > 0 ? helper().patience : Patience;
     ChildProcess* reading = process.get();
-    const auto source = [reading, patience](char* buffer, qsizetype most) -> qsizetype {
+    const auto source = [path, reading, patience, on = std::move(on)](char* buffer, qsizetype most) -> qsizetype {
         qsizetype count = 0;
-        return reading->read(buffer, most, patience, count) == ChildProcess::Read::Timeout ? -1 : count;
+        for (int waited = 0; waited < patience; waited += AskAfter) {
+            if (reading->read(buffer, most, std::min(AskAfter, patience), count) != ChildProcess::Read::Timeout)
+                return count;
+            if (on && !on())
+                throw DatabaseError(DatabaseError::Kind::Io,
+                                    QStringLiteral("Das Lesen der alten Datenbank %1 wurde abgebrochen.").arg(path));
+        }
+        return -1;
     };
     m_input = std::make_unique<Input>(source, Slack + Swell * QFileInfo(path).size());
     m_input->process = std::move(process);
@@ -326,6 +340,11 @@ void OldFile::told(QByteArrayView content) const {
                 QStringLiteral("Die Datei gibt es nicht, oder sie darf nicht gelesen werden. Bitte prüfen Sie Ordner "
                                "und Rechte."));
         case oldfile::Failure::NotOld:
+            if (isAccdb(m_path))
+                fail(
+                    QStringLiteral("Sie hat das Format ACCDB, das KOBEN nicht liest. Bitte speichern Sie sie mit dem "
+                                   "Programm, das sie geschrieben hat, im Format MDB (2000 oder 2002-2003), und "
+                                   "wiederholen Sie die Übernahme."));
             fail(
                 QStringLiteral("Sie ist keine Datenbank im alten Format (Jet 3 oder Jet 4), oder ihr Anfang ist "
                                "beschädigt. Bitte nehmen Sie eine andere Kopie der Datei."));

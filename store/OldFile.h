@@ -40,6 +40,8 @@ public:
     QByteArrayView bytes() const { return m_bytes; }
     /// Null where it could not be read; dates without their time. Notes what was lost.
     Value value(int column, OldLosses& losses) const;
+    /// The bytes of a value as they came, null for Null; false where it could not be read.
+    bool cell(int column, QByteArrayView& bytes) const;
 
 private:
     const OldTable* m_table;
@@ -52,8 +54,9 @@ public:
     /// Where the bytes come from: up to so many into the buffer; 0 at the end, below 0 where nothing came in time.
     using Source = std::function<qsizetype(char*, qsizetype)>;
 
-    /// Begins to read and learns the tables: those named, in this order, or all.
-    explicit OldFile(const QString& path, const QStringList& tables = {});
+    /// Begins to read and learns the tables: those named, in this order, or all. `on` is asked now and then while
+    /// nothing comes; where it answers false the reading ends, then or in a later call, with a DatabaseError.
+    explicit OldFile(const QString& path, const QStringList& tables = {}, std::function<bool()> on = {});
     /// The same from bytes that came some other way; at most so many.
     OldFile(const QString& path, Source source, qint64 most);
     ~OldFile();

@@ -220,12 +220,13 @@ const std::vector<QString>& schemaStatements() {
     return result;
 }
 
-void addHelpers(Connection& connection) {
+bool addHelpers(Connection& connection, const std::function<bool()>& on) {
     const auto catalog = connection.catalog();
-    bool added = false;
+    bool added = false, goesOn = true;
     const auto add = [&](const std::string& name, const std::string& sql) {
         const std::string exists = "SELECT count(*) FROM sqlite_master WHERE type = 'index' AND name = " + name;
-        if (sql.empty() || number(connection.file(), exists) != 0) return;
+        goesOn = goesOn && (!on || on());
+        if (!goesOn || sql.empty() || number(connection.file(), exists) != 0) return;
         connection.writeNative(sql, QString::fromStdString(sql));
         added = true;
     };
@@ -243,6 +244,7 @@ void addHelpers(Connection& connection) {
     }
     addChangeLog(connection);
     if (added) connection.schemaChanged();  // the catalogue tells which fields have such an index
+    return goesOn;
 }
 
 void dropHelpers(Connection& connection) {

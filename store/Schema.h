@@ -1,5 +1,6 @@
 #pragma once
 // The program's own tables, and the indexes that its questions want.
+#include <functional>
 #include <vector>
 
 #include "store/Database.h"
@@ -15,7 +16,8 @@ const std::vector<QString>& schemaStatements();
 /// Adds the missing helper indexes and the change log for the tables and fields that are there. They are SQLite's own:
 /// the dialect does not see them. Run when a file is opened and after the tables were made.
 void addHelpers(const Database& database);
-void addHelpers(Connection& connection);
+/// False where `on`, asked before each, answered false: then some are missing.
+bool addHelpers(Connection& connection, const std::function<bool()>& on = {});
 /// Takes the helper indexes away, within a transaction that is about to write very many rows and ends with
 /// addHelpers(): so they are made in one go.
 void dropHelpers(Connection& connection);

@@ -79,7 +79,7 @@ bool checkCopy(sqlite3* source, const QString& path, const FileProgress& go) {
 }
 
 /// Makes a checked copy of `from` at `to` with `work(source, path of the draft)`, which answers false where it was
-/// given up; `to` appears whole or not at all.
+/// given up; `to` appears whole or not at all. One that is not checked is a working copy, and is not flushed either.
 template <typename Work>
 bool makeCopy(const QString& from, const QString& to, const FileProgress& go, bool checked, Work work) {
     checkSource(from);
@@ -90,13 +90,14 @@ bool makeCopy(const QString& from, const QString& to, const FileProgress& go, bo
         if (!work(source.get(), draft.path())) return false;
         if (checked && !checkCopy(source.get(), draft.path(), go)) return false;
     }
-    draft.finishChecked();
+    checked ? draft.finishChecked() : draft.finishUnflushed();
     return true;
 }
 
 bool backup(sqlite3* source, const QString& path, const FileProgress& go) {
     constexpr int pagesAtOnce = 4096;
     const FileHandle target = openRaw(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    execute(target.get(), "PRAGMA synchronous = OFF");  // the draft is flushed as it is finished
     sqlite3_backup* work = sqlite3_backup_init(target.get(), "main", source, "main");
     if (work == nullptr) throwSqlite(target.get(), QString());
     int code = SQLITE_OK;

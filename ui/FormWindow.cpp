@@ -318,8 +318,11 @@ bool FormWindow::mayLackChoice() {
 }
 
 void FormWindow::reviewButtons() {
-    for (QPushButton* button : findChildren<QPushButton*>())
+    const QWidget* accept = m_form.acceptButton ? widgetOf(*m_form.acceptButton) : nullptr;
+    for (QPushButton* button : findChildren<QPushButton*>()) {
         if (auto* view = dynamic_cast<ButtonView*>(button)) view->review();
+        button->setDefault(button == accept);  // a wizard has another one on each page
+    }
 }
 
 void FormWindow::closeEvent(QCloseEvent* event) {

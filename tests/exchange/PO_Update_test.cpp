@@ -3,8 +3,9 @@
 
 #include <random>
 
+#include "store/OldFile.h"
 #include "tests/support/Hof.h"
-#include "tests/support/OldFileWriter.h"
+#include "tools/altdatei/OldFileWriter.h"
 
 namespace koben {
 namespace {
@@ -182,6 +183,15 @@ TEST(PO_Update, nichtsGehtVerloren) {
     hof.put(large);
     hof.screens.onProgress = [](const QString& what, int) { return !what.startsWith("Die Daten werden"); };
     hof.takeOver();
+    EXPECT_EQ(hof.everything(), before);
+    EXPECT_EQ(hof.befund, "Die Übernahme wurde abgebrochen. Der Bestand in KOBEN 2.0 ist unverändert.");
+    hof.screens.onProgress = [](const QString&, int) { return false; };
+    hof.write("leser", "#!/bin/sh\nexec sleep 60\n");
+    QFile::setPermissions(hof.path("leser"), QFile::ReadOwner | QFile::ExeOwner);
+    OldFile::setHelper(hof.path("leser"));
+    hof.befund.clear();
+    hof.takeOver();  // a reader that hangs: given up while nothing comes
+    OldFile::setHelper({});
     EXPECT_EQ(hof.everything(), before);
     EXPECT_EQ(hof.befund, "Die Übernahme wurde abgebrochen. Der Bestand in KOBEN 2.0 ist unverändert.");
     hof.screens.onProgress = nullptr;

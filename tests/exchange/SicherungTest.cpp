@@ -104,7 +104,7 @@ TEST_F(SicherungTest, wasNichtEingelesenWird) {
     newer[63] = 99;
     foreign[68] = 0;
     torn.replace(4096, 4096, QByteArray(4096, 'x'));
-    const QByteArray whole = rawZip({good, {"Einstellungen.ko2", "fremd"}});
+    const QByteArray whole = rawZip({good, {"Einstellungen.ko2", "fremd"}, {"Fotos/"}, {"Fotos/alt/eber.jpg", "oink"}});
     std::vector<RawEntry> bomb{good};
     for (int i = 0; i < 900; ++i) bomb.push_back({"b" + QByteArray::number(i), "x", 0x800, 0100000, 0xFFFFFFF0});
     const std::pair<QByteArray, const char*> table[] = {
@@ -112,7 +112,12 @@ TEST_F(SicherungTest, wasNichtEingelesenWird) {
         {rawZip({good, {"/tmp/boese.txt"}}), "läge nicht im Datenordner"},
         {rawZip({good, {"C:boese.txt"}}), "läge nicht im Datenordner"},
         {rawZip({good, {"..\\boese.txt"}}), "läge nicht im Datenordner"},
-        {rawZip({good, {"unter/boese.txt"}}), "läge nicht im Datenordner"},
+        {rawZip({good, {"unter/../../boese.txt"}}), "läge nicht im Datenordner"},
+        {rawZip({good, {"unter//boese.txt"}}), "läge nicht im Datenordner"},
+        {rawZip({good, {".benutzer/boese.txt"}}), "läge nicht im Datenordner"},
+        {rawZip({good, {"Koben-Tausch/boese.txt"}}), "gehört in keine"},
+        {rawZip({good, {"Einstellungen.ko2/boese.txt"}}), "liegt eine Datei"},
+        {rawZip({good, {"neu"}, {"neu/boese.txt"}}), "liegt eine Datei"},
         {rawZip({good, {".."}}), "läge nicht im Datenordner"},
         {rawZip({good, {"link", "/etc/passwd", 0x800, 0120000}}), "Verweis"},
         {rawZip({{"koben2.mdb", database, 0x801}}), "verschlüsselt"},
@@ -151,6 +156,7 @@ TEST_F(SicherungTest, wasNichtEingelesenWird) {
     QString left;
     EXPECT_TRUE(Sicherung_zurueckholen(koben, path("fremd.zip"), {}, left));
     EXPECT_EQ(bytes("Einstellungen.ko2"), "fremd");
+    EXPECT_EQ(bytes("Fotos/alt/eber.jpg"), "oink");
 }
 
 /// The present state is kept each time, the newest five of these stay; the log of the database that goes does not.
@@ -195,6 +201,7 @@ TEST_F(SicherungTest, aufDenStickUndInDieCloud) {
     };
     for (const char* folder : {"wolke", "stick"}) QDir(koben.Datenordner).mkdir(folder);
     const QString name = "koben20_backup_2026_07_15.zip";
+    put("stick/koben20_backup_2026_01_01.zip.neu", "of a run that was killed");
     EXPECT_EQ(wizard("weg", {true}), "Das Backup " + name +
                                          " wurde erstellt.; Die Backupdatei wurde NICHT auf einen externen Datenträger "
                                          "kopiert wegen einer Fehlermeldung.; Die Backupdatei wurde in den Cloudordner "

@@ -7,7 +7,7 @@
 #include "store/DatabaseError.h"
 #include "store/OldFile.h"
 #include "tests/fuzz/Require.h"
-#include "tests/support/OldFileWriter.h"
+#include "tools/altdatei/OldFileWriter.h"
 
 namespace koben::fuzz {
 namespace {

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <QFileInfo>
+#include <QSet>
 
 #include "tests/fuzz/Require.h"
 #include "tests/robust/Mutation.h"
@@ -52,6 +53,7 @@ public:
         if (!scripts.isEmpty())
             addSeeds(QDir(scripts).entryInfoList({QStringLiteral("*.skript")}, QDir::Files, QDir::Name));
         m_words = dictionary(path + QStringLiteral(".dict"));
+        addWordsOfSeeds();
         m_at = static_cast<int*>(mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
     }
 
@@ -76,6 +78,23 @@ public:
 private:
     void addSeeds(const QFileInfoList& files) {
         for (const QFileInfo& file : files) m_seeds.push_back({file.fileName(), readFile(file.filePath())});
+    }
+    /// What stands between blanks, lines and brackets: the dictionary holds what does not.
+    void addWordsOfSeeds() {
+        constexpr qsizetype longest = 40;
+        QSet<QByteArray> known(m_words.begin(), m_words.end());
+        const auto add = [&](const QByteArray& word) {
+            if (word.isEmpty() || word.size() > longest || known.contains(word)) return;
+            known.insert(word);
+            m_words += word;
+        };
+        for (const Seed& seed : m_seeds)
+            for (const QByteArray& line : seed.bytes.split('\n'))
+                for (QByteArray word : line.simplified().split(' ')) {
+                    add(word);
+                    for (const char bracket : "(),") word.replace(bracket, ' ');
+                    for (const QByteArray& part : word.split(' ')) add(part);
+                }
     }
     int total() const { return static_cast<int>(m_seeds.size()) + m_variants; }
     const Seed& seed(int number) const { return m_seeds[static_cast<size_t>(number) % m_seeds.size()]; }

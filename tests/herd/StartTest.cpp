@@ -1,7 +1,7 @@
 // The first start on a machine, and later ones.
 #include "store/OldFile.h"
 #include "tests/herd/Herdenhof.h"
-#include "tests/support/OldFileWriter.h"
+#include "tools/altdatei/OldFileWriter.h"
 
 namespace koben {
 namespace {

@@ -10,7 +10,7 @@
 #include "exchange/S_Datensicherung_neu.h"
 #include "exchange/S_Importtabelle.h"
 #include "tests/support/Hand.h"
-#include "tests/support/OldFileWriter.h"
+#include "tools/altdatei/OldFileWriter.h"
 
 namespace koben::robust {
 

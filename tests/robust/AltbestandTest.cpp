@@ -11,7 +11,7 @@
 #include "store/OldFile.h"
 #include "tests/robust/Betrieb.h"
 #include "tests/robust/Mutation.h"
-#include "tests/support/OldFileWriter.h"
+#include "tools/altdatei/OldFileWriter.h"
 
 namespace koben::robust {
 namespace {

@@ -254,6 +254,7 @@ void nextStart(const DataFolder& folder) {
         main.closeBox();
         EXPECT_TRUE(main.closed());
     });
+    EXPECT_FALSE(QFile::exists(folder.user() + "koben-arbeit"));
     for (const QString& line : run.screens.log.filter("! "))
         EXPECT_TRUE(line.startsWith("! HINWEIS!!!")) << line.toStdString();
     for (const char* shipped : {"Hilfe.txt", "beispiel.csv"})

@@ -59,14 +59,15 @@ TEST_F(FileExchangeTest, InOneGoAndWhatCannotBeFinishedWaits) {
     }
     EXPECT_EQ(state(), before);
     FileExchange exchange(folder());
-    for (const char* name : {"a", "d.mdb", "ordner"}) put(exchange.file(name), "neu");
+    for (const char* name : {"a", "d.mdb", "ordner", "unter/c"}) put(exchange.file(name), "neu");
     QDir().mkpath(at("ordner/voll"));
     EXPECT_EQ(exchange.decide(), "");
     EXPECT_NE(exchange.finish(), "");
     EXPECT_NE(FileExchange::recover(folder()), "");
     QDir(at("ordner")).removeRecursively();
     EXPECT_EQ(FileExchange::recover(folder()), "");
-    EXPECT_EQ(state(), "a=neu d.mdb=neu ordner=neu z=alt");
+    EXPECT_EQ(state(), "a=neu d.mdb=neu ordner=neu unter=? z=alt");
+    EXPECT_EQ(QFile(at("unter/c")).size(), 3);
 }
 
 }  // namespace

@@ -3,11 +3,14 @@
 #include "store/OldFile.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
-#include "tests/support/OldFileWriter.h"
+#include "tools/altdatei/OldFileWriter.h"
 
 namespace koben {
 namespace {
@@ -133,6 +136,7 @@ TEST_F(OldFileTest, filesThatAreNone) {
     } cases[] = {{"empty", "", "keine Datenbank im alten Format"},
                  {"a text", QByteArray(9000, 'x'), "keine Datenbank im alten Format"},
                  {"a later version", QByteArray(good).replace(0x14, 1, "\x02"), "keine Datenbank im alten Format"},
+                 {"its successor", QByteArray(good).replace(4, 15, "Standard ACE DB"), "das Format ACCDB"},
                  {"no catalogue", good.first(4096), "Verzeichnis der Tabellen"}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
@@ -147,6 +151,7 @@ TEST_F(OldFileTest, filesThatAreNone) {
 /// The helper is another program that misbehaves; whatever it does, a message comes and nothing is left running.
 TEST_F(OldFileTest, readersThatFail) {
     const QString path = write(QByteArray(100, 'x'));
+    const QString reader = QFileInfo("/proc/self/exe").canonicalPath() + "/koben-altdaten";
     const QString head = "printf 'KOBEN-Altdaten 1\\n'; ";
     const QString table =
         "printf 'T\\030\\0\\0\\0\\1\\0\\0\\0\\0\\0\\0\\0\\1\\001A\\1\\0\\004\\0\\0\\0\\001N\\0\\0\\0'; ";
@@ -156,6 +161,7 @@ TEST_F(OldFileTest, readersThatFail) {
         const char* said;
     } cases[] = {{"dies at once", "kill -9 $$", "Das Lesen brach ab"},
                  {"ends too soon", head, "Das Lesen brach ab"},
+                 {"gets no memory", "ulimit -v 20000; exec " + reader + " \"$@\"", "Das Lesen brach ab"},
                  {"says nothing", "exec sleep 60", "kam nicht mehr voran"},
                  {"falls silent", head + "exec sleep 60", "kam nicht mehr voran"},
                  {"has no end", head + "exec yes", "Das Lesen brach ab"},
@@ -173,6 +179,34 @@ TEST_F(OldFileTest, readersThatFail) {
     }
     OldFile::setHelper(m_folder.filePath("nirgends"));
     EXPECT_TRUE(refusal(path).contains("Bitte installieren Sie KOBEN neu"));
+}
+
+/// The reader itself hangs, in a file that gives nothing: whoever waits may give it up, and it has its limits.
+TEST_F(OldFileTest, aReaderThatHangsCanBeGivenUp) {
+    const QString path = m_folder.filePath("haengt.mdb");
+    ASSERT_EQ(mkfifo(qPrintable(path), 0600), 0);
+    int asked = 0;
+    QByteArray limits;
+    const auto on = [&] {
+        QFile children(QString("/proc/self/task/%1/children").arg(getpid()));
+        EXPECT_TRUE(children.open(QIODevice::ReadOnly));
+        QFile file("/proc/" + children.readAll().trimmed() + "/limits");
+        if (file.open(QIODevice::ReadOnly)) limits = file.readAll().simplified();
+        return ++asked < 3;
+    };
+    QString said;
+    try {
+        OldFile(path, {}, on);
+    } catch (const DatabaseError& error) {
+        said = error.message();
+    }
+    EXPECT_TRUE(said.contains("wurde abgebrochen")) << said.toStdString();
+    EXPECT_EQ(asked, 3);
+    EXPECT_TRUE(limits.contains("Max cpu time 600 600") && limits.contains("Max file size 0 0"))
+        << limits.toStdString();
+#ifndef __SANITIZE_ADDRESS__
+    EXPECT_TRUE(limits.contains("Max address space 536870912 536870912"));
+#endif
 }
 
 }  // namespace

@@ -16,11 +16,13 @@
 #include "analytics/PB_Statistiken.h"
 #include "app/Katalog.h"
 #include "bookings/PE_Bewegungsdaten.h"
+#include "exchange/PO_Update.h"
 #include "exchange/S_Datensicherung_neu.h"
 #include "forms/Stammdaten.h"
 #include "herd/PA_Koben.h"
 #include "output/PA_Zwischenliste.h"
 #include "plans/PB_Arbeitsplan.h"
+#include "tools/altdatei/OldFileWriter.h"
 #include "tools/herdengenerator/Output.h"
 #include "ui/Application.h"
 #include "ui/FormWindow.h"
@@ -80,7 +82,6 @@ const char* const plainForms[] = {"PB_Neues_Schwein",
                                   "PO_Pocketexport",
                                   "PO_Pocketimport",
                                   "HV_Updatemanager",
-                                  "PO_Update",
                                   "PO_Bestellschein",
                                   "PH_Hilfe"};
 
@@ -160,6 +161,13 @@ public:
             backup->start_sicherung.click();
             take(form, form.name() + QStringLiteral("_Stick"));
         }
+        if (auto* update = dynamic_cast<PO_Update*>(&form)) {
+            update->pfad.type(form.koben.Datenordner + QStringLiteral("koben1"));
+            update->pfad.leave();
+            take(form, form.name() + QStringLiteral("_Gefunden"));
+            update->start.click();
+            take(form, form.name() + QStringLiteral("_Fertig"));
+        }
         form.close();
     }
     int pictures() const { return m_pictures; }
@@ -214,6 +222,7 @@ private:
             herd.settle();
         }
         koben.open(QStringLiteral("PE_Bewegungsdaten"));
+        koben.open(QStringLiteral("PO_Update"));  // replaces the herd
     }
 
     void visitFrom(PE_Bewegungsdaten& frame) {
@@ -227,6 +236,25 @@ private:
     QString m_folder, m_variant;
     int m_pictures = 0;
 };
+
+/// An installation of the predecessor, with a few animals.
+void installPredecessor(const QString& folder) {
+    OldFileWriter old(3);
+    old.program();
+    for (int i = 1; i <= 30; ++i) {
+        old.row(QStringLiteral("Sauen"), {{QStringLiteral("Art"), "Sau"},
+                                          {QStringLiteral("Nummer"), QString::number(100 + i)},
+                                          {QStringLiteral("Stallnr"), QStringLiteral("A%1").arg(i % 7)}});
+        old.row(QStringLiteral("Belegung"), {{QStringLiteral("Kennung"), i % 31},
+                                             {QStringLiteral("Datum"), 46000.25 + i},
+                                             {QStringLiteral("Ebernr"), "E1"}});
+    }
+    QDir().mkpath(folder);
+    for (const auto& [name, bytes] : {std::pair{"koben.mdb", old.bytes()}, std::pair{"koben.exe", QByteArray("x")}}) {
+        QFile file(folder + u'/' + QString::fromLatin1(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) < 0) std::printf("%s fehlt\n", name);
+    }
+}
 
 /// One run in this process, in the environment of its variant.
 int photograph(int argc, char** argv, const QString& folder, const Variant& variant) {
@@ -242,6 +270,7 @@ int photograph(int argc, char** argv, const QString& folder, const Variant& vari
     herd.sauen = 60;
     herd.ende = today;
     writeDatabase(makeHerde(herd), data.filePath(QStringLiteral("koben2.mdb")));
+    installPredecessor(data.filePath(QStringLiteral("koben1")));
     Photographer screens(folder, QString::fromLatin1(variant.name));
     PicturePlatform platform(data.path() + u'/');
     Koben koben(screens, platform, katalog());

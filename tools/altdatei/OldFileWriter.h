@@ -83,7 +83,10 @@ public:
             whole.writeMap(whole.m_tables[name]);
             whole.writeDefinition(whole.m_tables[name]);
         }
-        return std::accumulate(whole.m_pages.begin(), whole.m_pages.end(), QByteArray());
+        QByteArray all;
+        all.reserve(static_cast<qsizetype>(whole.m_pages.size()) * m_size);
+        for (const QByteArray& page : whole.m_pages) all += page;
+        return all;
     }
 
 private:
