@@ -40,11 +40,12 @@ QImage Pictures::of(const QString& form) const {
     name.replace(QStringLiteral("ä"), QStringLiteral("ae"));
     const QString variant = QStringLiteral("_hell_1.png");
     const QDir folder(m_folder);
-    // A list has its pictures under the names of the windows that it came from.
-    const QStringList files = folder.entryList({name + variant, name + QStringLiteral("_PB_*") + variant}, QDir::Files);
-    if (files.isEmpty()) return {};
-    const QString best = files.contains(name + variant) ? name + variant : files.first();
-    return QImage(folder.filePath(best)).convertToFormat(QImage::Format_RGB32);
+    // The main window shows most with an animal's data; a list bears the name of the window that it came from.
+    for (const char* kind : {"_Tier", "", "_PB_*"}) {
+        const QStringList files = folder.entryList({name + QLatin1String(kind) + variant}, QDir::Files);
+        if (!files.isEmpty()) return QImage(folder.filePath(files.first())).convertToFormat(QImage::Format_RGB32);
+    }
+    return {};
 }
 
 Book::Book(const Hilfedatei& help, const Pictures& pictures) : m_help(help) {
@@ -165,10 +166,14 @@ void Book::addIndex(std::vector<Block>& out) const {
         for (const QString& word : keywords(m_help.chapters()[i].title))
             words.try_emplace(word, before).first->second[m_help.chapters()[i].title] = m_places[i].anchor;
     for (const auto& [word, titles] : words) {
-        out.push_back({.style = Style::Keyword, .text = word});
+        const auto itself = titles.find(word);
+        const QString its = itself == titles.end() ? QString() : itself->second;
+        out.push_back({.style = Style::Keyword, .text = word, .pageOf = its});
+        if (!its.isEmpty()) out.back().links = {{0, word.size(), its}};
         for (const auto& [title, anchor] : titles)
-            out.push_back(
-                {.style = Style::Entry, .text = title, .links = {{0, title.size(), anchor}}, .pageOf = anchor});
+            if (anchor != its)
+                out.push_back(
+                    {.style = Style::Entry, .text = title, .links = {{0, title.size(), anchor}}, .pageOf = anchor});
     }
 }
 
@@ -190,7 +195,7 @@ QStringList keywords(const QString& title) {
                                     QStringLiteral("Nachsehen"), QStringLiteral("Betriebs")};
     QStringList words;
     for (const QString& word : title.split(between, Qt::SkipEmptyParts))
-        if (word.size() > 1 && word.front().isUpper() && !none.contains(word)) words += word;
+        if (word.size() > 1 && word.front().isUpper() && !word.endsWith(u'-') && !none.contains(word)) words += word;
     return words;
 }
 

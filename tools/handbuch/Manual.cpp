@@ -9,8 +9,8 @@
 
 #include "core/Version.h"
 #include "tools/handbuch/Book.h"
-#include "tools/handbuch/Bookmarks.h"
 #include "tools/handbuch/Cover.h"
+#include "tools/handbuch/Navigation.h"
 #include "tools/handbuch/Typesetter.h"
 
 namespace koben::handbuch {
@@ -33,12 +33,12 @@ QImage drawn(const QString& sign) {
     return reader.read();
 }
 
-std::vector<Bookmark> bookmarks(const std::vector<Block>& blocks, const PageNumbers& pages) {
+std::vector<Bookmark> bookmarks(const std::vector<Block>& blocks) {
     std::vector<Bookmark> all;
     for (const Block& block : blocks)
         if (block.style == Style::Part || block.style == Style::Front || block.style == Style::Chapter)
-            all.push_back({block.mark.isEmpty() ? block.text : block.mark + u' ' + block.text,
-                           pages.value(block.anchor), block.style == Style::Chapter});
+            all.push_back({block.mark.isEmpty() ? block.text : block.mark + u' ' + block.text, block.anchor,
+                           block.style == Style::Chapter});
     return all;
 }
 
@@ -68,8 +68,8 @@ QString Manual::write(const QString& path) {
         paintCover(painter, drawn(sign), windows.of(QStringLiteral("PA_Koben")), Version);
         typesetter.paint(painter, paper);
     }
-    if (!addBookmarks(pdf, bookmarks(book.blocks({}), typesetter.pageNumbers())))
-        return QStringLiteral("Die Lesezeichen konnten nicht angelegt werden.");
+    if (!addNavigation(pdf, bookmarks(book.blocks({})), typesetter.targets()))
+        return QStringLiteral("Ein Verweis des Handbuchs führt ins Leere.");
     QSaveFile file(path);
     const bool written = file.open(QIODevice::WriteOnly) && file.write(pdf) == pdf.size() && file.commit();
     return written ? QString() : QStringLiteral("%1 lässt sich nicht schreiben: %2").arg(path, file.errorString());

@@ -10,7 +10,7 @@
 namespace koben::handbuch {
 namespace {
 
-constexpr double PageWidth = mm(210), Left = mm(25), TextWidth = mm(162), Top = mm(26), Bottom = mm(272);
+constexpr double PageHeight = mm(297), Left = mm(25), TextWidth = mm(162), Top = mm(26), Bottom = mm(272);
 constexpr double HeadLine = mm(17), FootLine = mm(284), BetweenColumns = mm(8);
 constexpr double PixelWidth = mm(0.155), HighestPicture = mm(100);
 constexpr const char* Blue = "#23557a";
@@ -19,9 +19,9 @@ constexpr const char* Blue = "#23557a";
 constexpr int Together = 2;
 
 const std::array<Format, static_cast<size_t>(Style::Count)> Formats{{
-    {24, 0, 26, 34, 34, true, true, Blue},        // Part
+    {24, 0, 26, 42, 42, true, true, Blue},        // Part
     {24, 0, 26, 0, 0, true, true, Blue},          // Front
-    {15, 26, 7, 34, 34, true, true, Blue},        // Chapter
+    {15, 26, 7, 42, 42, true, true, Blue},        // Chapter
     {11, 12, 3, 0, 0, true, true, Blue},          // Heading
     {10, 6, 1, 0, 0, true, true},                 // Field
     {10, 4, 4, 0, 0, false, false},               // Text
@@ -40,7 +40,7 @@ bool opens(const Block& block) { return block.style == Style::Part || block.styl
 
 QFont faceOf(const Format& format) { return face(format.size, format.bold); }
 
-/// Where the words of a link lead, and by which name the block is found.
+/// Where the words of links lead.
 QList<QTextLayout::FormatRange> ranges(const Block& block) {
     QList<QTextLayout::FormatRange> all;
     const bool plain = !block.pageOf.isEmpty();  // lists of links look like lists
@@ -50,12 +50,6 @@ QList<QTextLayout::FormatRange> ranges(const Block& block) {
         format.setAnchorHref(u'#' + link.target);
         if (!plain) format.setForeground(QColor(Blue));
         all.append({static_cast<int>(link.place), static_cast<int>(link.length), format});
-    }
-    if (!block.anchor.isEmpty()) {
-        QTextCharFormat format;
-        format.setAnchor(true);
-        format.setAnchorNames({block.anchor});
-        all.append({0, static_cast<int>(block.text.size()), format});
     }
     return all;
 }
@@ -118,13 +112,19 @@ double Typesetter::lineTop(size_t block, int line) const {
 
 double Typesetter::room() const { return Bottom - m_y; }
 
+/// Above a block; fields that share their explanation stand close.
+double Typesetter::gap(size_t block) const {
+    const bool shared = m_blocks[block].style == Style::Field && block > 0 && m_blocks[block - 1].style == Style::Field;
+    return shared ? 0 : pt(formatOf(m_blocks[block].style).above);
+}
+
 /// The height of a block with all that must stand on its page, and the first lines of what follows.
 double Typesetter::wanted(size_t block) const {
     double height = 0;
     for (size_t i = block; i < m_blocks.size(); ++i) {
         const Format& format = formatOf(m_blocks[i].style);
         if (m_blocks[i].style == Style::Picture) continue;  // may float
-        height += i == block ? 0 : pt(format.above);
+        height += i == block ? 0 : gap(i);
         const int lines = m_set[i].lines->lineCount();
         if (!format.stays) return height + lineTop(i, lines <= 2 * Together - 1 ? lines : Together);
         height += m_set[i].height + pt(format.below);
@@ -150,7 +150,7 @@ void Typesetter::flow() {
 
 void Typesetter::place(size_t block) {
     if (m_blocks[block].style == Style::Picture) return placePicture(block);
-    if (!m_fresh) m_y += std::max(m_below, pt(formatOf(m_blocks[block].style).above));
+    if (!m_fresh) m_y += std::max(m_below, gap(block));
     if (!m_fresh && wanted(block) > room()) nextColumn();
     placeLines(block);
     m_below = pt(formatOf(m_blocks[block].style).below);
@@ -194,7 +194,10 @@ void Typesetter::placePicture(size_t block) {
 void Typesetter::note(size_t block) {
     const Block& begun = m_blocks[block];
     Page& page = m_pages.back();
-    if (!begun.anchor.isEmpty()) m_numbers[begun.anchor] = pageCount();
+    if (!begun.anchor.isEmpty()) {
+        m_numbers[begun.anchor] = pageCount();
+        m_targets[begun.anchor] = {pageCount(), (PageHeight - m_y) / pt(1) + 12};
+    }
     if (opens(begun)) page.part = page.chapter = page.latest = begun.text;
     if (begun.style != Style::Chapter) return;
     page.latest = begun.mark + QStringLiteral("  ") + begun.text;
@@ -210,6 +213,7 @@ void Typesetter::nextColumn() {
 void Typesetter::nextPage() {
     Page page;
     page.part = m_pages.back().part;
+    page.top = Top;
     page.chapter = page.latest = m_pages.back().latest;
     m_pages.push_back(page);
     m_column = 0;

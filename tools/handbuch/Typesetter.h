@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "tools/handbuch/Block.h"
+#include "tools/handbuch/Navigation.h"
 
 class QPainter;
 class QPdfWriter;
@@ -34,6 +35,7 @@ public:
     /// Pages from the second on; the first is the cover's.
     explicit Typesetter(std::vector<Block> blocks);
     const PageNumbers& pageNumbers() const { return m_numbers; }
+    const QHash<QString, Target>& targets() const { return m_targets; }
     int pageCount() const { return static_cast<int>(m_pages.size()); }
     /// All pages but the cover, which is on the paper already.
     void paint(QPainter& painter, QPdfWriter& paper) const;
@@ -55,13 +57,14 @@ private:
         QString latest;         ///< chapter at its end
         bool begun = false;     ///< a chapter begins here
         bool opens = false;     ///< a part: no running head
-        double top;             ///< of its columns
+        double top = 0;         ///< of its columns
     };
 
     double width(const Block& block) const;
     SetBlock set(const Block& block) const;
     double lineTop(size_t block, int line) const;
     double room() const;
+    double gap(size_t block) const;
     double wanted(size_t block) const;
     void flow();
     void place(size_t block);
@@ -78,6 +81,7 @@ private:
     std::vector<SetBlock> m_set;
     std::vector<Page> m_pages;
     PageNumbers m_numbers;
+    QHash<QString, Target> m_targets;
     // where the flow stands
     int m_columns = 1, m_column = 0;
     double m_y = 0, m_below = 0;

@@ -18,7 +18,6 @@ sources() {
         awk '$3 ~ /^bookworm(-updates|-security)?$/ && $4 == "main" { print $1, $3, $4 }' | sort -u
 }
 
-# ".../dists/bookworm" and its like are mounted for nobody else: all of it goes when the script ends.
 clean() {
     [ -z "${screen:-}" ] || kill "$screen" 2>/dev/null || true
     for each in dev/pts dev proc; do
@@ -45,6 +44,7 @@ bare() {
     printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
     chmod 755 "$root/usr/sbin/policy-rc.d"
     chroot "$root" useradd --create-home bauer
+    chroot "$root" install -d -m 700 -o bauer /run/bauer
 }
 
 expect() {  # TEXT COMMAND...
@@ -64,12 +64,12 @@ install() {  # PACKAGE
     DEBIAN_FRONTEND=noninteractive chroot "$root" apt-get install -y -qq --no-install-recommends "/tmp/${1##*/}"
 }
 
-as_user() { chroot --userspec=bauer:bauer "$root" env -i HOME=/home/bauer PATH=/usr/bin:/bin LANG=C.UTF-8 "$@"; }
+user=(chroot --userspec=bauer:bauer "$root" env -i HOME=/home/bauer XDG_RUNTIME_DIR=/run/bauer PATH=/usr/bin:/bin LANG=C.UTF-8)
 
 # Starts the program, waits for its window, and ends it as the end of a session does.
 starts() {
     local window='' i
-    as_user env DISPLAY=$display koben >"$work/koben.log" 2>&1 &
+    "${user[@]}" DISPLAY=$display koben >"$work/koben.log" 2>&1 &
     local program=$!
     for ((i = 0; i < 60; ++i)); do
         window=$(DISPLAY=$display xdotool search --onlyvisible --class '^koben$' 2>/dev/null | head -1) && [ -n "$window" ] && break
@@ -91,7 +91,7 @@ version_is() { [ "$(chroot "$root" dpkg-query -W -f '${Version}' koben)" = "$(dp
 whole() { ! chroot "$root" dpkg -V koben | grep .; }
 linked() { ! chroot "$root" ldd /usr/bin/koben /usr/libexec/koben/koben-altdaten | grep 'not found'; }
 plain_rights() { ! dpkg-deb -c "$package" | grep -E '^.{3}[sS]|^.{6}[sS]|^-.{4}w|^-.{7}w|^d.{7}w'; }
-says_no_display() { as_user koben 2>&1 | grep -q 'kein Bildschirm'; }
+says_no_display() { "${user[@]}" koben 2>&1 | grep -q 'kein Bildschirm'; }
 
 # An old database is read by the program that lies aside: whoever is put in its place is called.
 reads_old() {
@@ -102,7 +102,7 @@ reads_old() {
     mv "$reader" "$reader.echt"
     printf '#!/bin/sh\ntouch /home/bauer/alt/gerufen\nexec "$0.echt" "$@"\n' >"$reader"
     chmod 755 "$reader"
-    as_user env HOME=/home/bauer/alt DISPLAY=$display timeout 10 koben || true
+    "${user[@]}" HOME=/home/bauer/alt DISPLAY=$display timeout 10 koben || true
     mv "$reader.echt" "$reader"
     [ -e "$root/home/bauer/alt/gerufen" ] && rm -r "$root/home/bauer/alt"
 }
@@ -130,7 +130,7 @@ expect "Hilfe, Handbuch, Beispielherde, Zeichen und Handbuchseiten sind da" pres
 expect "sagt ohne Bildschirm, was fehlt" says_no_display
 expect "startet mit einem Fenster und ohne Klagen" starts
 expect "hat den Datenordner angelegt" test -s "$root/home/bauer/Daten/Sauenplaner_KOBEN2/koben2.mdb"
-as_user sh -c 'mkdir -p Daten/Betrieb2 && echo "Notizen" >~/Daten/Sauenplaner_KOBEN2/Notiz.txt && echo x >~/Daten/Betrieb2/koben2.mdb' ||
+"${user[@]}" sh -c 'mkdir -p Daten/Betrieb2 && echo "Notizen" >~/Daten/Sauenplaner_KOBEN2/Notiz.txt && echo x >~/Daten/Betrieb2/koben2.mdb' ||
     failed=1
 kept >"$work/kept"
 expect "eine neuere Fassung kommt darüber" install "$package"

@@ -1,6 +1,7 @@
-#include "tools/handbuch/Bookmarks.h"
+#include "tools/handbuch/Navigation.h"
 
 #include <QRegularExpression>
+#include <cmath>
 
 namespace koben::handbuch {
 namespace {
@@ -58,7 +59,7 @@ private:
 };
 
 /// The bookmark at `index`; its object is `first` and its place further on.
-QByteArray item(const std::vector<Bookmark>& all, size_t index, int first, int root, int page) {
+QByteArray item(const std::vector<Bookmark>& all, size_t index, int first, int root, const QByteArray& to) {
     const auto object = [first](size_t i) { return first + static_cast<int>(i); };
     const bool inner = all[index].inner;
     size_t parent = index, next = index + 1, before = index;
@@ -73,33 +74,59 @@ QByteArray item(const std::vector<Bookmark>& all, size_t index, int first, int r
     if (!inner && next > index + 1)
         text += reference("First", object(index + 1)) + reference("Last", object(next - 1)) + "/Count -" +
                 QByteArray::number(static_cast<qulonglong>(next - index - 1)) + '\n';
-    return text + "/Dest [" + QByteArray::number(page) + " 0 R /XYZ null null null]\n>>";
+    return text + to + "\n>>";
 }
 
-}  // namespace
+/// To a place on a page, as a link or a bookmark has it.
+QByteArray way(int page, double top) {
+    return "/Dest [" + QByteArray::number(page) + " 0 R /XYZ null " + QByteArray::number(std::lround(top)) + " null]";
+}
 
-bool addBookmarks(QByteArray& pdf, const std::vector<Bookmark>& bookmarks) {
-    const std::vector<int> pages = pageObjects(pdf);
+/// What the writer takes for addresses outside of the file leads to places in it. Nothing moves: blanks fill the room.
+bool turnLinks(QByteArray& pdf, const QHash<QString, QByteArray>& ways) {
+    const QByteArray before = "/A <<\n/Type /Action\n/S /URI\n/URI (#", after = ")\n>>";
+    for (auto at = pdf.indexOf(before); at >= 0; at = pdf.indexOf(before, at)) {
+        const auto end = pdf.indexOf(after, at);
+        const auto name = at + before.size();
+        const QByteArray to = ways.value(QString::fromLatin1(pdf.mid(name, end - name)));
+        const auto length = end + after.size() - at;
+        if (end < 0 || to.isEmpty() || to.size() > length) return false;
+        pdf.replace(at, length, to.leftJustified(length, ' '));
+    }
+    return true;
+}
+
+bool addBookmarks(QByteArray& pdf, const std::vector<Bookmark>& bookmarks, const QHash<QString, QByteArray>& ways) {
     const int root = lastNumber(pdf, "/Root"), size = lastNumber(pdf, "/Size");
-    const auto catalogue = pdf.indexOf('\n' + QByteArray::number(root) + " 0 obj\n<<\n");
-    const auto end = pdf.indexOf(">>\nendobj", catalogue);
-    if (pages.empty() || root < 0 || size < 0 || catalogue < 0 || end < 0 || bookmarks.empty()) return false;
-    for (const Bookmark& each : bookmarks)
-        if (each.page < 1 || each.page > static_cast<int>(pages.size())) return false;
-
-    const QByteArray known = pdf.mid(pdf.indexOf("<<\n", catalogue) + 3, end - pdf.indexOf("<<\n", catalogue) - 3);
+    const auto object = pdf.indexOf('\n' + QByteArray::number(root) + " 0 obj\n<<\n");
+    const auto end = pdf.indexOf(">>\nendobj", object);
+    if (root < 0 || size < 0 || object < 0 || end < 0 || bookmarks.empty()) return false;
+    const auto start = pdf.indexOf("<<\n", object) + 3;
+    const QByteArray catalogue = pdf.mid(start, end - start);
     const int first = size + 1;
     size_t last = bookmarks.size() - 1;
     while (bookmarks[last].inner) --last;
     Update update(pdf);
-    update.add(root, "<<\n" + reference("Outlines", size) + "/PageMode /UseOutlines\n/Lang (de-DE)\n" + known + ">>");
+    update.add(root,
+               "<<\n" + reference("Outlines", size) + "/PageMode /UseOutlines\n/Lang (de-DE)\n" + catalogue + ">>");
     update.add(size, "<<\n/Type /Outlines\n" + reference("First", first) +
                          reference("Last", first + static_cast<int>(last)) + ">>");
     for (size_t i = 0; i < bookmarks.size(); ++i)
-        update.add(first + static_cast<int>(i),
-                   item(bookmarks, i, first, size, pages[static_cast<size_t>(bookmarks[i].page - 1)]));
+        update.add(first + static_cast<int>(i), item(bookmarks, i, first, size, ways.value(bookmarks[i].anchor)));
     update.finish(first + static_cast<int>(bookmarks.size()), root);
     return true;
+}
+
+}  // namespace
+
+bool addNavigation(QByteArray& pdf, const std::vector<Bookmark>& bookmarks, const QHash<QString, Target>& targets) {
+    QHash<QString, QByteArray> ways;
+    const std::vector<int> pages = pageObjects(pdf);
+    for (auto each = targets.begin(); each != targets.end(); ++each) {
+        if (each->page < 1 || each->page > static_cast<int>(pages.size())) return false;
+        ways[each.key()] = way(pages[static_cast<size_t>(each->page - 1)], each->top);
+    }
+    return turnLinks(pdf, ways) && addBookmarks(pdf, bookmarks, ways);
 }
 
 }  // namespace koben::handbuch
