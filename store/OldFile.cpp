@@ -32,13 +32,14 @@ Helper& helper() {
     return instance;
 }
 
-/// Beside the running program, whichever it is.
+/// Beside the running program, whichever it is, or where an installed program keeps what only it calls.
 QString helperProgram() {
     if (!helper().program.isEmpty()) return helper().program;
     const QFileInfo self(QStringLiteral("/proc/self/exe"));
     const QString folder =
         self.exists() ? QFileInfo(self.canonicalFilePath()).path() : QCoreApplication::applicationDirPath();
-    return folder + QStringLiteral("/koben-altdaten");
+    const QString installed = folder + QStringLiteral("/../libexec/koben/koben-altdaten");
+    return QFileInfo::exists(installed) ? installed : folder + QStringLiteral("/koben-altdaten");
 }
 
 /// Takes numbers and texts off the front of a message.

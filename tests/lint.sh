@@ -33,7 +33,7 @@ door 'xlsxwriter' output
 door 'qrencode' output
 door 'zip\.h' exchange
 door 'mdbtools' store
-door 'Q(Widget|Application|Dialog|MainWindow|TableView|Printer|Painter|LineEdit|Layout|Push|Combo|Label|Menu|Gui)' ui app tools/bilder
+door 'Q(Widget|Application|Dialog|MainWindow|TableView|Printer|Painter|LineEdit|Layout|Push|Combo|Label|Menu|Gui)' ui app tools/bilder tools/handbuch
 
 # A unit is X.h with X.cpp and with every X_*.cpp that has no header of its own. Units that include each other in a
 # circle are one unit in truth. Folders cannot form one: each lies below or beside the other.

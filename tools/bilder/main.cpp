@@ -15,6 +15,7 @@
 #include "analytics/PB_Gruppierungen.h"
 #include "analytics/PB_Statistiken.h"
 #include "app/Katalog.h"
+#include "bookings/Ferkelliste.h"
 #include "bookings/PE_Bewegungsdaten.h"
 #include "exchange/PO_Update.h"
 #include "exchange/S_Datensicherung_neu.h"
@@ -145,6 +146,7 @@ public:
         if (auto* herd = dynamic_cast<PA_Koben*>(&form)) visitFrom(*herd);
         if (auto* frame = dynamic_cast<PE_Bewegungsdaten*>(&form)) visitFrom(*frame);
         if (auto* records = dynamic_cast<Stammdatenliste*>(&form)) records->neu.click();
+        if (auto* piglets = dynamic_cast<Ferkelliste*>(&form)) piglets->neu.click();
         if (auto* plan = dynamic_cast<PB_Arbeitsplan*>(&form)) plan->ok[0].click();
         if (auto* statistics = dynamic_cast<PB_Statistiken*>(&form)) statistics->ok[0].click();
         if (auto* margin = dynamic_cast<PB_Deckungsbeitrag*>(&form)) {
