@@ -5,7 +5,6 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
-#include <cerrno>
 
 #include "store/FileExchange.h"
 #include "store/Files.h"
@@ -173,14 +172,14 @@ std::optional<QString> Datei_uebertragen(const QString& from, const QString& to,
     constexpr qint64 atOnce = 1 << 18;
     const QString draft = to + QStringLiteral(".neu");
     QFile in(from), out(draft);
-    errno = 0;
+    clearFileReason();
     if (!in.open(QIODevice::ReadOnly) || !out.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
         return fileReason();
     QString reason;
     bool on = true;
     while (on && reason.isEmpty() && !in.atEnd()) {
         const QByteArray bytes = in.read(atOnce);
-        errno = 0;
+        clearFileReason();
         if (bytes.isEmpty() || out.write(bytes) != bytes.size()) reason = fileReason();
         on = !go || go(static_cast<double>(in.pos()) / static_cast<double>(std::max<qint64>(in.size(), 1)));
     }

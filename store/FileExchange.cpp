@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <cerrno>
 
 #include "store/DatabaseError.h"
 #include "store/Files.h"
@@ -22,7 +21,7 @@ QStringList filesIn(const QString& folder) {
 QString removeLogs(const QString& path) {
     for (const char* suffix : {"-wal", "-shm", "-journal"}) {
         QFile log(path + QString::fromLatin1(suffix));
-        errno = 0;
+        clearFileReason();
         if (log.exists() && !log.remove()) return fileReason();
     }
     return {};
@@ -32,7 +31,7 @@ QString removeLogs(const QString& path) {
 
 WorkFolder::WorkFolder(const QString& folder) : m_path(workIn(folder) + u'/') {
     QDir(m_path).removeRecursively();
-    errno = 0;
+    clearFileReason();
     if (!QDir().mkpath(m_path))
         throw DatabaseError(
             DatabaseError::Kind::Io,
@@ -48,10 +47,9 @@ QString WorkFolder::file(const QString& name) const { return m_path + name; }
 QString FileExchange::decide() {
     for (const QString& name : filesIn(m_gathered.m_path))
         if (const QString reason = flushFile(file(name)); !reason.isEmpty()) return reason;
-    flushFile(m_gathered.m_path);  // not every file system knows that
-    errno = 0;
-    if (!QDir().rename(workIn(m_folder), decidedIn(m_folder))) return fileReason();
-    flushFile(m_folder);
+    flushFolder(m_gathered.m_path);
+    if (const QString reason = renameFolder(workIn(m_folder), decidedIn(m_folder)); !reason.isEmpty()) return reason;
+    flushFolder(m_folder);
     return {};
 }
 
@@ -60,7 +58,7 @@ QString FileExchange::carryOut(const QString& folder) {
     for (const QString& name : filesIn(decided.path())) {
         const QString place = places.filePath(name);
         if (const QString reason = removeLogs(place); !reason.isEmpty()) return reason;
-        flushFile(folder);  // an old log must not outlive the file that it belongs to
+        flushFolder(folder);  // an old log must not outlive the file that it belongs to
         if (const QString reason = replaceFile(decided.filePath(name), place); !reason.isEmpty()) return reason;
     }
     QDir(decided).removeRecursively();

@@ -12,6 +12,7 @@
 #include <QUrl>
 #include <algorithm>
 
+#include "ui/DataFolder.h"
 #include "ui/Http.h"
 #include "ui/Printing.h"
 
@@ -160,7 +161,11 @@ QString SystemPlatform::programFolder() {
     return QStringLiteral(KOBEN_SHIPPED_DIR) + u'/';
 }
 
-QString SystemPlatform::dataFolder() { return QDir::homePath() + QStringLiteral("/Daten/Sauenplaner_KOBEN2/"); }
+QString SystemPlatform::dataFolder() {
+    const QString agreed = agreedDataFolder(*this);
+    return QDir::toNativeSeparators(
+        agreed.isEmpty() ? usualDataFolder(QCoreApplication::applicationDirPath(), QDir::homePath()) : agreed);
+}
 
 bool SystemPlatform::lockDataFolder(const QString& folder) { return m_lock.nehmen(folder); }
 
