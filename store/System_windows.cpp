@@ -12,6 +12,7 @@ namespace koben::system {
 
 namespace {
 
+constexpr DWORD quotaExceeded = 1295;           // ERROR_DISK_QUOTA_EXCEEDED, which the compiler's headers lack
 constexpr DWORD pause = 40;                     // milliseconds before the next try
 constexpr int patience = 25, lockPatience = 5;  // how often what another program holds for a moment is tried
 
@@ -64,7 +65,7 @@ Trouble trouble() {
     switch (GetLastError()) {
         case ERROR_DISK_FULL:
         case ERROR_HANDLE_DISK_FULL:
-        case ERROR_DISK_QUOTA_EXCEEDED:
+        case quotaExceeded:
         case ERROR_FILE_TOO_LARGE:
             return Trouble::Full;
         case ERROR_ACCESS_DENIED:

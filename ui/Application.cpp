@@ -15,6 +15,7 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     QLocale::setDefault(QLocale(QStringLiteral("de_DE")));
     setApplicationName(QStringLiteral("KOBEN"));
     setOrganizationName(QStringLiteral("KOBEN"));
+    QFont::insertSubstitution(QStringLiteral("Liberation Sans"), QStringLiteral("Arial"));  // of the same widths
     setWindowIcon(programIcon());
     setQuitOnLastWindowClosed(false);
     if (m_german.load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

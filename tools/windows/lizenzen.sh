@@ -19,10 +19,11 @@ qt_parts() {
         for field in Name Version License Copyright; do
             sed -n "s/^ *\"$field\": \"\(.*\)\",\{0,1\}$/$field: \1/p" "$told"
         done
-        sed -n 's/^ *"LicenseFiles\{0,1\}": *\[\{0,1\}//p' "$told" | grep -o '[^", ]*[^", \]]' | LC_ALL=C sort -u |
-            while read -r file; do
-                [ ! -f "$folder/$file" ] || { printf '\n-- %s\n\n' "$(basename "$file")"; tr -d '\r' <"$folder/$file"; }
-            done
+        sed -n 's/^ *"LicenseFiles\{0,1\}"://p' "$told" | tr -d '[]",' | tr ' ' '\n' | LC_ALL=C sort -u | while read -r file; do
+            [ -n "$file" ] && [ -f "$folder/$file" ] || continue
+            printf '\n-- %s\n\n' "$(basename "$file")"
+            tr -d '\r' <"$folder/$file"
+        done
     done
 }
 
