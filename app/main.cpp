@@ -1,8 +1,13 @@
 // The program: the look, the two ports, the main form.
+#include <QDir>
+#include <QStandardPaths>
+
 #include "app/Katalog.h"
 #include "core/ErrorLog.h"
 #include "forms/Form.h"
 #include "ui/Application.h"
+#include "ui/DataFolder.h"
+#include "ui/Desktop.h"
 #include "ui/Look.h"
 #include "ui/SystemPlatform.h"
 #include "ui/WindowScreens.h"
@@ -66,5 +71,7 @@ int main(int argc, char** argv) {
     ui::SystemPlatform platform(
         [&](const QString& preset) { return screens.saveFile(QStringLiteral("PDF-Dateien|*.PDF"), preset); });
     ui::applyLook(application, wantedShade(platform));
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    ui::settleDataFolder(screens, platform, documents.filePath(QStringLiteral("Sauenplaner_KOBEN2/")));
     return run(application, screens, platform);
 }

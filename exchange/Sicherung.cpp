@@ -5,7 +5,6 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
-#include <cerrno>
 
 #include "store/FileExchange.h"
 #include "store/Files.h"
@@ -177,14 +176,14 @@ std::optional<QString> Datei_uebertragen(const QString& from, const QString& to,
          QFileInfo(to).dir().entryInfoList({Sicherungsmuster + QStringLiteral(".neu")}, QDir::Files))
         QFile::remove(left.filePath());
     QFile in(from), out(draft);
-    errno = 0;
+    clearFileReason();
     if (!in.open(QIODevice::ReadOnly) || !out.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
         return fileReason();
     QString reason;
     bool on = true;
     while (on && reason.isEmpty() && !in.atEnd()) {
         const QByteArray bytes = in.read(atOnce);
-        errno = 0;
+        clearFileReason();
         if (bytes.isEmpty() || out.write(bytes) != bytes.size()) reason = fileReason();
         on = !go || go(static_cast<double>(in.pos()) / static_cast<double>(std::max<qint64>(in.size(), 1)));
     }

@@ -27,10 +27,9 @@ using Handle = std::unique_ptr<zip_t, Discard>;
 
 [[noreturn]] void fail(const QString& message) { throw DatabaseError(DatabaseError::Kind::Io, message); }
 
-[[noreturn]] void unwritable(const QString& target, int systemCode) {
-    errno = systemCode;
+[[noreturn]] void unwritable(const QString& target, const QString& reason) {
     fail(fileFailure(QStringLiteral("Die Datei %1 kann nicht geschrieben werden").arg(QDir::toNativeSeparators(target)),
-                     fileReason()));
+                     reason));
 }
 
 /// The library's calls back while it writes. What is thrown must not go through it.
@@ -53,13 +52,13 @@ struct Writing {
 };
 
 void add(zip_t* archive, const ZipSource& file, const QString& target) {
-    zip_source_t* source = zip_source_file(archive, QFile::encodeName(file.path).constData(), 0, -1);
+    zip_source_t* source = zip_source_file(archive, file.path.toUtf8().constData(), 0, -1);
     const zip_int64_t at =
         source == nullptr ? -1 : zip_file_add(archive, file.name.toUtf8().constData(), source, ZIP_FL_ENC_UTF_8);
     if (at >= 0 && zip_set_file_compression(archive, static_cast<zip_uint64_t>(at), ZIP_CM_DEFLATE, compression) == 0)
         return;
     if (source != nullptr && at < 0) zip_source_free(source);
-    unwritable(target, zip_error_code_system(zip_get_error(archive)));
+    unwritable(target, fileReason(zip_error_code_system(zip_get_error(archive))));
 }
 
 }  // namespace
@@ -67,8 +66,8 @@ void add(zip_t* archive, const ZipSource& file, const QString& target) {
 bool writeZip(const QString& target, const std::vector<ZipSource>& files, const ShareDone& go) {
     int code = 0;
     errno = 0;
-    Handle archive(zip_open(QFile::encodeName(target).constData(), ZIP_CREATE | ZIP_TRUNCATE, &code));
-    if (!archive) unwritable(target, errno);
+    Handle archive(zip_open(target.toUtf8().constData(), ZIP_CREATE | ZIP_TRUNCATE, &code));
+    if (!archive) unwritable(target, fileReason(errno));
     for (const ZipSource& file : files) add(archive.get(), file, target);
     Writing writing{go};
     zip_register_progress_callback_with_state(archive.get(), precision, &Writing::progress, nullptr, &writing);
@@ -83,7 +82,7 @@ bool writeZip(const QString& target, const std::vector<ZipSource>& files, const 
     if (zip_error_code_zip(error) == ZIP_ER_READ || zip_error_code_zip(error) == ZIP_ER_OPEN)
         fail(fileFailure(QStringLiteral("Eine Datei des Datenordners kann nicht gelesen werden"),
                          QString::fromUtf8(zip_error_strerror(error))));
-    unwritable(target, zip_error_code_system(error));
+    unwritable(target, fileReason(zip_error_code_system(error)));
 }
 
 ZipFault::ZipFault(const QString& path, const QString& why)
@@ -126,7 +125,7 @@ struct CloseFile {
 
 ZipReader::ZipReader(const QString& path) : m_path(path), m_archive(std::make_unique<Archive>()) {
     int code = 0;
-    m_archive->handle.reset(zip_open(QFile::encodeName(path).constData(), ZIP_RDONLY | ZIP_CHECKCONS, &code));
+    m_archive->handle.reset(zip_open(path.toUtf8().constData(), ZIP_RDONLY | ZIP_CHECKCONS, &code));
     if (!m_archive->handle)
         throw ZipFault(path, code == ZIP_ER_NOENT || code == ZIP_ER_OPEN
                                  ? QStringLiteral("Die Datei lässt sich nicht öffnen")
@@ -148,9 +147,9 @@ bool ZipReader::unpack(size_t index, const QString& to, const ShareDone& go) con
     const std::unique_ptr<zip_file_t, CloseFile> packed(zip_fopen_index(m_archive->handle.get(), index, 0));
     if (!packed) damaged(entry);
     QFile out(to);
-    errno = 0;
+    clearFileReason();
     if (!to.isEmpty() && !out.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
-        unwritable(to, errno);
+        unwritable(to, fileReason());
     std::vector<char> bytes(atOnce);
     for (qint64 done = 0;;) {
         const qint64 read = zip_fread(packed.get(), bytes.data(), bytes.size());
@@ -160,8 +159,8 @@ bool ZipReader::unpack(size_t index, const QString& to, const ShareDone& go) con
         done += read;
         if (done > entry.size)
             throw ZipFault(m_path, QStringLiteral("Die Datei %1 darin ist größer als angegeben").arg(entry.name));
-        errno = 0;
-        if (!to.isEmpty() && out.write(bytes.data(), read) != read) unwritable(to, errno);
+        clearFileReason();
+        if (!to.isEmpty() && out.write(bytes.data(), read) != read) unwritable(to, fileReason());
         if (go && !go(static_cast<double>(done) / static_cast<double>(std::max<qint64>(entry.size, 1)))) return false;
     }
 }

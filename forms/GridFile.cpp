@@ -1,10 +1,10 @@
 // The grid's own file format (docs/dateiformate.md): a head line, one line a column, one line a row, tab-separated.
 #include <QFile>
 #include <algorithm>
-#include <cstdio>
 
 #include "core/Einstellungen.h"
 #include "forms/Grid.h"
+#include "store/Files.h"
 
 namespace koben {
 
@@ -102,8 +102,7 @@ bool Grid::writeFile(const QString& path, const QByteArray& bytes) {
     QFile file(draft);
     const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size();
     file.close();
-    if (written && std::rename(QFile::encodeName(draft).constData(), QFile::encodeName(path).constData()) == 0)
-        return true;
+    if (written && replaceFile(draft, path, false).isEmpty()) return true;
     file.remove();
     return false;
 }

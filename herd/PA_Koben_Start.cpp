@@ -69,7 +69,7 @@ void makeDataFolder(const QString& path, const QDir& program) {
         if (file.toUpper() != ProgramFile && QFileInfo(from).isReadable())
             whole = whole && copied(from, draft + u'/' + file);
     }
-    if (whole && flushFile(draft).isEmpty() && QDir().rename(draft, path)) return;
+    if (whole && flushFolder(draft).isEmpty() && renameFolder(draft, path).isEmpty()) return;
     QDir(draft).removeRecursively();
     refuseFolder(path);
 }

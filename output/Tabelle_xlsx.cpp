@@ -2,6 +2,7 @@
 
 #include <xlsxwriter.h>
 
+#include <QDir>
 #include <QFile>
 #include <algorithm>
 #include <charconv>
@@ -27,14 +28,15 @@ bool isNumeric(QStringView text) {
 /// A workbook on its way to the disk; without finish() nothing is left of it.
 class Workbook {
 public:
-    explicit Workbook(const QString& path) : m_file(QFile::encodeName(path)) {
+    explicit Workbook(const QString& path) : m_file(path.toUtf8()), m_temporary(QDir::tempPath().toUtf8()) {
         lxw_workbook_options options = {};
+        options.tmpdir = m_temporary.data();
         options.constant_memory = LXW_TRUE;  // rows go to the disk one by one, in order
         m_book = workbook_new_opt(m_file.constData(), &options);
         m_sheet = m_book ? workbook_add_worksheet(m_book, "Liste") : nullptr;
     }
     ~Workbook() {
-        if (m_book) workbook_close(m_book), QFile::remove(QFile::decodeName(m_file));
+        if (m_book) workbook_close(m_book), QFile::remove(QString::fromUtf8(m_file));
     }
     Workbook(const Workbook&) = delete;
     Workbook& operator=(const Workbook&) = delete;
@@ -59,14 +61,14 @@ public:
     /// Closes the file and gives it its name; false where anything went wrong, and then the old file stands.
     bool finish(const QString& path) {
         check(workbook_close(std::exchange(m_book, nullptr)));
-        const QString draft = QFile::decodeName(m_file);
+        const QString draft = QString::fromUtf8(m_file);
         if (!m_failed && replaceFile(draft, path, false).isEmpty()) return true;
         QFile::remove(draft);
         return false;
     }
 
 private:
-    QByteArray m_file;
+    QByteArray m_file, m_temporary;  // the library wants names in UTF-8 on every system
     lxw_workbook* m_book = nullptr;
     lxw_worksheet* m_sheet = nullptr;
     bool m_failed = false;

@@ -4,7 +4,6 @@
 #include <QDirIterator>
 #include <QFile>
 #include <algorithm>
-#include <cerrno>
 
 #include "store/DatabaseError.h"
 #include "store/Files.h"
@@ -30,7 +29,7 @@ QStringList filesIn(const QString& folder) {
 QString removeLogs(const QString& path) {
     for (const char* suffix : {"-wal", "-shm", "-journal"}) {
         QFile log(path + QString::fromLatin1(suffix));
-        errno = 0;
+        clearFileReason();
         if (log.exists() && !log.remove()) return fileReason();
     }
     return {};
@@ -40,7 +39,7 @@ QString removeLogs(const QString& path) {
 
 WorkFolder::WorkFolder(const QString& folder) : m_path(workIn(folder) + u'/') {
     QDir(m_path).removeRecursively();
-    errno = 0;
+    clearFileReason();
     if (!QDir().mkpath(m_path))
         throw DatabaseError(
             DatabaseError::Kind::Io,
@@ -63,11 +62,10 @@ QString FileExchange::decide() {
         if (const QString reason = flushFile(file(name)); !reason.isEmpty()) return reason;
     for (QDirIterator it(m_gathered.m_path, QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
          it.hasNext();)
-        flushFile(it.next());
-    flushFile(m_gathered.m_path);  // not every file system knows that
-    errno = 0;
-    if (!QDir().rename(workIn(m_folder), decidedIn(m_folder))) return fileReason();
-    flushFile(m_folder);
+        flushFolder(it.next());
+    flushFolder(m_gathered.m_path);
+    if (const QString reason = renameFolder(workIn(m_folder), decidedIn(m_folder)); !reason.isEmpty()) return reason;
+    flushFolder(m_folder);
     return {};
 }
 
@@ -76,7 +74,7 @@ QString FileExchange::carryOut(const QString& folder) {
     for (const QString& name : filesIn(decided.path())) {
         const QString place = places.filePath(name);
         if (const QString reason = removeLogs(place); !reason.isEmpty()) return reason;
-        flushFile(folder);  // an old log must not outlive the file that it belongs to
+        flushFolder(folder);  // an old log must not outlive the file that it belongs to
         places.mkpath(QFileInfo(name).path());
         if (const QString reason = replaceFile(decided.filePath(name), place); !reason.isEmpty()) return reason;
     }

@@ -1,13 +1,10 @@
 #include "store/Files.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
-#include <cerrno>
-#include <cstdio>
+
+#include "store/System.h"
 
 namespace koben {
 
@@ -15,60 +12,53 @@ namespace {
 
 QString folderOf(const QString& path) { return QFileInfo(path).absolutePath(); }
 
-/// Some file systems know no flush of a folder: their lists of files are always on the disk.
-QString flushFolder(const QString& path) {
-    const QString reason = flushFile(path);
-    return errno == EINVAL || errno == ENOTSUP ? QString() : reason;
+QString worded(system::Trouble trouble) {
+    switch (trouble) {
+        case system::Trouble::Full:
+            return QStringLiteral("der Datenträger ist voll");
+        case system::Trouble::Denied:
+            return QStringLiteral("dort darf nicht geschrieben werden");
+        case system::Trouble::Missing:
+            return QStringLiteral("den Ordner oder die Datei gibt es nicht");
+        case system::Trouble::Occupied:
+            return QStringLiteral("an dieser Stelle liegt ein Ordner");
+        case system::Trouble::InUse:
+            return QStringLiteral("die Datei ist gerade in einem anderen Programm geöffnet");
+        case system::Trouble::Disk:
+            break;
+    }
+    return QStringLiteral("der Datenträger ist gestört oder nicht mehr verbunden");
 }
 
 }  // namespace
 
-QString fileReason() {
-    switch (errno) {
-        case ENOSPC:
-        case EDQUOT:
-        case EFBIG:
-            return QStringLiteral("der Datenträger ist voll");
-        case EROFS:
-        case EACCES:
-        case EPERM:
-            return QStringLiteral("dort darf nicht geschrieben werden");
-        case ENOENT:
-        case ENOTDIR:
-            return QStringLiteral("den Ordner oder die Datei gibt es nicht");
-        case EISDIR:
-        case ENOTEMPTY:
-        case EEXIST:
-            return QStringLiteral("an dieser Stelle liegt ein Ordner");
-        default:
-            return QStringLiteral("der Datenträger ist gestört oder nicht mehr verbunden");
-    }
-}
+QString fileReason() { return worded(system::trouble()); }
 
-QString flushFile(const QString& path) {
-    errno = 0;
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) return fileReason();
-    const int result = ::fsync(descriptor);
-    const int error = errno;
-    ::close(descriptor);
-    errno = error;
-    return result == 0 ? QString() : fileReason();
-}
+QString fileReason(int code) { return worded(system::troubleOf(code)); }
+
+void clearFileReason() { system::clearTrouble(); }
+
+QString flushFile(const QString& path) { return system::flushFile(path) ? QString() : fileReason(); }
+
+QString flushFolder(const QString& path) { return system::flushFolder(path) ? QString() : fileReason(); }
 
 QString replaceFile(const QString& from, const QString& to, bool flush) {
-    errno = 0;
     if (flush)
         if (const QString reason = flushFile(from); !reason.isEmpty()) return reason;
-    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0) return fileReason();
-    if (flush) flushFolder(folderOf(to));  // in place it is; a disk that now fails tells so with the next write
+    if (!system::replaceFile(from, to, flush)) return fileReason();
+    if (flush) system::flushFolder(folderOf(to));  // in place it is; a disk that now fails tells so with the next write
     return {};
 }
 
+QString renameFolder(const QString& from, const QString& to) {
+    if (QFileInfo::exists(to)) return worded(system::Trouble::Occupied);
+    return system::replaceFile(from, to, false) ? QString() : fileReason();
+}
+
 QString keepFile(const QString& path, const QString& name) {
-    errno = 0;
-    if (::link(QFile::encodeName(path).constData(), QFile::encodeName(name).constData()) != 0) {
-        if (errno == EEXIST) return fileReason();
+    const system::Link link = system::linkFile(path, name);
+    if (link == system::Link::NameTaken) return worded(system::Trouble::Occupied);
+    if (link == system::Link::Impossible) {
         QFile file(path);
         if (!file.copy(name) || QFileInfo(name).size() != file.size()) {
             const QString reason = fileReason();
@@ -77,30 +67,29 @@ QString keepFile(const QString& path, const QString& name) {
         }
         if (const QString reason = flushFile(name); !reason.isEmpty()) return reason;
     }
-    flushFolder(folderOf(name));
+    system::flushFolder(folderOf(name));
     return {};
 }
 
 QString writeFile(const QString& path, const QByteArray& bytes) {
     // unbuffered, since the last flush of a buffer takes a half-done write for a whole one
     QSaveFile file(path);
-    errno = 0;
+    system::clearTrouble();
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(bytes) != bytes.size() || !file.commit())
         return fileReason();
-    flushFolder(folderOf(path));
+    system::flushFolder(folderOf(path));
     return {};
 }
 
 QString writeFileThrough(const QString& draft, const QString& path, const QByteArray& bytes) {
     const QFileInfo before(path);
     const QString target = before.exists() ? before.canonicalFilePath() : path;
-    errno = EACCES;
-    if (before.exists() && !before.isWritable()) return fileReason();
+    if (before.exists() && !before.isWritable()) return worded(system::Trouble::Denied);
     QFile::remove(draft);
     QString reason;
     {
         QFile file(draft);
-        errno = 0;
+        system::clearTrouble();
         if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(bytes) != bytes.size())
             reason = fileReason();
         else if (before.exists())

@@ -23,6 +23,12 @@ using Cell = oldfile::Type;
 constexpr int Patience = 30'000, AskAfter = 100;  // milliseconds without a byte
 constexpr qint64 Slack = 4 << 20, Swell = 16;     // what may come of a file: so much, and so often its size
 
+#ifdef KOBEN_READS_OLD_FILES
+constexpr bool readsOldFiles = true;
+#else
+constexpr bool readsOldFiles = false;
+#endif
+
 struct Helper {
     QString program;
     int patience = 0;
@@ -264,6 +270,12 @@ private:
 };
 
 OldFile::OldFile(const QString& path, const QStringList& tables, std::function<bool()> on) : m_path(path) {
+    if (!readsOldFiles)
+        fail(
+            QStringLiteral("KOBEN für Windows liest keine alten Datenbanken; sie bleibt unverändert. Bitte lassen Sie "
+                           "den Datenordner mit KOBEN unter Linux umstellen und kopieren Sie ihn dann hierher, oder "
+                           "verschieben Sie die Datei in einen anderen Ordner und lesen Sie die Tiere aus einer "
+                           "CSV-Datei ein (Optionen / Import Excel)."));
     const QString program = helperProgram();
     if (!QFileInfo(program).isExecutable())
         fail(QStringLiteral("Das Hilfsprogramm %1, das alte Datenbanken liest, ist nicht da. Bitte installieren Sie "

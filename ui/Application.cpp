@@ -3,35 +3,11 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <clocale>
-#include <cstdio>
-#include <cstdlib>
 
 #include "store/Database.h"
 #include "ui/Look.h"
 
 namespace koben::ui {
-
-namespace {
-
-const char* const noDisplay = "KOBEN braucht eine grafische Oberfläche, es wurde aber kein Bildschirm gefunden.\n";
-
-void quitOnFatal(QtMsgType type, const QMessageLogContext&, const QString& text) {
-    std::fputs(qPrintable(text + u'\n'), stderr);
-    if (type != QtFatalMsg) return;
-    std::fputs(noDisplay, stderr);
-    std::_Exit(2);
-}
-
-}  // namespace
-
-void refuseWithoutDisplay() {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
-        qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
-        std::fputs(noDisplay, stderr);
-        std::exit(2);
-    }
-    qInstallMessageHandler(quitOnFatal);  // a display that is named but does not answer
-}
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     qInstallMessageHandler(nullptr);
@@ -39,6 +15,7 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     QLocale::setDefault(QLocale(QStringLiteral("de_DE")));
     setApplicationName(QStringLiteral("KOBEN"));
     setOrganizationName(QStringLiteral("KOBEN"));
+    QFont::insertSubstitution(QStringLiteral("Liberation Sans"), QStringLiteral("Arial"));  // of the same widths
     setWindowIcon(programIcon());
     setQuitOnLastWindowClosed(false);
     if (m_german.load(QStringLiteral("qtbase_de"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

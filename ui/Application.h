@@ -36,7 +36,4 @@ void guarded(const Handler& handler) {
     }
 }
 
-/// Ends the process with a German sentence instead of an abort where Qt finds no display.
-void refuseWithoutDisplay();
-
 }  // namespace koben::ui

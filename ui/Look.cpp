@@ -2,17 +2,18 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QBuffer>
 #include <QCalendarWidget>
 #include <QComboBox>
 #include <QFile>
 #include <QFontDatabase>
-#include <QImageReader>
 #include <QPainter>
 #include <QPixmap>
 #include <QProxyStyle>
 #include <QStyleOption>
 #include <QTextCharFormat>
+
+#include "ui/Desktop.h"
+#include "ui/IconDrawing.h"
 
 /// The icons lie in a static library; without this the linker drops them. (Qt wants it outside of any namespace.)
 static void loadIcons() { Q_INIT_RESOURCE(koben); }
@@ -31,14 +32,12 @@ const Colours light{"#f5f6f7", "#ffffff", "#f3f7fb", "#202428", "#5a6470", "#fbf
 const Colours dark{"#1f2327", "#17191c", "#1d2125", "#e6e9ec", "#aab4be", "#2a2f35",
                    "#69737d", "#0f1113", "#2f6f9f", "#ffffff", "#7fbdea", "#848e98"};
 
-/// Draws an icon's text at one size in one colour.
-QPixmap drawn(QByteArray svg, const QColor& colour, int size) {
-    svg.replace("currentColor", colour.name().toLatin1());
-    QBuffer buffer(&svg);
-    buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer, "svg");
-    reader.setScaledSize(QSize(size, size));
-    return QPixmap::fromImage(reader.read());
+constexpr int sizes[] = {16, 20, 24, 32, 40, 48, 64};
+
+QByteArray drawingText(const QString& name) {
+    loadIcons();
+    QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 /// Names of the drawings that stand for the desktop's own.
@@ -211,9 +210,7 @@ private:
 
 }  // namespace
 
-Shade desktopShade() {
-    return QApplication::palette().color(QPalette::Window).lightness() < 128 ? Shade::Dark : Shade::Light;
-}
+Shade desktopShade() { return isDesktopDark() ? Shade::Dark : Shade::Light; }
 
 QPalette palette(Shade shade) {
     const Colours& c = shade == Shade::Dark ? dark : light;
@@ -262,14 +259,15 @@ void applyLook(QApplication& application, Shade shade) {
 }
 
 QIcon iconOf(const QString& name, const QPalette& palette) {
-    loadIcons();
-    QFile file(QStringLiteral(":/icons/%1.svg").arg(name));
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    const QByteArray svg = file.readAll();
+    const QByteArray svg = drawingText(name);
     QIcon icon;
-    for (const int size : {16, 24, 32, 48, 64}) {
-        icon.addPixmap(drawn(svg, palette.color(QPalette::Active, QPalette::ButtonText), size), QIcon::Normal);
-        icon.addPixmap(drawn(svg, palette.color(QPalette::Disabled, QPalette::ButtonText), size), QIcon::Disabled);
+    if (svg.isEmpty()) return icon;
+    for (const int size : sizes) {
+        const auto add = [&](QPalette::ColorGroup group, QIcon::Mode mode) {
+            icon.addPixmap(QPixmap::fromImage(drawnIcon(svg, palette.color(group, QPalette::ButtonText), size)), mode);
+        };
+        add(QPalette::Active, QIcon::Normal);
+        add(QPalette::Disabled, QIcon::Disabled);
     }
     return icon;
 }
@@ -294,8 +292,13 @@ void showDaysOff(QCalendarWidget& calendar) {
 }
 
 QIcon programIcon() {
-    loadIcons();
-    static const QIcon sign(QStringLiteral(":/icons/koben.svg"));
+    static const QIcon sign = [] {
+        const QByteArray svg = drawingText(QStringLiteral("koben"));
+        QIcon drawn;
+        for (const int size : {16, 24, 32, 48, 64, 128, 256})
+            drawn.addPixmap(QPixmap::fromImage(drawnIcon(svg, Qt::black, size)));
+        return drawn;
+    }();
     return sign;
 }
 

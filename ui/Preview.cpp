@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QPageLayout>
@@ -79,9 +80,10 @@ void keepAsPdf(QWidget& window, Koben& koben, const QString& name, const QPageLa
     if (!written)
         koben.message(QStringLiteral("Die Datei %1 konnte nicht geschrieben werden. Bitte prüfen Sie, ob im Ordner "
                                      "genügend Platz und das Schreiben erlaubt ist.")
-                          .arg(path));
+                          .arg(QDir::toNativeSeparators(path)));
     else if (!koben.platform.open(path))
-        koben.message(QStringLiteral("Die PDF-Datei konnte nicht angezeigt werden. Sie liegt unter %1.").arg(path));
+        koben.message(QStringLiteral("Die PDF-Datei konnte nicht angezeigt werden. Sie liegt unter %1.")
+                          .arg(QDir::toNativeSeparators(path)));
 }
 
 }  // namespace

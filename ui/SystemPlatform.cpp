@@ -17,6 +17,7 @@
 #include <algorithm>
 
 #include "store/Files.h"
+#include "ui/DataFolder.h"
 #include "ui/Http.h"
 #include "ui/ListCopy.h"
 #include "ui/Preview.h"
@@ -188,7 +189,11 @@ QString SystemPlatform::programFolder() {
     return QStringLiteral(KOBEN_SHIPPED_DIR) + u'/';
 }
 
-QString SystemPlatform::dataFolder() { return QDir::homePath() + QStringLiteral("/Daten/Sauenplaner_KOBEN2/"); }
+QString SystemPlatform::dataFolder() {
+    const QString agreed = agreedDataFolder(*this);
+    return QDir::toNativeSeparators(
+        agreed.isEmpty() ? usualDataFolder(QCoreApplication::applicationDirPath(), QDir::homePath()) : agreed);
+}
 
 bool SystemPlatform::lockDataFolder(const QString& folder) { return m_lock.nehmen(folder); }
 

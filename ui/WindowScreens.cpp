@@ -19,6 +19,7 @@
 #include "forms/Form.h"
 #include "forms/Koben.h"
 #include "ui/Bound.h"
+#include "ui/Desktop.h"
 #include "ui/FormWindow.h"
 #include "ui/Preview.h"
 #include "ui/QuietLine.h"
@@ -168,10 +169,10 @@ QString fileFilter(const QString& filter) {
         for (const QChar c : parts[i + 1])
             if (c == u';')
                 patterns += u' ';
-            else if (c.isLetter())
+            else if (c.isLetter() && fileNamesKnowCase())
                 patterns += u'[' + QString(c.toUpper()) + c.toLower() + u']';
             else
-                patterns += c;
+                patterns += c.toLower();  // a dialog may take it for the ending that a name lacks
         if (patterns == u"*.*") patterns = QStringLiteral("*");
         // a remark in brackets would be taken for the patterns
         const QString name = parts[i].section(u'(', 0, 0).trimmed();

@@ -1,92 +1,12 @@
 // The process is killed in the middle of each writing action; the next start finds all of it or nothing.
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <csignal>
 #include <cstring>
 #include <random>
 
-#include "tests/robust/Aktionen.h"
+#include "tests/robust/Schuss.h"
 
 namespace koben::robust {
 namespace {
-
-constexpr unsigned Patience = 120;  // seconds
-
-/// When the process dies.
-struct Shot {
-    int statement = 0;        ///< before its n-th writing statement; 0 for a moment in time
-    bool fromCommit = false;  ///< the time counts from the commit on, otherwise from the beginning of the action
-    int microseconds = 0;
-    bool toMainForm = false;  ///< it may also die when the action is done and its frame closes
-};
-
-/// What the child said before it ended.
-struct End {
-    bool wasShot = false;
-    bool confirmed = false;  ///< the user had seen or heard that the action is done
-};
-
-void say(int pipe, char what) { EXPECT_EQ(write(pipe, &what, 1), 1); }
-
-/// Plays the action in this process, which is one of its own, and tells the test how far it is:
-/// a(ction begins), c(ommit), b(estätigt), f(ertig).
-void performAndTell(const Task& task, const DataFolder& folder, const Shot& shot, int pipe) {
-    Session run(folder);
-    run.toMainForm = shot.toMainForm;
-    run.screens.onLine = [&](const QString& line) {
-        if (*task.confirmed && line.startsWith(QString::fromUtf8(task.confirmed))) say(pipe, 'b');
-    };
-    run.begins = [&] {
-        Workspace::setFaultHook([&, count = 0](const QString& text) mutable {
-            if (++count == shot.statement) raise(SIGKILL);
-            if (text == u"commit") say(pipe, 'c');
-        });
-        say(pipe, 'a');
-    };
-    run.done = [&] {
-        Workspace::setFaultHook({});
-        say(pipe, 'f');
-    };
-    perform(task, run);
-}
-
-End shoot(const Task& task, const DataFolder& folder, const Shot& shot) {
-    int ends[2];
-    EXPECT_EQ(pipe(ends), 0);
-    fflush(stdout);
-    const pid_t child = fork();
-    if (child == 0) {
-        close(ends[0]);
-        alarm(Patience);
-        performAndTell(task, folder, shot, ends[1]);
-        fflush(stdout);
-        _exit(testing::Test::HasFailure() ? 3 : 0);
-    }
-    close(ends[1]);
-    End end;
-    QByteArray said;
-    bool fired = shot.statement > 0;
-    for (char c = 0; read(ends[0], &c, 1) == 1;) {
-        said.append(c);
-        if (fired || c != (shot.fromCommit ? 'c' : 'a')) continue;
-        fired = true;
-        usleep(static_cast<useconds_t>(shot.microseconds));
-        kill(child, SIGKILL);
-    }
-    close(ends[0]);
-    int status = 0;
-    waitpid(child, &status, 0);
-    end.wasShot = WIFSIGNALED(status);
-    if (end.wasShot)
-        EXPECT_EQ(WTERMSIG(status), SIGKILL) << task.name;
-    else
-        EXPECT_EQ(WEXITSTATUS(status), 0) << task.name;
-    end.confirmed = said.contains('b') || said.contains('f');
-    return end;
-}
 
 void check(const DataFolder& folder, const Comparison& whole, const End& end) {
     expectRest(stateOf(folder), whole, !end.wasShot || end.confirmed);

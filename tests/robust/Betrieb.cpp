@@ -1,11 +1,8 @@
 #include "tests/robust/Betrieb.h"
 
 #include <sqlite3.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <QDirIterator>
-#include <csignal>
 
 #include "core/PZ_Koben_Subs_Datenbank.h"
 #include "store/FileExchange.h"
@@ -20,7 +17,6 @@ namespace koben::robust {
 namespace {
 
 constexpr int Sauen = 40;
-constexpr unsigned Patience = 120;  // seconds until a child counts as hanging
 
 void stock(Database& db) {
     Transaction action(db);
@@ -75,14 +71,6 @@ QString contentOf(const Database& db) {
     return text;
 }
 
-/// Of the running test so far; a child inherits those of its parent.
-static int failedParts() {
-    const testing::TestResult& result = *testing::UnitTest::GetInstance()->current_test_info()->result();
-    int count = 0;
-    for (int i = 0; i < result.total_part_count(); ++i) count += result.GetTestPartResult(i).failed();
-    return count;
-}
-
 int runs(int usual) {
     const int wanted = qEnvironmentVariableIntValue("KOBEN_ROBUST_RUNS");
     return wanted > 0 ? wanted : usual;
@@ -97,7 +85,7 @@ static QString room() {
     return (QFileInfo(memory).isWritable() ? memory : QDir::tempPath()) + QStringLiteral("/koben-XXXXXX");
 }
 
-DataFolder::DataFolder() : m_root(room()) {
+DataFolder::DataFolder() : m_own(std::make_unique<QTemporaryDir>(room())), m_root(m_own->path()) {
     QDir().mkpath(program());
     setBytes(program() + QStringLiteral("/Hilfe.txt"), QByteArray(20000, 'h'));
     setBytes(program() + QStringLiteral("/beispiel.csv"), QByteArray(20000, 'b'));
@@ -222,29 +210,6 @@ const DataFolder& emptyFarm() {
     return *folder;
 }
 
-bool shielded(const std::string& what, const std::function<void()>& work) {
-    fflush(stdout);
-    const int failures = failedParts();
-    const pid_t child = fork();
-    if (child == 0) {
-        alarm(Patience);
-        try {
-            work();
-        } catch (const std::exception& error) {
-            ADD_FAILURE() << what << ": " << error.what();
-        }
-        fflush(stdout);
-        _exit(failedParts() > failures ? 3 : 0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (WIFSIGNALED(status))
-        ADD_FAILURE() << what << (WTERMSIG(status) == SIGALRM ? " hangs" : " crashes with signal ") << WTERMSIG(status);
-    else
-        EXPECT_EQ(WEXITSTATUS(status), 0) << what;
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 void nextStart(const DataFolder& folder) {
     Session run(folder);
     run.start([&](PA_Koben& main) {
@@ -260,8 +225,6 @@ void nextStart(const DataFolder& folder) {
     for (const char* shipped : {"Hilfe.txt", "beispiel.csv"})
         EXPECT_EQ(bytesOf(folder.data() + QString::fromUtf8(shipped)).size(), 20000) << shipped;
 }
-
-void alive() { alarm(Patience); }
 
 bool isMessage(const QString& text) {
     if (text.isEmpty() || !text.front().isUpper()) return false;

@@ -20,9 +20,11 @@ bool longRun();
 class DataFolder {
 public:
     DataFolder();
+    /// One that another process has made; it stays.
+    explicit DataFolder(const QString& root) : m_root(root) {}
     DataFolder(const DataFolder&) = delete;
     DataFolder& operator=(const DataFolder&) = delete;
-    QString root() const { return m_root.path(); }
+    QString root() const { return m_root; }
     QString program() const { return root() + QStringLiteral("/Programm"); }
     QString data() const { return root() + QStringLiteral("/Daten/Sauenplaner/"); }
     QString database() const { return data() + QStringLiteral("koben2.mdb"); }
@@ -34,7 +36,8 @@ public:
     void edit(const std::function<void(Database&)>& work) const;
 
 private:
-    QTemporaryDir m_root;
+    std::unique_ptr<QTemporaryDir> m_own;
+    QString m_root;
 };
 
 QByteArray bytesOf(const QString& path);

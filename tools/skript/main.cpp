@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "app/Katalog.h"
+#include "store/System.h"
 #include "tools/skript/Interpreter.h"
 
 namespace {
@@ -48,6 +49,7 @@ int runScript(const QString& path, bool withTimes) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
+    system::plainStreams();
     std::setlocale(LC_NUMERIC, "C");
     QStringList arguments = QCoreApplication::arguments().mid(1);
     const bool withTimes = arguments.removeAll(QStringLiteral("--zeiten")) > 0;
