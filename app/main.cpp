@@ -1,5 +1,6 @@
 // The program: the look, the two ports, the main form.
 #include "app/Katalog.h"
+#include "app/Musterbetrieb.h"
 #include "core/ErrorLog.h"
 #include "forms/Form.h"
 #include "ui/Application.h"
@@ -66,5 +67,7 @@ int main(int argc, char** argv) {
     ui::SystemPlatform platform(
         [&](const QString& preset) { return screens.saveFile(QStringLiteral("PDF-Dateien|*.PDF"), preset); });
     ui::applyLook(application, wantedShade(platform));
+    ui::removeLeftSampleFarms(platform.userFolder());
+    screens.sample = {&musterkatalog(), Musterbetrieb_anlegen};
     return run(application, screens, platform);
 }
