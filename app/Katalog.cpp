@@ -4,20 +4,17 @@
 
 namespace koben {
 
-namespace {
-
-Catalogue all() {
-    Catalogue forms;
-#define ADD(F) forms.add<F>(QStringLiteral(#F));
-    KOBEN_FORMS(ADD)
-#undef ADD
+const Catalogue& katalog() {
+    static const Catalogue forms = katalogOhne({});
     return forms;
 }
 
-}  // namespace
-
-const Catalogue& katalog() {
-    static const Catalogue forms = all();
+Catalogue katalogOhne(const QStringList& names) {
+    Catalogue forms;
+#define ADD(F) \
+    if (!names.contains(QStringLiteral(#F))) forms.add<F>(QStringLiteral(#F));
+    KOBEN_FORMS(ADD)
+#undef ADD
     return forms;
 }
 

@@ -5,6 +5,8 @@
 namespace koben {
 
 const Catalogue& katalog();
+/// All forms but these.
+Catalogue katalogOhne(const QStringList& names);
 QStringList formNames();
 
 }  // namespace koben

@@ -3,6 +3,7 @@
 #include <QStandardPaths>
 
 #include "app/Katalog.h"
+#include "app/Musterbetrieb.h"
 #include "core/ErrorLog.h"
 #include "forms/Form.h"
 #include "ui/Application.h"
@@ -73,5 +74,7 @@ int main(int argc, char** argv) {
     ui::applyLook(application, wantedShade(platform));
     const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     ui::settleDataFolder(screens, platform, documents.filePath(QStringLiteral("Sauenplaner_KOBEN2/")));
+    ui::removeLeftSampleFarms(platform.userFolder());
+    screens.sample = {&musterkatalog(), Musterbetrieb_anlegen};
     return run(application, screens, platform);
 }

@@ -3,10 +3,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QStringDecoder>
 #include <utility>
 
-#include "core/Einstellungen.h"
+#include "core/Textdatei.h"
 
 namespace koben {
 namespace {
@@ -16,17 +15,6 @@ const QString EndMark = QStringLiteral("#ende#");
 const QString HeadingMark = QStringLiteral("== ");
 const QString FieldMark = QStringLiteral("Feld: ");
 const QString GroupMark = QStringLiteral("# ");
-
-/// UTF-8, or else the code page of the program's other files. Control characters are blanks.
-QString decoded(const QByteArray& bytes) {
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringConverter::Flag::Stateless);
-    QString text = utf8.decode(bytes);
-    if (utf8.hasError()) text = ausWindows1252(bytes);
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
-    for (QChar& c : text)
-        if (c != u'\n' && c.category() == QChar::Other_Control) c = u' ';
-    return text;
-}
 
 /// "#NAME# Title": the line that a chapter begins with.
 bool beginsChapter(const QString& line, Kapitel& chapter) {
@@ -92,7 +80,7 @@ Hilfedatei Hilfedatei::read(const QString& path, QString& trouble) {
     else if (file.size() > LargestFile || !file.open(QIODevice::ReadOnly))
         trouble = QStringLiteral("weil sich die Datei nicht lesen lässt.");
     else
-        help.parse(decoded(file.readAll()));
+        help.parse(textOfAnyEditor(file.readAll()));
     if (trouble.isEmpty() && help.m_chapters.empty())
         trouble = QStringLiteral("weil die Datei beschädigt ist: Sie enthält kein Kapitel.");
     return help;

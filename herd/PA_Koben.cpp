@@ -186,6 +186,11 @@ std::optional<Table> PA_Koben::Liste_lesen(const QString& sql) {
     return table;
 }
 
+bool PA_Koben::Bestand_leer() const {
+    return !m_gelesen.isEmpty() && datali.rowCount() == 0 &&
+           m_db.table(QStringLiteral("select max(ID) as hoechste from Sauen")).integer(0, 0) == 0;
+}
+
 void PA_Koben::Filter_zuruecknehmen() {
     optianzeige.select(m_filter[0]);
     optiverkauft.select(m_filter[1]);

@@ -53,6 +53,8 @@ public:
     void datenschweinelesen() override;
     void closeBox() override;
 
+    /// Whether there is no animal at all, in stock or gone; false as long as the list has not been read.
+    bool Bestand_leer() const;
     /// Looks at every page of the database, on the user's wish.
     void Datenbank_pruefen();
     /// Hands the file with the technical side of errors to the system.

@@ -9,7 +9,7 @@ bad=0
 fail() { echo "lint: $*"; bad=1; }
 
 declare -A floor=([store]=1 [core]=2 [forms]=3 [output]=4 [herd]=5 [cycle]=5 [bookings]=5 [plans]=5 [stock]=5
-    [analytics]=5 [figures]=5 [exchange]=5 [help]=5 [ui]=6 [app]=7)
+    [analytics]=5 [figures]=5 [exchange]=5 [order]=5 [help]=5 [ui]=6 [app]=7)
 
 while IFS=: read -r file _ include; do
     from=${file%%/*}
@@ -24,7 +24,7 @@ done)
 door() {  # PATTERN FOLDER...: only these folders may include it
     local pattern=$1 hits; shift
     local allowed; allowed=$(printf '%s|' "$@")
-    hits=$(grep -rlE "#include <($pattern)" store core forms output herd cycle bookings plans stock analytics figures exchange help \
+    hits=$(grep -rlE "#include <($pattern)" store core forms output herd cycle bookings plans stock analytics figures exchange order help \
         ui app tools 2>/dev/null | grep -vE "^(${allowed%|})/")
     [ -z "$hits" ] || fail "not here: <$pattern> in $hits"
 }
@@ -64,7 +64,7 @@ for folder in "${!floor[@]}" tools bench tests; do
 done
 
 # What a user does to her data has a name: outside store/ and core/ it is an Action.
-nameless=$(grep -rlE '\bTransaction [a-z]+[({]' forms output herd cycle bookings plans stock analytics figures exchange help ui app 2>/dev/null)
+nameless=$(grep -rlE '\bTransaction [a-z]+[({]' forms output herd cycle bookings plans stock analytics figures exchange order help ui app 2>/dev/null)
 [ -z "$nameless" ] || fail "a Transaction instead of a named Action in" $nameless
 
 # Two types of one name in one namespace are one to the linker, which takes either's functions for both.

@@ -29,6 +29,7 @@
 #include "ui/Mnemonics.h"
 #include "ui/Names.h"
 #include "ui/QuietLine.h"
+#include "ui/SampleFarm.h"
 #include "ui/Simple.h"
 #include "ui/SystemPlatform.h"
 #include "ui/WindowKeys.h"
@@ -85,8 +86,8 @@ FormWindow::FormWindow(Form& form, QWidget* parent) : Window(parent, Qt::Window)
     setObjectName(form.name());
     setAcceptDrops(true);
     setWindowIcon(programIcon());
-    setWindowTitle(form.caption());
-    form.captionChanged = [this] { setWindowTitle(m_form.caption()); };
+    setWindowTitle(ui::windowTitle(form));
+    form.captionChanged = [this] { setWindowTitle(ui::windowTitle(m_form)); };
     if (parent) setWindowModality(Qt::ApplicationModal);
     fill();
     nameParts(*this);

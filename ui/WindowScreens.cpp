@@ -139,8 +139,10 @@ int WindowScreens::decide(const QString& text, const QStringList& captions) {
 
 /// Said in front, and in the windows behind, which are seen once those in front of them have closed.
 void WindowScreens::done(const QString& action) {
-    for (const auto& window : m_windows) window->say(doneText(action));
-    if (front()) front()->saved();
+    if (!front()) return;
+    for (const auto& window : m_windows)
+        if (&window->form().koben == &front()->form().koben) window->say(doneText(action));  // not of another farm
+    front()->saved();
 }
 
 bool WindowScreens::yesNo(const QString& text, bool noIsDefault) { return ask(text, false, noIsDefault); }

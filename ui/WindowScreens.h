@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "forms/Ports.h"
+#include "ui/SampleFarm.h"
 #include "ui/Window.h"
 
 class QProgressDialog;
@@ -45,6 +46,8 @@ public:
     /// The front window; nothing before the first.
     FormWindow* front() const { return m_windows.empty() ? nullptr : m_windows.back().get(); }
     FormWindow* windowOf(const Form& form) const;
+
+    SampleFarm sample;  ///< the program's; without one the user is not offered a visit
 
 private:
     QWidget* inSight() const;

@@ -1,28 +1,20 @@
 // Every window of the program, on a made herd, and one booking typed from end to end.
-#include <QAbstractButton>
-#include <QLabel>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QSet>
 #include <QtTest/QTest>
 
+#include "tests/ui/Fensterpruefung.h"
 #include "tests/ui/ProgramTest.h"
 #include "ui/Bound.h"
 #include "ui/EnterKey.h"
+#include "ui/Look.h"
 
 namespace koben::ui {
 namespace {
 
 using FormsTest = ProgramTest;
-
-/// The letter behind a single "&".
-QChar mnemonic(const QString& text) {
-    for (qsizetype i = 0; i + 1 < text.size(); ++i)
-        if (text[i] == u'&') return text[i + 1] == u'&' ? QChar() : text[i + 1].toLower();
-    return {};
-}
 
 std::string said(const QString& form, const QString& what) {
     return (form + QStringLiteral(": ") + what).toStdString();
@@ -31,24 +23,6 @@ std::string said(const QString& form, const QString& what) {
 void expectWhole(const FormWindow& window) {
     const QString form = window.form().name();
     for (const Control* control : window.leftOver()) ADD_FAILURE() << said(form, control->address());
-    QSet<QChar> letters;
-    const auto once = [&](const QString& text) {
-        const QChar letter = mnemonic(text);
-        if (letter.isNull()) return;
-        EXPECT_FALSE(letters.contains(letter)) << said(form, text);
-        letters.insert(letter);
-    };
-    for (const QMenuBar* bar : window.findChildren<QMenuBar*>())
-        for (const QAction* action : bar->actions()) once(action->text());
-    for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
-        once(button->text());
-        if (!button->isVisible() || button->text().isEmpty() || button->parentWidget()->inherits("QToolBar")) continue;
-        EXPECT_GE(button->width(), button->minimumSizeHint().width()) << said(form, button->text());
-    }
-    for (const QLabel* label : window.findChildren<QLabel*>()) {
-        if (!label->isVisible() || label->wordWrap()) continue;
-        EXPECT_GE(label->width(), label->sizeHint().width()) << said(form, label->text());
-    }
     for (QWidget* widget : window.tabOrder()) {
         const Control* control = controlOf(widget);
         EXPECT_TRUE(!control || !widget->accessibleName().isEmpty()) << said(form, control ? control->address() : form);
@@ -116,6 +90,7 @@ void expectWalks(FormWindow& window) {
             EXPECT_EQ(stops[i], wanted[i]) << said(
                 window.form().name(), wanted[i]->objectName() + QStringLiteral(", not ") + stops[i]->objectName());
         expectReadingOrder(window, stops);
+        if (key == Qt::Key_Tab) expectReached(window, stops);
         const Button* accept = acceptOf(window);
         if (key == Qt::Key_Return && accept && !wanted.empty()) {
             EXPECT_EQ(controlOf(window.focusWidget()), accept) << said(window.form().name(), accept->address());
@@ -149,10 +124,13 @@ void chooseLastOptions(Form& form) {
 
 struct FormsAtSize : FormsTest, testing::WithParamInterface<int> {};
 
-/// At the usual size of letters and at a large one, there with other options chosen than the first.
+/// At the usual size of letters and at a large one, there in the dark and with other options chosen than the first. On
+/// the screen that most farms have, enlarged as the environment says.
 TEST_P(FormsAtSize, EveryWindowStandsWhole) {
-    QFont font = QApplication::font();
-    const QFont usual = font;
+    auto& application = static_cast<QApplication&>(*QApplication::instance());
+    const QFont usual = QApplication::font();
+    if (GetParam() > 10) applyLook(application, Shade::Dark);
+    QFont font = usual;
     font.setPointSize(GetParam());
     QApplication::setFont(font);
     QSet<QString> seen;
@@ -161,11 +139,14 @@ TEST_P(FormsAtSize, EveryWindowStandsWhole) {
         FormWindow& window = *screens.windowOf(form);
         if (GetParam() > 10) chooseLastOptions(form);
         expectWhole(window);
+        expectLetters(window);
+        turnPages(window, [&] { expectUncut(window), expectContrast(window); });
         expectInSight(window);
         expectWalks(window);
         goOn(form);
     });
     for (const QString& name : laidOutForms()) EXPECT_TRUE(seen.contains(name)) << qPrintable(name);
+    applyLook(application, Shade::Light);
     QApplication::setFont(usual);
 }
 INSTANTIATE_TEST_SUITE_P(Points, FormsAtSize, testing::Values(10, 14));

@@ -10,6 +10,7 @@
 
 #include "bookings/Buchungseingabe.h"
 #include "bookings/PB_Verkauf_Schweine.h"
+#include "tests/ui/Fensterpruefung.h"
 #include "tests/ui/ProgramTest.h"
 #include "ui/ListTable.h"
 
@@ -28,8 +29,15 @@ bool isControl(QAccessible::Role role) {
     return roles.contains(role);
 }
 
-void expectNames(QAccessibleInterface* node, const QSet<QString>& own, const QString& form) {
+/// Where two of them bear one name, nobody who hears it knows which it is.
+bool isInput(QAccessible::Role role) {
+    return role == QAccessible::EditableText || role == QAccessible::ComboBox || role == QAccessible::List ||
+           role == QAccessible::Table;
+}
+
+void expectNames(QAccessibleInterface* node, const QSet<QString>& own, const QString& form, QSet<QString>& heard) {
     if (!node || !node->isValid()) return;
+    static const QRegularExpression words(QStringLiteral("\\pL{2}"));
     const QString name = node->text(QAccessible::Name);
     if (isControl(node->role()) && !node->state().invisible) {
         const QString object = node->object() ? node->object()->objectName() : QString();
@@ -37,9 +45,15 @@ void expectNames(QAccessibleInterface* node, const QSet<QString>& own, const QSt
             << qPrintable(form) << ' ' << qPrintable(object) << " role " << node->role() << ' '
             << (node->object() ? node->object()->metaObject()->className() : "");
         EXPECT_FALSE(own.contains(name)) << qPrintable(form) << ": " << qPrintable(name);
+        EXPECT_TRUE(name.contains(words)) << qPrintable(form) << ": " << qPrintable(name);
+        if (isInput(node->role())) {
+            EXPECT_FALSE(heard.contains(name)) << qPrintable(form) << " twice: " << qPrintable(name);
+            heard << name;
+            if (node->role() == QAccessible::ComboBox) return;  // its field bears the same name
+        }
     }
     if (node->role() == QAccessible::Table || node->role() == QAccessible::List) return;  // cells speak for themselves
-    for (int i = 0; i < node->childCount(); ++i) expectNames(node->child(i), own, form);
+    for (int i = 0; i < node->childCount(); ++i) expectNames(node->child(i), own, form, heard);
 }
 
 TEST_F(NamesTest, EveryControlHasAWordOfTheUsers) {
@@ -50,7 +64,10 @@ TEST_F(NamesTest, EveryControlHasAWordOfTheUsers) {
         QSet<QString> own;
         for (const Control* control : form.controls())
             if (!dynamic_cast<const Label*>(control)) own << control->name() << control->address();
-        expectNames(QAccessible::queryAccessibleInterface(screens.windowOf(form)), own, form.name());
+        turnPages(*screens.windowOf(form), [&] {
+            QSet<QString> heard;
+            expectNames(QAccessible::queryAccessibleInterface(screens.windowOf(form)), own, form.name(), heard);
+        });
         goOn(form);
     });
     for (const QString& name : laidOutForms()) EXPECT_TRUE(seen.contains(name)) << qPrintable(name);

@@ -5,6 +5,7 @@
 #include "app/Katalog.h"
 #include "bookings/PE_Bewegungsdaten.h"
 #include "herd/PA_Koben.h"
+#include "order/PO_Bestellschein.h"
 #include "plans/PB_Arbeitsplan.h"
 #include "tests/ui/Support.h"
 #include "tools/herdengenerator/Output.h"
@@ -40,6 +41,11 @@ struct ProgramTest : testing::Test {
             }
         } else if (auto* entry = dynamic_cast<Button*>(form.find(u"neu"))) {
             entry->click();
+        } else if (auto* order = dynamic_cast<PO_Bestellschein*>(&form)) {
+            for (const int field : {Kunde::Betrieb, Kunde::Strasse, Kunde::Plz, Kunde::Ort})
+                order->t[field].type(QStringLiteral("12345"));
+            order->UpDown.up();
+            order->ok.click();
         } else if (auto* plan = dynamic_cast<PB_Arbeitsplan*>(&form)) {
             plan->woche[3].click();
             plan->ok[0].click();

@@ -29,9 +29,10 @@ public:
         settings[section + u'/' + key] = value;
     }
     QString dataFolder() override { return folder; }
+    QString userFolder() override { return user.isEmpty() ? SystemPlatform::userFolder() : user; }
     bool lockDataFolder(const QString&) override { return true; }
     std::map<QString, QString> settings;
-    QString folder;
+    QString folder, user;
     QString pdf;  ///< the file that prints go to; none as long as it is empty
 };
 

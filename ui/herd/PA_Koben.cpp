@@ -5,8 +5,10 @@
 
 #include "core/Konfig.h"
 #include "ui/AnimalPanel.h"
+#include "ui/FirstSteps.h"
 #include "ui/Layout.h"
 #include "ui/Menus.h"
+#include "ui/SampleFarm.h"
 #include "ui/SearchMarks.h"
 #include "ui/figures/Tagesblick.h"
 
@@ -32,7 +34,7 @@ LAYOUT(PA_Koben) {
     const Piece panel = column({flow({button(form.cmdok), button(form.abwaerts[1]), button(form.abwaerts[0]),
                                       button(form.comdrucken), iconButton(form.linksrechts)}),
                                 animalPanel(form)});
-    const Piece both = split(list, withToday(form, panel), 2, 1);
+    const Piece both = split(listOrFirstSteps(form, list), withToday(form, panel), 2, 1);
     auto* splitter = static_cast<QSplitter*>(both.widget);
     form.layoutChanged = [splitter, &form] {
         const bool wide = form.koben.Konfig_Zahl[Zahl::ListeBreit] == 1;  // the panel is the wide one
@@ -46,8 +48,12 @@ LAYOUT(PA_Koben) {
     addCommand(bar, "O_Optionen", QStringLiteral("Datenbank prüfen"), [&form] { form.Datenbank_pruefen(); });
     addCommand(bar, "H_Hilfe", QStringLiteral("Fehlerprotokoll für die Hilfe am Telefon"),
                [&form] { form.Fehlerprotokoll_zeigen(); });
-    return column({bar, toolBar(form.toolBar()), label(form.hinweis),
-                   flow({segments(form.optianzeige), segments(form.optiverkauft), row({plain(form.Label1), number}),
-                         row({plain(form.Label2), segments(form.optisauen)})}),
-                   both, label(form.loeschhinweis), label(form.bezstati)});
+    std::vector<Piece> pieces{bar, toolBar(form.toolBar())};
+    if (isSampleFarm(form)) pieces.push_back(sampleFarmLine(form));
+    const Piece filters =
+        flow({segments(form.optianzeige), segments(form.optiverkauft), row({plain(form.Label1), number}),
+              row({plain(form.Label2), segments(form.optisauen)})});
+    for (const Piece& piece : {label(form.hinweis), filters, both, label(form.loeschhinweis), label(form.bezstati)})
+        pieces.push_back(piece);
+    return column(pieces);
 }

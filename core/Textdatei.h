@@ -1,0 +1,12 @@
+#pragma once
+// Text files that people may write with any editor: shipped texts and lists.
+#include <QByteArray>
+#include <QString>
+
+namespace koben {
+
+/// The text of such a file: UTF-8, or else the code page of the program's other files. Lines end with a line feed;
+/// other control characters are blanks.
+QString textOfAnyEditor(const QByteArray& bytes);
+
+}  // namespace koben
