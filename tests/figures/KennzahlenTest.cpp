@@ -52,18 +52,18 @@ void expectExplained(const Sauenbuch& book, const Kennzahlenstand& stand) {
 TEST(Kennzahlen, WieEineZweiteRechnung) {
     Workspace workspace;
     const QTemporaryDir folder;
-    for (unsigned seed = 1; seed <= 60; ++seed) {
+    for (unsigned seed = 1; seed <= 24; ++seed) {
         const QString path = folder.filePath(QString::number(seed));
         Datenbank_anlegen(workspace, path);
         const Database db = workspace.open(path);
         Zufallsherde random(seed);
         random.write(db);
-        std::vector<Zeitraum> periods = rollende_Jahre(Today, 13);
-        for (int i = 0; i < 12; ++i) {
+        std::vector<Zeitraum> periods = rollende_Jahre(Today, 3);
+        for (int i = 0; i < 4; ++i) {
             const qint32 von = random.between(day(2018, 1, 1), Today + 5);
             periods.push_back({von, von + random.between(0, 400)});
         }
-        for (const Zeitraum week : aufteilen(Takt::Woche, {day(2020, 12, 20), day(2021, 1, 12)}))
+        for (const Zeitraum week : aufteilen(Takt::Woche, {day(2020, 12, 31), day(2021, 1, 5)}))
             periods.push_back(week);
         const Sauenbuch whole(db, Today, 0);
         const auto stands = Kennzahlen_berechnen(whole, periods);
@@ -78,7 +78,7 @@ TEST(Kennzahlen, WieEineZweiteRechnung) {
                           stands[i][figure.nr].text() + "|" + QString::number(stands[i][figure.nr].counted))
                     << where;
         }
-        expectExplained(whole, stands[random.between(0, 24)]);
+        expectExplained(whole, stands[static_cast<size_t>(random.between(0, 6))]);
         if (HasFailure()) return;
     }
 }
@@ -209,7 +209,7 @@ TEST(Fruehwarnung, WieEineSchleife) {
 
 /// The weeks of the four series against loops over the bookings.
 TEST(Fruehwarnung, WochenwerteWieGebucht) {
-    for (unsigned seed = 1; seed <= 20; ++seed) {
+    for (unsigned seed = 1; seed <= 6; ++seed) {
         Hof hof;
         const Zufallsherde random(seed);
         random.write(hof.db);
