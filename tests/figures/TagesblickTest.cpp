@@ -48,6 +48,17 @@ TEST(Kachel, SaysBetterOrWorseByTheFiguresOwnDirection) {
     }
 }
 
+/// Stands where the herd list and the booking frame are.
+struct Herdenliste final : Form, HerdList {
+    explicit Herdenliste(Koben& koben_) : Form(koben_, "PA_Koben", "") {}
+    Grid datali{*this, "datali"};
+    Grid& herd() override { return datali; }
+    void datenschweinelesen() override {}
+};
+struct Buchungsrahmen final : Form {
+    explicit Buchungsrahmen(Koben& koben_) : Form(koben_, "PE_Bewegungsdaten", "") {}
+};
+
 class Tagesblick : public testing::Test {
 protected:
     Tagesblick() {
@@ -59,6 +70,56 @@ protected:
     void page(std::function<void(PA_Tagesblick&)> script) { hof.in<PA_Tagesblick>("PA_Tagesblick", std::move(script)); }
     Hof hof;
 };
+
+TEST_F(Tagesblick, CountsTheDaysWorkAndLeadsToItsAnimals) {
+    hof.catalogue.add<Buchungsrahmen>("PE_Bewegungsdaten");
+    hof.tier("101", "Sau", "L_Belegung = #03/22/2026#, Stallnr = 'B1'");  // farrows 113 to 119 days later, unchecked
+    hof.tier("102", "Sau", "L_Belegung = #02/16/2026#, L_Ferkelung = #06/10/2026#");
+    hof.tier("103", "Sau", "L_Belegung = #02/16/2026#, L_Ferkelung = #06/10/2026#, L_Absetzung = #07/09/2026#");
+    hof.tier("104", "Sau", "L_Belegung = #06/20/2026#, L_Trächtigkeit = #07/12/2026#");
+    hof.tier("105", "Sau", "L_Belegung = #03/22/2026#, Abgangsdatum = #07/01/2026#");
+    hof.tier("106", "Mast");
+    const std::pair<int, const char*> blocks[] = {{2, "07/19/2026"}, {3, "07/20/2026"}, {4, "07/16/2026"},
+                                                  {4, "07/25/2026"}, {5, "07/14/2026"}, {6, "07/16/2026"},
+                                                  {7, "07/15/2026"}};
+    for (const auto& [animal, until] : blocks)
+        hof.sql("insert into Behandlung (Kennung, Wartezeit_Datum) values (%1, #%2#)", animal, until);
+    hof.sql(
+        "insert into Arbeitsplanoptionen (Arbeitsart, Tage_von, Tage_bis, Bezugstermin) values ('Impfen', 1, 20, "
+        "'Letzte Ferkelung')");  // nothing says that it was done
+    Herdenliste herd(hof.koben);
+    hof.koben.herdList = &herd;
+    herd.datali.bind(hof.db.table("select Nummer, ID from Sauen where Nummer <> '1'"));
+    page([&](PA_Tagesblick& form) {
+        EXPECT_EQ(gridText(form.liarbeit), (QStringList{"Arbeit|Heute|Überfällig", "Belegung|1|0", "Ferkelung|1|0",
+                                                        "Absetzung|0|2", "Trächtigkeitskontr.|0|4", "Impfen|0|0"}));
+        EXPECT_EQ(gridText(form.lisperren), (QStringList{"Nummer|Bis", "106|15.07.2026", "101|19.07.2026"}));
+        EXPECT_EQ(gridText(form.listatus).mid(6), QStringList{"Ohne Zustand|4"});
+        form.liarbeit.choose(3);
+        form.liarbeit.click();
+        EXPECT_EQ(hof.handedOver(),
+                  (QStringList{"Vom|Bis|Termin|Nummer|Art|Stallnr|Gruppe", "29.06.2026|03.07.2026|Absetzung|1|Sau||",
+                               "08.07.2026|12.07.2026|Absetzung|102|Sau||"}));
+        form.gridli.lead(2, 1);
+        EXPECT_EQ(herd.datali.cell(herd.datali.row(), u"Nummer"), "102");
+        EXPECT_EQ(hof.koben.Buchungsart_Nr, static_cast<int>(Buchungsart::Absetzung));
+        form.gridli.lead(1, 1);
+        form.lisperren.choose(2);
+        form.lisperren.doubleClick();
+        EXPECT_EQ(hof.koben.Buchungsart_Nr, static_cast<int>(Buchungsart::Behandlung));
+        form.listatus.choose(6);
+        form.listatus.doubleClick();
+        EXPECT_EQ(hof.handedOver().mid(1, 2), (QStringList{"101|B1||22.03.2026||", "102|||16.02.2026|10.06.2026|"}));
+        play(form, "liarbeit:5; ok");
+    });
+    EXPECT_EQ(hof.screens.takeLog().filter(QRegularExpression("^[+!]")),
+              (QStringList{"+ PA_Tagesblick", "+ PA_Zwischenliste", "+ PE_Bewegungsdaten",
+                           "! Das Tier steht nicht in der Liste des Hauptmoduls, weil sie zur Zeit nur bestimmte Tiere "
+                           "anzeigt. Bitte wählen Sie dort „Alle Tiere“ und „Alles“.",
+                           "+ PE_Bewegungsdaten", "+ PA_Zwischenliste",
+                           "! Für „Impfen“ ist heute nichts zu tun, und es ist nichts überfällig."}));
+    hof.koben.herdList = nullptr;
+}
 
 TEST_F(Tagesblick, KeepsTargetsAndWritesNothingElse) {
     const QString before = hof.everything();
