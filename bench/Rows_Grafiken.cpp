@@ -1,6 +1,7 @@
 // The plots over ten years: each chosen in its window until table and drawing stand.
 #include "bench/Floor.h"
 #include "bench/Program.h"
+#include "core/PZ_Koben_Subs.h"
 #include "figures/PA_Grafiken.h"
 
 namespace koben {

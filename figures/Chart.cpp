@@ -31,6 +31,7 @@ const SeriesLook& lookOf(Look look) {
         {Tone::Third, 0.45, Hatch::Falling, Dash::DashDot, Shape::Triangle},
         {Tone::Quiet, 0.1, Hatch::Crossed, Dash::Dotted, Shape::Cross},
         {Tone::Warning, 0.1, Hatch::Level, Dash::Dashed, Shape::Cross},
+        {Tone::Accent, 0.3, Hatch::None, Dash::Solid, Shape::Circle},
     };
     return looks[static_cast<size_t>(look)];
 }

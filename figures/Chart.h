@@ -23,7 +23,7 @@ struct SeriesLook {
     Dash dash;
     Shape shape;
 };
-enum class Look { First, Second, Third, Fourth, Target };
+enum class Look { First, Second, Third, Fourth, Target, Soft };  ///< soft: bars behind lines
 const SeriesLook& lookOf(Look look);
 
 struct Series {

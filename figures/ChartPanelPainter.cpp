@@ -40,7 +40,7 @@ bool ChartPanelPainter::isThere(const Series& series) const {
 }
 
 int ChartPanelPainter::paint(int group) {
-    m_plot.setTop(drawHead(m_box.top()) + lineHeight(points) / 2);
+    m_plot.setTop(drawHead(m_box.top()) + lineHeight(points) * (m_panel.bands.empty() ? 0.5 : 1.5));
     measure();
     drawBands();
     drawValueAxis();
@@ -142,7 +142,8 @@ void ChartPanelPainter::drawBands() {
         m_sketch.items.push_back(FilledArea{corners(box), Tone::Quiet, 0.12, Hatch::None, 0});
         for (const double x : {box.left(), box.right()})
             m_sketch.items.push_back(StraightLine{{x, box.top()}, {x, box.bottom()}, 0.15, Tone::Quiet, Dash::Dotted});
-        addText({box.left(), box.top(), box.width(), lineHeight(points)}, 0.5, band.name, Tone::Quiet);
+        addText({box.left(), box.top() - lineHeight(points), box.width(), lineHeight(points)}, 0.5, band.name,
+                Tone::Quiet);
     }
 }
 

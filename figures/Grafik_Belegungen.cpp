@@ -50,12 +50,13 @@ Grafikinhalt Grafik_Belegungen(const Grafikauftrag& order) {
         else if (order.ziel > 0)
             cases.set(row, Ziel, order.ziel);
         if (monday > order.heute) cases.leaveEmpty(row, Wuerfe);
+        if (monday > order.heute + order.tragezeit) cases.leaveEmpty(row, Erwartet);
     }
     Grafikinhalt content = cases.finish();
     using Kind = Series::Kind;
     content.chart.panels = {{.unit = QStringLiteral("Sauen je Woche"),
                              .classes = Classes::Weeks,
-                             .series = {{Belegungen, Kind::Bars, Look::First},
+                             .series = {{Belegungen, Kind::Bars, Look::Soft},
                                         {Ziel, Kind::Line, Look::Target},
                                         {Erwartet, Kind::Line, Look::Second},
                                         {Wuerfe, Kind::Line, Look::Third}}}};

@@ -49,8 +49,8 @@ QStringList causesOf(const std::vector<Verlust>& losses) {
 QStringList ages() {
     QStringList names;
     for (int day = 0; day < singleDays; ++day) names += QString::number(day);
-    return names + QStringList{QStringLiteral("8-14"), QStringLiteral("15-21"), QStringLiteral("22-28"),
-                               QStringLiteral("29+"), QStringLiteral("?")};
+    return names + QStringList{QStringLiteral("W2"), QStringLiteral("W3"), QStringLiteral("W4"), QStringLiteral("W5+"),
+                               QStringLiteral("?")};
 }
 
 /// Place of an age among them; a sow without a litter before has none.
@@ -94,7 +94,7 @@ Grafikinhalt Grafik_Verluste(const Grafikauftrag& order) {
                              .series = {{Ferkel}},
                              .level = true},
                             {.unit = QStringLiteral("Ferkel nach Alter"),
-                             .classTitle = QStringLiteral("Tage seit dem Wurf (?: ohne Wurf)"),
+                             .classTitle = QStringLiteral("Tage seit dem Wurf (W2: zweite Woche, ?: ohne Wurf)"),
                              .firstRow = before + 1,
                              .series = {{Ferkel}}}};
     return content;

@@ -1,5 +1,5 @@
 // The herd by the number of litters that each sow has had.
-#include "figures/Herleitung_Kennzahl.h"
+#include "figures/Kennzahlenlauf.h"
 #include "figures/Kennzahltabelle.h"
 
 namespace koben {
@@ -7,7 +7,7 @@ namespace koben {
 Grafikinhalt Grafik_Wurfverteilung(const Grafikauftrag& order) {
     enum { Nummer = 1, Sauen, Anteil };
     const auto book = bookFor(order);
-    const Kennzahlenstand stand = Kennzahlen_berechnen(*book, order.period);
+    const Kennzahlenstand stand = compute(*book, std::span(&order.period, 1), parts(Kz::Wuerfe0)).front();
     Kennzahltabelle table(book, "Würfe", {{"Sauen", 0}, {"Anteil %", 1}});
     const int first = static_cast<int>(Kz::Wuerfe0), classes = static_cast<int>(Kz::Wuerfe10) - first;
     qint64 all = 0;

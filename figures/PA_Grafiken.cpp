@@ -65,8 +65,8 @@ PA_Grafiken::PA_Grafiken(Koben& koben_) : Bericht(koben_, "PA_Grafiken", "Grafik
 
 void PA_Grafiken::Load() {
     Bericht::Load();
-    const QDate today = Datum_aus_Text(koben.Heute);
-    tdat[0].setText(Datum_als_Anzeige(today.addYears(-1).addDays(1)));
+    const QDate yearAgo = Datum_aus_Text(koben.Heute).addYears(-1);
+    tdat[0].setText(Tag_als_Text(um(Takt::Woche, static_cast<qint32>(yearAgo.toJulianDay())).von));
     tdat[1].setText(koben.Heute);
     ziel.setText(koben.platform.userSetting(section, targetKey));
     li.setCurrent(0);
