@@ -2,6 +2,7 @@
 
 #include <QBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QStackedWidget>
 
@@ -33,8 +34,12 @@ QLabel* bold(QLabel* label) {
 /// Follows the list: where it is empty and the herd too, the ways to begin stand in its place.
 class ListOrSteps final : public QStackedWidget, private Control::View {
 public:
-    ListOrSteps(PA_Koben& form, QWidget* list) : View(form.datali), m_form(form) {
-        addWidget(list);
+    ListOrSteps(PA_Koben& form, QWidget* list) : View(form.datali), m_form(form), m_list(list) {
+        auto* page = new QWidget;  // of its own: the list shows and hides itself by its model
+        auto* box = new QVBoxLayout(page);
+        box->setContentsMargins({});
+        box->addWidget(list);
+        addWidget(page);
         addWidget(steps());
     }
 
@@ -50,9 +55,9 @@ private:
         m_waiting = false;
         const int page = m_form.Bestand_leer() ? 1 : 0;
         if (page == currentIndex()) return;
-        const bool focus = isAncestorOf(window()->focusWidget());
         setCurrentIndex(page);
-        if (focus) (page == 1 ? m_first : widget(0))->setFocus(Qt::OtherFocusReason);
+        if (!qobject_cast<QLineEdit*>(window()->focusWidget()))
+            (page == 1 ? m_first : m_list)->setFocus(Qt::OtherFocusReason);
     }
 
     QWidget* steps() {
@@ -99,6 +104,7 @@ private:
     }
 
     PA_Koben& m_form;
+    QWidget* m_list;
     QPushButton* m_first = nullptr;
     bool m_waiting = false;
 };

@@ -366,6 +366,10 @@ bool FormWindow::enter(Qt::KeyboardModifiers modifiers) {
     QWidget* const focus = focusWidget();
     Control* control = controlOf(focus);
     const bool list = dynamic_cast<Grid*>(control) || dynamic_cast<ListBox*>(control);
+    if (auto* own = qobject_cast<QPushButton*>(focus); own && !control && !modifiers) {
+        own->click();  // of the window's own
+        return true;
+    }
     if (modifiers & Qt::ControlModifier || (list && opensEntry(m_form))) {
         const Button* accept = acceptOf(*this);
         auto* button = accept ? qobject_cast<QAbstractButton*>(widgetOf(*accept)) : nullptr;

@@ -82,7 +82,7 @@ public:
                          .separator = [](int) { return false; }},
                         m_table));
         m_table.setAccessibleName(QStringLiteral("Bisherige Buchungen"));
-        m_table.setFocusPolicy(Qt::NoFocus);
+        m_table.setFocusPolicy(Qt::TabFocus);
         m_table.setSelectionMode(QAbstractItemView::NoSelection);
         m_table.setEditTriggers(QAbstractItemView::NoEditTriggers);
         m_table.setAlternatingRowColors(true);

@@ -54,7 +54,6 @@ public:
     }
     QDateTime now() override { return m_own.now(); }
     QStringList printers() override { return m_own.printers(); }
-    bool open(const QString& fileOrAddress) override { return m_own.open(fileOrAddress); }
     bool start(const QString&) override { return false; }
     QString userSetting(const QString& section, const QString& key) override {
         const auto set = m_set.find(section + u'/' + key);

@@ -18,6 +18,7 @@
 #include <QTabWidget>
 #include <QTextEdit>
 #include <QToolBar>
+#include <QToolButton>
 #include <cmath>
 
 #include "ui/Bound.h"
@@ -49,11 +50,14 @@ bool within(const QWidget* widget) {
 QSize wanted(const QWidget& widget) {
     if (const auto* label = qobject_cast<const QLabel*>(&widget); label && label->wordWrap())
         return {label->minimumSizeHint().width(), label->heightForWidth(label->width())};
+    if (qobject_cast<const QComboBox*>(&widget)) return {0, widget.minimumSizeHint().height()};  // its texts scroll
     return qobject_cast<const QLabel*>(&widget) ? widget.sizeHint() : widget.minimumSizeHint();
 }
 
 bool showsText(const QWidget& widget) {
     if (widget.sizePolicy().horizontalPolicy() == QSizePolicy::Ignored) return false;  // may be cut by its own wish
+    if (qobject_cast<const QToolButton*>(&widget)) return false;                       // a sign alone
+    if (qobject_cast<const QComboBox*>(widget.parentWidget())) return false;           // its field
     if (const auto* label = qobject_cast<const QLabel*>(&widget)) return !label->text().isEmpty();
     return qobject_cast<const QAbstractButton*>(&widget) || qobject_cast<const QLineEdit*>(&widget) ||
            qobject_cast<const QComboBox*>(&widget) || qobject_cast<const QGroupBox*>(&widget);
@@ -124,8 +128,11 @@ void expectReached(const FormWindow& window, const std::vector<QWidget*>& stops)
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
         if (!widget->isVisible() || !widget->isEnabled() || !isWorked(*widget)) continue;
         if (within<QMenuBar, QToolBar, QCalendarWidget, QAbstractSpinBox>(widget)) continue;
-        const auto* option = dynamic_cast<const Option*>(controlOf(const_cast<QWidget*>(widget)));
-        if (option && !standsForGroup(*option)) continue;  // by the arrow keys
+        const Control* control = controlOf(const_cast<QWidget*>(widget));
+        const auto* option = dynamic_cast<const Option*>(control);
+        if (option && !standsForGroup(*option)) continue;         // by the arrow keys
+        if (dynamic_cast<const SpinButton*>(control)) continue;   // by those in its field
+        if (control && control->name() == u"calender") continue;  // by F4 in its field
         const bool reached = std::any_of(stops.begin(), stops.end(), [&](const QWidget* stop) {
             return stop == widget || stop->isAncestorOf(widget);
         });

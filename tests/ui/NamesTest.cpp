@@ -1,6 +1,7 @@
 // What stands beside the inputs of a booking, the table of the sale, and that a screen reader has a word of the user's
 // for every control of every window.
 #include <QAccessible>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -38,7 +39,9 @@ bool isInput(QAccessible::Role role) {
 void expectNames(QAccessibleInterface* node, const QSet<QString>& own, const QString& form, QSet<QString>& heard) {
     if (!node || !node->isValid()) return;
     static const QRegularExpression words(QStringLiteral("\\pL{2}"));
-    const QString name = node->text(QAccessible::Name);
+    const auto* list =
+        qobject_cast<const QComboBox*>(node->object());  // its name is told by its label, its text is its value
+    const QString name = list ? list->accessibleName() : node->text(QAccessible::Name);
     if (isControl(node->role()) && !node->state().invisible) {
         const QString object = node->object() ? node->object()->objectName() : QString();
         EXPECT_FALSE(name.trimmed().isEmpty())

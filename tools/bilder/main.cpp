@@ -15,12 +15,17 @@
 #include "analytics/PB_Gruppierungen.h"
 #include "analytics/PB_Statistiken.h"
 #include "app/Katalog.h"
+<<<<<<< HEAD
 #include "bookings/Ferkelliste.h"
+=======
+#include "app/Musterbetrieb.h"
+>>>>>>> start
 #include "bookings/PE_Bewegungsdaten.h"
 #include "exchange/PO_Update.h"
 #include "exchange/S_Datensicherung_neu.h"
 #include "forms/Stammdaten.h"
 #include "herd/PA_Koben.h"
+#include "order/PO_Bestellschein.h"
 #include "output/PA_Zwischenliste.h"
 #include "plans/PB_Arbeitsplan.h"
 #include "tools/altdatei/OldFileWriter.h"
@@ -140,13 +145,20 @@ public:
         const Form* behind =
             form.koben.stack().size() > 1 ? form.koben.stack()[form.koben.stack().size() - 2] : nullptr;
         auto* list = dynamic_cast<PA_Zwischenliste*>(&form);
-        take(form, list && behind ? form.name() + u'_' + behind->name() : form.name());
+        take(form, m_empty          ? QStringLiteral("PA_Koben_leer")
+                   : list && behind ? form.name() + u'_' + behind->name()
+                                    : form.name());
         turnPages(form);
         if (form.closed()) return;
+        if (m_empty) return form.close();
         if (auto* herd = dynamic_cast<PA_Koben*>(&form)) visitFrom(*herd);
         if (auto* frame = dynamic_cast<PE_Bewegungsdaten*>(&form)) visitFrom(*frame);
         if (auto* records = dynamic_cast<Stammdatenliste*>(&form)) records->neu.click();
+<<<<<<< HEAD
         if (auto* piglets = dynamic_cast<Ferkelliste*>(&form)) piglets->neu.click();
+=======
+        if (auto* order = dynamic_cast<PO_Bestellschein*>(&form)) fill(*order);
+>>>>>>> start
         if (auto* plan = dynamic_cast<PB_Arbeitsplan*>(&form)) plan->ok[0].click();
         if (auto* statistics = dynamic_cast<PB_Statistiken*>(&form)) statistics->ok[0].click();
         if (auto* margin = dynamic_cast<PB_Deckungsbeitrag*>(&form)) {
@@ -173,6 +185,8 @@ public:
         form.close();
     }
     int pictures() const { return m_pictures; }
+    /// The program before its first animal.
+    void showEmpty(bool on) { m_empty = on; }
 
 private:
     void told(const QString& text) {
@@ -199,6 +213,16 @@ private:
             }
             pages->setCurrentIndex(0);
         }
+    }
+
+    static void fill(PO_Bestellschein& order) {
+        const char* const customer[] = {"4711", "Hof Böhm", "Erika Böhm", "Dorfstraße 4", "12345", "Neudorf"};
+        for (int i = 0; i < 6; ++i) order.t[i].type(QString::fromUtf8(customer[i]));
+        for (const int row : {3, 7, 9}) {
+            order.li.choose(row);
+            for (int n = 0; n < row; ++n) order.UpDown.up();
+        }
+        order.ok.click();
     }
 
     /// Where the last figure of the first row comes from.
@@ -237,6 +261,7 @@ private:
 
     QString m_folder, m_variant;
     int m_pictures = 0;
+    bool m_empty = false;
 };
 
 /// An installation of the predecessor, with a few animals.
@@ -267,17 +292,32 @@ int photograph(int argc, char** argv, const QString& folder, const Variant& vari
         application.setFont(font);
     }
     ui::applyLook(application, std::string_view(variant.shade) == "dunkel" ? ui::Shade::Dark : ui::Shade::Light);
+    Photographer screens(folder, QString::fromLatin1(variant.name));
+    screens.sample = {&musterkatalog(), Musterbetrieb_anlegen};
+    const auto show = [&screens](const QString& place) {
+        PicturePlatform platform(place);
+        Koben koben(screens, platform, katalog());
+        const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
+        koben.run(*main);
+    };
     const QTemporaryDir data;
+    screens.showEmpty(true);
+    show(data.filePath(QStringLiteral("leer/")));
+    screens.showEmpty(false);
     Vorgaben herd;
     herd.sauen = 60;
     herd.ende = today;
     writeDatabase(makeHerde(herd), data.filePath(QStringLiteral("koben2.mdb")));
+<<<<<<< HEAD
     installPredecessor(data.filePath(QStringLiteral("koben1")));
     Photographer screens(folder, QString::fromLatin1(variant.name));
     PicturePlatform platform(data.path() + u'/');
     Koben koben(screens, platform, katalog());
     const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
     koben.run(*main);
+=======
+    show(data.path() + u'/');
+>>>>>>> start
     std::printf("%s: %d Bilder\n", variant.name, screens.pictures());
     return screens.pictures() > 0 ? 0 : 1;
 }

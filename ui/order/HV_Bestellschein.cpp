@@ -18,7 +18,9 @@ LAYOUT(HV_Bestellschein) {
     return column(
         {row({column({heading(form.Label1), label(form.besteller), spring()}) * 1,
               column({heading(form.Label2), label(form.empfänger), spring()}) * 1}),
-         grid(form.gridli) * 1, facts(form.summe, bez, 0, 3), label(form.bemerkung), label(form.hinweis),
-         row({plain(form.Label3), combo(form.komdrucker, 30), spring()}),
+         grid(form.gridli) * 1,
+         row({spring(), fields({field(bez[0], plain(form.summe[0])), field(bez[1], plain(form.summe[1])),
+                                field(bez[2], plain(form.summe[2]))})}),
+         label(form.bemerkung), label(form.hinweis), row({plain(form.Label3), combo(form.komdrucker, 30), spring()}),
          buttons({button(form.hilfe), own(look)}, {button(form.ok), button(form.pdf), button(form.cmdschließen)})});
 }
