@@ -3,6 +3,7 @@
 
 #include "bench/Floor.h"
 #include "bench/Program.h"
+#include "store/Files.h"
 
 namespace koben {
 namespace {
@@ -124,6 +125,8 @@ qint64 bookServices(SqliteFile& file, const QString& from, const QString& list) 
     }
     file.execute("COMMIT");
     out.write(told);
+    out.close();
+    if (!flushFile(list).isEmpty()) throw std::runtime_error("flush");
     return rows;
 }
 
