@@ -10,6 +10,7 @@
 #include "ui/DataFolder.h"
 #include "ui/Desktop.h"
 #include "ui/Look.h"
+#include "ui/SampleVisit.h"
 #include "ui/SystemPlatform.h"
 #include "ui/WindowScreens.h"
 

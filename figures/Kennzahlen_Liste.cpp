@@ -1,5 +1,5 @@
 // The figures as data, in the order of every list.
-#include "figures/Kennzahlenlauf.h"
+#include "figures/Kennzahlen.h"
 
 namespace koben {
 namespace {
@@ -118,12 +118,6 @@ const Kennzahl* kennzahl(QStringView id) {
     for (const Kennzahl& figure : List)
         if (id == QLatin1String(figure.id)) return &figure;
     return nullptr;
-}
-
-unsigned parts(Kz figure) {
-    if (figure >= Kz::Wuerfe0) return Teil::Bestand;
-    if (figure >= Kz::NptSauJahr && figure <= Kz::NptOffen) return Teil::Tage | Teil::Npt;
-    return Teil::Buchungen | (kennzahl(figure).variante == ByDays ? Teil::Tage : 0u);
 }
 
 }  // namespace koben

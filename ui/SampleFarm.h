@@ -1,7 +1,5 @@
 #pragma once
-// A visit to the sample farm: the program's own forms on a made herd in a folder of its own, which goes when the visit
-// ends. Settings, widths and places that the visitor changes stay in memory. Nothing of it reaches the user's data, and
-// what the program does with other places of the machine (backups, devices, files to import) is not on offer there.
+// The sample farm: what the program lends to a visit, and how the visit's windows are known.
 #include <QDate>
 #include <QString>
 #include <functional>
@@ -10,11 +8,8 @@ namespace koben {
 
 class Catalogue;
 class Form;
-struct Koben;
 
 namespace ui {
-
-class WindowScreens;
 
 /// What the program lends to a visit. Without `make` there is none.
 struct SampleFarm {
@@ -23,12 +18,11 @@ struct SampleFarm {
     std::function<void(const QString& path, QDate today)> make;
 };
 
-/// Shows the sample farm in place of the windows that stand, which come back when the visit ends. Throws DatabaseError
-/// where it cannot be made.
-void visitSampleFarm(Koben& own, WindowScreens& screens);
-
-/// Removes what visits have left whose program was killed; those of other running programs stay.
-void removeLeftSampleFarms(const QString& userFolder);
+/// What the machine of a visit is known by.
+class SampleMachine {
+public:
+    virtual ~SampleMachine() = default;
+};
 
 /// Whether a form belongs to a visit.
 bool isSampleFarm(const Form& form);

@@ -5,9 +5,9 @@
 #include <random>
 
 #include "figures/ChartDrawing.h"
-#include "output/TextWidth.h"
 #include "figures/Zeitraum.h"
 #include "output/Svg.h"
+#include "output/TextWidth.h"
 #include "tests/support/Fakes.h"
 
 namespace koben {

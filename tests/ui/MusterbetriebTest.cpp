@@ -11,6 +11,7 @@
 #include "tests/ui/Fensterpruefung.h"
 #include "tests/ui/Support.h"
 #include "ui/Bound.h"
+#include "ui/SampleVisit.h"
 
 namespace koben::ui {
 namespace {

@@ -15,11 +15,8 @@
 #include "analytics/PB_Gruppierungen.h"
 #include "analytics/PB_Statistiken.h"
 #include "app/Katalog.h"
-<<<<<<< HEAD
-#include "bookings/Ferkelliste.h"
-=======
 #include "app/Musterbetrieb.h"
->>>>>>> start
+#include "bookings/Ferkelliste.h"
 #include "bookings/PE_Bewegungsdaten.h"
 #include "exchange/PO_Update.h"
 #include "exchange/S_Datensicherung_neu.h"
@@ -154,11 +151,8 @@ public:
         if (auto* herd = dynamic_cast<PA_Koben*>(&form)) visitFrom(*herd);
         if (auto* frame = dynamic_cast<PE_Bewegungsdaten*>(&form)) visitFrom(*frame);
         if (auto* records = dynamic_cast<Stammdatenliste*>(&form)) records->neu.click();
-<<<<<<< HEAD
         if (auto* piglets = dynamic_cast<Ferkelliste*>(&form)) piglets->neu.click();
-=======
         if (auto* order = dynamic_cast<PO_Bestellschein*>(&form)) fill(*order);
->>>>>>> start
         if (auto* plan = dynamic_cast<PB_Arbeitsplan*>(&form)) plan->ok[0].click();
         if (auto* statistics = dynamic_cast<PB_Statistiken*>(&form)) statistics->ok[0].click();
         if (auto* margin = dynamic_cast<PB_Deckungsbeitrag*>(&form)) {
@@ -308,16 +302,13 @@ int photograph(int argc, char** argv, const QString& folder, const Variant& vari
     herd.sauen = 60;
     herd.ende = today;
     writeDatabase(makeHerde(herd), data.filePath(QStringLiteral("koben2.mdb")));
-<<<<<<< HEAD
     installPredecessor(data.filePath(QStringLiteral("koben1")));
     Photographer screens(folder, QString::fromLatin1(variant.name));
     PicturePlatform platform(data.path() + u'/');
     Koben koben(screens, platform, katalog());
     const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
     koben.run(*main);
-=======
     show(data.path() + u'/');
->>>>>>> start
     std::printf("%s: %d Bilder\n", variant.name, screens.pictures());
     return screens.pictures() > 0 ? 0 : 1;
 }

@@ -51,7 +51,8 @@ QString ScriptPlatform::programFolder() {
     if (!m_programFolder.isEmpty()) return m_programFolder;
     const QString program = QCoreApplication::instance() ? QCoreApplication::applicationDirPath() : QString();
     for (const QString& shipped : {program + QStringLiteral("/../share/koben"), QStringLiteral(KOBEN_SHIPPED_DIR)})
-        if (!shipped.isEmpty() && QDir(shipped).exists()) return m_programFolder = withSeparator(QDir(shipped).canonicalPath());
+        if (!shipped.isEmpty() && QDir(shipped).exists())
+            return m_programFolder = withSeparator(QDir(shipped).canonicalPath());
     return m_programFolder = temporary(QStringLiteral("programm"));
 }
 
