@@ -1,6 +1,7 @@
 #include "ui/SampleFarm.h"
 
 #include "forms/Form.h"
+#include "forms/Koben.h"
 
 namespace koben::ui {
 

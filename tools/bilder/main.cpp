@@ -303,11 +303,6 @@ int photograph(int argc, char** argv, const QString& folder, const Variant& vari
     herd.ende = today;
     writeDatabase(makeHerde(herd), data.filePath(QStringLiteral("koben2.mdb")));
     installPredecessor(data.filePath(QStringLiteral("koben1")));
-    Photographer screens(folder, QString::fromLatin1(variant.name));
-    PicturePlatform platform(data.path() + u'/');
-    Koben koben(screens, platform, katalog());
-    const auto main = katalog().make(QStringLiteral("PA_Koben"), koben);
-    koben.run(*main);
     show(data.path() + u'/');
     std::printf("%s: %d Bilder\n", variant.name, screens.pictures());
     return screens.pictures() > 0 ? 0 : 1;
