@@ -5,45 +5,47 @@
 
 #include "core/PZ_Koben_Subs.h"
 #include "figures/Faelle.h"
+#include "figures/Interned.h"
 
 namespace koben {
 
 namespace {
 
-constexpr int openDays = 125, fewest = 5, mostBoars = 25;
+constexpr int openDays = 125, fewest = 5;
+constexpr size_t mostBoars = 25;
 constexpr double sure = 1.96;  // of 95 percent
 
 struct Gruppe {
     const Sau* sow;
     qint32 day;
     const Wurf* litter;  ///< that it led to; null for none
-    QString boar;
+    int boar;
 };
 
 quint64 keyOf(qint64 animal, qint32 day) { return static_cast<quint64>(animal) << 32 | static_cast<quint32>(day); }
 
 /// The boar named first on each day of a sow.
-QHash<quint64, QString> boarsOf(const Grafikauftrag& order) {
-    Statement row = order.db.prepare(
-        QStringLiteral("select Kennung, Datum, Ebernr from Belegung where Datum >= %1 and Datum <= %2 and Ebernr <> '' "
-                       "order by ID")
-            .arg(Sql_Datum(Tag_als_Text(order.period.von)), Sql_Datum(Tag_als_Text(order.period.bis))));
-    QHash<quint64, QString> boars;
+QHash<quint64, int> boarsOf(const Grafikauftrag& order, Interned& boars) {
+    Statement row = order.db.prepare(QStringLiteral("select Kennung, Datum, Ebernr from Belegung") +
+                                     periodCondition(order) + QStringLiteral(" order by ID"));
+    QHash<quint64, int> named;
     while (row.next()) {
-        QString& boar = boars[keyOf(row.integer(0), row.day(1))];
-        if (boar.isEmpty()) boar = Hochkomma_ersetzen(row.text(2));
+        if (!order.period.contains(row.day(1))) continue;
+        const int boar = boars.of(row.text(2));
+        const quint64 key = keyOf(row.integer(0), row.day(1));
+        if (!boars.names()[boar].isEmpty() && !named.contains(key)) named.insert(key, boar);
     }
-    return boars;
+    return named;
 }
 
-std::vector<Gruppe> closedGroups(const Grafikauftrag& order, const Sauenbuch& book) {
-    const QHash<quint64, QString> boars = boarsOf(order);
+std::vector<Gruppe> closedGroups(const Grafikauftrag& order, const Sauenbuch& book, Interned& boars) {
+    const QHash<quint64, int> named = boarsOf(order, boars);
     std::vector<Gruppe> groups;
     for (const Sau& sow : book.sauen())
         for (const qint32 day : sow.gruppen) {
             if (!order.period.contains(day) || order.heute - day <= openDays) continue;
-            const QString boar = boars.value(keyOf(sow.id, day));
-            if (boar.isEmpty()) continue;
+            const int boar = named.value(keyOf(sow.id, day), -1);
+            if (boar < 0) continue;
             const auto litter = std::find_if(sow.wuerfe.begin(), sow.wuerfe.end(),
                                              [day](const Wurf& one) { return one.belegtAm == day; });
             groups.push_back({&sow, day, litter == sow.wuerfe.end() ? nullptr : &*litter, boar});
@@ -51,21 +53,26 @@ std::vector<Gruppe> closedGroups(const Grafikauftrag& order, const Sauenbuch& bo
     return groups;
 }
 
-/// By name, of those with enough services the ones with most; the others have one row behind them.
-QStringList rowsOf(const std::vector<Gruppe>& groups) {
-    QHash<QString, int> counts;
-    for (const Gruppe& group : groups) ++counts[group.boar.toUpper()];
-    QStringList boars;
-    for (auto boar = counts.cbegin(); boar != counts.cend(); ++boar)
-        if (boar.value() >= fewest) boars += boar.key();
-    const auto more = [&](const QString& a, const QString& b) {
-        return counts[a] != counts[b] ? counts[a] > counts[b] : a < b;
-    };
-    std::sort(boars.begin(), boars.end(), more);
-    const bool others = boars.size() < counts.size() || boars.size() > mostBoars;
-    boars = boars.mid(0, mostBoars);
-    std::sort(boars.begin(), boars.end());
-    return others ? boars + QStringList{QStringLiteral("übrige")} : boars;
+/// The row of each boar, by name, and the rows' names; boars with few services, and those beyond the ones with most,
+/// share the last.
+std::pair<std::vector<int>, QStringList> boarRows(const std::vector<Gruppe>& groups, const QStringList& boars) {
+    std::vector<int> counts(static_cast<size_t>(boars.size())), rows(counts.size());
+    for (const Gruppe& group : groups) ++counts[static_cast<size_t>(group.boar)];
+    std::vector<int> shown;
+    for (int boar = 0; boar < boars.size(); ++boar)
+        if (counts[static_cast<size_t>(boar)] >= fewest) shown.push_back(boar);
+    std::sort(shown.begin(), shown.end(), [&](int a, int b) {
+        const int more = counts[static_cast<size_t>(a)] - counts[static_cast<size_t>(b)];
+        return more != 0 ? more > 0 : boars[a] < boars[b];
+    });
+    if (shown.size() > mostBoars) shown.resize(mostBoars);
+    std::sort(shown.begin(), shown.end(), [&](int a, int b) { return boars[a] < boars[b]; });
+    QStringList names;
+    for (const int boar : shown) names += boars[boar], rows[static_cast<size_t>(boar)] = static_cast<int>(names.size());
+    bool others = false;
+    for (size_t boar = 0; boar < rows.size(); ++boar)
+        if (rows[boar] == 0) rows[boar] = static_cast<int>(shown.size()) + 1, others = others || counts[boar] > 0;
+    return {rows, others ? names + QStringList{QStringLiteral("übrige")} : names};
 }
 
 double tenths(double value) { return std::round(value * 10) / 10; }
@@ -83,8 +90,9 @@ Grafikinhalt Grafik_Eber(const Grafikauftrag& order) {
     enum { Eber = 1, Rate, RateVon, RateBis, Belegungen, Lebend, LebendVon, LebendBis, Wuerfe };
     using Art = Fallspalte::Art;
     const auto book = bookFor(order);
-    const std::vector<Gruppe> groups = closedGroups(order, *book);
-    const QStringList boars = rowsOf(groups);
+    Interned known([](const QString& text) { return Hochkomma_ersetzen(text).toUpper(); });
+    const std::vector<Gruppe> groups = closedGroups(order, *book, known);
+    const auto [rowOf, boars] = boarRows(groups, known.names());
     Faelle cases(book, "Eber", boars,
                  {{"Abferkelrate %", Art::Prozent, 1, "Belegung"},
                   {"von %", Art::Given, 1},
@@ -96,8 +104,7 @@ Grafikinhalt Grafik_Eber(const Grafikauftrag& order) {
                   {"Würfe", Art::Summe, 0, "Wurf"}});
     std::vector<double> squares(static_cast<size_t>(boars.size()));
     for (const auto& [sow, day, litter, boar] : groups) {
-        const auto place = boars.indexOf(boar.toUpper());
-        const int row = static_cast<int>(place < 0 ? boars.size() : place + 1);
+        const int row = rowOf[static_cast<size_t>(boar)];
         cases.count(row, Rate, *sow, day, litter ? 1 : 0);
         cases.count(row, Belegungen, *sow, day);
         if (!litter) continue;

@@ -1,49 +1,58 @@
 // Losses of piglets by cause, and by the age that the litter had.
 #include <algorithm>
+#include <numeric>
 
 #include "core/PZ_Koben_Subs.h"
 #include "figures/Faelle.h"
+#include "figures/Interned.h"
 
 namespace koben {
 
 namespace {
 
-constexpr int mostCauses = 10, singleDays = 8;
+constexpr size_t mostCauses = 10;
+constexpr int singleDays = 8;
 
 struct Verlust {
     const Sau* sow;
     qint32 day;
-    int piglets;
-    QString cause;
+    int piglets, cause;
 };
 
-std::vector<Verlust> lossesOf(const Grafikauftrag& order, const Sauenbuch& book) {
-    Statement row = order.db.prepare(
-        QStringLiteral("select Kennung, Datum, Anzahl_Ferkel, Grund from Verluste where Datum >= %1 and Datum <= %2")
-            .arg(Sql_Datum(Tag_als_Text(order.period.von)), Sql_Datum(Tag_als_Text(order.period.bis))));
+std::vector<Verlust> lossesOf(const Grafikauftrag& order, const Sauenbuch& book, Interned& causes) {
+    Statement row = order.db.prepare(QStringLiteral("select Kennung, Datum, Anzahl_Ferkel, Grund from Verluste") +
+                                     periodCondition(order));
     std::vector<Verlust> losses;
     const auto sows = book.sauen();
     while (row.next()) {
+        const qint32 day = row.day(1);
+        if (!order.period.contains(day)) continue;
         const qint64 id = row.integer(0);
         const auto at = std::lower_bound(sows.begin(), sows.end(), id, [](const Sau& s, qint64 i) { return s.id < i; });
         if (at == sows.end() || at->id != id) continue;
-        const QString cause = Hochkomma_ersetzen(row.text(3));
-        losses.push_back({&*at, row.day(1), static_cast<int>(row.integer(2)),
-                          cause.isEmpty() ? QStringLiteral("ohne Grund") : cause});
+        losses.push_back({&*at, day, static_cast<int>(row.integer(2)), causes.of(row.text(3))});
     }
     return losses;
 }
 
-/// Causes with their piglets, most first; those beyond the last row are told by one name.
-QStringList causesOf(const std::vector<Verlust>& losses) {
-    QHash<QString, int> piglets;
-    for (const Verlust& loss : losses) piglets[loss.cause] += loss.piglets;
-    QStringList causes = piglets.keys();
-    std::sort(causes.begin(), causes.end(), [&](const QString& a, const QString& b) {
-        return piglets[a] != piglets[b] ? piglets[a] > piglets[b] : a < b;
+/// The row of each cause, most piglets first, and the rows' names; causes beyond the last row share it.
+std::pair<std::vector<int>, QStringList> rowsOf(const std::vector<Verlust>& losses, const QStringList& causes) {
+    std::vector<int> piglets(static_cast<size_t>(causes.size())), order(piglets.size()), rows(piglets.size());
+    for (const Verlust& loss : losses) piglets[static_cast<size_t>(loss.cause)] += loss.piglets;
+    std::iota(order.begin(), order.end(), 0);
+    std::sort(order.begin(), order.end(), [&](int a, int b) {
+        const int more = piglets[static_cast<size_t>(a)] - piglets[static_cast<size_t>(b)];
+        return more != 0 ? more > 0 : causes[a] < causes[b];
     });
-    if (causes.size() <= mostCauses) return causes;
-    return causes.mid(0, mostCauses - 1) + QStringList{QStringLiteral("übrige Gründe")};
+    QStringList names;
+    const bool others = order.size() > mostCauses;
+    for (size_t place = 0; place < order.size(); ++place) {
+        const bool own = !others || place + 1 < mostCauses;
+        if (own || static_cast<size_t>(names.size()) < mostCauses)
+            names += own ? causes[order[place]] : QStringLiteral("übrige Gründe");
+        rows[static_cast<size_t>(order[place])] = static_cast<int>(names.size());
+    }
+    return {rows, names};
 }
 
 QStringList ages() {
@@ -68,8 +77,12 @@ int ageOf(const Verlust& loss) {
 Grafikinhalt Grafik_Verluste(const Grafikauftrag& order) {
     enum { Klasse = 1, Teil, Ferkel, Anteil };
     const auto book = bookFor(order);
-    const std::vector<Verlust> losses = lossesOf(order, *book);
-    const QStringList causes = causesOf(losses);
+    Interned known([](const QString& text) {
+        const QString cause = Hochkomma_ersetzen(text);
+        return cause.isEmpty() ? QStringLiteral("ohne Grund") : cause;
+    });
+    const std::vector<Verlust> losses = lossesOf(order, *book, known);
+    const auto [rowOf, causes] = rowsOf(losses, known.names());
     const int before = static_cast<int>(causes.size());
     Faelle cases(book, "Klasse", causes + ages(),
                  {{"Nach", Fallspalte::Art::Given, isText},
@@ -77,8 +90,7 @@ Grafikinhalt Grafik_Verluste(const Grafikauftrag& order) {
                   {"Anteil %", Fallspalte::Art::Given, 1}});
     qint64 all = 0;
     for (const Verlust& loss : losses) {
-        const auto cause = causes.indexOf(loss.cause);
-        cases.count(static_cast<int>(cause < 0 ? before : cause + 1), Ferkel, *loss.sow, loss.day, loss.piglets);
+        cases.count(rowOf[static_cast<size_t>(loss.cause)], Ferkel, *loss.sow, loss.day, loss.piglets);
         cases.count(before + ageOf(loss) + 1, Ferkel, *loss.sow, loss.day, loss.piglets);
         all += loss.piglets;
     }
