@@ -39,7 +39,7 @@ TEST(PA_Kennzahlen, ZeigtErklaertUndGibtWeiter) {
         EXPECT_EQ(told->lines.size(), 3u);
         EXPECT_EQ(form.gridli.explanation(7, 5)->value, "1");
         EXPECT_EQ(form.liwarnung.cell(1, 2),
-                  "keine Warnung möglich: nur 0 von mindestens 30 Wochen der Basis mit Buchungen");
+                  "keine Warnung möglich: nur 1 von mindestens 30 Wochen der Basis mit Buchungen");
         type(form.t[3], "x");
         type(form.t[0], "0,25");
         EXPECT_EQ(form.t[3].text() + form.t[0].text(), "300,25");
