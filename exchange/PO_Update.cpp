@@ -50,7 +50,7 @@ PO_Update::PO_Update(Koben& koben_)
     lw.fixed = true;
     lw.setHint(QStringLiteral("Laufwerk"));
     pfad.setHint(QStringLiteral("Gewählter Ordner"));
-    verzeichnis.setHint(QStringLiteral("Ordner"));
+    verzeichnis.setHint(QStringLiteral("Ordner zur Auswahl"));
     lifund.setHint(QStringLiteral("Was gefunden wurde"));
     t.multiLine = t.readOnly = true;
     t.setHint(Label2.text());

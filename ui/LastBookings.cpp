@@ -83,6 +83,7 @@ public:
                         m_table));
         m_table.setAccessibleName(QStringLiteral("Bisherige Buchungen"));
         m_table.setFocusPolicy(Qt::TabFocus);
+        m_table.setTabKeyNavigation(false);
         m_table.setSelectionMode(QAbstractItemView::NoSelection);
         m_table.setEditTriggers(QAbstractItemView::NoEditTriggers);
         m_table.setAlternatingRowColors(true);

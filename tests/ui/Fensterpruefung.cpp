@@ -50,7 +50,7 @@ bool within(const QWidget* widget) {
 QSize wanted(const QWidget& widget) {
     if (const auto* label = qobject_cast<const QLabel*>(&widget); label && label->wordWrap())
         return {label->minimumSizeHint().width(), label->heightForWidth(label->width())};
-    if (qobject_cast<const QComboBox*>(&widget)) return {0, widget.minimumSizeHint().height()};  // its texts scroll
+    if (qobject_cast<const QComboBox*>(&widget)) return {0, widget.fontMetrics().height()};  // its texts scroll
     return qobject_cast<const QLabel*>(&widget) ? widget.sizeHint() : widget.minimumSizeHint();
 }
 

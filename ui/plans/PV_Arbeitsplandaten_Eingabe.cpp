@@ -3,6 +3,9 @@
 #include "ui/Families.h"
 
 LAYOUT(PV_Arbeitsplandaten_Eingabe) {
+    // The same words stand in both frames: a screen reader says which is which.
+    for (int i = 0; i < 4; ++i)
+        form.kom[1 + i].setHint(form.rahmen[i / 2].text() + QStringLiteral(": ") + form.bez[3 + i].text());
     const Piece days =
         fields({field(form.bez[0], spin(form.tz[0], form.UpDown[0])),
                 field(form.bez[1], spin(form.tz[1], form.UpDown[1])), field(form.bez[2], combo(form.kom[0], 24))});
