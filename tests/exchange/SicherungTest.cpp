@@ -38,11 +38,11 @@ protected:
         ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
     }
 
-    /// Other bytes at this share of a file.
+    /// Other bytes at this share of a file, at the head of a page.
     void tear(const QString& name, double share) const {
         QFile file(path(name));
         ASSERT_TRUE(file.open(QIODevice::ReadWrite)) << name.toStdString();
-        const qint64 at = static_cast<qint64>(static_cast<double>(file.size()) * share);
+        const qint64 at = static_cast<qint64>(static_cast<double>(file.size()) * share) / 4096 * 4096;
         file.seek(at);
         file.write(QByteArray(64, 'X'));
     }
