@@ -26,8 +26,8 @@ Zielwerte::Zielwerte(const QString& folder) {
 }
 
 std::optional<double> Zielwerte::read(const QString& text) {
-    if (text.isEmpty() || readWeight(text) != Reading::Fits || severalSeparators(text)) return {};
-    const double target = Wert(QString(text).replace(u',', u'.'));
+    const auto number = Betrag_lesen(text);
+    const double target = number ? Value(*number).toDouble() : 0;
     return target > 0 && target < Most ? std::optional(target) : std::nullopt;
 }
 

@@ -31,7 +31,7 @@ Piece previewButton(Sauenkartendruck& form, std::function<std::vector<int>()> ro
     look->setObjectName(QStringLiteral("vorschau"));
     look->setAutoDefault(false);
     QObject::connect(look, &QPushButton::clicked, look,
-                     [look, &form, rows = std::move(rows)] { previewCards(*look->window(), form, rows()); });
+                     [look, &form, chosen = std::move(rows)] { previewCards(*look->window(), form, chosen()); });
     return own(look);
 }
 
