@@ -92,7 +92,7 @@ bool inOrder(const std::vector<Zeitraum>& periods) {
 unsigned parts(Kz figure) {
     if (figure >= Kz::Wuerfe0) return Teil::Bestand;
     if (figure >= Kz::NptSauJahr && figure <= Kz::NptOffen) return Teil::Tage | Teil::Npt;
-    return Teil::Buchungen | (std::string_view(kennzahl(figure).variante) == ByDays ? Teil::Tage : 0u);
+    return Teil::Buchungen | (std::string_view(kennzahl(figure).variante) == "nach Produktionstagen" ? Teil::Tage : 0u);
 }
 
 std::vector<Kennzahlenstand> compute(const Sauenbuch& book, std::span<const Zeitraum> asked, unsigned parts) {

@@ -9,7 +9,7 @@ using Plan = PB_Arbeitsplan;
 qint64 day(const QString& text) { return Datum_aus_Text(text).toJulianDay(); }
 
 TEST(Ueberschneidung, WindowsAgainstTheFirstWeekOfMarch) {
-    const Zeitraum week{static_cast<qint32>(day("01.03.2026")), static_cast<qint32>(day("07.03.2026"))};
+    const Planzeitraum week{static_cast<qint32>(day("01.03.2026")), static_cast<qint32>(day("07.03.2026"))};
     const struct {
         const char *from, *to;
         bool hit;

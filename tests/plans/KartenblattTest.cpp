@@ -85,8 +85,12 @@ TEST_F(Kartenblatthof, StaysWithinItsBox) {
         for (const DrawItem& item : drawKartenblatt(card, {{1, 12.0}, {9, 13.0}}, all, size, box)) {
             const auto* text = std::get_if<PlacedText>(&item);
             const auto* drawn = std::get_if<Rectangle>(&item);
-            if (text) EXPECT_TRUE(box.adjusted(-1, -1, 1, 1).contains(text->box)) << text->piece.text.toStdString();
-            if (drawn) EXPECT_TRUE(box.contains(drawn->box));
+            if (text) {
+                EXPECT_TRUE(box.adjusted(-1, -1, 1, 1).contains(text->box)) << text->piece.text.toStdString();
+            }
+            if (drawn) {
+                EXPECT_TRUE(box.contains(drawn->box));
+            }
         }
 }
 
