@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStackedWidget>
 
 #include "herd/PA_Koben.h"
@@ -40,7 +41,14 @@ public:
         box->setContentsMargins({});
         box->addWidget(list);
         addWidget(page);
-        addWidget(steps());
+        auto* area = new QScrollArea;
+        area->setFrameShape(QFrame::NoFrame);
+        area->setWidgetResizable(true);
+        area->setFocusPolicy(Qt::NoFocus);
+        area->setWidget(steps());
+        area->widget()->setAutoFillBackground(false);
+        area->viewport()->setAutoFillBackground(false);
+        addWidget(area);
     }
 
 private:
