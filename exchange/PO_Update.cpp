@@ -21,6 +21,8 @@ const QString Program = QStringLiteral("koben.exe"), Predecessor = QStringLitera
 /// Where the predecessor's own installation puts it, on drive c:.
 const QString Usual = QStringLiteral("programme/koben1");
 
+constexpr int DayWidth = 90;  // of a column, which is filled after the window has shown it
+
 /// Steps that a failed or cancelled run told have not happened.
 class LogGuard {
 public:
@@ -63,8 +65,8 @@ PO_Update::PO_Update(Koben& koben_)
     cancelButton = &beenden;
     lifund.addColumn({QStringLiteral("was"), QStringLiteral("Gefunden")});
     lifund.addColumn({QStringLiteral("anzahl"), QStringLiteral("Anzahl"), Align::Right, 0, Sort::Number});
-    lifund.addColumn({QStringLiteral("von"), QStringLiteral("Von"), Align::Left, 0, Sort::Date});
-    lifund.addColumn({QStringLiteral("bis"), QStringLiteral("Bis"), Align::Left, 0, Sort::Date});
+    lifund.addColumn({QStringLiteral("von"), QStringLiteral("Von"), Align::Left, DayWidth, Sort::Date});
+    lifund.addColumn({QStringLiteral("bis"), QStringLiteral("Bis"), Align::Left, DayWidth, Sort::Date});
     lifund.addColumn({QStringLiteral("hinweis"), QStringLiteral("Zu beachten")});
     start.setEnabled(false);
     koben2.setVisible(false);
