@@ -2,6 +2,7 @@
 #include <QBuffer>
 #include <QImageReader>
 
+#include "tests/support/Fakes.h"
 #include "tests/ui/Support.h"
 #include "ui/DataFolder.h"
 #include "ui/IconDrawing.h"
