@@ -3,7 +3,6 @@
 #include <QImageReader>
 
 #include "tests/support/Fakes.h"
-#include "tests/ui/Support.h"
 #include "ui/DataFolder.h"
 #include "ui/IconDrawing.h"
 #include "ui/Look.h"
