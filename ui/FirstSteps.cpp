@@ -10,7 +10,7 @@
 #include "herd/PA_Koben.h"
 #include "ui/Application.h"
 #include "ui/FormWindow.h"
-#include "ui/SampleFarm.h"
+#include "ui/SampleVisit.h"
 #include "ui/WindowScreens.h"
 
 namespace koben::ui {
