@@ -1,8 +1,12 @@
 #pragma once
-// The sample farm: what the program lends to a visit, and how the visit's windows are known.
-#include <QDate>
-#include <QString>
+// The sample farm: a made herd in a folder of its own, which goes when the visit ends, and the machine as a visit has
+// it. Settings, widths and places that the visitor changes stay in memory. Nothing of it reaches the user's data, and
+// what the program does with other places of the machine (backups, devices, files to import) is not on offer there.
+#include <QTemporaryDir>
 #include <functional>
+#include <map>
+
+#include "ui/SystemPlatform.h"
 
 namespace koben {
 
@@ -15,14 +19,43 @@ namespace ui {
 struct SampleFarm {
     const Catalogue* forms = nullptr;  ///< those that work on the herd alone
     /// Makes the database, with bookings up to this day; throws DatabaseError.
-    std::function<void(const QString& path, QDate today)> make;
+    std::function<void(const QString& path, QDate today)> make = {};
 };
 
-/// What the machine of a visit is known by.
-class SampleMachine {
+/// The folder of one visit, in the user's own one. Its lock tells it from one that a killed program has left. Throws
+/// DatabaseError where it cannot be made.
+class SampleFolder {
 public:
-    virtual ~SampleMachine() = default;
+    explicit SampleFolder(const QString& userFolder);
+    QString data() const { return m_folder.filePath(QStringLiteral("daten/")); }
+    QString user() const { return m_folder.filePath(QStringLiteral("nutzer/")); }
+
+private:
+    QTemporaryDir m_folder;
+    Ordnersperre m_lock;
 };
+
+/// The machine as a visit has it. What the user has set for her windows holds there too; what is set there is
+/// forgotten.
+class SamplePlatform final : public SystemPlatform {
+public:
+    SamplePlatform(Platform& own, const SampleFolder& folder, std::function<QString(const QString&)> choosePdf);
+    QDateTime now() override { return m_own.now(); }
+    QStringList printers() override { return m_own.printers(); }
+    bool start(const QString&) override { return false; }
+    QString userSetting(const QString& section, const QString& key) override;
+    void setUserSetting(const QString& section, const QString& key, const QString& value) override;
+    QString userFolder() override { return m_folder.user(); }
+    QString dataFolder() override { return m_folder.data(); }
+
+private:
+    Platform& m_own;
+    const SampleFolder& m_folder;
+    std::map<QString, QString> m_set;
+};
+
+/// Removes what visits have left whose program was killed; those of other running programs stay.
+void removeLeftSampleFarms(const QString& userFolder);
 
 /// Whether a form belongs to a visit.
 bool isSampleFarm(const Form& form);

@@ -206,7 +206,7 @@ TEST(ArbeitsplanZufall, ADaysWorkIsThePlans) {
             << seed;
         compared += open.due.size() + open.overdue.size();
     }
-    EXPECT_GT(compared, 100) << "the herds are too dull to try anything";
+    EXPECT_GT(compared, 30) << "the herds are too dull to try anything";
 }
 
 }  // namespace
