@@ -2,7 +2,7 @@
 #include <QBuffer>
 #include <QImageReader>
 
-#include "tests/ui/Support.h"
+#include "tests/support/Fakes.h"
 #include "ui/DataFolder.h"
 #include "ui/IconDrawing.h"
 #include "ui/Look.h"
