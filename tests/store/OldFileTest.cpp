@@ -196,8 +196,7 @@ TEST_F(OldFileTest, aReaderWithoutMemory) {
     large.row("A", row);
     const QString path = write(large.bytes());
     EXPECT_EQ(refusal(path), "");
-    useHelper("ulimit -v 9000; exec " + QFileInfo("/proc/self/exe").canonicalPath() + "/koben-altdaten \"$@\"",
-              30'000);
+    useHelper("ulimit -v 9000; exec " + QFileInfo("/proc/self/exe").canonicalPath() + "/koben-altdaten \"$@\"", 30'000);
     EXPECT_TRUE(refusal(path).contains("Das Lesen brach ab")) << refusal(path).toStdString();
 }
 
