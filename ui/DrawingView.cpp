@@ -52,7 +52,7 @@ QSize DrawingView::sizeHint() const {
 
 void DrawingView::refresh(Aspect aspect) {
     if (aspect == Aspect::Row) {
-        QAccessibleEvent event(this, QAccessible::ValueChanged);
+        QAccessibleValueChangeEvent event(this, m_model.currentText());
         QAccessible::updateAccessibility(&event);
     }
     update();

@@ -65,12 +65,12 @@ Piece withToday(PA_Koben& form, const Piece& panel) {
 }  // namespace koben::ui
 
 LAYOUT(PA_Tagesblick) {
-    const Piece figures = filled(pages({{QStringLiteral("Kacheln"), drawing(form.kacheln)},
-                                        {QStringLiteral("Zahlen und Ziele"), grid(form.likacheln)}}));
-    const Piece page = column({heading(form.Label1), row({works(form) * 4, states(form) * 3, blocks(form) * 3}) * 2,
-                               label(form.Label2), figures * 3,
-                               row({caption(form.optistart.frame), segments(form.optistart), spring()}),
-                               buttons({button(form.hilfe)}, {button(form.ok), button(form.beenden)})});
+    const Piece figures = row({group(QStringLiteral("Kacheln"), drawing(form.kacheln)) * 3,
+                               group(QStringLiteral("Zahlen und Ziele"), grid(form.likacheln)) * 2});
+    const Piece page =
+        column({heading(form.Label1), row({works(form) * 4, states(form) * 3, blocks(form) * 3}) * 2,
+                label(form.Label2), figures * 3, row({group(form.optistart.frame, segments(form.optistart)), spring()}),
+                buttons({button(form.hilfe)}, {button(form.ok), button(form.beenden)})});
     if (readStartseite(form.koben.platform) == Startseite::Statt)  // nothing of the list is to be seen
         QMetaObject::invokeMethod(
             page.widget, [widget = page.widget] { widget->window()->setWindowState(Qt::WindowMaximized); },
