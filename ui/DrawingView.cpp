@@ -52,7 +52,7 @@ QSize DrawingView::sizeHint() const {
 
 void DrawingView::refresh(Aspect aspect) {
     if (aspect == Aspect::Row) {
-        QAccessibleValueChangeEvent event(this, m_model.currentText());
+        QAccessibleValueChangeEvent event(this, model().currentText());
         QAccessible::updateAccessibility(&event);
     }
     update();
