@@ -76,6 +76,7 @@ TEST_F(Auswertungen, EineGrafikMitTasten) {
             QWidget& view = *screens.windowOf(form)->widgetOf(plots->bild);
             plots->li.choose(1);
             screens.windowOf(form)->resize(1300, 750);
+            QCoreApplication::processEvents();
             view.setFocus();
             typist.play(QStringLiteral("<Right><Right>"));
             view.grab();
@@ -83,6 +84,7 @@ TEST_F(Auswertungen, EineGrafikMitTasten) {
             spoken = QAccessible::queryAccessibleInterface(&view)->text(QAccessible::Value);
             EXPECT_EQ(spoken, plots->bild.currentText());
             screens.windowOf(form)->resize(900, 600);
+            QCoreApplication::processEvents();
             view.grab();
             small = plots->bild.sketch().size;
             EXPECT_EQ(plots->bild.currentText(), spoken);
