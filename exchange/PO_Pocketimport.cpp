@@ -68,11 +68,11 @@ void PO_Pocketimport::importFile() {
         return;
     const auto file = readFile();
     if (!file) return;
-    const QString list = book(*file);
+    const QString trouble = keepList(book(*file));
     koben.message(
         "Der Import wurde abgeschlossen. Im Anschluss öffnet sich ein Fenster, in dem alle importierten Buchungen "
         "angezeigt werden.");
-    showList(list);
+    showList(trouble);
     koben.message(
         Achtung +
         "Bevor Sie den nächsten Datenimport starten, müssen Sie unbedingt vorher einen Datenexport ausführen, "
@@ -117,10 +117,14 @@ QString PO_Pocketimport::book(const Geraetedatei& file) {
     return Importliste(plan);
 }
 
-/// The import is on the disk: where its list cannot be written, the user reads that and goes on.
-void PO_Pocketimport::showList(const QString& list) {
+/// Before the import is called done, so that its list lies there then. Why it does not, or "".
+QString PO_Pocketimport::keepList(const QString& list) {
     koben.Ausgabedatei = koben.Datenordner + "LISTE.TXT";
-    const QString reason = writeFile(koben.Ausgabedatei, nachWindows1252(list));
+    return writeFile(koben.Ausgabedatei, nachWindows1252(list));
+}
+
+/// The import is on the disk: where its list cannot be written, the user reads that and goes on.
+void PO_Pocketimport::showList(const QString& reason) {
     if (reason.isEmpty()) return koben.open("PA_Textausgabe");
     koben.message(fileFailure("Der Import ist gespeichert, aber die Liste der Buchungen kann nicht in die Datei " +
                                   koben.Ausgabedatei + " geschrieben werden",

@@ -26,7 +26,8 @@ private:
     std::optional<Geraetedatei> readFile();
     /// Books what is new in the file; the lines of the import's list.
     QString book(const Geraetedatei& file);
-    void showList(const QString& list);
+    QString keepList(const QString& list);
+    void showList(const QString& reason);
 
     Database m_db;
 };
