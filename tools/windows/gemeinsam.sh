@@ -40,9 +40,9 @@ list_sources() {
     release=$(. /etc/os-release && echo "$VERSION_CODENAME")
     local key=/usr/share/keyrings/debian-archive-keyring.gpg
     cat >"$CACHE/quellen.list" <<LIST
-deb-src [signed-by=$key] ${KOBEN_DEBIAN:-http://deb.debian.org/debian} $release main
-deb-src [signed-by=$key] ${KOBEN_DEBIAN:-http://deb.debian.org/debian} $release-updates main
-deb-src [signed-by=$key] ${KOBEN_DEBIAN_SECURITY:-http://deb.debian.org/debian-security} $release-security main
+deb-src [signed-by=$key] ${KOBEN_DEBIAN:-$(apt-get indextargets --format '$(REPO_URI)' 'Codename: bookworm' | head -n 1)} $release main
+deb-src [signed-by=$key] ${KOBEN_DEBIAN:-$(apt-get indextargets --format '$(REPO_URI)' 'Codename: bookworm' | head -n 1)} $release-updates main
+deb-src [signed-by=$key] ${KOBEN_DEBIAN_SECURITY:-$(apt-get indextargets --format '$(REPO_URI)' 'Codename: bookworm-security' | head -n 1)} $release-security main
 LIST
     apt-get "${APT[@]}" update -qq
 }

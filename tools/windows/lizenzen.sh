@@ -53,6 +53,6 @@ Setup-Programm: NSIS (zlib), Kompression LZMA (CPL 1.0 mit Ausnahme für Setup-P
 
 Die Bibliotheken unter LGPL liegen als eigene Dateien im Ordner bin und können gegen andere Fassungen getauscht werden.
 Ihre Quelltexte sind die gleichnamigen Quellpakete von Debian (qt6-base $qt_version, qrencode) im Archiv
-http://deb.debian.org/debian und unter https://snapshot.debian.org; KOBEN ändert an ihnen nichts.
+den Servern von Debian; KOBEN ändert an ihnen nichts.
 TEXT
 sed -i 's/$/\r/' "$to"/*.txt
