@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,8 @@
 #include <QBoxLayout>
 #include <QButtonGroup>
 #include <QLabel>
+#include <QMenuBar>
+#include <QToolBar>
 #include <algorithm>
 #include <utility>
 
