@@ -19,6 +19,7 @@ QString copied(const QString& from, const QString& to) {
     if (!file.open(QIODevice::ReadOnly)) return fileReason();
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError || bytes.size() != file.size()) return fileReason();
+    file.close();  // the target may be the file itself, which not every system replaces while it is open
     const QString reason = writeFileThrough(to + QStringLiteral(".neu"), to, bytes);
     if (!reason.isEmpty()) return reason;
     return QFileInfo(to).size() == bytes.size() ? QString()

@@ -128,7 +128,8 @@ void ScriptPlatform::plugIn(const QString& name, const QString& folder) {
 
 QList<Drive> ScriptPlatform::drives() {
     const QStorageInfo disk(dataFolder());
-    QList<Drive> found{{QStringLiteral("/"), {}, disk.bytesAvailable(), disk.bytesTotal()}};
+    const QString data = QDir(dataFolder()).absolutePath();
+    QList<Drive> found{{data.left(data.indexOf(u'/') + 1), {}, disk.bytesAvailable(), disk.bytesTotal()}};
     for (const auto& [name, folder] : m_sticks) found.append({folder, name, disk.bytesAvailable(), disk.bytesTotal()});
     return found;
 }

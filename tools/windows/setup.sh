@@ -36,8 +36,9 @@ $TRIPLET-strip --strip-unneeded "$dist"/bin/*.exe "$dist"/bin/*.dll "$dist"/plug
 printf '%s\r\n' '[Paths]' 'Prefix = ..' '[Platforms]' 'WindowsArguments = darkmode=1' >"$dist/bin/qt.conf"
 cp /usr/share/qt6/translations/qtbase_de.qm "$dist/translations/"
 
-cp "$PROJECT"/beispiel/*.csv "$PROJECT"/hilfe/*.HLP "$dist/share/koben/"
-manual=$(ls "$PROJECT"/build/handbuch/*.pdf 2>/dev/null | head -1)
+# What the build lays beside the programs, but for what is for those who build.
+find -L "$OUT/bau/share/koben" -type f ! -name README.md ! -name '*.skript' -exec cp -L {} "$dist/share/koben/" \;
+manual=$(find "$PROJECT/build/handbuch" -name "*.pdf" 2>/dev/null | head -1 || true)
 if [ -n "$manual" ]; then
     cp "$manual" "$dist/share/koben/KOBEN-Handbuch.pdf"
 else

@@ -21,7 +21,7 @@ skripte() {
     local script
     # the example day has no transcript of its own: that of this system's program is it
     local here
-    here=$(ls -t build/*/bin/koben-skript 2>/dev/null | head -1)
+    here=$(ls -t build/*/bin/koben-skript 2>/dev/null | head -1 || true)
     "$WINDOWS/skript.sh" beispiel/beispieltag.skript >"$OUT/beispieltag.log" || wrong "Beispieltag läuft"
     [ -z "$here" ] || check "Beispieltag wie auf diesem System" same_day "$here"
     for script in "$PROJECT"/tests/skripte/*.skript; do
@@ -78,12 +78,12 @@ etagen() {
 # ------------------------------------------------------------------------------------------------------------- the setup
 
 INSTALLED() { ls -d "$WINEPREFIX"/drive_c/users/*/AppData/Local/Programs/KOBEN 2>/dev/null | head -1; }
-uninstall_entry() { wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\KOBEN' /v "$1" 2>/dev/null | tr -d '\r'; }
+uninstall_entry() { wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\KOBEN' /v "$1" 2>/dev/null | tr -d '\r' | sed -n "s/^ *$1 *REG_[A-Z]* *//p"; }
 shortcut() { [ -n "$(find "$WINEPREFIX/drive_c/users" -name KOBEN.lnk | head -1)" ]; }
 run_setup() { wine "$1" /S; wineserver -w; }
 
 setup() {
-    local now old
+    local now old there
     now=$OUT/koben-$(version)-setup.exe
     old=$OUT/koben-1.9.9-setup.exe
     "$WINDOWS/setup.sh" 1.9.9 >/dev/null
@@ -99,9 +99,10 @@ setup() {
     check "neue Version über der alten" grep -q "$(version)" <<<"$(uninstall_entry DisplayVersion)"
     check "nichts von der alten übrig" test ! -e "$(INSTALLED)/bin/uebrig.dll"
     check "läuft von dort" starts
-    wine "$(INSTALLED)/entfernen.exe" /S
+    there=$(INSTALLED)
+    wine "$there/entfernen.exe" /S
     wineserver -w
-    check "entfernt" test ! -e "$(INSTALLED)/bin"
+    check "entfernt" test ! -e "$there/bin"
     check "kein Eintrag mehr" test -z "$(uninstall_entry DisplayVersion)"
     check "Daten bleiben" test -f "$DATA/bleibt.txt" -a -f "$DATA/koben2.mdb"
     rm -rf "$DATA"
