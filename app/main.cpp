@@ -34,7 +34,7 @@ QString farewell(Platform& platform, const QString& reason, const QString& detai
            Crlf + QStringLiteral("Was bis hierher gespeichert wurde, ist erhalten. Bitte starten Sie KOBEN neu.") +
            Crlf + Crlf +
            QStringLiteral("Wenn Sie die Hilfe am Telefon brauchen: Einzelheiten stehen in der Datei %1.")
-               .arg(log.path());
+               .arg(QDir::toNativeSeparators(log.path()));
 }
 
 QString mishap(const QString& reason) {

@@ -146,7 +146,7 @@ QString Einstellungen_sichern(const Variablen& v) {
                "schreibgeschützt?). Die bisherige Datei bleibt unverändert. Bitte schaffen Sie Platz oder prüfen Sie, "
                "ob "
                "Sie im Datenordner schreiben dürfen.")
-        .arg(dateiname(v));
+        .arg(QDir::toNativeSeparators(dateiname(v)));
 }
 
 void Einstellungen_aufraeumen(const Variablen& v) {

@@ -314,8 +314,9 @@ bool S_Datensicherung_neu::In_Cloud_kopieren(QString folder) {
     }
     const auto reason = uebertragen(folder + heutige());
     if (reason && !reason->isEmpty())
-        koben.message(fileFailure(
-            QStringLiteral("Die Datensicherung kann nicht in den Cloudordner %1 kopiert werden").arg(folder), *reason));
+        koben.message(fileFailure(QStringLiteral("Die Datensicherung kann nicht in den Cloudordner %1 kopiert werden")
+                                      .arg(QDir::toNativeSeparators(folder)),
+                                  *reason));
     return reason && reason->isEmpty();
 }
 

@@ -78,7 +78,7 @@ void PA_Koben::Altbestand_umstellen() {
                                     QStringLiteral("Die Übernahme der alten Datenbank %1 wurde abgebrochen. Die Datei "
                                                    "ist unverändert. Bitte starten Sie KOBEN neu, um sie zu "
                                                    "übernehmen.")
-                                        .arg(path));
+                                        .arg(QDir::toNativeSeparators(path)));
             if (!taken->ganz) refuseDamaged(path, taken->hinweise);
         };
         koben.workspace.makeInstead(path, fill, [&] {

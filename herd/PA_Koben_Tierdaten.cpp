@@ -163,7 +163,7 @@ void PA_Koben::comdrucken_Click() {
     if (!Textdatei_schreiben(koben.Ausgabedatei, Text1.text())) {
         koben.message(QStringLiteral("Die Datei \"%1\" kann nicht geschrieben werden. Bitte prüfen Sie, ob auf dem "
                                      "Datenträger noch Platz ist und ob Sie im Datenordner schreiben dürfen.")
-                          .arg(koben.Ausgabedatei));
+                          .arg(QDir::toNativeSeparators(koben.Ausgabedatei)));
         return;
     }
     koben.open(QStringLiteral("PA_Textausgabe"));

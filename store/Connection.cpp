@@ -1,6 +1,7 @@
 #include "store/Connection.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 
 #include "store/Collation.h"
@@ -69,9 +70,9 @@ Connection::Connection(const QString& path, std::function<QDateTime()> now) : m_
     sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     m_functions = std::make_unique<SqliteFunctions>(raw);
     if (sqlite3_db_readonly(raw, "main") == 1)
-        throw DatabaseError(
-            Kind::Io,
-            QStringLiteral("Die Datenbank %1 ist schreibgeschützt. Bitte die Rechte der Datei prüfen.").arg(path));
+        throw DatabaseError(Kind::Io,
+                            QStringLiteral("Die Datenbank %1 ist schreibgeschützt. Bitte die Rechte der Datei prüfen.")
+                                .arg(QDir::toNativeSeparators(path)));
     // a file that turns out to be damaged keeps its bytes and its log
     sqlite3_db_config(raw, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     koben::execute(raw,

@@ -1,5 +1,6 @@
 #include "store/Draft.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QtEndian>
@@ -94,7 +95,9 @@ void Draft::require(const QString& reason) const {
     if (!reason.isEmpty())
         throw DatabaseError(
             DatabaseError::Kind::Io,
-            fileFailure(QStringLiteral("Die Datei %1 kann nicht angelegt werden").arg(m_target), reason));
+            fileFailure(
+                QStringLiteral("Die Datei %1 kann nicht angelegt werden").arg(QDir::toNativeSeparators(m_target)),
+                reason));
 }
 
 void Draft::removeLeftovers(const QString& target) {

@@ -1,5 +1,6 @@
 #include "store/FileCheck.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -27,14 +28,15 @@ bool successor(const QByteArray& header) { return header.startsWith(QByteArray("
 
 void checkDatabaseFile(const QString& path) {
     const QFileInfo info(path);
+    const QString shown = QDir::toNativeSeparators(path);
     if (!info.exists())
         throw DatabaseError(Kind::Io,
-                            QStringLiteral("Die Datenbank %1 gibt es nicht. Bitte den Datenordner prüfen.").arg(path));
+                            QStringLiteral("Die Datenbank %1 gibt es nicht. Bitte den Datenordner prüfen.").arg(shown));
     QFile file(path);
     if (!info.isFile() || !file.open(QIODevice::ReadOnly))
         throw DatabaseError(
-            Kind::Io,
-            QStringLiteral("Die Datenbank %1 kann nicht gelesen werden. Bitte die Rechte der Datei prüfen.").arg(path));
+            Kind::Io, QStringLiteral("Die Datenbank %1 kann nicht gelesen werden. Bitte die Rechte der Datei prüfen.")
+                          .arg(shown));
     const QByteArray header = file.read(kHeaderSize);
     if (oldEngine(header))
         throw DatabaseError(
@@ -43,7 +45,7 @@ void checkDatabaseFile(const QString& path) {
                            "unverändert. Dateien der Formate Jet 3 und Jet 4 übernimmt KOBEN, wenn sie beim Start als "
                            "koben2.mdb im Datenordner liegen. Bitte verschieben Sie eine Datei in einem anderen Format "
                            "in einen anderen Ordner, um mit einem neuen Bestand zu beginnen.")
-                .arg(path));
+                .arg(shown));
     if (successor(header))
         throw DatabaseError(
             Kind::ForeignFormat,
@@ -51,20 +53,20 @@ void checkDatabaseFile(const QString& path) {
                            "Datei bleibt unverändert. Bitte speichern Sie sie mit dem Programm, das sie geschrieben "
                            "hat, im Format MDB (2000 oder 2002-2003) als koben2.mdb im Datenordner, und starten Sie "
                            "KOBEN dann neu.")
-                .arg(path));
+                .arg(shown));
     const bool sqlite = header.size() == kHeaderSize && header.startsWith(QByteArray("SQLite format 3\0", 16));
     if (!sqlite || bigEndian(header, kApplicationAt) != kApplicationId)
         throw DatabaseError(
             Kind::NotADatabase,
             QStringLiteral("Die Datei %1 ist keine KOBEN-Datenbank oder sie ist beschädigt. Sie bleibt unverändert. "
                            "Bitte den Datenordner prüfen oder eine Datensicherung zurückholen.")
-                .arg(path));
+                .arg(shown));
     if (bigEndian(header, kVersionAt) > static_cast<quint32>(kFileVersion))
         throw DatabaseError(
             Kind::NewerVersion,
             QStringLiteral("Die Datenbank %1 stammt von einer neueren KOBEN-Version. Sie bleibt unverändert. "
                            "Bitte die neuere Version des Programms benutzen.")
-                .arg(path));
+                .arg(shown));
 }
 
 bool isAccdb(const QString& path) {

@@ -1,6 +1,7 @@
 #include "store/OldFile.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QUtf8StringView>
@@ -295,7 +296,8 @@ OldFile::OldFile(const QString& path, const QStringList& tables, std::function<b
                 return count;
             if (on && !on())
                 throw DatabaseError(DatabaseError::Kind::Io,
-                                    QStringLiteral("Das Lesen der alten Datenbank %1 wurde abgebrochen.").arg(path));
+                                    QStringLiteral("Das Lesen der alten Datenbank %1 wurde abgebrochen.")
+                                        .arg(QDir::toNativeSeparators(path)));
         }
         return -1;
     };
@@ -329,8 +331,8 @@ qint64 OldFile::rowsTold() const {
 }
 
 void OldFile::fail(const QString& cause) const {
-    throw DatabaseError(DatabaseError::Kind::Io,
-                        QStringLiteral("Die alte Datenbank %1 kann nicht gelesen werden. %2").arg(m_path, cause));
+    throw DatabaseError(DatabaseError::Kind::Io, QStringLiteral("Die alte Datenbank %1 kann nicht gelesen werden. %2")
+                                                     .arg(QDir::toNativeSeparators(m_path), cause));
 }
 
 /// Says what became of the reading where the next message is none.

@@ -1,5 +1,6 @@
 #include "store/PageCheck.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <algorithm>
 #include <cmath>
@@ -67,7 +68,7 @@ void requireWhole(const QString& path) {
     const QString problem = QStringLiteral(
                                 "Die Datei %1 kam nicht ganz auf den Datenträger. Es wurde nichts verändert. Bitte "
                                 "prüfen Sie Platz und Verbindung des Datenträgers, und versuchen Sie es dann erneut.")
-                                .arg(path);
+                                .arg(QDir::toNativeSeparators(path));
     throw DatabaseError(DatabaseError::Kind::Io, problem, problem + QStringLiteral(" (%1)").arg(found));
 }
 

@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
@@ -33,7 +34,9 @@ std::shared_ptr<Connection> openAlready(const QString& canonical) {
 }
 
 void requireFree(const QString& path) {
-    if (QFileInfo::exists(path)) throw DatabaseError(Kind::Io, QStringLiteral("Die Datei %1 gibt es schon.").arg(path));
+    if (QFileInfo::exists(path))
+        throw DatabaseError(Kind::Io,
+                            QStringLiteral("Die Datei %1 gibt es schon.").arg(QDir::toNativeSeparators(path)));
 }
 
 FileHandle openRaw(const QString& path, int flags) {
@@ -204,9 +207,10 @@ void Workspace::replace(const QString& from, const QString& to) {
                                 .arg(to));
     for (const char* suffix : {"-wal", "-shm"}) QFile::remove(to + QString::fromLatin1(suffix));
     if (const QString reason = replaceFile(from, to); !reason.isEmpty())
-        throw DatabaseError(
-            Kind::Io,
-            fileFailure(QStringLiteral("Die Datei %1 kann nicht an die Stelle von %2 treten").arg(from, to), reason));
+        throw DatabaseError(Kind::Io,
+                            fileFailure(QStringLiteral("Die Datei %1 kann nicht an die Stelle von %2 treten")
+                                            .arg(QDir::toNativeSeparators(from), QDir::toNativeSeparators(to)),
+                                        reason));
 }
 
 bool Workspace::copy(const QString& from, const QString& to, const FileProgress& go, bool checked) {
