@@ -40,6 +40,7 @@ Koben::Koben(Screens& screens_, Platform& platform_, const Catalogue& catalogue_
         ++m_actions;
         screens.done(name);
     });
+    workspace.onWindow([this] { return front() ? front()->name() : QString(); });
 }
 
 Koben::~Koben() = default;

@@ -51,6 +51,7 @@ struct Koben : Variablen, FormHost {
     const Explanation* explained = nullptr;  ///< what the screen of explanations shows
     qint64 shownBooking = 0;                 ///< ID of the booking that the booking frame opens on, 0 for the latest
     QString lastAction;                      ///< name of the newest action that reached the disk, "" before the first
+    QString notWritable;                     ///< why the herd that is shown cannot be changed now, "" where it can
     bool ended = false;                      ///< the program is ending: every open form closes
 
     /// Opens a form modally and returns once it has closed. A name without a screen does nothing. A form that fails

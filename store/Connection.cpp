@@ -6,6 +6,7 @@
 
 #include "store/Collation.h"
 #include "store/IsoDate.h"
+#include "store/JournalRecorder.h"
 
 namespace koben {
 namespace {
@@ -82,6 +83,12 @@ Connection::Connection(const QString& path, std::function<QDateTime()> now) : m_
     koben::execute(raw, "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
     sqlite3_db_config(raw, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
     repairKeys(raw);
+    keepJournal(true);
+}
+
+void Connection::keepJournal(bool on) {
+    m_recorder.reset();
+    if (on) m_recorder = std::make_unique<JournalRecorder>(*this);
 }
 
 Connection::~Connection() { close(); }
@@ -105,6 +112,7 @@ void Connection::close() {
     releaseStatements();
     if (m_depth > 0) sqlite3_exec(m_file.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     m_depth = 0;
+    m_recorder.reset();
     m_file.reset();
 }
 
@@ -220,7 +228,7 @@ void Connection::bind(sqlite3_stmt* statement, const Command& command, const std
     QDateTime now;
     for (size_t i = 0; i < plan.slots.size() && static_cast<int>(i) < count; ++i) {
         const sql::Slot& slot = plan.slots[i];
-        if (slot.from >= sql::Slot::From::Now && !now.isValid()) now = m_now ? m_now() : QDateTime::currentDateTime();
+        if (slot.from >= sql::Slot::From::Now && !now.isValid()) now = this->now();
         try {
             const Value value = slotValue(slot, command, parameters, now);
             const int place = static_cast<int>(i) + 1;
@@ -278,6 +286,7 @@ int Connection::execute(const QString& text) {
 
 void Connection::ddl(const sql::Ddl& ddl, const QString& text) {
     aboutToWrite(text);
+    if (m_recorder) m_recorder->lost();
     const auto tables = catalog();  // `ddl` and its plan live in the caller's command
     koben::execute(file(), "SAVEPOINT koben_ddl");
     try {
@@ -330,6 +339,7 @@ void Connection::rollback() {
     }
     ++m_writes;
     watchesLost();
+    if (m_recorder) m_recorder->rolledBack();
     if (sqlite3_get_autocommit(m_file.get()) == 0) sqlite3_exec(m_file.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     if (m_schemaTouched) schemaChanged();
 }
