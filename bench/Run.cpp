@@ -1,5 +1,6 @@
 #include "bench/Run.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <algorithm>
@@ -147,7 +148,8 @@ int measure(const RunOptions& options, QDate today) {
     const Sample sample = takeSample(above, today);  // of the copy: to open a file may bring it up to date
     QString floor;
     if (options.floor) {
-        floor = folder.filePath(QStringLiteral("boden.sqlite"));
+        QDir(folder.path()).mkdir(QStringLiteral("boden"));  // the program's backup packs what lies beside its database
+        floor = folder.filePath(QStringLiteral("boden/boden.sqlite"));
         copyFile(options.farm, floor);
         prepareFloor(floor);
     }

@@ -1,5 +1,7 @@
 #include "core/Textdatei.h"
 
+#include <QFile>
+#include <QFileInfo>
 #include <QStringDecoder>
 
 #include "core/Einstellungen.h"
@@ -14,6 +16,15 @@ QString textOfAnyEditor(const QByteArray& bytes) {
     for (QChar& c : text)
         if (c != u'\n' && c.category() == QChar::Other_Control) c = u' ';
     return text;
+}
+
+QString readShippedText(const QString& path, qint64 largest, QString& trouble) {
+    QFile file(path);
+    trouble = !QFileInfo(path).isFile() ? QStringLiteral("weil die Datei fehlt.")
+              : file.size() > largest || !file.open(QIODevice::ReadOnly)
+                  ? QStringLiteral("weil sich die Datei nicht lesen lässt.")
+                  : QString();
+    return trouble.isEmpty() ? textOfAnyEditor(file.readAll()) : QString();
 }
 
 }  // namespace koben

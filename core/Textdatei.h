@@ -9,4 +9,8 @@ namespace koben {
 /// other control characters are blanks.
 QString textOfAnyEditor(const QByteArray& bytes);
 
+/// The text of a shipped file. Where it is missing, larger than such a file can be, or cannot be read: "", and
+/// `trouble` says why, as the end of a sentence.
+QString readShippedText(const QString& path, qint64 largest, QString& trouble);
+
 }  // namespace koben

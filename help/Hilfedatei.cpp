@@ -1,7 +1,5 @@
 #include "help/Hilfedatei.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QRegularExpression>
 #include <utility>
 
@@ -73,14 +71,7 @@ QStringList Kapitel::fields() const {
 Hilfedatei::Hilfedatei(const QString& text) { parse(text); }
 
 Hilfedatei Hilfedatei::read(const QString& path, QString& trouble) {
-    Hilfedatei help;
-    QFile file(path);
-    if (!QFileInfo(path).isFile())
-        trouble = QStringLiteral("weil die Datei fehlt.");
-    else if (file.size() > LargestFile || !file.open(QIODevice::ReadOnly))
-        trouble = QStringLiteral("weil sich die Datei nicht lesen lässt.");
-    else
-        help.parse(textOfAnyEditor(file.readAll()));
+    Hilfedatei help(readShippedText(path, LargestFile, trouble));
     if (trouble.isEmpty() && help.m_chapters.empty())
         trouble = QStringLiteral("weil die Datei beschädigt ist: Sie enthält kein Kapitel.");
     return help;

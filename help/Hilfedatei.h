@@ -43,7 +43,6 @@ public:
     int find(const QString& name) const;
 
 private:
-    Hilfedatei() = default;
     void parse(const QString& text);
     void resolve(Kapitel& chapter) const;
     QString resolved(const Kapitel::Line& line, qsizetype place, std::vector<Kapitel::Link>& links) const;

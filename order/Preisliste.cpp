@@ -1,7 +1,5 @@
 #include "order/Preisliste.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <algorithm>
 
 #include "core/PZ_Koben_Subs.h"
@@ -44,14 +42,7 @@ Money priceOf(const QString& text) {
 }  // namespace
 
 Preisliste Preisliste::read(const QString& path, QString& trouble) {
-    Preisliste list;
-    QFile file(path);
-    if (!QFileInfo(path).isFile())
-        trouble = QStringLiteral("weil die Datei fehlt.");
-    else if (file.size() > LargestFile || !file.open(QIODevice::ReadOnly))
-        trouble = QStringLiteral("weil sich die Datei nicht lesen lässt.");
-    else
-        list = Preisliste(textOfAnyEditor(file.readAll()));
+    Preisliste list(readShippedText(path, LargestFile, trouble));
     if (trouble.isEmpty() && list.artikel.empty())
         trouble = list.faults.isEmpty()
                       ? QStringLiteral("weil sie keinen Artikel enthält.")

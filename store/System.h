@@ -1,6 +1,6 @@
 #pragma once
-// What the systems do differently with files: bodies in System_posix.cpp and System_windows.cpp. Above it nothing knows
-// which system it runs on.
+// What the systems do differently with files: bodies in System_posix.cpp and System_windows.cpp, and in System.cpp what
+// is the same for both. Above it nothing knows which system it runs on.
 #include <QString>
 
 namespace koben::system {
@@ -52,6 +52,12 @@ public:
 
 private:
     bool holds(const QString& path) const;
+
+    // the system's part
+    static qintptr grab(const QString& path);             ///< the file, made and held; -1 where that cannot be
+    static bool lies(qintptr file, const QString& path);  ///< whether the held file is still the one of that path
+    static void drop(qintptr file, const QString& path);  ///< lets go of it, and removes it where it lies
+
     qintptr m_file = -1;
     QString m_path;
 };

@@ -24,27 +24,6 @@ bool flush(const QString& path) {
     return result == 0;
 }
 
-bool liesThere(int file, const QByteArray& path) {
-    struct stat ours {
-    }, there{};
-    return ::fstat(file, &ours) == 0 && ::stat(path.constData(), &there) == 0 && ours.st_ino == there.st_ino &&
-           ours.st_dev == there.st_dev;
-}
-
-/// The file of this path, locked; -1 where another holds it or it cannot be made.
-int locked(const QByteArray& path) {
-    for (;;) {
-        const int file = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-        if (file < 0) return -1;
-        // a file system that knows no locks guards nobody, but must not bar the program
-        const bool taken = ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno == ENOLCK || errno == EOPNOTSUPP;
-        if (taken && liesThere(file, path)) return file;
-        ::close(file);
-        if (!taken) return -1;
-        // its last holder took it away between our opening and locking it: once more, with the one that is there now
-    }
-}
-
 }  // namespace
 
 void clearTrouble() { errno = 0; }
@@ -88,27 +67,30 @@ Link linkFile(const QString& path, const QString& name) {
     return errno == EEXIST ? Link::NameTaken : Link::Impossible;
 }
 
-bool FileLock::holds(const QString& path) const {
-    return m_file >= 0 && m_path == path && liesThere(static_cast<int>(m_file), QFile::encodeName(path));
+qintptr FileLock::grab(const QString& path) {
+    for (;;) {
+        const int file = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+        if (file < 0) return -1;
+        // a file system that knows no locks guards nobody, but must not bar the program
+        const bool taken = ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno == ENOLCK || errno == EOPNOTSUPP;
+        if (taken && lies(file, path)) return file;
+        ::close(file);
+        if (!taken) return -1;
+        // its last holder took it away between our opening and locking it: once more, with the one that is there now
+    }
 }
 
-bool FileLock::take(const QString& path) {
-    if (holds(path)) return true;
-    const int file = locked(QFile::encodeName(path));
-    if (file < 0) return false;
-    release();
-    m_file = file;
-    m_path = path;
-    return true;
+bool FileLock::lies(qintptr file, const QString& path) {
+    struct stat ours {
+    }, there{};
+    return ::fstat(static_cast<int>(file), &ours) == 0 && ::stat(QFile::encodeName(path).constData(), &there) == 0 &&
+           ours.st_ino == there.st_ino && ours.st_dev == there.st_dev;
 }
 
-void FileLock::release() {
-    if (m_file < 0) return;
-    const int file = static_cast<int>(m_file);
-    if (holds(m_path)) ::unlink(QFile::encodeName(m_path).constData());
-    ::flock(file, LOCK_UN);  // for copies of the descriptor in child processes too
-    ::close(file);
-    m_file = -1;
+void FileLock::drop(qintptr file, const QString& path) {
+    if (lies(file, path)) ::unlink(QFile::encodeName(path).constData());
+    ::flock(static_cast<int>(file), LOCK_UN);  // for copies of the descriptor in child processes too
+    ::close(static_cast<int>(file));
 }
 
 void plainStreams() {}

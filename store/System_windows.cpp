@@ -145,11 +145,7 @@ Link linkFile(const QString& path, const QString& name) {
     return GetLastError() == ERROR_ALREADY_EXISTS ? Link::NameTaken : Link::Impossible;
 }
 
-/// Nobody can move or remove the file meanwhile: what was taken stays held.
-bool FileLock::holds(const QString& path) const { return m_file != -1 && m_path == path; }
-
-bool FileLock::take(const QString& path) {
-    if (holds(path)) return true;
+qintptr FileLock::grab(const QString& path) {
     const std::wstring name = wide(path);
     HANDLE file = INVALID_HANDLE_VALUE;
     const auto taken = [&] {
@@ -157,18 +153,14 @@ bool FileLock::take(const QString& path) {
                            FILE_FLAG_DELETE_ON_CLOSE, nullptr);
         return file != INVALID_HANDLE_VALUE;
     };
-    if (!persistently(lockPatience, taken)) return false;
-    release();
-    m_file = reinterpret_cast<qintptr>(file);
-    m_path = path;
-    return true;
+    return persistently(lockPatience, taken) ? reinterpret_cast<qintptr>(file) : -1;
 }
 
-void FileLock::release() {
-    if (m_file == -1) return;
-    CloseHandle(reinterpret_cast<HANDLE>(m_file));  // the system removes the file with its last handle
-    m_file = -1;
-}
+/// Nobody can move or remove the file meanwhile: what was taken stays held.
+bool FileLock::lies(qintptr, const QString&) { return true; }
+
+/// The system removes the file with its last handle.
+void FileLock::drop(qintptr file, const QString&) { CloseHandle(reinterpret_cast<HANDLE>(file)); }
 
 void plainStreams() {
     for (FILE* stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);

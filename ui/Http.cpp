@@ -4,10 +4,13 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHostAddress>
+#include <QLocale>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QStorageInfo>
 #include <QTimer>
 #include <memory>
+#include <utility>
 
 #include "store/Files.h"
 
@@ -17,8 +20,11 @@ namespace {
 
 using Result = WebAnswer::Result;
 
-/// Takes the bytes as they come; false where they cannot be taken.
-using WebSink = std::function<bool(const QByteArray& bytes)>;
+/// What becomes of the bytes of an answer.
+struct WebSink {
+    std::function<bool(const QByteArray& bytes)> take;  ///< as they come; false where they cannot be taken
+    std::function<bool(qint64 bytes)> room = {};        ///< before them, so many are told; false where they do not fit
+};
 
 constexpr int mostRedirects = 5;
 constexpr int every = 100;            // milliseconds between two questions whether the user has enough
@@ -36,9 +42,9 @@ bool safeRedirect(const QUrl& from, const QUrl& to) {
 /// One request on its way: what has come, and why it was broken off.
 class Request {
 public:
-    Request(QNetworkReply& reply, const QUrl& address, const WebLimits& limits, const WebSink& take,
+    Request(QNetworkReply& reply, const QUrl& address, const WebLimits& limits, const WebSink& sink,
             const WebProgress& go)
-        : m_reply(reply), m_address(address), m_limits(limits), m_take(take), m_go(go) {
+        : m_reply(reply), m_address(address), m_limits(limits), m_sink(sink), m_go(go) {
         QObject::connect(&reply, &QNetworkReply::redirected, [this](const QUrl& to) {
             if (!safeRedirect(m_address, to)) return stop(Result::Refused, "der Server verweist an eine fremde Stelle");
             m_address = to;
@@ -70,17 +76,31 @@ private:
 
     void receive() {
         if (status() >= bad) return stop(refused());  // whatever its page says, and however long that is
-        if (m_stopped || status() != good) return;
+        if (m_stopped || status() != good || !begin()) return;
         const QByteArray bytes = m_reply.readAll();
         m_come += bytes.size();
         if (m_come > m_limits.bytes) return stop(Result::TooLarge, "die Datei ist zu groß");
-        if (!bytes.isEmpty() && !m_take(bytes)) stop(Result::Unwritable, "");
+        if (!bytes.isEmpty() && !m_sink.take(bytes)) stop(Result::Unwritable, "");
+    }
+
+    /// False where what the server tells of the size is reason enough to take nothing.
+    bool begin() {
+        if (std::exchange(m_begun, true)) return true;
+        if (told() > m_limits.bytes)
+            stop(Result::TooLarge, "die Datei ist zu groß");
+        else if (told() > 0 && m_sink.room && !m_sink.room(told()))
+            stop(Result::Unwritable, "");
+        return !m_stopped;
     }
 
     void look() {
+        if (m_go && !m_go(m_come, told())) stop(Result::GivenUp, "der Vorgang wurde abgebrochen");
+    }
+
+    /// Bytes of the whole answer, -1 where the server does not say.
+    qint64 told() const {
         const auto length = m_reply.header(QNetworkRequest::ContentLengthHeader);
-        if (m_go && !m_go(m_come, length.isValid() ? length.toLongLong() : -1))
-            stop(Result::GivenUp, "der Vorgang wurde abgebrochen");
+        return length.isValid() ? length.toLongLong() : -1;
     }
 
     int status() const { return m_reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt(); }
@@ -104,15 +124,26 @@ private:
     QNetworkReply& m_reply;
     QUrl m_address;
     const WebLimits& m_limits;
-    const WebSink& m_take;
+    const WebSink& m_sink;
     const WebProgress& m_go;
     QTimer m_tick;
     qint64 m_come = 0;
-    bool m_stopped = false;
+    bool m_begun = false, m_stopped = false;
     WebAnswer m_answer;
 };
 
-WebAnswer fetch(const QUrl& address, const WebLimits& limits, const WebSink& take, const WebProgress& go) {
+/// "" where so many bytes go into a folder and leave the disk some air, otherwise the reason why they do not.
+QString lackOfRoom(const QString& folder, qint64 bytes) {
+    constexpr qint64 reserve = 16'000'000;
+    const qint64 free = QStorageInfo(folder).bytesAvailable();
+    if (free < 0 || bytes <= free - reserve) return {};
+    const QLocale german(QStringLiteral("de_DE"));
+    const auto size = [&](qint64 count) { return german.formattedDataSize(count, 1, QLocale::DataSizeSIFormat); };
+    return QStringLiteral("auf dem Datenträger sind nur %1 frei, und die Datei braucht %2")
+        .arg(size(free), size(bytes));
+}
+
+WebAnswer fetch(const QUrl& address, const WebLimits& limits, const WebSink& sink, const WebProgress& go) {
     if (!address.isValid() || address.host().isEmpty() || (address.scheme() != u"https" && address.scheme() != u"http"))
         return {Result::Refused, {}, QStringLiteral("die Adresse des Servers ist ungültig")};
     QNetworkAccessManager manager;
@@ -121,15 +152,14 @@ WebAnswer fetch(const QUrl& address, const WebLimits& limits, const WebSink& tak
     QNetworkRequest wanted(address);
     wanted.setMaximumRedirectsAllowed(mostRedirects);
     const std::unique_ptr<QNetworkReply> reply(manager.get(wanted));
-    return Request(*reply, address, limits, take, go).run();
+    return Request(*reply, address, limits, sink, go).run();
 }
 
 }  // namespace
 
 WebAnswer fetchText(const QUrl& address, const WebLimits& limits, const WebProgress& go) {
     QByteArray text;
-    WebAnswer answer = fetch(
-        address, limits, [&](const QByteArray& bytes) { return text += bytes, true; }, go);
+    WebAnswer answer = fetch(address, limits, {[&](const QByteArray& bytes) { return text += bytes, true; }}, go);
     if (answer.read()) answer.bytes = text;
     return answer;
 }
@@ -143,14 +173,16 @@ WebAnswer fetchFile(const QUrl& address, const QString& file, const WebLimits& l
         reason = fileReason();
         return unwritable();
     }
-    WebAnswer answer = fetch(
-        address, limits,
-        [&](const QByteArray& bytes) {
-            if (out.write(bytes) == bytes.size()) return true;
-            reason = fileReason();
-            return false;
-        },
-        go);
+    const auto take = [&](const QByteArray& bytes) {
+        if (out.write(bytes) == bytes.size()) return true;
+        reason = fileReason();
+        return false;
+    };
+    const auto room = [&](qint64 bytes) {
+        reason = lackOfRoom(QFileInfo(file).absolutePath(), bytes);
+        return reason.isEmpty();
+    };
+    WebAnswer answer = fetch(address, limits, {take, room}, go);
     out.close();
     if (answer.read() && QFileInfo(draft).size() == 0)
         answer = {Result::Refused, {}, QStringLiteral("die Antwort des Servers ist leer")};

@@ -107,6 +107,12 @@ TEST(HttpTest, EineDateiTrittErstGanzAnIhreStelle) {
     EXPECT_EQ(fetchFile(server.address(), path, {.bytes = 20'000}, {}).result, Result::TooLarge);
     EXPECT_EQ(content(), QByteArray(45'000, 's'));
     EXPECT_EQ(fetchFile(server.address(), folder.filePath("fehlt/x.exe"), limits, {}).result, Result::Unwritable);
+    server.head = "HTTP/1.1 200 OK\r\nContent-Length: 9000000000000000\r\n\r\n";
+    EXPECT_EQ(fetchFile(server.address(), path, limits, {}).result, Result::TooLarge);
+    const WebAnswer crowded = fetchFile(server.address(), path, {.bytes = 1LL << 62}, {});
+    EXPECT_TRUE(crowded.result == Result::Unwritable && crowded.reason.endsWith(" frei, und die Datei braucht 9,0 PB"))
+        << crowded.reason.toStdString();
+    EXPECT_EQ(content(), QByteArray(45'000, 's'));
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList("koben20_setup.exe"));
 }
 

@@ -1,7 +1,10 @@
 #!/usr/bin/env bash
 # usage: atspi.sh PROGRAM  - starts the program on a screen of its own and walks its main window as a screen reader does,
-# from outside. Fails on a control without a name and on one that bears its name in the program; 77 where tools lack.
+# from outside; with xdotool, and koben-skript beside the program, also the windows that keys open from there. Fails on a
+# control without a name and on one that bears its name in the program; 77 where tools lack.
 program=$1
+skript=$(dirname "$program")/koben-skript
+herd=$(realpath "$(dirname "$0")/../../beispiel/herde.csv")
 launcher=$(ls /usr/libexec/at-spi-bus-launcher /usr/lib/at-spi2-core/at-spi-bus-launcher 2>/dev/null | head -1)
 for tool in Xvfb dbus-run-session gdbus; do command -v $tool >/dev/null || { echo "$tool fehlt"; exit 77; }; done
 [ -n "$launcher" ] || { echo "at-spi2-core fehlt"; exit 77; }
@@ -13,6 +16,12 @@ if [ -z "$ATSPI_INNER" ]; then
   exit $status
 fi
 
+further=no
+if command -v xdotool >/dev/null && [ -x "$skript" ]; then
+  further=yes
+  printf '%s\n' "ordner $HOME/Daten/Sauenplaner_KOBEN2/" start "menue O_ImportExcelCSV" "antwort = $herd" \
+    "klick comöffnen" "antwort ja" "klick ok" | "$skript" - >/dev/null || { echo "Der Bestand kam nicht herein"; exit 1; }
+fi
 exec 3< <(exec Xvfb -displayfd 1 -screen 0 1366x768x24 2>/dev/null)
 screen=$!
 read -r number <&3
@@ -51,6 +60,34 @@ walk() {
   case $role in table|list|menu|"menu item") return ;; esac
   [ "$depth" -lt 12 ] && while read -r child; do [ -n "$child" ] && walk $child $((depth + 1)); done < <(children "$bus" "$path")
 }
+# A key; the windows that are there afterwards in `windows`, once they have become more or fewer.
+press() {
+  local before=$windows try
+  xdotool key "$1"
+  for try in $(seq 40); do
+    sleep 0.25
+    windows=$(children $app)
+    [ "$(wc -l <<<"$windows")" -ne "$(wc -l <<<"$before")" ] && return 0
+  done
+  echo "Nach $1 kam kein Fenster und ging keines"
+  bad=$((bad + 1))
+}
+# Each key opens a window from the one before, which is walked; then they close again.
+open() {
+  local known key
+  for key in "$@"; do
+    known=$windows
+    press "$key"
+    while read -r window; do walk $window 0; done < <(grep -vxF "$known" <<<"$windows")
+  done
+  for key in "$@"; do press Escape; done
+}
+
 walk $app 0
+if [ $further = yes ]; then
+  windows=$(children $app)
+  open ctrl+1 ctrl+n F1
+  open ctrl+p
+fi
 echo "$seen Bedienelemente, $bad ohne Namen"
 [ "$seen" -gt 20 ] && [ "$bad" -eq 0 ]
