@@ -26,9 +26,10 @@ qint8 kindOf(const QString& text) {
 }  // namespace
 
 Bestandsgang::Tier Bestandsgang::tierOf(const Statement& row) {
+    if (QString art = row.text(1); art != m_art) m_kind = kindOf(art), m_art = std::move(art);
     const qint32 left = row.day(3);
-    return {row.integer(0), std::clamp(row.day(2), firstDay, lastDay),
-            left == 0 ? lastDay : std::clamp(left, firstDay, lastDay), kindOf(row.text(1))};
+    return {static_cast<qint32>(row.integer(0)), std::clamp(row.day(2), firstDay, lastDay),
+            left == 0 ? lastDay : std::clamp(left, firstDay, lastDay), m_kind};
 }
 
 void Bestandsgang::count(const Tier& animal, int sign) {
@@ -38,8 +39,10 @@ void Bestandsgang::count(const Tier& animal, int sign) {
     m_changes[static_cast<size_t>(animal.to - firstDay)][kind] -= sign;
 }
 
-Bestandsgang::Bestandsgang(const Database& db) : m_changes(static_cast<size_t>(lastDay - firstDay) + 1) {
-    Statement row = db.prepare(select);
+Bestandsgang::Bestandsgang(const Database& db, qint32 from)
+    : m_from(from), m_changes(static_cast<size_t>(lastDay - firstDay) + 1) {
+    Statement row = db.prepare(select + QStringLiteral(" where Abgangsdatum is null or Abgangsdatum > ?"));
+    row.bind({Value(DateTime{std::max(from, firstDay), 0})});
     while (row.next()) {
         m_animals.push_back(tierOf(row));
         count(m_animals.back(), 1);
@@ -94,14 +97,14 @@ std::pair<qint64, qint64> mark(const Database& db) {
 /// What was read last, of one file.
 class Ablage {
 public:
-    std::shared_ptr<const Bestandsgang> of(const Database& db) {
+    std::shared_ptr<const Bestandsgang> of(const Database& db, qint32 from) {
         if (!m_watch || !m_watch->watches(db)) m_stock.reset(), m_watch.emplace(db, QStringLiteral("Sauen"));
         const auto changed = m_watch->take(most);
         const auto newest = mark(db);
         const bool emptied = newest < m_mark;
         m_mark = newest;
-        if (!m_stock || !changed || emptied)
-            m_stock = std::make_shared<Bestandsgang>(db);
+        if (!m_stock || !changed || emptied || from < m_stock->from())
+            m_stock = std::make_shared<Bestandsgang>(db, from);
         else
             m_stock->update(db, *changed);
         return m_stock;
@@ -115,9 +118,9 @@ private:
 
 }  // namespace
 
-std::shared_ptr<const Bestandsgang> Bestandsgang_holen(const Database& db) {
+std::shared_ptr<const Bestandsgang> Bestandsgang_holen(const Database& db, qint32 from) {
     static Ablage kept;
-    return kept.of(db);
+    return kept.of(db, from);
 }
 
 }  // namespace koben

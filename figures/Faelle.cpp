@@ -38,9 +38,12 @@ Faelle::Faelle(std::shared_ptr<const Sauenbuch> book, const char* title, const Q
 int Faelle::place(int row, int column) const { return (row - 1) * static_cast<int>(m_columns.size()) + column - 2; }
 
 void Faelle::count(int row, int column, const Sau& sow, qint32 day, int part) {
-    const int cell = place(row, column);
-    m_cases.push_back({cell, day, &sow, part});
-    Tally& tally = m_tallies[static_cast<size_t>(cell)];
+    m_cases.push_back({place(row, column), {day, &sow, part}});
+    add(row, column, part);
+}
+
+void Faelle::add(int row, int column, int part) {
+    Tally& tally = m_tallies[static_cast<size_t>(place(row, column))];
     tally.sum += part, ++tally.count;
 }
 
@@ -55,8 +58,7 @@ Value Faelle::valueOf(const Fallspalte& column, const Tally& tally) const {
     return rounded(factor * static_cast<double>(tally.sum) / static_cast<double>(tally.count), column.decimals);
 }
 
-std::optional<Explanation> Faelle::explain(const std::vector<Fall>& cases, int cell, const Fallspalte& column,
-                                           const Value& shown) {
+Explanation Faelle::explain(std::vector<Fall> bookings, const Fallspalte& column, const Value& shown) {
     const bool sum = column.art == Fallspalte::Art::Summe;
     Explanation told;
     const auto number = [](const char* title) {
@@ -68,19 +70,17 @@ std::optional<Explanation> Faelle::explain(const std::vector<Fall>& cases, int c
                     {.key = QStringLiteral("buchung"), .title = QStringLiteral("Buchung")},
                     number(sum ? "Wert" : "Zähler")};
     if (!sum) told.columns.push_back(number("Nenner"));
-    std::vector<Fall> own;
+    std::stable_sort(bookings.begin(), bookings.end(), [](const Fall& a, const Fall& b) { return a.day < b.day; });
     qint64 total = 0;
-    for (const Fall& one : cases)
-        if (one.cell == cell) own.push_back(one), total += one.part;
-    std::stable_sort(own.begin(), own.end(), [](const Fall& a, const Fall& b) { return a.day < b.day; });
-    for (const Fall& one : own) {
+    for (const Fall& one : bookings) {
+        total += one.part;
         Explanation::Line line{{Value(one.sow->nummer), Value(QDate::fromJulianDay(one.day)),
                                 Value(QString::fromUtf8(column.was)), Value(one.part)},
                                one.sow->id};
         if (!sum) line.cells += Value(1);
         told.lines.push_back(std::move(line));
     }
-    if (!sum) told.numerator = QString::number(total), told.denominator = QString::number(own.size());
+    if (!sum) told.numerator = QString::number(total), told.denominator = QString::number(bookings.size());
     told.value =
         shown.isNull() ? QString() : QString::number(shown.toDouble(), 'f', column.decimals).replace(u'.', u',');
     return told;
@@ -94,14 +94,17 @@ Grafikinhalt Faelle::finish() {
     Grafikinhalt content;
     content.table = m_table;
     // Cases point into the book.
-    content.behind = [book = m_book, cases = std::make_shared<const std::vector<Fall>>(std::move(m_cases)),
+    content.behind = [book = m_book, cases = std::make_shared<const std::vector<Gezaehlt>>(std::move(m_cases)),
                       columns = std::move(m_columns), table = std::move(m_table)](int row, int column) {
         std::optional<Explanation> told;
         if (column < 2 || row < 1 || column > static_cast<int>(columns.size()) + 1) return told;
         const Fallspalte& what = columns[static_cast<size_t>(column) - 2];
         if (what.art == Fallspalte::Art::Given || table.cell(row, column).isNull()) return told;
-        told =
-            explain(*cases, (row - 1) * static_cast<int>(columns.size()) + column - 2, what, table.cell(row, column));
+        const int cell = (row - 1) * static_cast<int>(columns.size()) + column - 2;
+        std::vector<Fall> own;
+        for (const Gezaehlt& one : *cases)
+            if (one.cell == cell) own.push_back(one.booking);
+        told = explain(std::move(own), what, table.cell(row, column));
         return told;
     };
     return content;

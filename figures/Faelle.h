@@ -27,12 +27,20 @@ struct Fallspalte {
 
 class Faelle {
 public:
+    /// A booking and its part in a cell.
+    struct Fall {
+        qint32 day;
+        const Sau* sow;
+        int part;
+    };
     /// The first column has the names of the rows under its title.
     Faelle(std::shared_ptr<const Sauenbuch> book, const char* title, const QStringList& names,
            std::vector<Fallspalte> columns);
 
     /// Counts a booking in a cell, by row and column from 1 (the names are column 1).
     void count(int row, int column, const Sau& sow, qint32 day, int part = 1);
+    /// The same for a booking that need not be kept, since the plot itself tells what stands behind the cell.
+    void add(int row, int column, int part);
     /// A cell that is given: a target, the end of an interval, a name.
     void set(int row, int column, const Value& value);
     /// A sum that cannot be known yet; nothing is counted there.
@@ -43,13 +51,13 @@ public:
 
     /// Table and what stands behind; the chart is the plot's. Leaves this empty.
     Grafikinhalt finish();
+    /// What stands behind a cell of such a column: these bookings.
+    static Explanation explain(std::vector<Fall> bookings, const Fallspalte& column, const Value& shown);
 
 private:
-    struct Fall {
+    struct Gezaehlt {
         int cell;
-        qint32 day;
-        const Sau* sow;
-        int part;
+        Fall booking;
     };
     struct Tally {
         qint64 sum = 0, count = 0;
@@ -57,13 +65,11 @@ private:
     int place(int row, int column) const;
     const Tally& tally(int row, int column) const { return m_tallies[static_cast<size_t>(place(row, column))]; }
     Value valueOf(const Fallspalte& column, const Tally& tally) const;
-    static std::optional<Explanation> explain(const std::vector<Fall>& cases, int cell, const Fallspalte& column,
-                                              const Value& shown);
 
     std::shared_ptr<const Sauenbuch> m_book;
     std::vector<Fallspalte> m_columns;  ///< of column 2 and on
     ChartTable m_table;
-    std::vector<Fall> m_cases;
+    std::vector<Gezaehlt> m_cases;
     std::vector<Tally> m_tallies;
 };
 

@@ -38,7 +38,7 @@ Explanation animalsOn(const Database& db, const char* kind, qint32 day) {
 Grafikinhalt Grafik_Bestand(const Grafikauftrag& order) {
     enum { Monat = 1, Sauen, Eber, Masttiere, Ferkel };
     const std::vector<qint32> days = daysOf(order.period);
-    const std::vector<Bestand> stocks = Bestandsgang_holen(order.db)->on(days);
+    const std::vector<Bestand> stocks = Bestandsgang_holen(order.db, order.period.von)->on(days);
     Grafikinhalt content;
     content.table.columns = {{.key = QStringLiteral("monat"), .title = QStringLiteral("Monat")}};
     for (const char* title : {"Sauen", "Eber", "Masttiere", "Ferkel"}) {

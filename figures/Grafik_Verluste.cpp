@@ -1,4 +1,5 @@
 // Losses of piglets by cause, and by the age that the litter had.
+#include <QHash>
 #include <algorithm>
 #include <numeric>
 
@@ -22,15 +23,15 @@ struct Verlust {
 std::vector<Verlust> lossesOf(const Grafikauftrag& order, const Sauenbuch& book, Interned& causes) {
     Statement row = order.db.prepare(QStringLiteral("select Kennung, Datum, Anzahl_Ferkel, Grund from Verluste") +
                                      periodCondition(order));
+    QHash<qint64, const Sau*> sows;
+    sows.reserve(static_cast<qsizetype>(book.sauen().size()));
+    for (const Sau& sow : book.sauen()) sows.insert(sow.id, &sow);
     std::vector<Verlust> losses;
-    const auto sows = book.sauen();
     while (row.next()) {
         const qint32 day = row.day(1);
         if (!order.period.contains(day)) continue;
-        const qint64 id = row.integer(0);
-        const auto at = std::lower_bound(sows.begin(), sows.end(), id, [](const Sau& s, qint64 i) { return s.id < i; });
-        if (at == sows.end() || at->id != id) continue;
-        losses.push_back({&*at, day, static_cast<int>(row.integer(2)), causes.of(row.text(3))});
+        const Sau* sow = sows.value(row.integer(0));
+        if (sow) losses.push_back({sow, day, static_cast<int>(row.integer(2)), causes.of(row.text(3))});
     }
     return losses;
 }
@@ -81,17 +82,18 @@ Grafikinhalt Grafik_Verluste(const Grafikauftrag& order) {
         const QString cause = Hochkomma_ersetzen(text);
         return cause.isEmpty() ? QStringLiteral("ohne Grund") : cause;
     });
-    const std::vector<Verlust> losses = lossesOf(order, *book, known);
-    const auto [rowOf, causes] = rowsOf(losses, known.names());
+    const auto losses = std::make_shared<const std::vector<Verlust>>(lossesOf(order, *book, known));
+    const auto [rowsOfCauses, causes] = rowsOf(*losses, known.names());
     const int before = static_cast<int>(causes.size());
+    const auto byCause = [rows = rowsOfCauses](const Verlust& loss) { return rows[static_cast<size_t>(loss.cause)]; };
+    const auto byAge = [before](const Verlust& loss) { return before + ageOf(loss) + 1; };
+    const Fallspalte piglets{"Ferkel", Fallspalte::Art::Summe, 0, "Verlust"};
     Faelle cases(book, "Klasse", causes + ages(),
-                 {{"Nach", Fallspalte::Art::Given, isText},
-                  {"Ferkel", Fallspalte::Art::Summe, 0, "Verlust"},
-                  {"Anteil %", Fallspalte::Art::Given, 1}});
+                 {{"Nach", Fallspalte::Art::Given, isText}, piglets, {"Anteil %", Fallspalte::Art::Given, 1}});
     qint64 all = 0;
-    for (const Verlust& loss : losses) {
-        cases.count(rowOf[static_cast<size_t>(loss.cause)], Ferkel, *loss.sow, loss.day, loss.piglets);
-        cases.count(before + ageOf(loss) + 1, Ferkel, *loss.sow, loss.day, loss.piglets);
+    for (const Verlust& loss : *losses) {
+        cases.add(byCause(loss), Ferkel, loss.piglets);
+        cases.add(byAge(loss), Ferkel, loss.piglets);
         all += loss.piglets;
     }
     const int rows = before + static_cast<int>(ages().size());
@@ -100,6 +102,13 @@ Grafikinhalt Grafik_Verluste(const Grafikauftrag& order) {
         cases.set(row, Anteil, share(cases.sum(row, Ferkel), all));
     }
     Grafikinhalt content = cases.finish();
+    content.behind = [=, keep = book, table = content.table](int row, int column) {
+        if (row < 1 || row > rows || column != Ferkel) return std::optional<Explanation>();
+        std::vector<Faelle::Fall> own;
+        for (const Verlust& loss : *losses)
+            if (row == (row <= before ? byCause(loss) : byAge(loss))) own.push_back({loss.day, loss.sow, loss.piglets});
+        return std::optional(Faelle::explain(std::move(own), piglets, table.cell(row, column)));
+    };
     content.chart.sideBySide = true;
     content.chart.panels = {{.unit = QStringLiteral("Ferkel nach Grund"),
                              .lastRow = std::max(before, 1),

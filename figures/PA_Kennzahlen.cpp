@@ -1,5 +1,7 @@
 #include "figures/PA_Kennzahlen.h"
 
+#include <algorithm>
+
 #include "core/PZ_Koben_Subs.h"
 
 namespace koben {
@@ -39,6 +41,7 @@ PA_Kennzahlen::PA_Kennzahlen(Koben& koben_) : Bericht(koben_, "PA_Kennzahlen", "
         t[i].onLostFocus = [this] { settingChanged(); };
         bindText(t[i], Text::WarnAbzug + i);
     }
+    m_hint = Label1.text();
     addColumns(gridli);
     addColumns(liste);
     for (const char* title : {"Einheit", "Variante", "Zeitraum"})
@@ -101,6 +104,13 @@ void PA_Kennzahlen::showFigures() {
     m_stand = Kennzahlen_berechnen(*m_book, period());
     for (const Kennzahl& figure : Kennzahlen()) gridli.addValues(cells(figure, m_stand[figure.nr]));
     gridli.explain = [this](int row, int column) { return explain(row, column); };
+    const bool none = std::all_of(Kennzahlen().begin(), Kennzahlen().end(), [this](const Kennzahl& figure) {
+        return m_stand[figure.nr].counted == 0 && m_stand[figure.nr].leftOut.value_or(0) == 0;
+    });
+    Label1.setText(
+        none ? QStringLiteral("In diesem Zeitraum gibt es nichts zu zählen: keine Sauen, keine Belegungen, keine "
+                              "Würfe.")
+             : m_hint);
 }
 
 std::optional<Explanation> PA_Kennzahlen::explain(int row, int column) const {

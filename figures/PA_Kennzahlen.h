@@ -43,6 +43,7 @@ private:
     void showWarnings();
     std::optional<Explanation> explain(int row, int column) const;
 
+    QString m_hint;  ///< what Label1 says where there are figures
     Warnvorgaben m_how;
     Kennzahlenstand m_stand;
     std::shared_ptr<const Sauenbuch> m_book;

@@ -166,8 +166,13 @@ void PA_Tagesblick::showFigures() {
     const std::vector<Zeitraum> years = Kacheljahre(today);
     m_book = Sauenbuch_holen(m_db, today, years.front().von);
     m_tiles = computeKacheln(*m_book, m_targets);
-    Label2.setText(QStringLiteral("Kennzahlen vom %1 bis %2, daneben das Jahr davor")
-                       .arg(Tag_als_Text(years.back().von), Tag_als_Text(years.back().bis)));
+    const bool none = std::all_of(m_tiles.begin(), m_tiles.end(),
+                                  [](const Kachel& tile) { return tile.jetzt().empty() && tile.vorher().empty(); });
+    Label2.setText(
+        (none ? QStringLiteral("Vom %1 bis %2 und im Jahr davor gibt es keine Belegungen und Würfe von Sauen, "
+                               "deshalb noch keine Kennzahlen.")
+              : QStringLiteral("Kennzahlen vom %1 bis %2, daneben das Jahr davor"))
+            .arg(Tag_als_Text(years.back().von), Tag_als_Text(years.back().bis)));
     refill(likacheln, [&] {
         for (const Kachel& tile : m_tiles)
             likacheln.addValues(

@@ -110,7 +110,7 @@ qint64 Statement::integer(int column) const {
 
 qint32 Statement::day(int column) const {
     sqlite3_stmt* s = row(*m_impl);
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(s, column));
+    const auto* text = static_cast<const char*>(sqlite3_column_blob(s, column));  // not copied to be ended by 0
     const auto date = text == nullptr ? std::nullopt : parseIso(text, sqlite3_column_bytes(s, column));
     return date ? date->julianDay : 0;
 }

@@ -103,9 +103,18 @@ void GridView::showUrgent() {
     m_rowMoved = true;
 }
 
+void GridView::fitRows(int least, int most) {
+    m_leastRows = least;
+    m_mostRows = most;
+    updateGeometry();
+}
+
 QSize GridView::sizeHint() const {
-    const QFontMetrics metrics = fontMetrics();
-    return {metrics.averageCharWidth() * 60, verticalHeader()->defaultSectionSize() * 12};
+    constexpr int longList = 12;
+    const int width = fontMetrics().averageCharWidth() * 60, line = verticalHeader()->defaultSectionSize();
+    if (m_mostRows == 0) return {width, line * longList};
+    const int rows = std::clamp(model().rowCount(), m_leastRows, m_mostRows);
+    return {width / 2, line * rows + horizontalHeader()->sizeHint().height() + 2 * frameWidth()};
 }
 
 void GridView::schedule() {
@@ -148,6 +157,7 @@ void GridView::flush() {
         m_cells.refresh(columns && m_cells.columnCount() != model().columnCount());
         if (columns || rowsGone) applyColumns();
         updateGeometries();
+        if (m_mostRows > 0) updateGeometry();
         verticalScrollBar()->setValue(down);
         horizontalScrollBar()->setValue(across);
     }

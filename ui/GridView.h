@@ -29,6 +29,8 @@ public:
     void allowNoMark() { m_keepsOne = false; }
     /// Rows (from 0) that must be seen at a glance, and the word for it. The first of them is current when rows come.
     void setUrgent(std::function<bool(int row)> urgent, const QString& word);
+    /// Asks for the height of its rows, at least and at most of so many, instead of that of a long list.
+    void fitRows(int least, int most);
     /// As wide as all columns beside each other.
     int wholeWidth();
     TypeSearch& search() { return *m_search; }
@@ -94,6 +96,7 @@ private:
     int m_fittedRows = -1;         ///< how many rows there were then
     int m_doubled = -1;            ///< the column (from 0) that says the same as the row head; -1 for none
     bool m_keepsOne = true;
+    int m_leastRows = 0, m_mostRows = 0;  ///< that it asks the height of; 0 for a long list
     QString m_emptyHint;
     bool m_scheduled = false, m_rowsStale = true, m_columnsStale = true, m_rowMoved = false;
     bool m_headerPressed = false;

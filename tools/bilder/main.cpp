@@ -20,6 +20,7 @@
 #include "bookings/PE_Bewegungsdaten.h"
 #include "exchange/PO_Update.h"
 #include "exchange/S_Datensicherung_neu.h"
+#include "figures/PA_Grafiken.h"
 #include "forms/Stammdaten.h"
 #include "herd/PA_Koben.h"
 #include "order/PO_Bestellschein.h"
@@ -59,6 +60,8 @@ const char* const plainForms[] = {"PB_Neues_Schwein",
                                   "PB_Verluste_Ferkel",
                                   "PB_Verkauf_Schweine",
                                   "PA_Tagesblick",
+                                  "PA_Kennzahlen",
+                                  "PA_Grafiken",
                                   "PB_Sauenkarte",
                                   "PB_Sauenkarte_gezeichnet",
                                   "PB_Tierinformation_Schweine",
@@ -163,6 +166,7 @@ public:
             groups->auswertungok[0].click();
             take(form, form.name() + QStringLiteral("_Ergebnis"));
         }
+        if (auto* plots = dynamic_cast<PA_Grafiken*>(&form)) turn(*plots);
         if (list && list->gridli.explain) explain(list->gridli);
         if (auto* backup = dynamic_cast<S_Datensicherung_neu*>(&form)) {
             backup->kon_backupkonzept.setChecked(true);
@@ -206,6 +210,13 @@ private:
                 take(form, QStringLiteral("%1_%2").arg(form.name()).arg(page + 1));
             }
             pages->setCurrentIndex(0);
+        }
+    }
+
+    void turn(PA_Grafiken& plots) {
+        for (int plot = 1; plot < plots.li.items().size(); ++plot) {
+            plots.li.choose(plot);
+            take(plots, plots.name() + u'_' + plots.li.items()[plot]);
         }
     }
 

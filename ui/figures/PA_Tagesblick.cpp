@@ -1,8 +1,8 @@
 // Today's page: its own window, and a part of the herd list's.
 #include "figures/PA_Tagesblick.h"
 
+#include <QBoxLayout>
 #include <QTabWidget>
-#include <QVBoxLayout>
 
 #include "forms/Startseite.h"
 #include "herd/PA_Koben.h"
@@ -14,6 +14,43 @@ namespace koben::ui {
 
 namespace {
 
+/// A list that is as high as its rows, as far as they are few.
+Piece shortGrid(const Piece& list) {
+    constexpr int leastRows = 4, mostRows = 7;
+    auto* view = static_cast<GridView*>(list.widget);
+    view->fitRows(leastRows, mostRows);
+    view->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    return list;
+}
+
+/// Two pieces beside each other where the window is wide, otherwise one below the other.
+class Pair final : public QWidget {
+public:
+    Pair(const Piece& first, const Piece& second) {
+        m_box.setContentsMargins(0, 0, 0, 0);
+        m_box.addWidget(first.widget, first.stretch);
+        m_box.addWidget(second.widget, second.stretch);
+    }
+
+protected:
+    void resizeEvent(QResizeEvent*) override {
+        constexpr int letters = 170;
+        const bool wide = width() >= letters * fontMetrics().averageCharWidth();
+        m_box.setDirection(wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    }
+
+private:
+    QBoxLayout m_box{QBoxLayout::LeftToRight, this};
+};
+
+/// Never so low that the tiles' words could not be read.
+Piece tiles(PA_Tagesblick& form) {
+    constexpr int lines = 15;
+    const Piece drawn = drawing(form.kacheln);
+    drawn.widget->setMinimumHeight(lines * drawn.widget->fontMetrics().height());
+    return drawn;
+}
+
 Piece works(PA_Tagesblick& form) {
     constexpr int overdue = 3;
     const Piece list = grid(form.liarbeit, QStringLiteral("Noch keine Arbeiten. Legen Sie unter „Verwaltung / "
@@ -21,15 +58,14 @@ Piece works(PA_Tagesblick& form) {
     static_cast<GridView*>(list.widget)
         ->setUrgent([&rows = form.liarbeit](int row) { return rows.integer(row + 1, overdue) > 0; },
                     QStringLiteral("überfällig"));
-    return group(QStringLiteral("Arbeit"), list);
+    return list;
 }
 
-Piece states(PA_Tagesblick& form) { return group(QStringLiteral("Sauen"), grid(form.listatus)); }
+Piece blocks(PA_Tagesblick& form) { return grid(form.lisperren, QStringLiteral("Diese Woche endet keine Wartezeit.")); }
 
-Piece blocks(PA_Tagesblick& form) {
-    return group(QStringLiteral("Wartezeiten bis Sonntag"),
-                 grid(form.lisperren, QStringLiteral("Diese Woche endet keine Wartezeit.")));
-}
+Piece asWork(const Piece& list) { return group(QStringLiteral("Arbeit"), list); }
+Piece asStates(const Piece& list) { return group(QStringLiteral("Sauen"), list); }
+Piece asBlocks(const Piece& list) { return group(QStringLiteral("Wartezeiten bis Sonntag"), list); }
 
 /// Pages that fill their height.
 Piece filled(const Piece& pages) {
@@ -54,9 +90,10 @@ Piece withToday(PA_Koben& form, const Piece& panel) {
     auto* side = new SidePage(std::move(page), form, form.datali);
     auto& today = static_cast<PA_Tagesblick&>(side->page());
     const Piece tabs = filled(
-        pages({{QStringLiteral("Heute"), column({heading(today.Label1), works(today) * 3,
-                                                 row({states(today) * 1, blocks(today) * 1}) * 4, button(today.ok)})},
-               {QStringLiteral("Zahlen"), column({label(today.Label2), drawing(today.kacheln) * 1})},
+        pages({{QStringLiteral("Heute"),
+                column({heading(today.Label1), asWork(works(today)) * 3,
+                        row({asStates(grid(today.listatus)) * 1, asBlocks(blocks(today)) * 1}) * 4, button(today.ok)})},
+               {QStringLiteral("Zahlen"), column({label(today.Label2), tiles(today) * 1})},
                {QStringLiteral("Tier"), panel}}));
     side->setParent(tabs.widget);
     return tabs;
@@ -65,12 +102,13 @@ Piece withToday(PA_Koben& form, const Piece& panel) {
 }  // namespace koben::ui
 
 LAYOUT(PA_Tagesblick) {
-    const Piece figures = row({group(QStringLiteral("Kacheln"), drawing(form.kacheln)) * 3,
-                               group(QStringLiteral("Zahlen und Ziele"), grid(form.likacheln)) * 2});
-    const Piece page =
-        column({heading(form.Label1), row({works(form) * 4, states(form) * 3, blocks(form) * 3}) * 2,
-                label(form.Label2), figures * 3, row({group(form.optistart.frame, segments(form.optistart)), spring()}),
-                buttons({button(form.hilfe)}, {button(form.ok), button(form.beenden)})});
+    const Piece figures = own(new Pair(tiles(form) * 3, shortGrid(grid(form.likacheln)) * 2));
+    const Piece lists = row({asWork(shortGrid(works(form))) * 4, asStates(shortGrid(grid(form.listatus))) * 3,
+                             asBlocks(shortGrid(blocks(form))) * 3});
+    const Piece head =
+        row({heading(form.Label1), spring(), caption(form.optistart.frame + u':'), segments(form.optistart)});
+    const Piece page = column({head, lists * 0, label(form.Label2), figures * 1,
+                               buttons({button(form.hilfe)}, {button(form.ok), button(form.beenden)})});
     if (readStartseite(form.koben.platform) == Startseite::Statt)  // nothing of the list is to be seen
         QMetaObject::invokeMethod(
             page.widget, [widget = page.widget] { widget->window()->setWindowState(Qt::WindowMaximized); },
