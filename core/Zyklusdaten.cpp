@@ -108,8 +108,9 @@ bool changed(qint32 before, qint32 now) { return before != 0 && now != 0 && befo
 /// Statements that write the values of an animal: only the next days, all of them, and with the mark on the card.
 class ValueWriter {
 public:
-    explicit ValueWriter(const Database& db)
+    ValueWriter(const Database& db, CardMarks marks)
         : m_db(db),
+          m_marks(marks),
           m_next(db.prepare(QStringLiteral("update Sauen set N_Belegung = ?, N_Ferkelung = ? where ID = ?"))),
           m_plain(db.prepare(all(QString()))),
           m_marking(db.prepare(all(QStringLiteral(", Aenderung = 'X'")))) {}
@@ -120,8 +121,9 @@ public:
         other.nBelegung = n.nBelegung;
         other.nFerkelung = n.nFerkelung;
         if (other == n) return m_onlyNext.push_back({animal, n});
-        const bool mark = changed(before.lBelegung, n.lBelegung) || changed(before.lFerkelung, n.lFerkelung) ||
-                          changed(before.lAbsetzung, n.lAbsetzung);
+        const bool mark = m_marks == CardMarks::Set &&
+                          (changed(before.lBelegung, n.lBelegung) || changed(before.lFerkelung, n.lFerkelung) ||
+                           changed(before.lAbsetzung, n.lAbsetzung));
         (mark ? m_marking : m_plain)
             .run({asNumber(n.belegungen), asNumber(n.ferkelungen), asNumber(n.gesamt), asNumber(n.lebend),
                   asDay(n.lBelegung), asDay(n.lFerkelung), asDay(n.lTraechtigkeit), asDay(n.lAbsetzung),
@@ -148,6 +150,7 @@ private:
                mark + QStringLiteral(" where ID = ?");
     }
     const Database& m_db;
+    const CardMarks m_marks;
     Statement m_next, m_plain, m_marking;
     std::vector<Tierwerte> m_onlyNext;
 };
@@ -228,9 +231,9 @@ std::vector<Tierwerte> readStored(const Database& db, const Umfang& umfang) {
 }
 
 bool writeValues(const Database& db, const std::vector<Tierwerte>& stored, const std::vector<Tierwerte>& now,
-                 const CycleProgress& go) {
+                 const CycleProgress& go, CardMarks marks) {
     const Zykluswerte none;
-    ValueWriter writer(db);
+    ValueWriter writer(db, marks);
     const size_t total = std::max<size_t>(stored.size() + now.size(), 1);
     for (size_t s = 0, n = 0; s < stored.size() || n < now.size();) {
         if (!goesOn(go, 50 + static_cast<int>(10 * (s + n) / total))) return false;

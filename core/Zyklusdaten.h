@@ -31,10 +31,12 @@ std::vector<CountedBoar> readBoars(const Database& db, const std::vector<std::pa
 
 /// Counters and dates as they are stored, by ID; without animals that have the empty ones where the scope is all.
 std::vector<Tierwerte> readStored(const Database& db, const Umfang& umfang);
+enum class CardMarks { Set, Kept };
 /// Writes the values that differ from the stored ones, both by ID. A latest day that becomes another one marks the
-/// animal's card. Tells `go` the way from 50 to 100 percent; false where it was given up.
+/// animal's card, unless marks are kept as they are. Tells `go` the way from 50 to 100 percent; false where it was
+/// given up.
 bool writeValues(const Database& db, const std::vector<Tierwerte>& stored, const std::vector<Tierwerte>& now,
-                 const CycleProgress& go);
+                 const CycleProgress& go, CardMarks marks = CardMarks::Set);
 
 /// An animal's status as stored, and what the present one hangs on.
 struct StoredStatus {

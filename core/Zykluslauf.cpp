@@ -45,6 +45,7 @@ const QString noBasis = QStringLiteral("-");  // the status hangs on no setting
 }  // namespace
 
 bool Werte_berechnen(const Database& db, const Variablen& v, const CycleProgress& go) {
+    if (db.looksOnly()) return true;
     Transaction action(db);
     ChangeLog log(db, ChangeLog::Purpose::Values);
     const Zyklusvorgaben vorgaben(v);
@@ -62,6 +63,7 @@ void Werte_nachholen(const Database& db, const Variablen& v) {
 }
 
 bool statussetzen(const Database& db, const CycleProgress& go) {
+    if (db.looksOnly()) return true;
     Transaction action(db);
     ChangeLog log(db, ChangeLog::Purpose::Status);
     const auto ids = changedAnimals(log, noBasis);

@@ -8,6 +8,7 @@ namespace koben {
 class PO_Einstellungen final : public Form {
 public:
     explicit PO_Einstellungen(Koben& koben);
+    bool onlyToday() const override { return true; }
 
     ControlArray<TextBox> tzahl{*this, "tzahl", 10};
     Label hinweis{*this, "hinweis",

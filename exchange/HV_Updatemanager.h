@@ -9,6 +9,7 @@ namespace koben {
 class HV_Updatemanager final : public Form {
 public:
     explicit HV_Updatemanager(Koben& koben);
+    bool onlyToday() const override { return true; }
 
     ControlArray<Label> labelakt{*this, "labelakt", {"", ""}};  ///< the own version, the newest one
     TextBox Text2{*this, "Text2"};                              ///< what the own version lacks

@@ -9,6 +9,7 @@ namespace koben {
 class PO_Pocketexport final : public Bericht {
 public:
     explicit PO_Pocketexport(Koben& koben);
+    bool onlyToday() const override { return true; }
 
     Label Label1{*this, "Label1"};
     OptionGroup optisort{*this, "optisort", {"Saunummer, Datum", "Datum, Saunummer", "Stallnummer, Saunummer, Datum"}};

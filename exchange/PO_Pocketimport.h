@@ -11,6 +11,7 @@ namespace koben {
 class PO_Pocketimport final : public Form {
 public:
     explicit PO_Pocketimport(Koben& koben);
+    bool onlyToday() const override { return true; }
 
     Label Label1{*this, "Label1"};
     CheckBox koneindatum{*this, "koneindatum", "Je Maßnahme, Tag und Tier nur eine Buchung zulassen"};

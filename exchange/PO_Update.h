@@ -12,6 +12,7 @@ namespace koben {
 class PO_Update final : public Form {
 public:
     explicit PO_Update(Koben& koben);
+    bool onlyToday() const override { return true; }
 
     Label Label1{*this, "Label1", "Auswahl (In welchem Ordner ist KOBEN 1.0 installiert?)"};
     ComboBox lw{*this, "lw"};

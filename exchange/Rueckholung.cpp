@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "core/Tageskopien.h"
 #include "exchange/Sicherung.h"
 #include "forms/SettingsGuard.h"
 #include "store/FileExchange.h"
@@ -81,6 +82,25 @@ QString against(const std::vector<ZipEntry>& entries, qint64 room) {
     return names.contains(DatabaseName) ? QString() : QStringLiteral("Sie enthält keine Datenbank von KOBEN");
 }
 
+/// Work on the database of a backup, whose failures are reasons to refuse it.
+template <typename Work>
+auto judged(const QString& path, const Work& work) {
+    using Kind = DatabaseError::Kind;
+    try {
+        return work();
+    } catch (const DatabaseError& error) {
+        if (error.kind == Kind::NewerVersion)
+            throw ZipFault(path, QStringLiteral("Ihre Datenbank stammt von einer neueren Version von KOBEN"));
+        if (error.kind == Kind::ForeignFormat)
+            throw ZipFault(
+                path,
+                QStringLiteral("Ihre Datenbank hat das alte Format (MDB). Entpacken Sie die Datensicherung in einen "
+                               "eigenen Ordner, und übernehmen Sie sie unter Optionen / Datenübernahme aus KOBEN "
+                               "1.0"));
+        throw ZipFault(path, QStringLiteral("Ihre Datenbank ist keine von KOBEN oder beschädigt"));
+    }
+}
+
 /// The backup, its entries found harmless and its database among them.
 class Backup {
 public:
@@ -109,30 +129,13 @@ public:
         return named.isValid() ? named : m_zip.entries()[database()].modified.date();
     }
 
-    /// Work on its unpacked database, whose failures are reasons to refuse it.
-    template <typename Work>
-    auto judged(const Work& work) const {
-        using Kind = DatabaseError::Kind;
-        try {
-            return work();
-        } catch (const DatabaseError& error) {
-            if (error.kind == Kind::NewerVersion)
-                refuse(QStringLiteral("Ihre Datenbank stammt von einer neueren Version von KOBEN"));
-            if (error.kind == Kind::ForeignFormat)
-                refuse(QStringLiteral(
-                    "Ihre Datenbank hat das alte Format (MDB). Entpacken Sie die Datensicherung in einen "
-                    "eigenen Ordner, und übernehmen Sie sie unter Optionen / Datenübernahme aus KOBEN 1.0"));
-            refuse(QStringLiteral("Ihre Datenbank ist keine von KOBEN oder beschädigt"));
-        }
-    }
-
     /// Rows of its unpacked database, which must be one that this version reads.
     TableCounts rowsOf(const QString& database) const {
-        return judged([&] { return Workspace::rowCounts(database); });
+        return judged(m_path, [&] { return Workspace::rowCounts(database); });
     }
     /// False where it was given up.
     bool check(Workspace& workspace, const QString& database, const ShareDone& go) const {
-        const auto found = judged([&] {
+        const auto found = judged(m_path, [&] {
             return workspace.check(database, Check::Full, [&](int percent) { return !go || go(percent / 100.0); });
         });
         if (found && !found->isEmpty()) refuse(QStringLiteral("Die Datenbank darin ist beschädigt"));
@@ -178,11 +181,30 @@ bool keepPresent(Koben& koben, const ShareDone& go) {
     return true;
 }
 
+/// The files of a backup, in the places from which they are exchanged. False where it was given up.
+bool takeBackup(Koben& koben, const QString& zip, const FileExchange& exchange, const QString& database,
+                const ShareDone& go) {
+    const Backup backup(zip, koben.Datenordner);
+    return backup.unpackAll(exchange, part(go, 0, unpacked)) &&
+           backup.check(koben.workspace, database, part(go, unpacked, checked));
+}
+
+/// The same of the copy of a day, which is a database alone; each of its pages is looked at.
+bool takeCopy(Workspace& workspace, const QString& copy, const QString& database, const ShareDone& go) {
+    judged(copy, [&] { return Workspace::rowCounts(copy); });
+    return workspace.copy(copy, database, [&](int percent) { return !go || go(percent / 100.0); });
+}
+
 }  // namespace
 
 QString Einwand(const std::vector<ZipEntry>& entries) { return against(entries, std::numeric_limits<qint64>::max()); }
 
 std::optional<Sicherungsinhalt> Sicherung_ansehen(const QString& zip, const QString& folder, const ShareDone& go) {
+    if (const QDate day = Tageskopietag(zip); day.isValid()) {
+        Sicherungsinhalt found = Inhalt_zaehlen(judged(zip, [&] { return Workspace::rowCounts(zip); }));
+        found.day = day;
+        return found;
+    }
     const Backup backup(zip, folder);
     const WorkFolder work(folder);
     const QString database = work.file(DatabaseName);
@@ -193,11 +215,11 @@ std::optional<Sicherungsinhalt> Sicherung_ansehen(const QString& zip, const QStr
 }
 
 bool Sicherung_zurueckholen(Koben& koben, const QString& zip, const ShareDone& go, QString& left) {
-    const Backup backup(zip, koben.Datenordner);
     FileExchange exchange(koben.Datenordner);
     const QString database = exchange.file(DatabaseName);
-    if (!backup.unpackAll(exchange, part(go, 0, unpacked))) return false;
-    if (!backup.check(koben.workspace, database, part(go, unpacked, checked))) return false;
+    const bool ready = Tageskopietag(zip).isValid() ? takeCopy(koben.workspace, zip, database, part(go, 0, checked))
+                                                    : takeBackup(koben, zip, exchange, database, go);
+    if (!ready) return false;
     if (!keepPresent(koben, part(go, checked, kept))) return false;
     const bool settings = QFile::exists(exchange.file(QStringLiteral("Einstellungen.ko2")));
     if (const QString reason = exchange.decide(); !reason.isEmpty())

@@ -70,6 +70,8 @@ S_Datensicherung_neu::S_Datensicherung_neu(Koben& koben_)
     drive1.onClick = [this] { Platz_zeigen(); };
     drive2.onClick = [this] { drive2_Click(); };
     comordner.onClick = [this] { comordner_Click(); };
+    comtage.setHint(QStringLiteral("Die Kopien, die KOBEN beim Beenden macht"));
+    comtage.onClick = [this] { comtage_Click(); };
     backups.onClick = [this] { backups_Click(); };
     abbv.onClick = [this] { abbv_Click(); };
     tabsicherung.onClick = [this](int page) { Seite_zeigen(page); };

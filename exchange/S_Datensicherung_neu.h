@@ -12,6 +12,7 @@ namespace koben {
 class S_Datensicherung_neu final : public Form {
 public:
     explicit S_Datensicherung_neu(Koben& koben);
+    bool onlyToday() const override { return true; }
 
     enum Seite { Anfang, Laufwerk, Sichern, Cloud, Ende, Rettung };
     Tabs tabsicherung;
@@ -55,6 +56,7 @@ public:
     // the way back
     ComboBox drive2{*this, "drive2"};
     Button comordner{*this, "comordner", "Anderer &Ordner..."};
+    Button comtage{*this, "comtage", "&Tagesstände"};
     Label ordner{*this, "ordner"};  ///< whose backups are listed
     ListBox backups{*this, "backups"};
     Label vergleich{*this, "vergleich"};  ///< what would change if the marked one were read back
@@ -84,6 +86,7 @@ private:
     void start_rettung_Click();
     void drive2_Click();
     void comordner_Click();
+    void comtage_Click();
     void backups_Click();
     void weiter_backuprettung_Click();
     void Backups_zeigen();

@@ -4,6 +4,7 @@
 
 #include "core/ErrorLog.h"
 #include "core/PZ_Koben_Subs.h"
+#include "core/Tageskopien.h"
 #include "exchange/S_Datensicherung_neu.h"
 
 namespace koben {
@@ -38,9 +39,17 @@ void S_Datensicherung_neu::comordner_Click() {
     Backups_zeigen();
 }
 
+void S_Datensicherung_neu::comtage_Click() {
+    m_ordner = Tageskopienordner(koben.Datenordner);
+    Backups_zeigen();
+}
+
 void S_Datensicherung_neu::Backups_zeigen() {
     ordner.setText(QDir::toNativeSeparators(m_ordner));
-    backups.setItems(QDir(m_ordner).entryList({QStringLiteral("*.zip")}, QDir::Files, QDir::Name | QDir::IgnoreCase));
+    const bool days = m_ordner == Tageskopienordner(koben.Datenordner);
+    backups.setItems(
+        days ? Tageskopien(m_ordner)
+             : QDir(m_ordner).entryList({QStringLiteral("*.zip")}, QDir::Files, QDir::Name | QDir::IgnoreCase));
     vergleich.setText(
         backups.items().isEmpty()
             ? QStringLiteral("Hier liegt keine Datensicherung. Bitte wählen Sie ein anderes Laufwerk oder "

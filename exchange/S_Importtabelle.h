@@ -13,6 +13,7 @@ class NeueTiere;
 class S_Importtabelle final : public Form {
 public:
     explicit S_Importtabelle(Koben& koben);
+    bool onlyToday() const override { return true; }
 
     Tabs SSTab1;
     ControlArray<Label> Label1{*this, "Label1", {"", "", "", ""}};  ///< what to do on each of the pages

@@ -266,6 +266,7 @@ void PA_Tagesblick::kacheln_Click(const QString& id) {
 }
 
 void PA_Tagesblick::setTarget(Kz figure, const QString& text) {
+    if (koben.nurAnsehen_melden()) return showFigures();
     const auto target = Zielwerte::read(text);
     if (!target && !text.isEmpty() && text != u"0")
         koben.message(QStringLiteral("Das Ziel kann nicht übernommen werden, weil „%1“ keine Zahl über 0 ist. Bitte "

@@ -44,6 +44,8 @@ public:
     };
     const std::vector<Zeile>& zeilen() const { return m_zeilen; }
 
+    bool onlyToday() const override { return true; }
+
 protected:
     using Form::Form;
 

@@ -28,7 +28,8 @@ public:
     Form& operator=(const Form&) = delete;
 
     const QString& name() const { return m_name; }
-    const QString& caption() const { return m_caption; }
+    /// With the day that the herd is shown as of, unless that is today.
+    QString caption() const;
     void setCaption(const QString& caption);
     std::function<void()> captionChanged;
 
@@ -54,6 +55,8 @@ public:
     QString helpTopic;
 
     // life, run by Koben::run
+    /// Only for the herd as it is: enters data, or reaches other places. Refused while another day is shown.
+    virtual bool onlyToday() const { return false; }
     virtual void Load() {}
     virtual void FirstShown() {}  ///< once, before the first Activate
     virtual void Activate() {}    ///< at the first showing and whenever a form opened from here has closed

@@ -34,7 +34,10 @@ std::unique_ptr<Form> Catalogue::make(const QString& name, Koben& koben) const {
 }
 
 Koben::Koben(Screens& screens_, Platform& platform_, const Catalogue& catalogue_)
-    : screens(screens_), platform(platform_), catalogue(catalogue_), workspace([this] { return platform.now(); }) {
+    : screens(screens_),
+      platform(platform_),
+      catalogue(catalogue_),
+      workspace([this] { return Stand.isValid() ? Stand.startOfDay() : platform.now(); }) {
     workspace.onAction([this](const QString& name) {
         lastAction = name;
         ++m_actions;
@@ -46,7 +49,8 @@ Koben::Koben(Screens& screens_, Platform& platform_, const Catalogue& catalogue_
 Koben::~Koben() = default;
 
 void Koben::open(const QString& name) {
-    if (const auto form = catalogue.make(name, *this)) run(*form);
+    const auto form = catalogue.make(name, *this);
+    if (form && !(form->onlyToday() && nurAnsehen_melden())) run(*form);
 }
 
 void Koben::run(Form& form) {
@@ -69,6 +73,10 @@ void Koben::run(Form& form) {
         else if (!attempt([&] { begin(form); }))
             form.close();
         if (!form.closed()) screens.run(form);
+    }
+    if (m_stack.empty() && atEnd) {
+        screens.breathe();
+        std::exchange(atEnd, nullptr)();
     }
     if (Form* behind = front(); behind && !standsAside(form)) behind->activateLater();
 }
@@ -95,6 +103,7 @@ bool Koben::attempt(const std::function<void()>& work) {
         work();
         return true;
     } catch (const DatabaseError& error) {
+        if (error.kind == DatabaseError::Kind::LookOnly) return message(error.message()), false;
         return failed(error.message(), error.detail());
     } catch (const PrintError& error) {
         return failed(QString::fromUtf8(error.what()), QString::fromUtf8(error.what()));
@@ -142,6 +151,21 @@ void Koben::saveWidths(const Grid& grid, const QString& section) {
         if (grid.column(c).width > 0)
             widths.append(QStringLiteral("%1=%2").arg(grid.column(c).key).arg(grid.column(c).width));
     platform.setUserSetting(section, QStringLiteral("ColWidths"), widths.join(u';'));
+}
+
+QString Koben::Standtext() const { return QStringLiteral("Stand vom ") + Datum_als_Anzeige(Stand); }
+
+QString Koben::nurAnsehen(QDate day) const {
+    return QStringLiteral(
+               "Stand vom %1: Hier lässt sich nur ansehen. Zum Eingeben und Ändern gehen Sie bitte in der Herdenliste "
+               "mit "
+               "[Zurück zu heute] zum heutigen Stand zurück.")
+        .arg(Datum_als_Anzeige(day));
+}
+
+bool Koben::nurAnsehen_melden() {
+    if (Stand.isValid()) message(nurAnsehen(Stand));
+    return Stand.isValid();
 }
 
 QString Koben::clockToday() const { return Datum_als_Anzeige(platform.now().date()); }

@@ -36,6 +36,8 @@ public:
     virtual ~HerdList() = default;
     virtual Grid& herd() = 0;               ///< datali
     virtual void datenschweinelesen() = 0;  ///< loads the list anew
+    /// Shows the herd as of a day as the user types it, or "heute", and all that opens from the list with it.
+    virtual void Stand_zeigen(const QString& entered) { Q_UNUSED(entered) }
 };
 
 struct Koben : Variablen, FormHost {
@@ -52,7 +54,12 @@ struct Koben : Variablen, FormHost {
     qint64 shownBooking = 0;                 ///< ID of the booking that the booking frame opens on, 0 for the latest
     QString lastAction;                      ///< name of the newest action that reached the disk, "" before the first
     QString notWritable;                     ///< why the herd that is shown cannot be changed now, "" where it can
-    bool ended = false;                      ///< the program is ending: every open form closes
+    /// The past or coming day that the herd is shown as of: Datenbankpfad is that of a copy that is only looked at, and
+    /// Heute is that day. Invalid for the herd as it is.
+    QDate Stand;
+    /// Set by the main form as it ends in order: what is done once no window stands any more.
+    std::function<void()> atEnd;
+    bool ended = false;  ///< the program is ending: every open form closes
 
     /// Opens a form modally and returns once it has closed. A name without a screen does nothing. A form that fails
     /// while it loads is told and closed; of the main form, the first one, the failure ends the program.
@@ -67,6 +74,12 @@ struct Koben : Variablen, FormHost {
     const std::vector<Form*>& stack() const { return m_stack; }
     /// Ends the program at once: all forms close without their closing steps.
     void end();
+
+    QString Standtext() const;  ///< "Stand vom 03.05.2026"
+    /// Why nothing is written while another day is shown, and what to do.
+    QString nurAnsehen(QDate day) const;
+    /// Says so where it is the case: for what would write anywhere but into the database.
+    bool nurAnsehen_melden();
 
     /// A new connection of a form's own.
     Database connect() { return workspace.open(Datenbankpfad); }

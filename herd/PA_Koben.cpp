@@ -73,7 +73,12 @@ PA_Koben::PA_Koben(Koben& context) : Form(context, QStringLiteral("PA_Koben"), Q
     Text1.enterIsTab = Text1.marksAllOnFocus = false;
     Text1.onKeyPress = [](int) { return 0; };
     for (int i = 0; i < abwaerts.count(); ++i) abwaerts[i].onClick = [this, i] { abwaerts_Click(i); };
+    comlebenslauf.onClick = [this] { run(QStringLiteral("A_awlebenslauf")); };
     comdrucken.onClick = [this] { comdrucken_Click(); };
+    comstand.setHint(QStringLiteral("Die Herde an einem anderen Tag ansehen"));
+    comstand.onClick = [this] { Stand_erfragen(); };
+    comheute.onClick = [this] { Zu_heute(); };
+    Stand_kennzeichnen();
     loeschhinweis.setVisible(false);
     hinweis.setVisible(false);
     linksrechts.onClick = [this] { linksrechts_Click(); };
@@ -187,7 +192,7 @@ std::optional<Table> PA_Koben::Liste_lesen(const QString& sql) {
 }
 
 bool PA_Koben::Bestand_leer() const {
-    return !m_gelesen.isEmpty() && datali.rowCount() == 0 &&
+    return !m_heutiges && !m_gelesen.isEmpty() && datali.rowCount() == 0 &&
            m_db.table(QStringLiteral("select max(ID) as hoechste from Sauen")).integer(0, 0) == 0;
 }
 

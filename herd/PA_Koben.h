@@ -10,6 +10,7 @@
 namespace koben {
 
 struct MenuRow;
+class PrivateFolder;
 
 class PA_Koben final : public Form, public HerdList {
 public:
@@ -26,9 +27,14 @@ public:
     Button cmdok{*this, "cmdok", "Tierdaten &anzeigen"};
     ControlArray<Button> abwaerts{*this, "abwaerts", {"Nächstes Tier", "Vorheriges Tier"}};
     Button comdrucken{*this, "comdrucken", "Tierdaten drucken"};
+    Button comlebenslauf{*this, "comlebenslauf", "Lebenslauf"};
     Button linksrechts{*this, "linksrechts", "Textfeldbreite ändern"};
     TextBox Text1{*this, "Text1"};
     Label bezstati{*this, "bezstati"};
+    /// The herd as of another day: asks for it, says which one is shown, and leads back.
+    Button comstand{*this, "comstand", "Stand vom ..."};
+    Label standhinweis{*this, "standhinweis"};
+    Button comheute{*this, "comheute", "Zurück zu heute"};
     /// What the start has found beside its questions and messages: damage, strange settings, a strange day.
     Label hinweis{*this, "hinweis"};
     /// Beside the question whether to delete: which animal, and how many bookings go with it.
@@ -51,12 +57,11 @@ public:
 
     Grid& herd() override { return datali; }
     void datenschweinelesen() override;
+    void Stand_zeigen(const QString& entered) override;
     void closeBox() override;
 
     /// Whether there is no animal at all, in stock or gone; false as long as the list has not been read.
     bool Bestand_leer() const;
-    /// Looks at every page of the database, on the user's wish.
-    void Datenbank_pruefen();
     /// Hands the file with the technical side of errors to the system.
     void Fehlerprotokoll_zeigen();
 
@@ -82,7 +87,9 @@ private:
     void Datenbank_neu();
     void Altbestand_umstellen();
     void Einstellungen_lesen();
-    void Seiten_pruefen_nach_Abbruch(bool logLeft);
+    bool Abgebrochen(bool logLeft) const;
+    void Seiten_pruefen_nach_Abbruch();
+    void Daten_pruefen_nach_Abbruch();
     void Uhr_pruefen();
     void Hinweise_zeigen();
     void Sortierung_pruefen();
@@ -123,6 +130,16 @@ private:
     QString Komprimierte_Datei() const;
     void Datenbank_komprimieren();
 
+    // the herd as of another day
+    /// What stands aside meanwhile.
+    struct Heutiges;
+    void Stand_erfragen();
+    std::optional<Database> Stand_bilden(QDate day, const PrivateFolder& folder);
+    void Zu_heute();
+    void Stand_verlassen();
+    void Stand_kennzeichnen();
+    bool Liste_neu_lesen(const std::vector<qint64>& marked, qint64 current);
+
     // selection and mass actions
     void Schweine_selektieren();
     void Selektierte_markieren();
@@ -136,9 +153,10 @@ private:
     bool setForAll(const std::vector<qint64>& animals, const QString& field, const QString& value);
 
     Database m_db;
-    Watch m_watch;                     ///< of the animals, since the list was read
-    QString m_gelesen;                 ///< the query that the list shows
-    std::array<int, 3> m_filter = {};  ///< and the choices in which it was read
+    Watch m_watch;                         ///< of the animals, since the list was read
+    QString m_gelesen;                     ///< the query that the list shows
+    std::array<int, 3> m_filter = {};      ///< and the choices in which it was read
+    std::shared_ptr<Heutiges> m_heutiges;  ///< while another day is shown
     std::vector<std::unique_ptr<MenuEntry>> m_menus;
     std::vector<std::unique_ptr<Button>> m_buttons;
     std::vector<MenuEntry*> m_menuBar;

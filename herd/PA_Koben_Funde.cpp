@@ -6,12 +6,15 @@
 
 #include "core/Einstellungen.h"
 #include "core/PZ_Koben_Subs.h"
+#include "core/Tageskopien.h"
 #include "forms/RunState.h"
 #include "store/Files.h"
 
 namespace koben {
 
 namespace {
+
+const QString CopyTrouble = QStringLiteral("Tageskopie");
 
 /// The folder for copies outside of this machine, as the backup screen keeps it; "" for none.
 QString copiesFolder(const QString& folder) {
@@ -86,6 +89,26 @@ QString Fragliches_Datum(QDate last, QDate today) {
         .arg(Datum_als_Anzeige(today),
              today < last ? QStringLiteral("früher") : QStringLiteral("mehr als ein Jahr später"),
              Datum_als_Anzeige(last));
+}
+
+void Tageskopie_ablegen(Koben& koben) {
+    RunState state(koben.platform, koben.Datenordner);
+    state.setRunning(false);  // all that is to come is the copy
+    const QString reason = Tageskopie_machen(koben.workspace, koben.Datenbankpfad, Tageskopienordner(koben.Datenordner),
+                                             koben.platform.now().date());
+    if (!reason.isEmpty()) state.set(CopyTrouble, reason);
+}
+
+QString Fehlende_Tageskopie(Koben& koben) {
+    RunState state(koben.platform, koben.Datenordner);
+    const QString reason = state.get(CopyTrouble);
+    if (reason.isEmpty()) return {};
+    state.set(CopyTrouble, QString());
+    return QStringLiteral(
+               "Beim letzten Beenden konnte die Kopie des Tages nicht in den Ordner %1 geschrieben werden: %2. Bitte "
+               "prüfen Sie dort Platz und Schreibrechte.")
+        .arg(QDir::toNativeSeparators(Tageskopienordner(koben.Datenordner)),
+             reason.endsWith(u'.') ? reason.chopped(1) : reason);
 }
 
 }  // namespace koben

@@ -21,4 +21,9 @@ QString Neueste_Kopie(const QString& folder);
 /// What is wrong with the day: before the last start's, or more than a year after it. "" where it is likely.
 QString Fragliches_Datum(QDate last, QDate today);
 
+/// The copy of the day, as the program ends; what keeps it from being made is told at the next start, once.
+void Tageskopie_ablegen(Koben& koben);
+/// Why the last one could not be made, worded for the notice line; "" where it was. Asked once.
+QString Fehlende_Tageskopie(Koben& koben);
+
 }  // namespace koben

@@ -43,6 +43,8 @@ const MenuRow Rows[] = {
     {"XB_Bestand", "XB_schweineselektieren", "Schweine sele&ktieren", "PB_Selektieren"},
     {"XB_Bestand", "XB_selektiertetieremarkieren", "Selektierte Schweine &markieren", ""},
     {"XB_Bestand", "XB_markierteschweineselektieren", "Markierte Schweine &selektieren", ""},
+    {"XB_Bestand", "XB_stand", "Stand &vom ... (Herde an einem anderen Tag)", ""},
+    {"XB_Bestand", "XB_heute", "Zurück zu heute", ""},
     {"XB_Bestand", "XB_beenden", "&Beenden", ""},
     {"XE_Eingabe", "XE_belegung", "&Belegung", "PE_Bewegungsdaten", "", 0},
     {"XE_Eingabe", "XE_trächtigkeit", "&Trächtigkeitsfeststellungen", "PE_Bewegungsdaten", "", 1},
@@ -65,6 +67,7 @@ const MenuRow Rows[] = {
     {"A_Auswertungen", "A_awstatistiken", "Statistiken", "PB_Statistiken"},
     {"A_Auswertungen", "A_awgruppierungen", "Gruppierungen", "PB_Gruppierungen"},
     {"A_Auswertungen", "A_awlogikpruefung", "Logik-Prüfung Sauen", "PB_Logiktest"},
+    {"A_Auswertungen", "A_awlebenslauf", "Leb&enslauf des Tieres", "PB_Lebenslauf"},
     {"A_Auswertungen", "A_awtagesblick", "Tagesbli&ck", "PA_Tagesblick"},
     {"A_Auswertungen", "A_awkennzahlen", "Kennzahlen", "PA_Kennzahlen"},
     {"A_Auswertungen", "A_awgrafiken", "Grafiken", "PA_Grafiken"},
@@ -76,6 +79,7 @@ const MenuRow Rows[] = {
     {"V_Verwaltung", "V_verlauf", "Ver&lauf der Aktionen", "PA_Verlauf"},
     {"O_Optionen", "O_Einstellungen", "Einstellungen", "PO_Einstellungen"},
     {"O_Optionen", "O_Datensicherung", "Datensicherung", "S_Datensicherung_neu"},
+    {"O_Optionen", "O_Datenbankprüfen", "Datenbank prüfen", "PA_Prüfung"},
     {"O_Optionen", "O_Datenbankkomprimieren", "Datenbank komprimieren", ""},
     {"O_Optionen", "O_ImportExcelCSV", "Import Excel", "S_Importtabelle"},
     {"O_Optionen", "O_Exportpocketpc", "Export an Pocket-PC", "PO_Pocketexport"},
@@ -128,6 +132,17 @@ const char* const Popups[] = {"XB_neueschweine", "XB_schweinändern", "XB_schwei
                               "XE_belegung",     "XE_trächtigkeit",  "XE_ferkelung",      "XE_absetzung",
                               "XE_Verschiebung", "XE_verluste",      "XE_Ferkelverkauf",  "XE_behandlung"};
 
+/// Entries whose handlers write: refused while another day is shown, before they ask anything. Forms know it
+/// themselves.
+bool writes(const QString& entry) {
+    static const QStringList writing{
+        QStringLiteral("XB_schweinlöschen"),           QStringLiteral("XB_Stallnrneuzuordnen"),
+        QStringLiteral("XB_Markierte_Ferkel_in_Mast"), QStringLiteral("XB_Feste_Saunummer_zuordnen"),
+        QStringLiteral("XB_schweineselektieren"),      QStringLiteral("XB_markierteschweineselektieren"),
+        QStringLiteral("O_Datenbankkomprimieren")};
+    return writing.contains(entry);
+}
+
 }  // namespace
 
 void PA_Koben::buildMenu() {
@@ -141,6 +156,8 @@ void PA_Koben::buildMenu() {
     }
     const std::map<QString, std::function<void()>> handlers{
         {QStringLiteral("XB_schweinlöschen"), [this] { Tier_loeschen(); }},
+        {QStringLiteral("XB_stand"), [this] { Stand_erfragen(); }},
+        {QStringLiteral("XB_heute"), [this] { Zu_heute(); }},
         {QStringLiteral("XB_beenden"), [this] { beenden(); }},
         {QStringLiteral("O_Datenbankkomprimieren"), [this] { Datenbank_komprimieren(); }},
         {QStringLiteral("XB_schweineselektieren"), [this] { Schweine_selektieren(); }},
@@ -198,6 +215,7 @@ void PA_Koben::run(const QString& entry) {
     const auto found = m_actions.find(entry);
     if (found == m_actions.end() || !found->second.available) return;
     const Action& action = found->second;
+    if (writes(entry) && koben.nurAnsehen_melden()) return;
     if (action.handler) return action.handler();
     if (!action.mode.isEmpty()) koben.Buchungsmodus = action.mode;
     if (action.kind >= 0) koben.Buchungsart_Nr = action.kind;
@@ -216,6 +234,7 @@ void PA_Koben::Menues_sperren(bool on) {
     cmdok.setEnabled(on);
     for (auto& button : abwaerts) button->setEnabled(on);
     comdrucken.setEnabled(on);
+    comlebenslauf.setEnabled(on);
     datali.setEnabled(on);
     showStates();
 }

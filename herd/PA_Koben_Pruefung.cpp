@@ -6,50 +6,32 @@
 #include "forms/RunState.h"
 #include "herd/PA_Koben.h"
 #include "herd/PA_Koben_Funde.h"
+#include "herd/PA_Pruefung.h"
 
 namespace koben {
 
-namespace {
-
-/// What the check says, in the user's words; "" where all is whole.
-QString told(const std::optional<QString>& found, const QString& folder) {
-    if (!found)
-        return QStringLiteral(
-            "Die Prüfung der Datenbank wurde abgebrochen. Bitte holen Sie sie unter Optionen / Datenbank prüfen nach.");
-    if (found->isEmpty()) return {};
-    const QString copy = Neueste_Kopie(folder);
-    return QStringLiteral(
-               "Die Datenbank ist beschädigt; Daten darin können fehlen oder falsch sein. Bitte geben Sie "
-               "nichts mehr ein, und holen Sie eine Datensicherung zurück%1.")
-        .arg(copy.isEmpty() ? QString() : QStringLiteral(" (die neueste Kopie ist %1)").arg(copy));
-}
-
-/// Nothing where it was given up; what was found goes to the log.
-std::optional<QString> checked(Koben& koben, Check check) {
-    Progress progress(koben, QStringLiteral("Die Datenbank wird geprüft ..."), 100);
-    std::optional<QString> found;
-    try {
-        found = koben.workspace.check(koben.Datenbankpfad, check, [&](int percent) { return progress.step(percent); });
-    } catch (const DatabaseError& error) {
-        if (error.kind != DatabaseError::Kind::NotADatabase) throw;
-        found = error.detail();  // so damaged that it cannot even be looked at
-    }
-    if (found && !found->isEmpty()) ErrorLog(koben.platform.userFolder()).write(koben.platform.now(), *found);
-    return found;
-}
-
-}  // namespace
-
 /// A run that was cut off, or a log that is left of it: the disk may have been cut off too.
-void PA_Koben::Seiten_pruefen_nach_Abbruch(bool logLeft) {
-    if (m_neu || (!logLeft && !RunState(koben.platform, koben.Datenordner).running())) return;
-    if (const QString said = told(checked(koben, Check::Quick), koben.Datenordner); !said.isEmpty()) m_hinweise += said;
+bool PA_Koben::Abgebrochen(bool logLeft) const {
+    return !m_neu && (logLeft || RunState(koben.platform, koben.Datenordner).running());
 }
 
-void PA_Koben::Datenbank_pruefen() {
-    const auto found = checked(koben, Check::Full);
-    const QString said = told(found, koben.Datenordner);
-    koben.message(said.isEmpty() ? QStringLiteral("Die Datenbank wurde geprüft. Sie ist in Ordnung.") : said);
+void PA_Koben::Seiten_pruefen_nach_Abbruch() {
+    const auto found = Seiten_pruefen(koben, Check::Quick);
+    if (!found)
+        m_hinweise += QStringLiteral(
+            "Die Prüfung der Datenbank wurde abgebrochen. Bitte holen Sie sie unter Optionen / Datenbank prüfen nach.");
+    else if (!found->isEmpty())
+        m_hinweise += *found;
+}
+
+/// What the cut-off run may have left between the tables; what it had no time to derive is made up for before.
+void PA_Koben::Daten_pruefen_nach_Abbruch() {
+    Progress progress(koben, QStringLiteral("Die Daten werden geprüft ..."), 100);
+    const auto found = Daten_pruefen(m_db, koben, [&](int percent) { return progress.step(percent); });
+    if (found && (enthaelt(*found, Pruefbefund::Art::Abgeleitet) || enthaelt(*found, Pruefbefund::Art::OhneTier)))
+        m_hinweise += QStringLiteral(
+            "KOBEN wurde beim letzten Mal nicht ordentlich beendet, und nicht alle Daten passen zusammen. Was nicht "
+            "passt, zeigt und repariert Optionen / Datenbank prüfen.");
 }
 
 void PA_Koben::Fehlerprotokoll_zeigen() {

@@ -11,6 +11,8 @@
 #include "core/Ordnersperre.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
+#include "core/PrivateFolder.h"
+#include "core/Tagesstand.h"
 #include "core/Version.h"
 #include "forms/RunState.h"
 #include "forms/SettingsGuard.h"
@@ -112,14 +114,18 @@ void PA_Koben::Load() {
             DatabaseError::Kind::Io,
             fileFailure(QStringLiteral("Das Einlesen einer Datensicherung kann nicht zu Ende geführt werden"), reason));
     WorkFolder::clear(koben.platform.userFolder());
+    PrivateFolder::removeLeft(koben.platform.userFolder(), Standordner);
     if (settingsToCome) SettingsGuard(koben).adopt();
     const bool logLeft = QFileInfo(koben.Datenbankpfad + QStringLiteral("-wal")).size() > 0;
     Datenbank_oeffnen();
     koben.Heute = koben.clockToday();
     Einstellungen_lesen();
     Uhr_pruefen();
-    Seiten_pruefen_nach_Abbruch(logLeft);
+    if (const QString said = Fehlende_Tageskopie(koben); !said.isEmpty()) m_hinweise += said;
+    const bool cutOff = Abgebrochen(logLeft);
+    if (cutOff) Seiten_pruefen_nach_Abbruch();
     Werte_nachholen(m_db, koben);
+    if (cutOff) Daten_pruefen_nach_Abbruch();
     m_started = true;
     RunState(koben.platform, koben.Datenordner).setRunning(true);
     Hinweise_zeigen();
@@ -287,6 +293,7 @@ void PA_Koben::beenden() {
         const QStringList pages = folder.entryList({QStringLiteral("report-*.htm")}, QDir::Files);
         if (pages.isEmpty() || !folder.remove(pages.first())) break;
     }
+    Stand_verlassen();
     Datensicherung_erinnern();
     if (koben.ended) return;  // a backup was read back: its settings count at the next start, not those of this run
     for (int i = 0; i <= 4; ++i) {
@@ -296,6 +303,8 @@ void PA_Koben::beenden() {
     }
     const QString reason = SettingsGuard(koben).save();
     if (!reason.isEmpty()) koben.message(reason);
+    if (koben.catalogue.has(QStringLiteral("S_Datensicherung_neu")))  // not where the herd is but a visitor's
+        koben.atEnd = [&program = koben] { Tageskopie_ablegen(program); };
     koben.end();
 }
 

@@ -8,6 +8,7 @@ namespace koben {
 class PB_Selektieren final : public Form {
 public:
     explicit PB_Selektieren(Koben& koben);
+    bool onlyToday() const override { return true; }
 
     Frame Frame1{*this, "Frame1", "Selektions-Auswahl"};
     ControlArray<Button> entselekt{

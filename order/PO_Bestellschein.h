@@ -8,6 +8,7 @@ namespace koben {
 class PO_Bestellschein final : public Form {
 public:
     explicit PO_Bestellschein(Koben& koben);
+    bool onlyToday() const override { return true; }
 
     Frame rahmen{*this, "rahmen", "Besteller"};
     ControlArray<Label> bez{*this,

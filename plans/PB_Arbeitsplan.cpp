@@ -142,6 +142,7 @@ Arbeitsplanform PB_Arbeitsplan::chosenForm(bool chart) const {
 }
 
 void PB_Arbeitsplan::writePocketFile() {
+    if (koben.Stand.isValid()) return;  // the barn works by today's plan
     const QString path = koben.Datenordner + "PB_Arbeitsplan_Pocket.txt";
     if (!Textdatei_schreiben(path, Arbeitsplan_Pocket(gridli)))
         koben.message(QStringLiteral("Die Datei %1 für den Pocket-PC kann nicht geschrieben werden und behält ihren "

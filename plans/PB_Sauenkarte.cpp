@@ -20,7 +20,7 @@ void PB_Sauenkarte::ok_Click() {
                          "DIN-A-4-Seite ausgedruckt. Soll der Ausdruck gemacht werden?")
                          .arg(rows.size())))
         return;
-    if (print(rows)) notePrinted(rows);
+    if (print(rows) && !m_db.looksOnly()) notePrinted(rows);
 }
 
 bool PB_Sauenkarte::draw(PrintJob& job, const std::vector<int>& rows, const PrintJob::Go& go) const {

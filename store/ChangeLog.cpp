@@ -215,6 +215,12 @@ void ChangeLog::settle(const QString& basis) {
               QString(basis).replace(u'\'', QStringLiteral("''")).toStdString() + "' WHERE zweck = '" + row() + "'");
 }
 
+void ChangeLog::forget() {
+    if (!tablesPresent(m_connection->file())) return;
+    m_connection->writeNative(std::string("UPDATE koben_log_stand SET basis = NULL WHERE zweck = '") + row() + "'",
+                              QStringLiteral("update koben_log_stand"));
+}
+
 void ChangeLog::expect() {
     if (!tablesPresent(m_connection->file()) || expected()) return;
     const std::string sql = std::string("UPDATE koben_log_stand SET offen = 1 WHERE zweck = '") + row() + "'";
@@ -222,11 +228,13 @@ void ChangeLog::expect() {
 }
 
 ChangeLog::Silence::Silence(const Database& database) : m_connection(database.m_connection) {
+    sqlite3_db_config(m_connection->file(), SQLITE_DBCONFIG_ENABLE_TRIGGER, -1, &m_before);
     sqlite3_db_config(m_connection->file(), SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
 }
 
 ChangeLog::Silence::~Silence() {
-    if (!m_connection->isClosed()) sqlite3_db_config(m_connection->file(), SQLITE_DBCONFIG_ENABLE_TRIGGER, 1, nullptr);
+    if (!m_connection->isClosed())
+        sqlite3_db_config(m_connection->file(), SQLITE_DBCONFIG_ENABLE_TRIGGER, m_before, nullptr);
 }
 
 bool ChangeLog::expected() const {

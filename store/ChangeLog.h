@@ -23,6 +23,9 @@ public:
     /// All is up to date as of now. Within the transaction that brought it there.
     void settle(const QString& basis);
 
+    /// Nothing is known any more: the next derivation walks the whole herd. Within a transaction.
+    void forget();
+
     /// Notes that changes are on their way whose derivation follows in the same dialog; within their transaction.
     void expect();
     /// True after expect() until settle(): where it holds at a start, the dialog did not come to its end.
@@ -41,6 +44,7 @@ public:
 
     private:
         std::shared_ptr<Connection> m_connection;
+        int m_before = 1;  ///< whether they ran: one silence within another ends none
     };
 
 private:

@@ -128,6 +128,17 @@ void Connection::closeWithoutLog() {
     close();
 }
 
+void Connection::relax() { koben::execute(file(), "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF"); }
+
+void Connection::lookOnly(const QString& refusal) {
+    koben::execute(file(), "PRAGMA query_only = 1");
+    m_refusal = refusal;
+}
+
+void Connection::requireWritable() const {
+    if (looksOnly()) throw DatabaseError(Kind::LookOnly, m_refusal);
+}
+
 void Connection::keep(const std::shared_ptr<Stream>& statement) {
     std::erase_if(m_streams, [](const auto& weak) { return weak.expired(); });
     m_streams.push_back(statement);
@@ -256,6 +267,7 @@ bool Connection::step(sqlite3_stmt* statement, const QString& text) {
 void Connection::setFaultHook(std::function<void(const QString&)> hook) { faultHook() = std::move(hook); }
 
 void Connection::aboutToWrite(const QString& text) {
+    requireWritable();
     ++m_writes;
     if (faultHook()) faultHook()(text);
 }
@@ -302,6 +314,7 @@ void Connection::ddl(const sql::Ddl& ddl, const QString& text) {
 }
 
 void Connection::begin() {
+    requireWritable();
     if (m_depth == 0) {
         koben::execute(file(), "BEGIN IMMEDIATE");
         m_doomed = m_schemaTouched = false;

@@ -70,6 +70,11 @@ public:
     /// Closes a file that is to stand alone: all that was written is in it, and no log is beside it. Throws where that
     /// cannot be said.
     void closeWithoutLog();
+    /// A working copy: what is written goes without log and flush.
+    void relax();
+    /// From now on each try to write throws LookOnly with this message.
+    void lookOnly(const QString& refusal);
+    bool looksOnly() const { return !m_refusal.isEmpty(); }
     bool isClosed() const { return m_file == nullptr; }
 
     Command command(const QString& text);
@@ -129,10 +134,11 @@ private:
     Value slotValue(const sql::Slot& slot, const Command& command, const std::vector<Value>& parameters,
                     const QDateTime& now) const;
     void ddl(const sql::Ddl& ddl, const QString& text);
+    void requireWritable() const;
     static void rowTouched(void* connection, int what, const char* file, const char* table, sqlite3_int64 row);
     void watchesLost();
 
-    QString m_path;
+    QString m_path, m_refusal;
     std::function<QDateTime()> m_now;
     std::shared_ptr<std::function<void(const QString&)>> m_observer;
     std::shared_ptr<std::function<QString()>> m_window;

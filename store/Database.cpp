@@ -21,6 +21,8 @@ void requireSelect(const Command& command) {
 
 }  // namespace
 
+bool Database::looksOnly() const { return opened(m_connection).looksOnly(); }
+
 int Database::execute(const QString& sql) { return opened(m_connection).execute(sql); }
 
 Recordset Database::open(const QString& sql) const {

@@ -80,6 +80,8 @@ public:
     Database() = default;
     bool isOpen() const { return m_connection != nullptr; }
     void close() { m_connection.reset(); }
+    /// A copy that is only looked at (Workspace::view): there is nothing to bring up to date in it.
+    bool looksOnly() const;
 
     /// Runs DDL, insert, update or delete; the number of rows touched.
     int execute(const QString& sql);
@@ -162,6 +164,13 @@ public:
     /// False, with `to` as it was, where it was given up. Without `checked` its pages are not looked at: for who does
     /// that later.
     bool copy(const QString& from, const QString& to, const FileProgress& go = {}, bool checked = true);
+    /// A copy of the file at `from` to be looked at, made at `to` and opened: `shape` writes into it what it shall
+    /// show, from then on each try to write throws LookOnly with the message `refusal`. It is not flushed and may lie
+    /// in a folder that goes. Nothing where it was given up, or where `shape` answers false; there may be a file at
+    /// `to`.
+    std::optional<Database> view(const QString& from, const QString& to, const QString& refusal,
+                                 const std::function<bool(Database&, const FileProgress&)>& shape,
+                                 const FileProgress& go = {});
     /// The tables of an open or closed database in the order of their creation, with the number of their rows. Reads
     /// only.
     static TableCounts rowCounts(const QString& path);

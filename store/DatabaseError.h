@@ -17,7 +17,8 @@ public:
         NewerVersion,
         ForeignFormat,
         Io,
-        State
+        State,
+        LookOnly  ///< a write into a copy that is only looked at: nothing has failed, the user is told
     };
     /// An error that has nothing technical to tell beside its message.
     DatabaseError(Kind kind, const QString& message) : DatabaseError(kind, message, message) {}

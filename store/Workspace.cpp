@@ -222,6 +222,18 @@ bool Workspace::copy(const QString& from, const QString& to, const FileProgress&
                     [&](sqlite3* source, const QString& path) { return backup(source, path, go); });
 }
 
+std::optional<Database> Workspace::view(const QString& from, const QString& to, const QString& refusal,
+                                        const std::function<bool(Database&, const FileProgress&)>& shape,
+                                        const FileProgress& go) {
+    if (!copy(from, to, go, false)) return std::nullopt;
+    Database view = open(to);
+    view.m_connection->relax();
+    const auto rest = [&](int percent) { return !go || go(WritingShare + percent * (100 - WritingShare) / 100); };
+    if (!shape(view, rest)) return std::nullopt;
+    view.m_connection->lookOnly(refusal);
+    return view;
+}
+
 TableCounts Workspace::rowCounts(const QString& path) {
     checkSource(path);
     return counts(openRaw(path, SQLITE_OPEN_READONLY).get());

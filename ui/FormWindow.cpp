@@ -356,7 +356,10 @@ bool FormWindow::escape(Control* control) {
             search->clear();
         return true;
     }
-    if (main) return true;  // the program ends by its menu or its close box
+    if (main) {  // the program ends by its menu or its close box
+        if (auto* back = dynamic_cast<Button*>(m_form.find(u"comheute")); back && back->visible()) press(*back);
+        return true;
+    }
     if (control && control->onKey) return control->key(Key::Escape);
     if (mayClose()) m_form.act([this] { m_form.closeBox(); });
     return true;

@@ -12,15 +12,8 @@ const QString Stem = QStringLiteral("Musterbetrieb-");
 
 }  // namespace
 
-SampleFolder::SampleFolder(const QString& userFolder)
-    : m_folder(QDir().mkpath(userFolder) ? userFolder + Stem + QStringLiteral("XXXXXX") : QString()) {
-    if (m_folder.isValid() && QDir(m_folder.path()).mkpath(QStringLiteral("daten")) &&
-        QDir(m_folder.path()).mkpath(QStringLiteral("nutzer")) && m_lock.nehmen(m_folder.path()))
-        return;
-    throw DatabaseError(DatabaseError::Kind::Io,
-                        QStringLiteral("Im Ordner \"%1\" kann nicht geschrieben werden. Bitte prüfen Sie, ob auf dem "
-                                       "Datenträger noch Platz ist und ob Sie dort Schreibrechte haben.")
-                            .arg(QDir::toNativeSeparators(userFolder)));
+SampleFolder::SampleFolder(const QString& userFolder) : m_folder(userFolder, Stem) {
+    for (const QString& part : {data(), user()}) QDir().mkpath(part);
 }
 
 SamplePlatform::SamplePlatform(Platform& own, const SampleFolder& folder,
@@ -38,14 +31,7 @@ void SamplePlatform::setUserSetting(const QString& section, const QString& key, 
     m_set[section + u'/' + key] = value;
 }
 
-void removeLeftSampleFarms(const QString& userFolder) {
-    const QDir folder(userFolder);
-    for (const QString& name : folder.entryList({Stem + u'*'}, QDir::Dirs | QDir::NoSymLinks)) {
-        QDir left(folder.filePath(name));
-        Ordnersperre lock;
-        if (lock.nehmen(left.path())) left.removeRecursively();
-    }
-}
+void removeLeftSampleFarms(const QString& userFolder) { PrivateFolder::removeLeft(userFolder, Stem); }
 
 bool isSampleFarm(const Form& form) { return dynamic_cast<const SamplePlatform*>(&form.koben.platform); }
 

@@ -2,10 +2,10 @@
 // The sample farm: a made herd in a folder of its own, which goes when the visit ends, and the machine as a visit has
 // it. Settings, widths and places that the visitor changes stay in memory. Nothing of it reaches the user's data, and
 // what the program does with other places of the machine (backups, devices, files to import) is not on offer there.
-#include <QTemporaryDir>
 #include <functional>
 #include <map>
 
+#include "core/PrivateFolder.h"
 #include "ui/SystemPlatform.h"
 
 namespace koben {
@@ -22,17 +22,15 @@ struct SampleFarm {
     std::function<void(const QString& path, QDate today)> make = {};
 };
 
-/// The folder of one visit, in the user's own one. Its lock tells it from one that a killed program has left. Throws
-/// DatabaseError where it cannot be made.
+/// The folder of one visit. Throws DatabaseError where it cannot be made.
 class SampleFolder {
 public:
     explicit SampleFolder(const QString& userFolder);
-    QString data() const { return m_folder.filePath(QStringLiteral("daten/")); }
-    QString user() const { return m_folder.filePath(QStringLiteral("nutzer/")); }
+    QString data() const { return m_folder.file(QStringLiteral("daten/")); }
+    QString user() const { return m_folder.file(QStringLiteral("nutzer/")); }
 
 private:
-    QTemporaryDir m_folder;
-    Ordnersperre m_lock;
+    PrivateFolder m_folder;
 };
 
 /// The machine as a visit has it. What the user has set for her windows holds there too; what is set there is

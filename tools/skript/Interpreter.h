@@ -96,6 +96,7 @@ struct Commands {
     static void titel(Interpreter& run, const Command& command);
     static void variable(Interpreter& run, const Command& command);
     static void setze(Interpreter& run, const Command& command);
+    static void stand(Interpreter& run, const Command& command);
     static void sql(Interpreter& run, const Command& command);
     static void datei(Interpreter& run, const Command& command);
     static void schreibe(Interpreter& run, const Command& command);

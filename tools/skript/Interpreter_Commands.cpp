@@ -54,6 +54,7 @@ Commands::Handler Commands::find(const QString& word) {
         {QStringLiteral("titel"), titel},
         {QStringLiteral("variable"), variable},
         {QStringLiteral("setze"), setze},
+        {QStringLiteral("stand"), stand},
         {QStringLiteral("sql"), sql},
         {QStringLiteral("datei"), datei},
         {QStringLiteral("schreibe"), schreibe},
@@ -208,6 +209,16 @@ void Commands::setze(Interpreter& run, const Command& command) {
     const auto [name, value] = command.assignment();
     if (!run.program().set(name, value))
         throw Failure{QStringLiteral("%1 lässt sich nicht auf \"%2\" setzen").arg(name, value)};
+}
+
+void Commands::stand(Interpreter& run, const Command& command) {
+    Koben& koben = run.program();
+    Form& main = *koben.stack().front();
+    if (koben.front() != &main) throw Failure{QStringLiteral("%1 ist noch offen").arg(koben.front()->name())};
+    if (command.arguments.isEmpty()) throw Failure{QStringLiteral("stand verlangt einen Tag oder heute")};
+    main.act([&] {
+        if (koben.herdList) koben.herdList->Stand_zeigen(command.arguments);
+    });
 }
 
 void Commands::sql(Interpreter& run, const Command& command) { run.sql(command.arguments); }

@@ -80,10 +80,10 @@ LAYOUT(S_Datensicherung_neu) {
          row({button(form.comcloud), spring()}), spring() * 1, walk(&form.zurueck_cloud, form.weiter_cloud)});
     const Piece end = column(
         {label(form.Label1[Form::Ende]), text(form.binfos, 60) * 1, spring(), walk(nullptr, form.weiter_endebackup)});
-    const Piece back = column({label(form.Label1[Form::Rettung]),
-                               fields({field(QStringLiteral("La&ufwerk:"), combo(form.drive2, 40))}),
-                               row({button(form.comordner), spring()}), label(form.ordner), list(form.backups) * 1,
-                               label(form.vergleich), walk(&form.zurueck_backuprettung, form.weiter_backuprettung)});
+    const Piece back = column(
+        {label(form.Label1[Form::Rettung]), fields({field(QStringLiteral("La&ufwerk:"), combo(form.drive2, 40))}),
+         row({button(form.comordner), button(form.comtage), spring()}), label(form.ordner), list(form.backups) * 1,
+         label(form.vergleich), walk(&form.zurueck_backuprettung, form.weiter_backuprettung)});
     return column({tabs(form.tabsicherung, {begin, drive * 1, make * 1, cloud * 1, end * 1, back * 1}) * 1,
                    buttons({button(form.abbv)})});
 }

@@ -1,7 +1,10 @@
 #include "herd/PA_Koben.h"
 
+#include <QFrame>
+#include <QLabel>
 #include <QMenuBar>
 #include <QSplitter>
+#include <QVBoxLayout>
 
 #include "core/Konfig.h"
 #include "ui/AnimalPanel.h"
@@ -24,6 +27,30 @@ void addCommand(const koben::ui::Piece& bar, const char* menu, const QString& ca
     }
 }
 
+/// Says across the window that another day is shown, in the colours of what is chosen; not there today.
+class StandBand final : public QFrame, private koben::Control::View {
+public:
+    StandBand(koben::PA_Koben& form, QWidget* line) : View(form.standhinweis), m_form(form) {
+        setAutoFillBackground(true);
+        setBackgroundRole(QPalette::Highlight);
+        for (QLabel* words : line->findChildren<QLabel*>()) {
+            QFont bold = words->font();
+            bold.setBold(true);
+            words->setFont(bold);
+            words->setForegroundRole(QPalette::HighlightedText);
+        }
+        auto* box = new QVBoxLayout(this);
+        const int margin = fontMetrics().height() / 4;
+        box->setContentsMargins(2 * margin, margin, 2 * margin, margin);
+        box->addWidget(line);
+        changed(koben::Aspect::Visible);
+    }
+
+private:
+    void changed(koben::Aspect) override { setVisible(m_form.standhinweis.visible()); }
+    koben::PA_Koben& m_form;
+};
+
 }  // namespace
 
 LAYOUT(PA_Koben) {
@@ -31,9 +58,10 @@ LAYOUT(PA_Koben) {
         grid(form.datali, QStringLiteral("Noch keine Tiere. Legen Sie über „Bestand“ neue Schweine an oder "
                                          "lesen Sie über „Optionen / Import Excel“ eine Liste ein."));
     form.linksrechts.icon = QStringLiteral("aufteilung");
-    const Piece panel = column({flow({button(form.cmdok), button(form.abwaerts[1]), button(form.abwaerts[0]),
-                                      button(form.comdrucken), iconButton(form.linksrechts)}),
-                                animalPanel(form)});
+    const Piece panel =
+        column({flow({button(form.cmdok), button(form.abwaerts[1]), button(form.abwaerts[0]), button(form.comdrucken),
+                      button(form.comlebenslauf), iconButton(form.linksrechts)}),
+                animalPanel(form)});
     const Piece both = split(listOrFirstSteps(form, list), withToday(form, panel), 2, 1);
     auto* splitter = static_cast<QSplitter*>(both.widget);
     form.layoutChanged = [splitter, &form] {
@@ -45,14 +73,14 @@ LAYOUT(PA_Koben) {
     const Piece number = search(form.t, QStringLiteral("Saunummer"));
     markFromSearch(*number.widget, form.t, form.datali);
     const Piece bar = menus(form.menuBar());
-    addCommand(bar, "O_Optionen", QStringLiteral("Datenbank prüfen"), [&form] { form.Datenbank_pruefen(); });
     addCommand(bar, "H_Hilfe", QStringLiteral("Fehlerprotokoll für die Hilfe am Telefon"),
                [&form] { form.Fehlerprotokoll_zeigen(); });
     std::vector<Piece> pieces{bar, toolBar(form.toolBar())};
     if (isSampleFarm(form)) pieces.push_back(sampleFarmLine(form));
+    pieces.push_back(own(new StandBand(form, row({label(form.standhinweis) * 1, button(form.comheute)}).widget)));
     const Piece filters =
         flow({segments(form.optianzeige), segments(form.optiverkauft), row({plain(form.Label1), number}),
-              row({plain(form.Label2), segments(form.optisauen)})});
+              button(form.comstand), row({plain(form.Label2), segments(form.optisauen)})});
     for (const Piece& piece : {label(form.hinweis), filters, both, label(form.loeschhinweis), label(form.bezstati)})
         pieces.push_back(piece);
     return column(pieces);

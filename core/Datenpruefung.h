@@ -1,0 +1,36 @@
+#pragma once
+// The check of what the tables say, beside the pages of the file: bookings and their animals, and what is derived
+// against what is booked. Reads only; the repair is another step.
+#include <QStringList>
+
+#include "core/Zyklusdaten.h"
+#include "store/Action.h"
+
+namespace koben {
+
+/// One of the things that were looked at.
+struct Pruefbefund {
+    enum class Art {
+        InOrdnung,
+        Hinweis,     ///< for the user to look at; nothing is wrong with the file
+        Abgeleitet,  ///< counters, days or status do not fit the bookings: deriving anew mends it
+        OhneTier     ///< bookings whose animal is not there: taking them out mends it
+    };
+    Art art = Art::InOrdnung;
+    QString was;              ///< what was looked at
+    QString satz;             ///< what came of it, in a German sentence
+    QStringList zeilen = {};  ///< the first few cases
+};
+
+/// Nothing where it was given up.
+std::optional<std::vector<Pruefbefund>> Daten_pruefen(const Database& db, const Variablen& v,
+                                                      const CycleProgress& go = {});
+bool enthaelt(const std::vector<Pruefbefund>& findings, Pruefbefund::Art kind);
+
+/// Derives all animals anew, whatever the change log says. Within the action; false where it was given up, and then
+/// that must not be committed.
+bool Neu_ableiten(const Action& action, const Variablen& v, const CycleProgress& go = {});
+/// Deletes the bookings whose animal is not there; how many they were.
+qint64 Buchungen_ohne_Tier_loeschen(const Action& action);
+
+}  // namespace koben

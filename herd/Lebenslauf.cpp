@@ -1,0 +1,202 @@
+#include "herd/Lebenslauf.h"
+
+#include <QHash>
+#include <algorithm>
+
+#include "core/Buchungen.h"
+#include "core/PZ_Koben_Subs.h"
+
+namespace koben {
+namespace {
+
+/// A field as the details name it, and what stands behind its value.
+struct Angabe {
+    const char* field;
+    const char* label;
+    const char* unit = "";
+};
+
+/// The kinds of booking by their places in Buchungsart; texts and dates that are empty and numbers that are 0 are left
+/// out.
+const std::vector<Angabe> Angaben[] = {
+    {{"Ebernr", "Eber"},
+     {"Deckanzahl", "Deckungen"},
+     {"Belegungart", "Art"},
+     {"Belegungsstation", "Station"},
+     {"Kosten", "Kosten", "€"},
+     {"Kommentar", "Kommentar"},
+     {"Bemerkung", "Bemerkung"}},
+    {{"Trächtig", "Trächtig"}, {"Kosten", "Kosten", "€"}, {"Kommentar", "Kommentar"}, {"Bemerkung", "Bemerkung"}},
+    {{"LNr", "Wurf"},
+     {"Ferkel_Gesamt", "Ferkel"},
+     {"Ferkel_Lebendig", "lebend"},
+     {"Ferkel_Tot", "tot"},
+     {"Stück_Gewicht_kg", "je Stück", "kg"},
+     {"Kosten", "Kosten", "€"},
+     {"Kommentar", "Kommentar"},
+     {"Bemerkung", "Bemerkung"}},
+    {{"Anzahl_Ferkel", "Ferkel"},
+     {"Stück_Gewicht_kg", "je Stück", "kg"},
+     {"Kommentar", "Kommentar"},
+     {"Bemerkung", "Bemerkung"}},
+    {{"Anzahl_Ferkel", "Ferkel abgegeben"},
+     {"Zu_Saunr", "Sau"},
+     {"Kommentar", "Kommentar"},
+     {"Bemerkung", "Bemerkung"}},
+    {{"Anzahl_Ferkel", "Ferkel"},
+     {"Grund", "Grund"},
+     {"Kosten", "Kosten", "€"},
+     {"Kommentar", "Kommentar"},
+     {"Bemerkung", "Bemerkung"}},
+    {{"Anzahl_Verkauf", "verkauft"},
+     {"Anzahl_Einkauf", "zugekauft"},
+     {"Preis_je_Stück", "je Stück", "€"},
+     {"Einnahmen", "Einnahmen", "€"},
+     {"Ausgaben", "Ausgaben", "€"},
+     {"Gesamtgewicht_kg", "Gewicht", "kg"},
+     {"Kunde", "Kunde"},
+     {"Kommentar", "Kommentar"}},
+    {{"Behandlungsart", "Art"},
+     {"Medikament", "Medikament"},
+     {"Menge", "Menge"},
+     {"Einheit", "Einheit"},
+     {"Verabreichungsart", "Verabreichung"},
+     {"Wartezeit_Datum", "Wartezeit bis"},
+     {"Tierarzt", "Tierarzt"},
+     {"Beleg_Nr", "Beleg"},
+     {"Kosten", "Kosten", "€"},
+     {"Kommentar", "Kommentar"},
+     {"Bemerkung", "Bemerkung"}}};
+
+const std::vector<Angabe> Zugang{{"Zugangsgrund", "Grund"},
+                                 {"Lieferant", "Lieferant"},
+                                 {"Zugangsgewicht_kg", "Gewicht", "kg"},
+                                 {"Einkaufspreis", "Preis", "€"}};
+const std::vector<Angabe> Abgang{{"Abgangsgrund", "Grund"},
+                                 {"Abnehmer", "Abnehmer"},
+                                 {"Abgangsgewicht_kg", "Gewicht", "kg"},
+                                 {"Verkaufspreis", "Preis", "€"}};
+const std::vector<Angabe> Box{{"Stallnr", "Stall"}};
+
+/// What stands on one day: arrival before, departure behind what was booked on it.
+enum Rang { Geboren, Gekommen, Umgestallt, Gebucht, Geaendert, Gegangen };
+
+QString utf8(const char* text) { return QString::fromUtf8(text); }
+
+QString valueText(const Value& value) {
+    if (value.isNull()) return {};
+    const QString text = Hochkomma_ersetzen(value);
+    return value.isText() || value.isDate() || value.toDouble() != 0 ? text : QString();
+}
+
+QString details(const Table& rows, int row, const std::vector<Angabe>& fields) {
+    QStringList told;
+    for (const Angabe& each : fields) {
+        const QString text = valueText(rows.value(row, rows.columnOf(utf8(each.field))));
+        if (text.isEmpty()) continue;
+        told += utf8(each.label) + u' ' + text + (*each.unit ? u' ' + utf8(each.unit) : QString());
+    }
+    return told.join(QStringLiteral(", "));
+}
+
+class Leben {
+public:
+    Leben(const Database& db, qint64 animal, const std::vector<Aenderung>& changes) : m_db(db), m_animal(animal) {
+        for (const Aenderung& each : changes) {
+            if (each.what == Aenderung::What::Added) m_added.insert(key(each.table, each.row), each.when);
+            if (each.table.compare(u"Sauen", Qt::CaseInsensitive) == 0) addChange(each);
+        }
+    }
+
+    std::vector<Lebensereignis> read() {
+        const Table animal = m_db.table(QStringLiteral("select * from Sauen where ID = %1").arg(m_animal));
+        if (animal.rowCount() == 0) return {};
+        const QString number = Hochkomma_ersetzen(animal.text(0, animal.columnOf(u"Nummer")));
+        addRowDay(animal, u"Geburtsdatum", Geboren, QStringLiteral("Geburt"), {});
+        addRowDay(animal, u"Zugangsdatum", Gekommen, QStringLiteral("Zugang"), Zugang);
+        addRowDay(animal, u"BoxDatum", Umgestallt, QStringLiteral("In Box gestellt"), Box);
+        addRowDay(animal, u"Abgangsdatum", Gegangen, QStringLiteral("Abgang"), Abgang);
+        for (int kind = 0; kind < static_cast<int>(std::size(Buchungsarten)); ++kind) addBookings(kind, number);
+        if (animal.text(0, animal.columnOf(u"Art")) == u"Eber") addServed(number);
+        std::stable_sort(m_events.begin(), m_events.end(), [](const Event& a, const Event& b) {
+            return std::pair(a.event.tag, a.rank) < std::pair(b.event.tag, b.rank);
+        });
+        std::vector<Lebensereignis> result;
+        for (Event& each : m_events) result.push_back(std::move(each.event));
+        return result;
+    }
+
+private:
+    struct Event {
+        Lebensereignis event;
+        Rang rank;
+    };
+    static QString key(const QString& table, qint64 row) { return table.toLower() + u' ' + QString::number(row); }
+    QDateTime written(const QString& table, qint64 row) const { return m_added.value(key(table, row)); }
+
+    void addRowDay(const Table& animal, QStringView field, Rang rank, const QString& what,
+                   const std::vector<Angabe>& fields) {
+        const QDate day = animal.value(0, animal.columnOf(field)).toDate();
+        if (!day.isValid()) return;
+        const QDateTime when = rank == Gekommen ? written(QStringLiteral("Sauen"), m_animal) : QDateTime();
+        m_events.push_back({{static_cast<qint32>(day.toJulianDay()), what, details(animal, 0, fields), when}, rank});
+    }
+
+    /// Her own, and those of the farm's lists of piglets that name her as the mother.
+    void addBookings(int place, const QString& number) {
+        const Artangaben& kind = Buchungsarten[place];
+        QString sql = QStringLiteral("select * from %1 where Kennung = %2").arg(utf8(kind.table)).arg(m_animal);
+        if (utf8(kind.texts).contains(u"Muttersau") && !number.isEmpty())
+            sql += QStringLiteral(" or (Muttersau = '%1' and (Kennung IS NULL or Kennung = 0))").arg(number);
+        const Table rows = m_db.table(sql + QStringLiteral(" order by ID"));
+        for (int row = 0; row < rows.rowCount(); ++row) add(place, rows, row, {}, 0);
+    }
+
+    /// A boar's services over all sows.
+    void addServed(const QString& number) {
+        if (number.isEmpty()) return;
+        const Table rows = m_db.table(
+            QStringLiteral("select Belegung.Datum, Belegung.Deckanzahl, Belegung.Kosten, Belegung.ID, Sauen.Nummer as "
+                           "Saunr, Sauen.ID as Sau from Belegung left join Sauen on Belegung.Kennung = Sauen.ID where "
+                           "Belegung.Ebernr = '%1' order by Belegung.ID")
+                .arg(number));
+        for (int row = 0; row < rows.rowCount(); ++row)
+            add(-1, rows, row, QStringLiteral("Sau ") + Hochkomma_ersetzen(rows.text(row, rows.columnOf(u"Saunr"))),
+                rows.integer(row, rows.columnOf(u"Sau")));
+    }
+
+    void add(int place, const Table& rows, int row, const QString& served, qint64 sow) {
+        static const std::vector<Angabe> Deckung{{"Deckanzahl", "Deckungen"}, {"Kosten", "Kosten", "€"}};
+        const Artangaben& kind = Buchungsarten[std::max(place, 0)];
+        const QDate day = rows.value(row, rows.columnOf(u"Datum")).toDate();
+        QStringList told{served, details(rows, row, place < 0 ? Deckung : Angaben[place])};
+        told.removeAll(QString());
+        m_events.push_back({{day.isValid() ? static_cast<qint32>(day.toJulianDay()) : 0,
+                             place < 0 ? QStringLiteral("Deckung") : utf8(kind.noun), told.join(QStringLiteral(", ")),
+                             written(utf8(kind.table), rows.integer(row, rows.columnOf(u"ID"))), sow},
+                            Gebucht});
+    }
+
+    void addChange(const Aenderung& change) {
+        if (change.row != m_animal || change.what != Aenderung::What::Changed) return;
+        const auto shown = [](const QString& text) { return text.isEmpty() ? QStringLiteral("leer") : text; };
+        m_events.push_back(
+            {{static_cast<qint32>(change.when.date().toJulianDay()), QStringLiteral("Änderung"),
+              QStringLiteral("%1: %2, vorher %3").arg(change.field, shown(change.after), shown(change.before)),
+              change.when},
+             Geaendert});
+    }
+
+    const Database& m_db;
+    const qint64 m_animal;
+    QHash<QString, QDateTime> m_added;
+    std::vector<Event> m_events;
+};
+
+}  // namespace
+
+std::vector<Lebensereignis> Lebenslauf_lesen(const Database& db, qint64 animal, const std::vector<Aenderung>& changes) {
+    return Leben(db, animal, changes).read();
+}
+
+}  // namespace koben
