@@ -36,7 +36,7 @@ $TRIPLET-strip --strip-unneeded "$dist"/bin/*.exe "$dist"/bin/*.dll "$dist"/plug
 printf '%s\r\n' '[Paths]' 'Prefix = ..' '[Platforms]' 'WindowsArguments = darkmode=1' >"$dist/bin/qt.conf"
 cp /usr/share/qt6/translations/qtbase_de.qm "$dist/translations/"
 
-cp "$PROJECT"/beispiel/*.csv "$PROJECT"/hilfe/*.HLP "$dist/share/koben/"
+cp "$PROJECT"/beispiel/*.csv "$PROJECT"/hilfe/*.HLP "$OUT/bau/share/koben/Stall.html" "$dist/share/koben/"
 manual=$(ls "$PROJECT"/build/handbuch/*.pdf 2>/dev/null | head -1)
 if [ -n "$manual" ]; then
     cp "$manual" "$dist/share/koben/KOBEN-Handbuch.pdf"
