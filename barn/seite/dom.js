@@ -29,11 +29,11 @@ function toast(text) {
     place.textContent = text;
     place.hidden = false;
     clearTimeout(toast.timer);
-    toast.timer = setTimeout(() => { place.hidden = true; }, 5000);
+    toast.timer = setTimeout(() => { place.hidden = true; }, 4000);
 }
 
 /// Asks; the answer is the position of the button, the first one where the question is closed otherwise.
-function ask(text, buttons) {
+function ask(text, buttons, primary = buttons.length - 1) {
     return new Promise((answer) => {
         const box = el('dialog', {}, ...String(text).split('\n').map((line) => el('p', {}, line)));
         const done = (choice) => {
@@ -43,7 +43,7 @@ function ask(text, buttons) {
         };
         const row = el('div', {className: 'knoepfe'});
         buttons.forEach((caption, at) =>
-            row.append(button(caption, () => done(at), at === buttons.length - 1 ? 'haupt' : '')));
+            row.append(button(caption, () => done(at), at === primary ? 'haupt' : '')));
         box.addEventListener('cancel', () => done(0));
         box.append(row);
         document.body.append(box);

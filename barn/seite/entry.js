@@ -23,6 +23,7 @@ class Entry {
         this.preset();
         if (booking) this.show(booking);
         if (draft) for (const [name, text] of draft.typed) this.controls.get(name)?.write(text);
+        this.noteDay();
     }
 
     choices(field) {
@@ -55,13 +56,14 @@ class Entry {
         const set = (field, text) => this.controls.get(field).write(String(text));
         (FieldRules[this.kind.name] ?? (() => {}))(name, get, set, this);
         this.controls.get(name).wrong('');
-        if (name === 1) this.noteDay();
+        this.noteDay();
         this.typed();
     }
 
+    /// The browser shows days in the telephone's language; the farm reads them in hers.
     noteDay() {
         const day = this.day.read();
-        this.day.note(day > today() ? 'Das Datum liegt in der Zukunft.' : '');
+        this.day.note(day ? `${weekday(day)}, ${germanDay(day)}` + (day > today() ? ' – liegt in der Zukunft' : '') : '');
     }
 
     typed() {
@@ -115,7 +117,9 @@ class Entry {
         const found = checkFields(this.kind, booking);
         for (const {name, text} of found) this.controls.get(name).wrong(text);
         if (found.length > 0) {
-            this.controls.get(found[0].name).focus();
+            const first = this.controls.get(found[0].name);
+            first.focus();
+            first.element.scrollIntoView({block: 'center'});
             return false;
         }
         for (const question of questionsOf(booking, this.herd))
@@ -153,7 +157,7 @@ class Entry {
 
     async remove() {
         const question = `${this.kind.name} ${this.old.fields[0]} vom ${this.old.fields[1]} löschen?`;
-        if (await ask(question, ['Behalten', 'Löschen']) !== 1) return;
+        if (await ask(question, ['Behalten', 'Löschen'], 0) !== 1) return;
         const stored = (await page.store.all()).find((record) => record.id === this.id);
         if (stored?.handover) await tell('Diese Buchung wurde inzwischen übergeben und bleibt stehen.');
         else await page.store.write([], [this.id, draftId()]);

@@ -1,27 +1,29 @@
 // The controls of an entry: each shows a field of a booking, takes only what the file can hold, and shows what is wrong with
 // it where it stands.
 
-/// {element, read(), write(text), wrong(text)} for a field; `left` is called when the user has left it, `typed` at each key.
+/// {element, read(), write(text), wrong(text), note(text)} for a field. Of the context `left` is called when the user has left
+/// it, `typed` at each key.
 function control(field, context) {
     const input = makeInput(field, context);
-    const note = el('p', {className: 'falsch', hidden: true, role: 'alert'});
+    const fault = el('p', {className: 'falsch', hidden: true, role: 'alert'});
+    const note = el('p', {className: 'merke', hidden: true, role: 'status'});
+    const show = (place, text) => {
+        place.textContent = text;
+        place.hidden = !text;
+    };
     const head = el('label', {htmlFor: input.element.id}, field.label);
-    const element = el('div', {className: 'feld', 'data-feld': field.name}, head, input.shown ?? input.element, note);
+    const element = el('div', {className: 'feld', 'data-feld': field.name}, head, input.shown ?? input.element, note, fault);
     return {
         field,
         element,
         read: input.read,
         write: input.write,
         wrong(text) {
-            note.textContent = text;
-            note.hidden = !text;
+            show(fault, text);
             input.element.setAttribute('aria-invalid', text ? 'true' : 'false');
             if (text) input.element.closest('details')?.setAttribute('open', '');
         },
-        note(text) {
-            note.textContent = text;
-            note.hidden = !text;
-        },
+        note: (text) => show(note, text),
         focus: () => input.element.focus()
     };
 }
@@ -34,7 +36,6 @@ function makeInput(field, context) {
     if (field.type === 'day') {
         Object.assign(element, {type: 'date', min: '0100-01-01', max: '9999-12-31'});
         element.addEventListener('input', context.typed);
-        plain.unreadable = () => element.validity.badInput;
         return plain;
     }
     if (field.type === 'text') return textInput(field, element, plain, context);

@@ -103,7 +103,9 @@ class Herd {
     /// Choices for a field, those fixed before the ones in use.
     choices(field) {
         const inUse = (this.lists[field.list] ?? []).map(deskText);
-        return [...new Set([...(field.before ?? []), ...inUse])].filter((text) => text !== '');
+        const place = ['Medikament', 'Behandlungsart'].indexOf(field.name);
+        const medicines = place < 0 ? [] : (this.farm.medicines ?? []).map((medicine) => medicine[place]);
+        return [...new Set([...(field.before ?? []), ...inUse, ...medicines])].filter((text) => text !== '');
     }
 
     countAtDesk(booking) {
@@ -126,13 +128,13 @@ class Herd {
 
     // ------------------------------------------------------------------------------------------------ today's work
 
-    /// Rows {work, kind, number, pen, from, to, late, done}, the most urgent first.
+    /// Rows {work, kind, number, pen, from, to, late, done}: what is open first, of what is due the soonest end, of what is
+    /// late the latest.
     planOf(day) {
         const rows = this.farm.plan ? this.deskPlan() : this.filePlan();
         return rows.map((row) => ({...row, late: row.ends && row.to < day, done: this.isDone(row)}))
             .filter((row) => row.late || (row.from <= day && row.to >= day))
-            .sort((a, b) => Number(a.done) - Number(b.done) || Number(b.late) - Number(a.late) ||
-                a.to.localeCompare(b.to));
+            .sort((a, b) => Number(a.done) - Number(b.done) || (a.late ? -1 : 1) * a.to.localeCompare(b.to));
     }
 
     deskPlan() {

@@ -85,7 +85,7 @@ function value(booking, name) {
 function summary(booking) {
     const kind = kindOf(booking.kind);
     const parts = kind.fields.map((field, at) => {
-        const text = booking.fields[at + 2] ?? '';
+        const text = (booking.fields[at + 2] ?? '').replace(field.point ? '.' : '\n', ',');
         if (text === '' || text === '0,00' || text === '0') return '';
         if (field.type === 'choice') return field.items.find(([key]) => key === text)?.[1] ?? text;
         return field.type === 'text' ? text : field.label.replace(/ \(.*/, '') + ' ' + text;

@@ -1,6 +1,6 @@
 // Today's work, the herd, and one animal.
 
-const MostHits = 60, MostBookings = 40;
+const MostHits = 60, MostBookings = 40, MostLate = 100;
 
 function heading(text, ...more) {
     return el('header', {}, el('h1', {}, text), ...more);
@@ -19,10 +19,14 @@ function animalLink(number, className, ...children) {
 function viewToday() {
     const herd = page.herd, day = today();
     const rows = herd.planOf(day);
+    const due = rows.filter((row) => !row.late), late = rows.filter((row) => row.late);
     return [heading(weekday(day) + ', ' + germanDay(day), el('p', {className: 'leise'}, herdText())),
         draftBanner(),
         planNote(rows),
-        el('ul', {className: 'liste'}, rows.map(planRow))];
+        el('ul', {className: 'liste'}, due.map(planRow)),
+        late.length > 0 ? el('h2', {}, counted(late.length, 'Arbeit', 'Arbeiten') + ' überfällig') : null,
+        el('ul', {className: 'liste'}, late.slice(0, MostLate).map(planRow)),
+        late.length > MostLate ? el('p', {className: 'hinweis'}, `Gezeigt sind die ${MostLate} jüngsten.`) : null];
 }
 
 function herdText() {
