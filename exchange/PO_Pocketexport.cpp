@@ -4,6 +4,7 @@
 
 #include "core/PZ_Koben_Subs.h"
 #include "exchange/Geraeteabschnitte.h"
+#include "exchange/Stallseite.h"
 #include "store/Files.h"
 
 namespace koben {
@@ -53,13 +54,26 @@ void PO_Pocketexport::writeFile() {
             "Es wurden lt. den aktuellen Einstellungen keine Tiere gefunden! Der Datenexport wird abgebrochen.");
     const QString path = koben.Datenordner + DateiZumGeraet;
     if (const QString reason = writeFileThrough(path + ".neu", path, bytes); !reason.isEmpty())
+<<<<<<< HEAD
         return koben.message(fileFailure(
             QStringLiteral("Die Exportdatei %1 kann nicht geschrieben werden").arg(QDir::toNativeSeparators(path)),
             reason));
+=======
+        return koben.message(
+            fileFailure(QStringLiteral("Die Exportdatei %1 kann nicht geschrieben werden").arg(path), reason));
+    const QString pageTrouble = keepPage(choice, bytes);
+>>>>>>> scheune
     koben.message("Die Exportdatei wurde im Ordner " + koben.Datenordner +
                   " abgelegt. Mit dem Schritt 2 können diese direkt auf den Pocket-PC kopiert werden. Die Datei kann "
                   "auch mit dem Windows-Explorer in das Hauptverzeichnis des Pocket-PC's kopiert werden.");
     if (geraet.known()) geraet.send(DateiZumGeraet);
+    if (!pageTrouble.isEmpty()) koben.message(pageTrouble);
+}
+
+/// The export is done: where the page cannot be made the user reads that at the end.
+QString PO_Pocketexport::keepPage(const Exportauswahl& choice, const QByteArray& exchangeFile) {
+    const WaitCursor wait(koben);
+    return writeBarnPage(koben, m_db, choice, exchangeFile);
 }
 
 void PO_Pocketexport::copyToDevice() {

@@ -27,6 +27,7 @@ public:
 private:
     void Load() override;
     void writeFile();
+    QString keepPage(const Exportauswahl& choice, const QByteArray& exchangeFile);
     void copyToDevice();
 };
 

@@ -1,0 +1,45 @@
+# Puts the phone's page together: style and scripts go into the one HTML file, each with its hash, so that the browser runs
+# nothing else:
+#   cmake -DOUT=file -DFROM=folder -P Stallseite.cmake -- SCRIPT...
+# The scripts share one scope, in the order given.
+cmake_policy(SET CMP0054 NEW)
+
+# The base64 of a text's SHA-256.
+function(base64_hash text out)
+  set(signs ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/)
+  string(SHA256 hex "${text}")
+  string(APPEND hex 00)  # 33 bytes are 44 signs; the last one stands for nothing
+  set(result "")
+  foreach(at RANGE 0 60 6)
+    string(SUBSTRING ${hex} ${at} 6 group)
+    foreach(shift 18 12 6 0)
+      math(EXPR sign "(0x${group} >> ${shift}) & 63")
+      string(SUBSTRING ${signs} ${sign} 1 sign)
+      string(APPEND result ${sign})
+    endforeach()
+  endforeach()
+  string(SUBSTRING ${result} 0 43 result)
+  set(${out} ${result}= PARENT_SCOPE)
+endfunction()
+
+set(SCRIPT "\n(() => {\n'use strict';\n")
+set(inputs OFF)
+math(EXPR last "${CMAKE_ARGC} - 1")
+foreach(i RANGE ${last})
+  if(inputs)
+    file(READ "${FROM}/${CMAKE_ARGV${i}}.js" module)
+    string(APPEND SCRIPT "\n${module}")
+  elseif("${CMAKE_ARGV${i}}" STREQUAL "--")
+    set(inputs ON)
+  endif()
+endforeach()
+string(APPEND SCRIPT "})();\n")
+file(READ "${FROM}/style.css" STYLE)
+string(PREPEND STYLE "\n")
+base64_hash("${SCRIPT}" SCRIPT_HASH)
+base64_hash("${STYLE}" STYLE_HASH)
+file(READ "${FROM}/Stall.html" page)
+foreach(part STYLE_HASH SCRIPT_HASH STYLE SCRIPT)
+  string(REPLACE "@${part}@" "${${part}}" page "${page}")
+endforeach()
+file(WRITE "${OUT}" "${page}")

@@ -1,0 +1,16 @@
+#pragma once
+// The page for the phone in the barn, beside the exchange file: the shipped page (barn/seite) with the farm's data
+// inside.
+#include "exchange/Geraeteexport.h"
+#include "forms/Koben.h"
+
+namespace koben {
+
+extern const QString Stallseite;  ///< its name in the data folder
+
+/// Writes the page whole or not at all: the exchange file, the work of the next days and what is overdue, the
+/// medicines, and the distances that entries are checked by. The farm's mark, by which a browser tells her bookings
+/// from those of others, is that of the page before. "", or a message for the user.
+QString writeBarnPage(Koben& koben, const Database& db, const Exportauswahl& choice, const QByteArray& exchangeFile);
+
+}  // namespace koben
