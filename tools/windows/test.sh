@@ -210,9 +210,10 @@ fenster() {
     picture nach-abschuss
     keys Return
     check "geht zu" close_window
-    check "Einstellungen in der Registry" wine reg query 'HKCU\Software\KOBEN\KOBEN' >/dev/null
+    check "Einstellungen in der Registry" settings
 }
 
+settings() { wine reg query 'HKCU\Software\KOBEN\KOBEN' >/dev/null 2>&1; }
 second_start() {
     printf 'ordner %s\nstart\n' "C:/Daten/Sauenplaner_KOBEN2" >"$OUT/zweiter.skript"
     "$WINDOWS/skript.sh" "$OUT/zweiter.skript" 2>/dev/null | grep -q '^! Die Anwendung wurde bereits gestartet!'
