@@ -1,4 +1,6 @@
 // The panel: all data and bookings of the selected animal as text.
+#include <QDir>
+
 #include "core/Einstellungen.h"
 #include "core/PZ_Koben_Subs.h"
 #include "herd/PA_Koben.h"
