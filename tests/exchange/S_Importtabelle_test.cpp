@@ -119,7 +119,7 @@ TEST(Importtabelle, andereDateienWerdenAbgelehnt) {
     };
     for (const auto& fall : faelle) {
         Importlauf run;
-        const QString path = run.datei(fall.bytes);
+        const QString path = QDir::toNativeSeparators(run.datei(fall.bytes));
         run.importieren(path, {});
         const QStringList gesagt = run.meldungen();
         ASSERT_EQ(gesagt.size(), 2);

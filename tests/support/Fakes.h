@@ -202,7 +202,7 @@ public:
     }
     QList<Drive> drives() override {
         constexpr qint64 gigabyte = 1'000'000'000;
-        return QList<Drive>{{QStringLiteral("/"), {}, 100 * gigabyte, 500 * gigabyte}} + sticks;
+        return QList<Drive>{{QDir::rootPath(), {}, 100 * gigabyte, 500 * gigabyte}} + sticks;
     }
     QString userSetting(const QString& section, const QString& key) override {
         const auto found = settings.find(section + "/" + key);
