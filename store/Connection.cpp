@@ -275,10 +275,15 @@ void Connection::aboutToWrite(const QString& text) {
 int Connection::write(const Command& command, const std::vector<Value>& parameters) {
     Loan loan(*this, command.plan->sql);
     bind(loan.get(), command, parameters);
-    aboutToWrite(command.text);
-    while (step(loan.get(), command.text)) {
-    }
+    stepWrite(loan.get(), command);
     return sqlite3_changes(file());
+}
+
+void Connection::stepWrite(sqlite3_stmt* statement, const Command& command) {
+    const JournalRecorder::Expectation expected(m_recorder.get(), command.plan->updated, command.plan->sets);
+    aboutToWrite(command.text);
+    while (step(statement, command.text)) {
+    }
 }
 
 void Connection::writeNative(const std::string& sql, const QString& text) {

@@ -117,6 +117,8 @@ public:
     QString window() const { return m_window && *m_window ? (*m_window)() : QString(); }
     QDateTime now() const { return m_now ? m_now() : QDateTime::currentDateTime(); }
 
+    /// Steps a writing statement to its end.
+    void stepWrite(sqlite3_stmt* statement, const Command& command);
     /// Gathers what actions change; nullptr where no journal is kept.
     JournalRecorder* recorder() const { return m_recorder.get(); }
     void keepJournal(bool on);

@@ -97,6 +97,21 @@ void JournalRecorder::lost() {
     for (const auto& sheet : m_sheets) std::unordered_map<qint64, Change>().swap(sheet->changes);
 }
 
+JournalRecorder::Expectation::Expectation(JournalRecorder* recorder, const sql::TableInfo* table,
+                                          const std::vector<int>& columns)
+    : m_recorder(recorder && recorder->m_on && table ? recorder : nullptr) {
+    if (!m_recorder) return;
+    for (const auto& sheet : m_recorder->m_sheets)
+        if (sheet->layout.fields.size() == qsizetype(table->columns.size()) &&
+            QString::fromStdString(sheet->layout.table) == table->name)
+            m_recorder->m_expected = sheet.get();
+    m_recorder->m_columns = &columns;
+}
+
+JournalRecorder::Expectation::~Expectation() {
+    if (m_recorder) m_recorder->m_expected = nullptr;
+}
+
 JournalRecorder::Sheet* JournalRecorder::sheetOf(const char* table) {
     if (table == m_lastName) return m_lastSheet;
     const auto found =
@@ -189,6 +204,16 @@ void JournalRecorder::deleted(Sheet& sheet, qint64 row) {
     m_bytes += change.before.size();
 }
 
+void JournalRecorder::compare(const Sheet& sheet, size_t field, Change& change) const {
+    sqlite3_value* was = before(sheet, field);
+    sqlite3_value* is = after(sheet, field);
+    if (journal::sameValues(was, is)) return;
+    journal::putNumber(change.before, field);
+    journal::putValue(change.before, was, sheet.layout.reals[field]);
+    journal::putNumber(change.after, field);
+    journal::putValue(change.after, is, sheet.layout.reals[field]);
+}
+
 void JournalRecorder::changed(Sheet& sheet, qint64 row) {
     if (const auto known = sheet.changes.find(row); known != sheet.changes.end()) {
         noteOwner(sheet, false);
@@ -199,15 +224,10 @@ void JournalRecorder::changed(Sheet& sheet, qint64 row) {
         return;
     }
     Change change{Kind::Changed, {}, {}};
-    for (size_t i = 0; i < sheet.layout.places.size(); ++i) {
-        sqlite3_value* was = before(sheet, i);
-        sqlite3_value* is = after(sheet, i);
-        if (journal::sameValues(was, is)) continue;
-        journal::putNumber(change.before, i);
-        journal::putValue(change.before, was, sheet.layout.reals[i]);
-        journal::putNumber(change.after, i);
-        journal::putValue(change.after, is, sheet.layout.reals[i]);
-    }
+    if (m_expected == &sheet && sqlite3_preupdate_depth(m_connection.file()) == 0)
+        for (const int column : *m_columns) compare(sheet, static_cast<size_t>(column), change);
+    else
+        for (size_t i = 0; i < sheet.layout.places.size(); ++i) compare(sheet, i, change);
     if (change.after.empty()) return;
     noteOwner(sheet, true);
     noteOwner(sheet, false);

@@ -10,6 +10,9 @@
 namespace koben {
 
 class Connection;
+namespace sql {
+struct TableInfo;
+}
 
 /// A table as the recorder sees it: its fields without the hidden sort keys.
 struct JournalLayout {
@@ -43,6 +46,19 @@ public:
     bool recording() const { return m_on; }
     /// Something happened that is not gathered, such as a change of tables.
     void lost();
+    /// While it lives, a statement runs that sets only these columns of a table: of many rows, the others need not be
+    /// looked at.
+    class Expectation {
+    public:
+        Expectation(JournalRecorder* recorder, const sql::TableInfo* table, const std::vector<int>& columns);
+        ~Expectation();
+        Expectation(const Expectation&) = delete;
+        Expectation& operator=(const Expectation&) = delete;
+
+    private:
+        JournalRecorder* m_recorder;
+    };
+
     /// Ends the gathering; the layouts that it names are in the file then.
     JournalRecord finish();
 
@@ -66,6 +82,7 @@ private:
     void deleted(Sheet& sheet, qint64 row);
     void changed(Sheet& sheet, qint64 row);
     void extend(const Sheet& sheet, Change& change);
+    void compare(const Sheet& sheet, size_t field, Change& change) const;
     sqlite3_value* before(const Sheet& sheet, size_t field) const;
     sqlite3_value* after(const Sheet& sheet, size_t field) const;
     journal::Bytes whole(const Sheet& sheet, bool old) const;
@@ -79,6 +96,8 @@ private:
     std::vector<std::unique_ptr<Sheet>> m_sheets;
     const char* m_lastName = nullptr;
     Sheet* m_lastSheet = nullptr;
+    const Sheet* m_expected = nullptr;  ///< whose rows the statement sets, in these columns
+    const std::vector<int>* m_columns = nullptr;
     std::unordered_set<qint64> m_owners;
     std::vector<std::pair<std::string, qint64>> m_counters;
     quint64 m_schemaNumber = 0;

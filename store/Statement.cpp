@@ -77,9 +77,7 @@ int Statement::run(const std::vector<Value>& values) {
         throw DatabaseError::ofStatement(
             Kind::State, QStringLiteral("Eine Auswahlabfrage kann nicht ausgeführt werden"), m_impl->command.text);
     m_impl->bind(values);
-    m_impl->connection->aboutToWrite(m_impl->command.text);
-    while (m_impl->connection->step(m_impl->statement.get(), m_impl->command.text)) {
-    }
+    m_impl->connection->stepWrite(m_impl->statement.get(), m_impl->command);
     sqlite3_reset(m_impl->statement.get());
     m_impl->bound = false;
     return sqlite3_changes(m_impl->connection->file());

@@ -92,6 +92,8 @@ void Emitter::update(const Update& update, const std::vector<int>& columns) {
         if (!column.keyName.empty())
             sets.push_back(column.keyName + " = " + assignedKey(*update.sets[i].value, column, value));
     }
+    m_plan.updated = update.source->table;
+    m_plan.sets = columns;
     m_plan.sql = "UPDATE " + source(*update.source) + " SET " + joined(sets, ", ");
     if (update.where) m_plan.sql += " WHERE " + truth(*update.where);
 }

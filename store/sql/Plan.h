@@ -51,6 +51,9 @@ struct Plan {
     std::string rowSql;        ///< the fields of the row `?` (number slots + 1)
     std::vector<int> columns;  ///< of the table, for each field; -1 for an expression
 
+    const TableInfo* updated = nullptr;  ///< of an update, and the columns that it sets
+    std::vector<int> sets;
+
     std::unique_ptr<PivotPlan> pivot;
     std::unique_ptr<Ddl> ddl;
     std::shared_ptr<const Catalog> catalog;

@@ -188,6 +188,16 @@ const DataFolder& farmWithPredecessor() {
     return folder;
 }
 
+/// The sample farm after a weaning with losses and piglets taken in.
+const DataFolder& weanedFarm() {
+    static const DataFolder folder;
+    if (QFile::exists(folder.database())) return folder;
+    folder.copyFrom(sampleFarm());
+    Session first(folder);
+    perform(taskNamed("absetzungMitEinbuchen"), first);
+    return folder;
+}
+
 std::vector<Task> onHerd() {
     return {{"ersterStart", nullptr, startOnly},
             {"import", emptyFarm, importList, "! Die Daten wurden in der Datenbasis gespeichert"},
@@ -202,6 +212,7 @@ std::vector<Task> onHerd() {
             {"festeSaunummer", sampleFarm, onMain("XB_Feste_Saunummer_zuordnen", {1}, {true}, {"6"})},
             {"datenuebernahme", farmWithPredecessor, onForm("O_Datenauskoben1", {}, clicks("start"), {true}),
              "! Die Daten wurden erforgreich"},
+            {"ruecknahme", weanedFarm, onForm("V_verlauf", {}, clicks("ruecknahme"))},
             {"komprimieren", sampleFarm, onMain("O_Datenbankkomprimieren", {1}, {true}),
              "! Die Komprimierung wurde erfolgreich", "", false, false},
             {"datensicherung", sampleFarm, backUp(false), "! Die Datensicherung wurde erstellt", "", true, false},

@@ -8,9 +8,10 @@
 namespace koben::robust {
 namespace {
 
-/// What the program derives by itself, and a file that another one replaces, are no actions.
+/// What the program derives by itself, a file that another one replaces, and taking back are no actions.
 bool isAction(const Task& task) {
-    static const QStringList others = {"ersterStart", "statusBeimStart", "rahmenSchliessen", "rueckholung"};
+    static const QStringList others = {"ersterStart", "statusBeimStart", "rahmenSchliessen", "rueckholung",
+                                       "ruecknahme"};
     return task.writesDatabase && task.changes && !others.contains(QString::fromUtf8(task.name));
 }
 
