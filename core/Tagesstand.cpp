@@ -54,12 +54,17 @@ bool removeAnimals(const Database& db, const Value& next, const CycleProgress& g
     return true;
 }
 
-/// What a departure writes into the animal's row goes with it; a field without a value stays without one.
+/// What a departure writes into the animal's row goes with it. How an animal in stock has these fields, empty or
+/// without a value, those of her arrival show.
 void undoDepartures(const Database& db, const Value& next) {
+    static const char* const fields[][3] = {{"Abgangsgewicht_kg", "Zugangsgewicht_kg", "0"},
+                                            {"Verkaufspreis", "Einkaufspreis", "0"},
+                                            {"Abgangsgrund", "Zugangsgrund", "''"},
+                                            {"Abnehmer", "Lieferant", "''"}};
     QStringList set{QStringLiteral("Abgangsdatum = NULL")};
-    for (const auto& [field, empty] : {std::pair("Abgangsgewicht_kg", "0"), std::pair("Verkaufspreis", "0"),
-                                       std::pair("Abgangsgrund", "''"), std::pair("Abnehmer", "''")})
-        set += QStringLiteral("%1 = iif(%1 IS NULL, NULL, %2)").arg(QString::fromUtf8(field), QString::fromUtf8(empty));
+    for (const auto& [field, ofArrival, empty] : fields)
+        set += QStringLiteral("%1 = iif(%1 IS NULL or %2 IS NULL, NULL, %3)")
+                   .arg(QString::fromUtf8(field), QString::fromUtf8(ofArrival), QString::fromUtf8(empty));
     db.prepare(QStringLiteral("update Sauen set %1 where Abgangsdatum >= ?").arg(set.join(QStringLiteral(", "))))
         .run({next});
 }

@@ -83,20 +83,25 @@ enum Rang { Geboren, Gekommen, Umgestallt, Gebucht, Geaendert, Gegangen };
 
 QString utf8(const char* text) { return QString::fromUtf8(text); }
 
-QString valueText(const Value& value) {
+QString valueText(const Value& value, bool money) {
     if (value.isNull()) return {};
     const QString text = Hochkomma_ersetzen(value);
-    return value.isText() || value.isDate() || value.toDouble() != 0 ? text : QString();
+    if (value.isText() || value.isDate()) return text;
+    if (value.toDouble() == 0) return {};
+    return money ? Zahl_formatieren(QString(text), 2) : text;
 }
 
 QString details(const Table& rows, int row, const std::vector<Angabe>& fields) {
     QStringList told;
     for (const Angabe& each : fields) {
-        const QString text = valueText(rows.value(row, rows.columnOf(utf8(each.field))));
+        const QString text =
+            valueText(rows.value(row, rows.columnOf(utf8(each.field))), QString::fromUtf8(each.unit) == u"€");
         if (text.isEmpty()) continue;
         told += utf8(each.label) + u' ' + text + (*each.unit ? u' ' + utf8(each.unit) : QString());
     }
-    return told.join(QStringLiteral(", "));
+    // a count below 0 says that she took piglets in
+    return told.join(QStringLiteral(", "))
+        .replace(QStringLiteral("Ferkel abgegeben -"), QStringLiteral("Ferkel aufgenommen "));
 }
 
 class Leben {

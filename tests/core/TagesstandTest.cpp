@@ -139,9 +139,11 @@ TEST(Tageskopien, KeepsSevenDaysAndFourWeeks) {
     Hof farm;
     const QString folder = Tageskopienordner(farm.folder() + "/daten/");
     const QDate today(2026, 7, 15);  // a Wednesday
-    for (int back = 60; back >= 0; --back)
-        if (today.addDays(-back).dayOfWeek() != 7)
-            ASSERT_EQ(Tageskopie_machen(farm.workspace, farm.path(), folder, today.addDays(-back)), QString());
+    for (int back = 60; back >= 0; --back) {
+        const QDate day = today.addDays(-back);
+        if (day.dayOfWeek() == 7) continue;
+        ASSERT_EQ(Tageskopie_machen(farm.workspace, farm.path(), folder, day), QString());
+    }
     QStringList days;
     for (const QString& name : Tageskopien(folder)) days += Tageskopietag(name).toString("dd.MM.");
     EXPECT_EQ(days.join(' '), "13.06. 20.06. 27.06. 04.07. 08.07. 09.07. 10.07. 11.07. 13.07. 14.07. 15.07.");
