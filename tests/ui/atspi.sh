@@ -57,7 +57,7 @@ walk() {
         echo "ohne Namen: $role '$name' $path"
       fi ;;
   esac
-  case $role in table|list|menu|"menu item") return ;; esac
+  case $role in table|list|menu|"menu item"|"combo box") return ;; esac
   [ "$depth" -lt 12 ] && while read -r child; do [ -n "$child" ] && walk $child $((depth + 1)); done < <(children "$bus" "$path")
 }
 # A key; the windows that are there afterwards in `windows`, once they have become more or fewer.
