@@ -54,6 +54,7 @@ function sharesFiles() {
 async function handOver(bookings, road) {
     if (page.handing) return;
     page.handing = true;
+    let done = false;
     try {
         const stored = new Map((await page.store.all()).map((record) => [record.id, record]));
         const current = bookings.map((booking) => stored.get(booking.id)).filter((booking) => booking);
@@ -61,8 +62,8 @@ async function handOver(bookings, road) {
         const before = current.filter((booking) => !booking.handover);
         const handover = newId(), handedAt = Date.now();
         await page.store.write(before.map((booking) => ({...booking, handover, handedAt})));
-        if (road === 'teilen' ? await share(bytes) : await save(bytes, current.length)) toast('Übergeben.');
-        else await page.store.write(before);
+        done = road === 'teilen' ? await share(bytes) : await save(bytes, current.length);
+        if (!done) await page.store.write(before);
     } catch (error) {
         await tell(`Die Übergabe ist nicht gelungen: ${error?.message ?? error}.\nDie Buchungen stehen noch hier.`);
     } finally {
@@ -70,6 +71,7 @@ async function handOver(bookings, road) {
         await reloadOwn();
         showView();
     }
+    if (done) toast('Übergeben.');
 }
 
 async function share(bytes) {
