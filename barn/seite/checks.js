@@ -6,6 +6,7 @@ function checkFields(kind, booking) {
     const wrong = (name, text) => found.push({name, text});
     if (booking.fields[0] === '' && !kind.mother) wrong(0, 'Die Nummer der Sau fehlt.');
     if (!booking.fields[1]) wrong(1, 'Das Datum muß eingegeben werden.');
+    else if (!/^\d\d\.\d\d\.(?!00)\d{4}$/.test(booking.fields[1])) wrong(1, 'So ein Jahr gibt es nicht.');
     kind.fields.forEach((field, at) => {
         const text = booking.fields[at + 2];
         if (field.type === 'count') checkCount(field, text, wrong);

@@ -209,6 +209,7 @@ def check(program, work, runs):
     page.run("location.hash = 'uebergabe'")
     page.wait("document.body.innerText.includes('Es ist nichts zu übergeben')")
     assert 'unterwegs' not in page.run('document.body.innerText')
+    check_phone(chromium, address, str(downloads))
     check_no_storage(chromium, address, str(downloads))
     faults = [event for event in chromium.events if event['method'] in ('Runtime.exceptionThrown', 'Log.entryAdded')]
     assert not faults, faults[:2]
@@ -247,6 +248,40 @@ def check_entry(page, booked):
     small = page.run('''[...document.querySelectorAll('button, a, input')].filter((one) => one.offsetParent)
         .map((one) => one.getBoundingClientRect()).filter((box) => box.height < 48 || box.width < 48).length''')
     assert small == 0 and page.run('document.documentElement.scrollWidth') == 360
+
+
+PHONE = '''class Detector {
+        static async getSupportedFormats() { return ['qr_code']; }
+        async detect() { return [{rawValue: "Ü 12'5\\"<b>"}]; }
+    }
+    window.BarcodeDetector = Detector;
+    navigator.mediaDevices.getUserMedia = async () => document.createElement('canvas').captureStream();
+    window.shared = [];
+    navigator.canShare = ({files}) => files[0].name.endsWith('.txt');
+    navigator.share = async ({files}) => {
+        if (window.refuses) throw new DOMException('nein', 'AbortError');
+        window.shared.push(files[0].name, await files[0].text());
+    };'''
+
+
+def check_phone(chromium, address, downloads):
+    """Camera and sharing, which a browser on a desk has not: a card is read, and a booking of no sow shared."""
+    page = chromium.page(downloads, before=CLOCK + PHONE)
+    page.open(address + '#herde')
+    page.press('Sauenkarte mit der Kamera lesen')
+    page.wait("location.hash === '#tier/' + encodeURIComponent('Ü 12`5\"<b>')")
+    book(page, {'kind': 'Verluste', 'number': '', 'day': '2026-07-01', 'typed': {
+        'Anzahl_Ferkel': '2', 'Grund': 'Erdrückt', 'Kosten': '', 'Kommentar': '', 'Bemerkung': ''}})
+    page.run("window.refuses = true, location.hash = 'uebergabe'")
+    page.press('Teilen …')
+    page.wait("document.querySelector('#leiste b').innerText === '1'")
+    page.run('window.refuses = false')
+    page.press('Teilen …')
+    page.press('Verstanden')
+    page.wait("!document.querySelector('#leiste b')")
+    name, text = page.run('window.shared')
+    assert name == FROM_PAGE + '.txt', name
+    assert text == '0\r\n' * 4 + ' 1 \r\n\t01.07.2026\t2\tErdr\ufffdckt\t0,00\t\t\tN\r\n' + '0\r\n' * 3, repr(text)
 
 
 def check_no_storage(chromium, address, downloads):
