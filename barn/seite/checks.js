@@ -6,6 +6,7 @@ function checkFields(kind, booking) {
     const wrong = (name, text) => found.push({name, text});
     if (booking.fields[0] === '' && !kind.mother) wrong(0, 'Die Nummer der Sau fehlt.');
     if (!booking.fields[1]) wrong(1, 'Das Datum muß eingegeben werden.');
+    else if (!/^\d\d\.\d\d\.(?!00)\d{4}$/.test(booking.fields[1])) wrong(1, 'So ein Jahr gibt es nicht.');
     kind.fields.forEach((field, at) => {
         const text = booking.fields[at + 2];
         if (field.type === 'count') checkCount(field, text, wrong);
@@ -113,8 +114,23 @@ function hintsOf(booking, herd) {
         if (booked('Trächtigkeit') && service && check >= service)
             distance(check, service, spans.serviceCheck, 'Belegung - Trächtigkeitsfeststellung');
     }
+    hints.push(...filledAtDesk(booking, herd));
     const birth = dayOf(animal?.geburt);
     if (spans?.birth && booked('Belegung') && birth)
         distance(birth, service, spans.birthService, 'Geburtsdatum - ERST-Belegung');
+    return hints;
+}
+
+/// What the desk takes from its list of medicines where a treatment has nothing.
+function filledAtDesk(booking, herd) {
+    const known = booking.kind === 'Behandlung' &&
+        medicinesOf(herd, (medicine) => same(medicine.name, value(booking, 'Medikament')))[0];
+    if (!known) return [];
+    const cost = hundredths(known.cost) ?? 0n, days = countOf(known.days);
+    const hints = [];
+    if (hundredths(value(booking, 'Kosten')) === 0n && cost !== 0n)
+        hints.push(`Ohne Kosten setzt der Rechner beim Einlesen die des Medikaments ein: ${decimalText(cost)} €.`);
+    if (countOf(value(booking, 'Wartezeit_Tage')) === 0 && days > 0)
+        hints.push(`Ohne Wartezeit setzt der Rechner beim Einlesen die Tage des Medikaments ein: ${days}.`);
     return hints;
 }

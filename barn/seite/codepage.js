@@ -50,9 +50,3 @@ function deskText(text) {
 function fromBase64(text) {
     return Uint8Array.from(atob(text.trim()), (sign) => sign.charCodeAt(0));
 }
-
-function toBase64(bytes) {
-    let text = '';
-    for (const byte of bytes) text += String.fromCharCode(byte);
-    return btoa(text);
-}

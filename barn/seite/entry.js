@@ -24,6 +24,7 @@ class Entry {
         if (booking) this.show(booking);
         if (draft) for (const [name, text] of draft.typed) this.controls.get(name)?.write(text);
         this.noteDay();
+        this.dose = hundredths(this.controls.get('Menge')?.read() ?? '0') ?? 0n;
     }
 
     choices(field) {
@@ -46,7 +47,6 @@ class Entry {
             const text = booking.fields[at + 2];
             write(field.type === 'day' ? dayOf(text) : field.point ? text.replace('.', ',') : text);
         });
-        this.dose = hundredths(value(booking, 'Menge') || '0');
     }
 
     // -------------------------------------------------------------------------------------------------- while typing
@@ -67,15 +67,16 @@ class Entry {
     }
 
     typed() {
+        this.touched = true;
         clearTimeout(this.timer);
         this.timer = setTimeout(() => this.keepDraft(), DraftPause);
     }
 
     keepDraft() {
         clearTimeout(this.timer);
-        if (this.done) return;
+        if (this.done || !this.touched) return;
         const typed = [...this.controls].map(([name, one]) => [name, one.read()]);
-        const draft = {id: draftId(), type: 'draft', farm: page.herd.farm.id, kind: this.kind.name, booking: this.id,
+        const draft = {id: this.draftId(), type: 'draft', farm: this.herd.farm.id, kind: this.kind.name, booking: this.id,
             changes: Boolean(this.old), typed};
         page.draft = draft;
         page.store.write([draft]).catch(() => {});
@@ -141,7 +142,7 @@ class Entry {
         }
         const hints = hintsOf(booking, this.herd);
         try {
-            await page.store.write([booking], [draftId()]);
+            await page.store.write([booking], [this.draftId()]);
         } catch (error) {
             await tell(`Die Buchung konnte nicht gespeichert werden: ${error?.message ?? 'der Speicher antwortet nicht'}.\n` +
                 'Schaffen Sie Platz im Telefon, oder übergeben Sie zuerst, was schon gebucht ist. Die Eingabe bleibt stehen.');
@@ -160,7 +161,7 @@ class Entry {
         if (await ask(question, ['Behalten', 'Löschen'], 0) !== 1) return;
         const stored = (await page.store.all()).find((record) => record.id === this.id);
         if (stored?.handover) await tell('Diese Buchung wurde inzwischen übergeben und bleibt stehen.');
-        else await page.store.write([], [this.id, draftId()]);
+        else await page.store.write([], [this.id, this.draftId()]);
         this.finish();
         await reloadOwn();
         leaveEntry();
@@ -168,8 +169,12 @@ class Entry {
 
     async cancel() {
         this.finish();
-        await page.store.write([], [draftId()]).catch(() => {});
+        await page.store.write([], [this.draftId()]).catch(() => {});
         leaveEntry();
+    }
+
+    draftId() {
+        return 'draft:' + this.herd.farm.id;
     }
 
     finish() {
@@ -188,21 +193,24 @@ class Entry {
             this.day.write(addDays(today(), by));
             this.left(1);
         }));
-        return el('form', {className: 'eingabe', noValidate: true, onsubmit: (event) => {
-            event.preventDefault();
-            this.book();
-        }},
+        return el('form', {className: 'eingabe', noValidate: true, onsubmit: (event) => event.preventDefault(),
+            onkeydown: (event) => this.moveOn(event)},
             this.number.element,
             this.day.element, el('div', {className: 'tage'}, days),
             [...first, ...usual].map((one) => one.element),
             el('details', {}, el('summary', {}, 'Weitere Angaben'), more.map((one) => one.element)),
-            this.old ? button('Buchung löschen', () => this.remove(), 'loeschen') : null,
-            el('button', {type: 'submit', hidden: true}));
+            this.old ? button('Buchung löschen', () => this.remove(), 'loeschen') : null);
     }
-}
 
-function draftId() {
-    return 'draft:' + page.herd.farm.id;
+    /// Enter leaves the field for the next one; it never books.
+    moveOn(event) {
+        if (event.key !== 'Enter' || event.isComposing || event.target.tagName !== 'INPUT') return;
+        event.preventDefault();
+        const inputs = [...event.currentTarget.querySelectorAll('input')].filter((input) => input.offsetParent);
+        const next = inputs[inputs.indexOf(event.target) + 1];
+        if (next) next.focus();
+        else event.target.blur();
+    }
 }
 
 function leaveEntry() {

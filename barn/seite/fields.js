@@ -11,7 +11,7 @@ function control(field, context) {
         place.textContent = text;
         place.hidden = !text;
     };
-    const head = el('label', {htmlFor: input.element.id}, field.label);
+    const head = el('label', {htmlFor: input.element.id, id: 'l-' + field.name}, field.label);
     const element = el('div', {className: 'feld', 'data-feld': field.name}, head, input.shown ?? input.element, note, fault);
     return {
         field,
@@ -30,7 +30,8 @@ function control(field, context) {
 
 function makeInput(field, context) {
     if (field.type === 'choice') return choiceInput(field, context);
-    const element = el('input', {id: 'f-' + field.name, name: String(field.name), autocomplete: 'off', type: 'text'});
+    const element = el('input', {id: 'f-' + field.name, name: String(field.name), autocomplete: 'off', type: 'text',
+        enterKeyHint: 'next'});
     const plain = {element, read: () => element.value.trim(), write: (text) => { element.value = text; }};
     element.addEventListener('change', () => context.left(field.name));
     if (field.type === 'day') {
@@ -69,7 +70,8 @@ function countInput(field, element, plain, context) {
 
 /// A few fixed values, as buttons of which one is pressed.
 function choiceInput(field, context) {
-    const row = el('div', {className: 'wahl', role: 'radiogroup', id: 'f-' + field.name, tabIndex: -1});
+    const row = el('div', {className: 'wahl', role: 'radiogroup', id: 'f-' + field.name, tabIndex: -1,
+        'aria-labelledby': 'l-' + field.name});
     const show = (key) => {
         for (const item of row.children) item.setAttribute('aria-checked', String(item.dataset.wert === key));
     };

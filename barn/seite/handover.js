@@ -4,7 +4,7 @@
 function viewHandover() {
     const open = page.herd.open(), away = page.herd.underWay();
     return [heading('Übergeben', el('p', {className: 'leise'}, herdText())),
-        openSection(open), awaySection(away), otherFarms(), dataSection()];
+        openSection(open), awaySection(away), ...otherFarms(), dataSection()];
 }
 
 function ownRow(booking) {
@@ -17,7 +17,7 @@ function ownRow(booking) {
 function openSection(open) {
     if (open.length === 0) return el('p', {className: 'hinweis'}, 'Es ist nichts zu übergeben.');
     return el('section', {}, el('h2', {}, counted(open.length, 'Buchung', 'Buchungen') + ' zu übergeben'),
-        handoverButtons(open, 'neue'), el('ul', {className: 'liste'}, open.map(ownRow)));
+        handoverButtons(open), el('ul', {className: 'liste'}, open.map(ownRow)));
 }
 
 function awaySection(away) {
@@ -54,15 +54,17 @@ function sharesFiles() {
 async function handOver(bookings, road) {
     if (page.handing) return;
     page.handing = true;
+    let done = false;
     try {
         const stored = new Map((await page.store.all()).map((record) => [record.id, record]));
         const current = bookings.map((booking) => stored.get(booking.id)).filter((booking) => booking);
+        if (current.length === 0) return;
         const bytes = composeFile(current);
         const before = current.filter((booking) => !booking.handover);
         const handover = newId(), handedAt = Date.now();
         await page.store.write(before.map((booking) => ({...booking, handover, handedAt})));
-        if (road === 'teilen' ? await share(bytes) : await save(bytes, current.length)) toast('Übergeben.');
-        else await page.store.write(before);
+        done = road === 'teilen' ? await share(bytes) : await save(bytes, current.length);
+        if (!done) await page.store.write(before);
     } catch (error) {
         await tell(`Die Übergabe ist nicht gelungen: ${error?.message ?? error}.\nDie Buchungen stehen noch hier.`);
     } finally {
@@ -70,6 +72,7 @@ async function handOver(bookings, road) {
         await reloadOwn();
         showView();
     }
+    if (done) toast('Übergeben.');
 }
 
 async function share(bytes) {
@@ -113,7 +116,7 @@ async function markArrived(bookings) {
 function otherFarms() {
     const others = new Map();
     for (const booking of page.allBookings)
-        if (booking.farm !== page.herd.farm.id && !booking.handover) push(others, booking.farm, booking);
+        if (booking.farm !== page.herd?.farm.id && !booking.handover) push(others, booking.farm, booking);
     return [...others].map(([farm, bookings]) => el('section', {},
         el('h2', {}, 'Von einem anderen Betrieb: ' + (bookings[0].farmName || 'ohne Namen')),
         el('p', {className: 'warnung'}, `${counted(bookings.length, 'Buchung', 'Buchungen')} in diesem Browser gehören zu anderen ` +

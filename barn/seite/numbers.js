@@ -55,7 +55,7 @@ function dayOf(text) {
 }
 
 function germanDay(day) {
-    return day ? day.slice(8) + '.' + day.slice(5, 7) + '.' + day.slice(0, 4) : '';
+    return day.split('-').reverse().join('.');
 }
 
 function daysBetween(from, to) {

@@ -30,7 +30,8 @@ function showView() {
     if (page.herd && !page.entry) page.before = location.hash.slice(1) || 'heute';
     byId('inhalt').replaceChildren(storeWarning(), ...parts.filter((part) => part));
     showBar(name);
-    window.scrollTo(0, 0);
+    if (showView.last !== location.hash) window.scrollTo(0, 0);
+    showView.last = location.hash;
 }
 
 function storeWarning() {
@@ -77,6 +78,7 @@ function entryView(entry, number) {
         entry.number.write(number);
         entry.left(0);
         clearTimeout(entry.timer);
+        entry.touched = false;
     }
     return [heading(entry.kind.name), entry.element()];
 }
@@ -85,7 +87,7 @@ function viewWelcome() {
     return [heading('KOBEN im Stall'), el('p', {}, 'Diese Seite zeigt die Arbeit von heute und die Herde, und nimmt Buchungen auf. ' +
         `Öffnen Sie die Datei ${FileToPage}, die „Export an Pocket-PC“ in KOBEN schreibt. Oder nehmen Sie gleich die Seite ` +
         'KOBEN-Stall.html, die daneben liegt: Sie bringt die Daten mit.'),
-        openFileButton('Datei öffnen …')];
+        openFileButton('Datei öffnen …'), ...otherFarms()];
 }
 
 // ------------------------------------------------------------------------------------------------------------ whose data
@@ -118,8 +120,8 @@ async function openFile(file) {
 }
 
 /// The farm to begin with: the page's own, unless a later file of it was opened; otherwise the one opened last.
-function beginning(own, records) {
-    const opened = records.filter((record) => record.type === 'farm').sort((a, b) => b.opened - a.opened);
+function beginning(own, farms) {
+    const opened = farms.sort((a, b) => b.opened - a.opened);
     const last = own ? opened.find((record) => record.farm === own.farm.id && record.made > own.farm.made) : opened[0];
     if (!last) return own;
     return {farm: {id: last.farm, name: last.name, made: last.made}, file: readExchangeFile(last.bytes)};
@@ -166,7 +168,15 @@ async function start() {
         event.preventDefault();
         if (event.dataTransfer.files[0]) openFile(event.dataTransfer.files[0]);
     });
-    const first = beginning(embedded(), records);
+    await reloadOwn();
+    let own = null;
+    try {
+        own = embedded();
+    } catch (error) {
+        tell(`Die Daten dieser Seite sind beschädigt: ${error.message}\nHolen Sie sie noch einmal vom Rechner. Was hier schon ` +
+            'gebucht ist, bleibt erhalten.');
+    }
+    const first = beginning(own, await page.store.farms());
     if (first) await show(first.file, first.farm);
     else showView();
 }

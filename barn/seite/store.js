@@ -1,5 +1,5 @@
-// What the browser keeps: one table of records, each with an id and a type (booking, handover, farm, draft). A write puts
-// and removes records, all or none, and is done when it is on the disk. Where the browser refuses one road the next is taken; where it refuses all, nothing is kept and
+// What the browser keeps: one table of records, each with an id and a type (booking, draft, farm). A write puts and removes
+// records, all or none, and is done when it is on the disk. `all` leaves out the farms' data, which are large. Where the browser refuses one road the next is taken; where it refuses all, nothing is kept and
 // the page says so.
 
 const StoreName = 'koben-stall';
@@ -27,14 +27,16 @@ async function openDatabase() {
         for (const id of removed) table.delete(id);
     });
     await write([{id: 'probe', type: 'probe'}]);
+    const read = (range) => settled(database.transaction('records').objectStore('records').getAll(range));
     return {
         keeps: true,
         write,
-        all: () => settled(database.transaction('records').objectStore('records').getAll())
+        all: async () => [...await read(IDBKeyRange.upperBound('farm:')), ...await read(IDBKeyRange.lowerBound('farm;'))],
+        farms: () => read(IDBKeyRange.bound('farm:', 'farm;'))
     };
 }
 
-/// One text of the older store, written whole each time. A farm's data is too large for it and is left out.
+/// One text of the older store, written whole each time. A farm's data is too large for it.
 function openLocal() {
     const read = () => new Map(JSON.parse(localStorage.getItem(StoreName) ?? '[]'));
     const write = (records) => localStorage.setItem(StoreName, JSON.stringify([...records]));
@@ -42,9 +44,13 @@ function openLocal() {
     return {
         keeps: true,
         all: async () => [...read().values()],
+        farms: async () => [],
         write: async (records, removed = []) => {
             const all = read();
-            for (const record of records) if (record.type !== 'farm') all.set(record.id, record);
+            for (const record of records) {
+                if (record.type === 'farm') throw new Error('kein Platz für die Daten');
+                all.set(record.id, record);
+            }
             for (const id of removed) all.delete(id);
             write(all);
         }
@@ -56,6 +62,7 @@ function openMemory() {
     return {
         keeps: false,
         all: async () => [...records.values()],
+        farms: async () => [],
         write: async (list, removed = []) => {
             for (const record of list) records.set(record.id, record);
             for (const id of removed) records.delete(id);

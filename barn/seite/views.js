@@ -87,7 +87,7 @@ function viewHerd() {
     };
     const digits = page.herd.animals.every((animal) => /^\d+$/.test(animal.nummer));
     const field = el('input', {type: 'search', id: 'suche', placeholder: 'Nummer', value: page.query, autocomplete: 'off',
-        inputMode: digits ? 'numeric' : 'search', enterKeyHint: 'search', ariaLabel: 'Tier suchen nach Nummer',
+        inputMode: digits ? 'numeric' : 'search', enterKeyHint: 'search', 'aria-label': 'Tier suchen nach Nummer',
         oninput: () => {
             page.query = field.value;
             show();

@@ -5,6 +5,7 @@ import os
 import shutil
 import signal
 import subprocess
+import time
 
 PROGRAM = shutil.which('chromium') or shutil.which('chromium-browser') or shutil.which('google-chrome')
 TIMEOUT = 30
@@ -93,17 +94,17 @@ class Page:
         return answer['result'].get('value')
 
     def wait(self, script, what=None):
-        """Until the expression is true; what it then is."""
-        return self.run(f'''new Promise((done, failed) => {{
-            const end = Date.now() + {TIMEOUT * 1000};
-            const look = () => {{
-                const found = (() => {{ try {{ return {script}; }} catch {{ return false; }} }})();
-                if (found) done(found);
-                else if (Date.now() > end) failed(new Error({json.dumps('Vergeblich gewartet: ' + (what or script))} + "\\n" + document.body?.innerText));
-                else setTimeout(look, 20);
-            }};
-            look();
-        }})''')
+        """Until the expression is true, whatever the page loads meanwhile; what it then is."""
+        end = time.monotonic() + TIMEOUT
+        while time.monotonic() < end:
+            try:
+                if found := self.run(f'(() => {{ try {{ const found = {script}; return found instanceof Node || found; }} catch {{ return false; }} }})()'):
+                    return found
+            except RuntimeError as error:
+                if 'navigated' not in str(error) and 'context' not in str(error):
+                    raise
+            time.sleep(0.02)
+        raise RuntimeError(f"Vergeblich gewartet: {what or script}\n{self.run('document.body.innerText')}")
 
     def open(self, address):
         self.call('Page.navigate', url=address)
