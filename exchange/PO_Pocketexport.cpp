@@ -54,15 +54,10 @@ void PO_Pocketexport::writeFile() {
             "Es wurden lt. den aktuellen Einstellungen keine Tiere gefunden! Der Datenexport wird abgebrochen.");
     const QString path = koben.Datenordner + DateiZumGeraet;
     if (const QString reason = writeFileThrough(path + ".neu", path, bytes); !reason.isEmpty())
-<<<<<<< HEAD
         return koben.message(fileFailure(
             QStringLiteral("Die Exportdatei %1 kann nicht geschrieben werden").arg(QDir::toNativeSeparators(path)),
             reason));
-=======
-        return koben.message(
-            fileFailure(QStringLiteral("Die Exportdatei %1 kann nicht geschrieben werden").arg(path), reason));
     const QString pageTrouble = keepPage(choice, bytes);
->>>>>>> scheune
     koben.message("Die Exportdatei wurde im Ordner " + koben.Datenordner +
                   " abgelegt. Mit dem Schritt 2 können diese direkt auf den Pocket-PC kopiert werden. Die Datei kann "
                   "auch mit dem Windows-Explorer in das Hauptverzeichnis des Pocket-PC's kopiert werden.");
