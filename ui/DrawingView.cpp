@@ -46,7 +46,7 @@ DrawingView::DrawingView(DrawingBox& box) : Bound(box) {
 double DrawingView::dotsPerMillimetre() const { return logicalDpiX() / millimetresPerInch; }
 
 QSize DrawingView::sizeHint() const {
-    const QSizeF size = model().suitsItself() ? QSizeF(150, 85) : model().sketch().size;
+    const QSizeF size = model().suitsItself() ? QSizeF(185, 75) : model().sketch().size;
     return (size * dotsPerMillimetre()).toSize();
 }
 
@@ -54,6 +54,8 @@ void DrawingView::refresh(Aspect aspect) {
     if (aspect == Aspect::Row) {
         QAccessibleValueChangeEvent event(this, model().currentText());
         QAccessible::updateAccessibility(&event);
+    } else {
+        updateGeometry();  // a drawing that suits itself asks for other room than one of its own size
     }
     update();
 }

@@ -114,7 +114,7 @@ QSize GridView::sizeHint() const {
     const int width = fontMetrics().averageCharWidth() * 60, line = verticalHeader()->defaultSectionSize();
     if (m_mostRows == 0) return {width, line * longList};
     const int rows = std::clamp(model().rowCount(), m_leastRows, m_mostRows);
-    return {width / 2, line * rows + horizontalHeader()->sizeHint().height() + 2 * frameWidth()};
+    return {width, line * rows + horizontalHeader()->sizeHint().height() + 2 * frameWidth()};
 }
 
 void GridView::schedule() {

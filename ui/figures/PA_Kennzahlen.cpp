@@ -1,5 +1,6 @@
 #include "figures/PA_Kennzahlen.h"
 
+#include "ui/GridView.h"
 #include "ui/Layout.h"
 
 LAYOUT(PA_Kennzahlen) {
@@ -12,7 +13,10 @@ LAYOUT(PA_Kennzahlen) {
         settings.push_back(text(form.t[i], 5));
     }
     settings.push_back(button(form.standard));
-    const Piece watch = group(form.rahmen[1], column({grid(form.liwarnung) * 1, flow(settings)}));
-    return column({figures * 3, watch * 1, label(form.Label1),
+    const Piece series = grid(form.liwarnung);
+    static_cast<GridView*>(series.widget)->fitRows(WarnreihenAnzahl, WarnreihenAnzahl);
+    series.widget->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    const Piece watch = group(form.rahmen[1], column({series * 0, flow(settings)}));
+    return column({figures * 1, watch * 0, label(form.Label1),
                    buttons({button(form.hilfe)}, {button(form.ok), button(form.beenden)})});
 }

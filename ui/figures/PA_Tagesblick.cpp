@@ -23,18 +23,18 @@ Piece shortGrid(const Piece& list) {
     return list;
 }
 
-/// Two pieces beside each other where the window is wide, otherwise one below the other.
+/// Two pieces beside each other where the window is wide, otherwise one below the other. The first takes spare room.
 class Pair final : public QWidget {
 public:
     Pair(const Piece& first, const Piece& second) {
         m_box.setContentsMargins(0, 0, 0, 0);
-        m_box.addWidget(first.widget, first.stretch);
-        m_box.addWidget(second.widget, second.stretch);
+        m_box.addWidget(first.widget, 1);
+        m_box.addWidget(second.widget);
     }
 
 protected:
     void resizeEvent(QResizeEvent*) override {
-        constexpr int letters = 170;
+        constexpr int letters = 130;
         const bool wide = width() >= letters * fontMetrics().averageCharWidth();
         m_box.setDirection(wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     }
@@ -102,7 +102,7 @@ Piece withToday(PA_Koben& form, const Piece& panel) {
 }  // namespace koben::ui
 
 LAYOUT(PA_Tagesblick) {
-    const Piece figures = own(new Pair(tiles(form) * 3, shortGrid(grid(form.likacheln)) * 2));
+    const Piece figures = own(new Pair(tiles(form), shortGrid(grid(form.likacheln))));
     const Piece lists = row({asWork(shortGrid(works(form))) * 4, asStates(shortGrid(grid(form.listatus))) * 3,
                              asBlocks(shortGrid(blocks(form))) * 3});
     const Piece head =
