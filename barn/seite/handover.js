@@ -119,8 +119,8 @@ function otherFarms() {
         if (booking.farm !== page.herd?.farm.id && !booking.handover) push(others, booking.farm, booking);
     return [...others].map(([farm, bookings]) => el('section', {},
         el('h2', {}, 'Von einem anderen Betrieb: ' + (bookings[0].farmName || 'ohne Namen')),
-        el('p', {className: 'warnung'}, `${counted(bookings.length, 'Buchung', 'Buchungen')} in diesem Browser gehören zu anderen ` +
-            'Daten. Sie gehen in eine eigene Datei.'),
+        el('p', {className: 'warnung'}, `${counted(bookings.length, 'Buchung', 'Buchungen')} in diesem Browser, zu anderen Daten ` +
+            'gemacht. Das geht in eine eigene Datei.'),
         handoverButtons(bookings), el('ul', {className: 'liste'}, bookings.map((booking) => {
             const row = ownRow({...booking, desk: true});
             row.dataset.betrieb = farm;

@@ -20,11 +20,12 @@ function viewToday() {
     const herd = page.herd, day = today();
     const rows = herd.planOf(day);
     const due = rows.filter((row) => !row.late), late = rows.filter((row) => row.late);
+    const open = late.filter((row) => !row.done).length;
     return [heading(weekday(day) + ', ' + germanDay(day), el('p', {className: 'leise'}, herdText())),
         draftBanner(),
         planNote(rows),
         el('ul', {className: 'liste'}, due.map(planRow)),
-        late.length > 0 ? el('h2', {}, counted(late.length, 'Arbeit', 'Arbeiten') + ' überfällig') : null,
+        late.length > 0 ? el('h2', {}, counted(open, 'Arbeit', 'Arbeiten') + ' überfällig') : null,
         el('ul', {className: 'liste'}, late.slice(0, MostLate).map(planRow)),
         late.length > MostLate ? el('p', {className: 'hinweis'}, `Gezeigt sind die ${MostLate} jüngsten.`) : null];
 }
