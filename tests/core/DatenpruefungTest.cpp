@@ -8,7 +8,8 @@ namespace {
 /// The findings that are not in order: "KIND was: sentence | line | line".
 QStringList findings(const Hof& farm, const Variablen& v) {
     QStringList all;
-    for (const Pruefbefund& each : Daten_pruefen(farm.db, v).value())
+    const std::vector<Pruefbefund> all = Daten_pruefen(farm.db, v).value();
+    for (const Pruefbefund& each : all)
         if (each.art != Pruefbefund::Art::InOrdnung)
             all += (QStringList(each.was + ": " + each.satz) + each.zeilen).join(" | ");
     return all;
