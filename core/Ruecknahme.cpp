@@ -121,6 +121,14 @@ QString named(const Journal::Entry& entry) {
     return QStringLiteral("„%1“ vom %2").arg(entry.name, Value(DateTime{entry.time.julianDay, 0}).toText());
 }
 
+}  // namespace
+
+QString Darauf_beruht(const Journal::Entry& entry) {
+    return QStringLiteral("Nicht möglich: darauf beruht %1.").arg(named(entry));
+}
+
+namespace {
+
 QString notKept(const Journal::Entry& entry) {
     return QStringLiteral(
                "Nicht möglich: %1 hat Tabellen oder so viele Datensätze geändert, dass deren früherer "
@@ -133,9 +141,6 @@ QString notKept(const Journal::Entry& entry) {
 /// Why this entry cannot be part of it, "" where it can.
 QString Ruecknahme::objection(const Entry& entry, bool again) const {
     if (!entry.counts()) return QStringLiteral("Nicht möglich: %1 ist schon zurückgenommen.").arg(named(entry));
-    if (entry.kind == Kind::Redo)
-        return QStringLiteral("Nicht möglich: %1 ist selbst keine Aktion. Bitte nehmen Sie stattdessen „%2“ zurück.")
-            .arg(named(entry), subject(*m_journal.entry(entry.of.front())));
     if ((entry.kind == Kind::TakeBack) != again)
         return QStringLiteral("Nicht möglich: Aktionen und Rücknahmen können nicht gemeinsam zurückgenommen werden.");
     if (!entry.known) return notKept(entry);
@@ -143,10 +148,23 @@ QString Ruecknahme::objection(const Entry& entry, bool again) const {
     return unknown ? notKept(*unknown) : QString();
 }
 
+/// For an entry that carried actions out again, those actions.
+std::vector<qint64> Ruecknahme::meant(qint64 number) const {
+    const auto entry = m_journal.entry(number);
+    if (!entry || entry->kind != Kind::Redo) return {number};
+    std::vector<qint64> result;
+    for (const qint64 takenBack : entry->of)
+        if (const auto other = m_journal.entry(takenBack))
+            result.insert(result.end(), other->of.begin(), other->of.end());
+    return result;
+}
+
 Ruecknahme::Plan Ruecknahme::plan(const std::vector<qint64>& numbers) const {
     Plan plan;
     std::map<qint64, Entry, std::greater<>> all;
-    const QSet<qint64> asked(numbers.begin(), numbers.end());
+    QSet<qint64> asked;
+    for (const qint64 number : numbers)
+        for (const qint64 deed : meant(number)) asked.insert(deed);
     std::vector<qint64> open(asked.begin(), asked.end());
     std::sort(open.begin(), open.end(), std::greater<>());
     while (!open.empty() && plan.refusal.isEmpty()) {
@@ -156,7 +174,7 @@ Ruecknahme::Plan Ruecknahme::plan(const std::vector<qint64>& numbers) const {
         if (!entry || all.contains(number)) continue;
         if (all.empty()) plan.again = entry->kind == Kind::TakeBack;
         if (plan.again && entry->kind == Kind::Action)
-            plan.refusal = QStringLiteral("Nicht möglich: darauf beruht %1.").arg(named(*entry));
+            plan.refusal = Darauf_beruht(*entry);
         else
             plan.refusal = objection(*entry, plan.again);
         all.emplace(number, *entry);

@@ -14,6 +14,9 @@ struct Rueckmeldung {
     bool done() const { return refusal.isEmpty(); }
 };
 
+/// Why something cannot be taken back: this action rests on it.
+QString Darauf_beruht(const Journal::Entry& entry);
+
 class Ruecknahme {
 public:
     using Entry = Journal::Entry;
@@ -44,6 +47,7 @@ public:
 private:
     struct Footprint;
     class Work;
+    std::vector<qint64> meant(qint64 number) const;
     QString objection(const Entry& entry, bool again) const;
     Footprint footprint(const Entry& entry) const;
     std::vector<qint64> restingOn(const Entry& entry) const;

@@ -48,10 +48,19 @@ private:
     QString revert(const Entry& entry) const {
         const auto conflict = m_all.m_journal.revert(m_action, entry.number, Regeln::role);
         if (!conflict) return {};
+        if (const QString other = standsOn(entry, conflict->table, conflict->row); !other.isEmpty()) return other;
         return QStringLiteral(
                    "Nicht möglich: Die Daten von „%1“ (Tabelle %2) sind seither anders als durch Aktionen des Verlaufs "
                    "geändert worden. Bitte berichtigen Sie sie von Hand.")
             .arg(m_all.subject(entry), conflict->table);
+    }
+
+    /// Names an action that counts again since, and has the row; "" for none.
+    QString standsOn(const Entry& entry, const QString& table, qint64 row) const {
+        const qint64 behind = entry.of.empty() ? entry.number : *std::min_element(entry.of.begin(), entry.of.end());
+        const qint64 number = m_all.m_journal.lastToTouch(table, row, behind);
+        const auto other = m_all.m_journal.entry(number);
+        return other ? Darauf_beruht(*other) : QString();
     }
 
     void gather(const Entry& entry) {
@@ -89,8 +98,11 @@ private:
         Statement animal = m_db.prepare(QStringLiteral("select ID from Sauen where ID = ?"));
         for (const qint64 id : m_back) {
             animal.bind({id});
-            if (!animal.next())
-                return QStringLiteral("Nicht möglich: Das Tier, zu dem die Buchung gehört, gibt es nicht mehr.");
+            if (animal.next()) continue;
+            const QString other = standsOn(m_plan.entries.back(), Regeln::Tiere, id);
+            return other.isEmpty()
+                       ? QStringLiteral("Nicht möglich: Das Tier, zu dem die Buchung gehört, gibt es nicht mehr.")
+                       : other;
         }
         for (const Artangaben& kind : Buchungsarten) {
             if (m_gone.isEmpty()) break;

@@ -2,19 +2,19 @@
 
 namespace koben {
 
-QString naechsteAktion(Koben& koben, Richtung richtung) {
+QString naechsteAktion(Koben& koben, Ruecknahmerichtung richtung) {
     if (!koben.Hauptdatenbank.isOpen()) return {};
     const Ruecknahme journal(koben.Hauptdatenbank, koben);
-    const auto entry = richtung == Richtung::Zurueck ? journal.next() : journal.nextAgain();
+    const auto entry = richtung == Ruecknahmerichtung::Zurueck ? journal.next() : journal.nextAgain();
     return entry ? journal.subject(*entry) : QString();
 }
 
-Rueckmeldung zuruecknehmen(Koben& koben, Richtung richtung) {
+Rueckmeldung zuruecknehmen(Koben& koben, Ruecknahmerichtung richtung) {
     Rueckmeldung result{{}, koben.notWritable};
     if (result.done()) {
         const WaitCursor wait(koben);
         const Ruecknahme journal(koben.connect(), koben);
-        result = richtung == Richtung::Zurueck ? journal.back() : journal.again();
+        result = richtung == Ruecknahmerichtung::Zurueck ? journal.back() : journal.again();
     }
     if (!result.done()) koben.message(result.refusal);
     return result;

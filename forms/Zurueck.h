@@ -6,12 +6,12 @@
 
 namespace koben {
 
-enum class Richtung { Zurueck, Wieder };
+enum class Ruecknahmerichtung { Zurueck, Wieder };
 
 /// The action that comes next in this direction, by its name; "" for none.
-QString naechsteAktion(Koben& koben, Richtung richtung);
+QString naechsteAktion(Koben& koben, Ruecknahmerichtung richtung);
 /// Does it, and says why where it cannot be done. After it, showAgain().
-Rueckmeldung zuruecknehmen(Koben& koben, Richtung richtung);
+Rueckmeldung zuruecknehmen(Koben& koben, Ruecknahmerichtung richtung);
 /// Lets the form in front, and the herd list, show what has become of the data.
 void showAgain(Koben& koben, const Rueckmeldung& done);
 

@@ -23,7 +23,7 @@ PA_Verlauf::PA_Verlauf(Koben& context) : Form(context, QStringLiteral("PA_Verlau
     li.addColumn({.key = "nr", .title = {}, .technical = true});
     li.setHint("Aktionen, die neueste zuerst");
     li.onResized = [this](int) { koben.saveWidths(li, "pa_verlauf"); };
-    suche.setHint("Wort, Tag oder Tiernummer");
+    suche.setHint(bez[0].text());
     suche.onChange = [this] { show(); };
     suche.enterIsTab = false;
     for (int i = 0; i < tz.count(); ++i) {
@@ -116,7 +116,8 @@ void PA_Verlauf::show() {
     li.clearRows();
     for (const Entry& entry : m_entries) {
         if (!std::all_of(words.begin(), words.end(), [&](const QString& word) { return meets(entry, word); })) continue;
-        const QString name = entry.counts() ? entry.name : entry.name + " (zurückgenommen)";
+        const char* undone = entry.kind == Journal::Kind::TakeBack ? " (aufgehoben)" : " (zurückgenommen)";
+        const QString name = entry.counts() ? entry.name : entry.name + QString::fromUtf8(undone);
         li.addValues({entry.time, name, windowCaption(entry.window), entry.rows, entry.number});
     }
     if (li.rowCount() > 0) li.setRow(1);

@@ -6,7 +6,6 @@
 
 #include "store/Collation.h"
 #include "store/IsoDate.h"
-#include "store/JournalRecorder.h"
 
 namespace koben {
 namespace {
@@ -83,12 +82,6 @@ Connection::Connection(const QString& path, std::function<QDateTime()> now) : m_
     koben::execute(raw, "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
     sqlite3_db_config(raw, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
     repairKeys(raw);
-    keepJournal(true);
-}
-
-void Connection::keepJournal(bool on) {
-    m_recorder.reset();
-    if (on) m_recorder = std::make_unique<JournalRecorder>(*this);
 }
 
 Connection::~Connection() { close(); }
@@ -112,7 +105,7 @@ void Connection::close() {
     releaseStatements();
     if (m_depth > 0) sqlite3_exec(m_file.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     m_depth = 0;
-    m_recorder.reset();
+    m_listener.reset();
     m_file.reset();
 }
 
@@ -280,7 +273,13 @@ int Connection::write(const Command& command, const std::vector<Value>& paramete
 }
 
 void Connection::stepWrite(sqlite3_stmt* statement, const Command& command) {
-    const JournalRecorder::Expectation expected(m_recorder.get(), command.plan->updated, command.plan->sets);
+    struct Heard {
+        ChangeListener* listener;
+        ~Heard() {
+            if (listener) listener->ends();
+        }
+    } const heard{m_listener.get()};
+    if (m_listener) m_listener->begins(*command.plan);
     aboutToWrite(command.text);
     while (step(statement, command.text)) {
     }
@@ -303,7 +302,7 @@ int Connection::execute(const QString& text) {
 
 void Connection::ddl(const sql::Ddl& ddl, const QString& text) {
     aboutToWrite(text);
-    if (m_recorder) m_recorder->lost();
+    if (m_listener) m_listener->lost();
     const auto tables = catalog();  // `ddl` and its plan live in the caller's command
     koben::execute(file(), "SAVEPOINT koben_ddl");
     try {
@@ -357,7 +356,7 @@ void Connection::rollback() {
     }
     ++m_writes;
     watchesLost();
-    if (m_recorder) m_recorder->rolledBack();
+    if (m_listener) m_listener->rolledBack();
     if (sqlite3_get_autocommit(m_file.get()) == 0) sqlite3_exec(m_file.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     if (m_schemaTouched) schemaChanged();
 }

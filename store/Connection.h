@@ -23,7 +23,6 @@ struct Command {
 };
 
 class Connection;
-class JournalRecorder;
 
 /// What a Watch knows: the rows of its table that were touched, unless it lost count.
 struct WatchState {
@@ -31,6 +30,18 @@ struct WatchState {
     std::unordered_set<qint64> rows;
     bool lost = true;
     qint64 version = 0;  ///< of the file as other processes write it
+};
+
+/// Somebody who hears what is done to the rows, from SQLite itself, and from the connection what SQLite does not say.
+class ChangeListener {
+public:
+    virtual ~ChangeListener() = default;
+    /// Something happens that it cannot hear, such as a change of tables.
+    virtual void lost() = 0;
+    virtual void rolledBack() = 0;
+    /// A statement begins and ends: which columns it sets.
+    virtual void begins(const sql::Plan& plan) = 0;
+    virtual void ends() = 0;
 };
 
 /// A statement that somebody steps through while the connection lives; let go when it closes.
@@ -119,9 +130,9 @@ public:
 
     /// Steps a writing statement to its end.
     void stepWrite(sqlite3_stmt* statement, const Command& command);
-    /// Gathers what actions change; nullptr where no journal is kept.
-    JournalRecorder* recorder() const { return m_recorder.get(); }
-    void keepJournal(bool on);
+    /// Listens until it is replaced or the connection closes; may be nullptr.
+    void setListener(std::unique_ptr<ChangeListener> listener) { m_listener = std::move(listener); }
+    ChangeListener* listener() const { return m_listener.get(); }
 
     static void setFaultHook(std::function<void(const QString&)> hook);
 
@@ -145,7 +156,7 @@ private:
     std::shared_ptr<std::function<void(const QString&)>> m_observer;
     std::shared_ptr<std::function<QString()>> m_window;
     FileHandle m_file;
-    std::unique_ptr<JournalRecorder> m_recorder;
+    std::unique_ptr<ChangeListener> m_listener;
     std::unique_ptr<SqliteFunctions> m_functions;
     std::shared_ptr<const sql::Catalog> m_catalog;
     QHash<QString, std::shared_ptr<const sql::Plan>> m_plans;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "store/Connection.h"
 #include "store/IsoDate.h"
 #include "store/JournalRecorder.h"
 
@@ -134,7 +133,7 @@ void Journal::addTables(Connection& connection) {
 }
 
 void Journal::note(Connection& connection, const QString& name, Kind kind, const std::vector<qint64>& of) {
-    JournalRecorder* recorder = connection.recorder();
+    JournalRecorder* recorder = JournalRecorder::of(connection);
     if (recorder == nullptr || !recorder->recording()) return;
     const JournalRecord record = recorder->finish();
     if (kind == Kind::Action && record.known && record.rows == 0) return;
@@ -142,7 +141,12 @@ void Journal::note(Connection& connection, const QString& name, Kind kind, const
     for (const qint64 other : of) setTakenBack(connection, other, own);
 }
 
-void Journal::setOn(bool on) const { m_connection->keepJournal(on); }
+void Journal::setOn(bool on) const { listen(*m_connection, on); }
+
+void Journal::listen(Connection& connection, bool on) {
+    connection.setListener(nullptr);
+    if (on) connection.setListener(std::make_unique<JournalRecorder>(connection));
+}
 
 // ------------------------------------------------------------------------------------------------------------- reading
 

@@ -103,6 +103,7 @@ public:
     /// For the store itself: ends what Action began, and makes the tables where they are missing.
     static void note(Connection& connection, const QString& name, Kind kind, const std::vector<qint64>& of);
     static void addTables(Connection& connection);
+    static void listen(Connection& connection, bool on = true);
 
 private:
     struct Layout {

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "store/Connection.h"
-
 namespace koben {
 
 using journal::Bytes;
@@ -97,19 +95,13 @@ void JournalRecorder::lost() {
     for (const auto& sheet : m_sheets) std::unordered_map<qint64, Change>().swap(sheet->changes);
 }
 
-JournalRecorder::Expectation::Expectation(JournalRecorder* recorder, const sql::TableInfo* table,
-                                          const std::vector<int>& columns)
-    : m_recorder(recorder && recorder->m_on && table ? recorder : nullptr) {
-    if (!m_recorder) return;
-    for (const auto& sheet : m_recorder->m_sheets)
-        if (sheet->layout.fields.size() == qsizetype(table->columns.size()) &&
-            QString::fromStdString(sheet->layout.table) == table->name)
-            m_recorder->m_expected = sheet.get();
-    m_recorder->m_columns = &columns;
-}
-
-JournalRecorder::Expectation::~Expectation() {
-    if (m_recorder) m_recorder->m_expected = nullptr;
+void JournalRecorder::begins(const sql::Plan& plan) {
+    if (!m_on || plan.updated == nullptr) return;
+    for (const auto& sheet : m_sheets)
+        if (sheet->layout.fields.size() == qsizetype(plan.updated->columns.size()) &&
+            QString::fromStdString(sheet->layout.table) == plan.updated->name)
+            m_expected = sheet.get();
+    m_columns = &plan.sets;
 }
 
 JournalRecorder::Sheet* JournalRecorder::sheetOf(const char* table) {

@@ -5,14 +5,10 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "store/Connection.h"
 #include "store/JournalCoding.h"
 
 namespace koben {
-
-class Connection;
-namespace sql {
-struct TableInfo;
-}
 
 /// A table as the recorder sees it: its fields without the hidden sort keys.
 struct JournalLayout {
@@ -31,34 +27,26 @@ struct JournalRecord {
     journal::Bytes data, reach, counters;
 };
 
-class JournalRecorder {
+class JournalRecorder final : public ChangeListener {
 public:
     explicit JournalRecorder(Connection& connection);
-    ~JournalRecorder();
+    ~JournalRecorder() override;
     JournalRecorder(const JournalRecorder&) = delete;
     JournalRecorder& operator=(const JournalRecorder&) = delete;
+    /// The one that listens to a file; nullptr where no journal is kept.
+    static JournalRecorder* of(const Connection& connection) {
+        return static_cast<JournalRecorder*>(connection.listener());
+    }
 
     /// Gathers from now on, within the transaction that has just begun.
     void begin();
     void discard();
     /// The transaction was given up, and what finish() wrote with it.
-    void rolledBack();
+    void rolledBack() override;
     bool recording() const { return m_on; }
-    /// Something happened that is not gathered, such as a change of tables.
-    void lost();
-    /// While it lives, a statement runs that sets only these columns of a table: of many rows, the others need not be
-    /// looked at.
-    class Expectation {
-    public:
-        Expectation(JournalRecorder* recorder, const sql::TableInfo* table, const std::vector<int>& columns);
-        ~Expectation();
-        Expectation(const Expectation&) = delete;
-        Expectation& operator=(const Expectation&) = delete;
-
-    private:
-        JournalRecorder* m_recorder;
-    };
-
+    void lost() override;
+    void begins(const sql::Plan& plan) override;
+    void ends() override { m_expected = nullptr; }
     /// Ends the gathering; the layouts that it names are in the file then.
     JournalRecord finish();
 
@@ -96,7 +84,7 @@ private:
     std::vector<std::unique_ptr<Sheet>> m_sheets;
     const char* m_lastName = nullptr;
     Sheet* m_lastSheet = nullptr;
-    const Sheet* m_expected = nullptr;  ///< whose rows the statement sets, in these columns
+    const Sheet* m_expected = nullptr;  ///< whose rows the running statement sets, and these columns alone
     const std::vector<int>* m_columns = nullptr;
     std::unordered_set<qint64> m_owners;
     std::vector<std::pair<std::string, qint64>> m_counters;

@@ -9,6 +9,7 @@
 #include "store/Draft.h"
 #include "store/FileCheck.h"
 #include "store/Files.h"
+#include "store/Journal.h"
 #include "store/PageCheck.h"
 #include "store/Schema.h"
 
@@ -175,6 +176,7 @@ Database Workspace::open(const QString& path) {
     if (connection == nullptr) {
         checkDatabaseFile(path);
         connection = std::make_shared<Connection>(canonical, m_now);
+        Journal::listen(*connection);
         addHelpers(*connection);
         registry().connections.insert(canonical, connection);
     }

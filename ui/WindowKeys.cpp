@@ -65,13 +65,13 @@ QAction* addAction(Window& window, QMenu& menu, QAction* before, const char* cap
     return action;
 }
 
-void takeBack(Window& window, Richtung richtung) {
+void takeBack(Window& window, Ruecknahmerichtung richtung) {
     Form& form = window.form();
     form.act([&form, richtung] { showAgain(form.koben, zuruecknehmen(form.koben, richtung)); });
 }
 
 /// Says in the menu, as it opens, which action it is; without one the entry still answers its keys.
-void addTakingBack(Window& window, QMenu& menu, QAction* before, Richtung richtung, const char* caption,
+void addTakingBack(Window& window, QMenu& menu, QAction* before, Ruecknahmerichtung richtung, const char* caption,
                    const char* keys) {
     QAction* action =
         addAction(window, menu, before, caption, keys, [&window, richtung] { takeBack(window, richtung); });
@@ -90,8 +90,8 @@ void addTakingBack(Window& window, QMenu& menu, QAction* before, Richtung richtu
 bool takingBackKey(Window& window, const QKeySequence& pressed) {
     const QString& form = window.form().name();
     if (form != u"PE_Bewegungsdaten" && form != u"PA_Verlauf") return false;
-    if (pressed == sequence(BackKeys)) return takeBack(window, Richtung::Zurueck), true;
-    if (pressed == sequence(AgainKeys)) return takeBack(window, Richtung::Wieder), true;
+    if (pressed == sequence(BackKeys)) return takeBack(window, Ruecknahmerichtung::Zurueck), true;
+    if (pressed == sequence(AgainKeys)) return takeBack(window, Ruecknahmerichtung::Wieder), true;
     return false;
 }
 
@@ -121,8 +121,8 @@ void prepareKeys(Window& window) {
     if (auto* menu = window.findChild<QMenu*>(QStringLiteral("XB_Bestand")); menu && isMain(window)) {
         QAction* end = menu->findChild<QAction*>(QStringLiteral("XB_beenden"));
         menu->insertSeparator(end);
-        addTakingBack(window, *menu, end, Richtung::Zurueck, "Rückgängig", BackKeys);
-        addTakingBack(window, *menu, end, Richtung::Wieder, "Wiederholen", AgainKeys);
+        addTakingBack(window, *menu, end, Ruecknahmerichtung::Zurueck, "Rückgängig", BackKeys);
+        addTakingBack(window, *menu, end, Ruecknahmerichtung::Wieder, "Wiederholen", AgainKeys);
         menu->insertSeparator(end);
         addAction(window, *menu, end, "Tier suchen", "Ctrl+F", [&window] { toSearch(window); });
         addAction(window, *menu, end, "Liste neu lesen", "F5", [&window] {

@@ -267,11 +267,12 @@ void Commands::laufwerk(Interpreter& run, const Command& command) {
 
 namespace {
 
-void takeBack(Koben& koben, Form& form, Transcript& transcript, Richtung richtung) {
+void takeBack(Koben& koben, Form& form, Transcript& transcript, Ruecknahmerichtung richtung) {
     form.act([&] {
         const Rueckmeldung result = zuruecknehmen(koben, richtung);
         if (!result.done()) return;
-        const QString word = richtung == Richtung::Zurueck ? QStringLiteral("zurück ") : QStringLiteral("wieder ");
+        const QString word =
+            richtung == Ruecknahmerichtung::Zurueck ? QStringLiteral("zurück ") : QStringLiteral("wieder ");
         transcript.line("@", word + result.name);
         showAgain(koben, result);
     });
@@ -280,11 +281,11 @@ void takeBack(Koben& koben, Form& form, Transcript& transcript, Richtung richtun
 }  // namespace
 
 void Commands::zurueck(Interpreter& run, const Command&) {
-    takeBack(run.program(), frontForm(run), run.m_transcript, Richtung::Zurueck);
+    takeBack(run.program(), frontForm(run), run.m_transcript, Ruecknahmerichtung::Zurueck);
 }
 
 void Commands::wieder(Interpreter& run, const Command&) {
-    takeBack(run.program(), frontForm(run), run.m_transcript, Richtung::Wieder);
+    takeBack(run.program(), frontForm(run), run.m_transcript, Ruecknahmerichtung::Wieder);
 }
 
 }  // namespace koben::skript

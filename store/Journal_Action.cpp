@@ -1,6 +1,4 @@
-#include "store/Action.h"
-
-#include "store/Connection.h"
+// An action begins and ends with its entry in the journal.
 #include "store/Journal.h"
 #include "store/JournalRecorder.h"
 
@@ -11,7 +9,8 @@ Action::Action(const Database& database, const QString& name)
       m_name(name),
       m_outermost(!database.m_connection->inTransaction()),
       m_transaction(database) {
-    if (JournalRecorder* recorder = m_database.m_connection->recorder(); m_outermost && recorder) recorder->begin();
+    if (JournalRecorder* recorder = JournalRecorder::of(*m_database.m_connection); m_outermost && recorder)
+        recorder->begin();
 }
 
 void Action::commit() {
