@@ -2,6 +2,7 @@
 
 #include "app/Katalog.h"
 #include "core/Konfig.h"
+#include "store/Journal.h"
 
 namespace koben {
 
@@ -64,6 +65,18 @@ qint64 runReport(Program& p, Stopwatch& watch, const char* form, int button, con
         watch.measure([&] { control<Button>(report, "ok", button).click(); });
     });
     return rows;
+}
+
+Row withoutJournal(Row row) {
+    row.name += QStringLiteral(", no journal");
+    row.program = [work = std::move(row.program)](Program& p, Stopwatch& watch) {
+        const Journal journal(p.koben().Hauptdatenbank);
+        journal.setOn(false);
+        const qint64 rows = work(p, watch);
+        journal.setOn(true);
+        return rows;
+    };
+    return row;
 }
 
 }  // namespace koben

@@ -61,4 +61,7 @@ private:
 /// The rows that a report hands over, with what it takes from its button "ok" until the list screen shows them.
 qint64 runReport(Program& p, Stopwatch& watch, const char* form, int button, const std::function<void(Form&)>& choose);
 
+/// The same row on a file of which no journal of actions is kept.
+Row withoutJournal(Row row);
+
 }  // namespace koben

@@ -222,6 +222,7 @@ std::vector<Row> Rows_Buchung(const Sample& sample) {
         for (int kind = 0; kind < last; ++kind)
             if (count == 1 || kinds()[static_cast<size_t>(kind)].kind != Buchungsart::Verschiebung)
                 rows.push_back(save(sample, kind, count));
+    for (const int count : {1, Together}) rows.push_back(withoutJournal(save(sample, 0, count)));
     return rows;
 }
 

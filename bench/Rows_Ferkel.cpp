@@ -91,7 +91,8 @@ std::vector<Row> Rows_Ferkel(const Sample& sample) {
     return {openList("losses", "PB_Verluste_Ferkel", "Verluste"),
             openList("sales", "PB_Verkauf_Ferkel", "Ferkelverkauf"),
             sell("sale of the farm, screen opens", sample, false),
-            sell("sale of 240 piglets out of the herd", sample, true)};
+            sell("sale of 240 piglets out of the herd", sample, true),
+            withoutJournal(sell("sale of 240 piglets out of the herd", sample, true))};
 }
 
 }  // namespace koben

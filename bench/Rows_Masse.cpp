@@ -182,7 +182,8 @@ Row compact() {
 }  // namespace
 
 std::vector<Row> Rows_Masse(const Sample& sample) {
-    return {fatten(sample), importAnimals(), selectAll(), lengthenNumbers(), compact()};
+    return {fatten(sample), importAnimals(),   withoutJournal(importAnimals()),
+            selectAll(),    lengthenNumbers(), compact()};
 }
 
 }  // namespace koben

@@ -30,4 +30,8 @@ QString Buchungsname(Buchungsart art, const QString& number, const QString& date
     return subject(art, number) + day + u' ' + done;
 }
 
+QString andOthers(const QString& name, size_t actions) {
+    return actions < 2 ? name : name + QStringLiteral(" und %1 weitere").arg(actions - 1);
+}
+
 }  // namespace koben

@@ -17,4 +17,7 @@ QString Buchungsname(Buchungsart art, const QString& number, const QString& date
 /// What became of a booking: "Belegung 123 vom 17.07.2026 gelöscht"; `done` is the end of it.
 QString Buchungsname(Buchungsart art, const QString& number, const QString& date, const QString& done);
 
+/// Several actions by the name of one: "Belegung 123, 17.07.2026 und 2 weitere".
+QString andOthers(const QString& name, size_t actions);
+
 }  // namespace koben

@@ -55,7 +55,8 @@ struct Koben : Variablen, FormHost {
     /// The past or coming day that the herd is shown as of: Datenbankpfad is that of a copy that is only looked at, and
     /// Heute is that day. Invalid for the herd as it is.
     QDate Stand;
-    QString lastAction;  ///< name of the newest action that reached the disk, "" before the first
+    QString lastAction;   ///< name of the newest action that reached the disk, "" before the first
+    QString notWritable;  ///< why the herd that is shown cannot be changed now, "" where it can
     /// Set by the main form as it ends in order: what is done once no window stands any more.
     std::function<void()> atEnd;
     bool ended = false;  ///< the program is ending: every open form closes
@@ -75,9 +76,7 @@ struct Koben : Variablen, FormHost {
     void end();
 
     QString Standtext() const;  ///< "Stand vom 03.05.2026"
-    /// Why nothing is written while another day is shown, and what to do.
-    QString nurAnsehen(QDate day) const;
-    /// Says so where it is the case: for what would write anywhere but into the database.
+    /// Says why nothing is written where that is the case: for what would write anywhere but into the database.
     bool nurAnsehen_melden();
 
     /// A new connection of a form's own.

@@ -5,6 +5,7 @@
 #include "core/Aktionsnamen.h"
 #include "core/ErrorLog.h"
 #include "herd/PA_Koben.h"
+#include "store/Journal.h"
 
 namespace koben {
 
@@ -75,6 +76,7 @@ const MenuRow Rows[] = {
     {"V_Verwaltung", "V_Medizinundwartezeiten", "Medizin und Wartezeiten", "PV_Medizin"},
     {"V_Verwaltung", "V_Stichwortverwaltung", "Stichwortverwaltung", "PV_Stichworte"},
     {"V_Verwaltung", "V_Terminverwaltung", "Terminverwaltung (zyklusunabhängige Termine)", "PV_Termine"},
+    {"V_Verwaltung", "V_verlauf", "Ver&lauf der Aktionen", "PA_Verlauf"},
     {"O_Optionen", "O_Einstellungen", "Einstellungen", "PO_Einstellungen"},
     {"O_Optionen", "O_Datensicherung", "Datensicherung", "S_Datensicherung_neu"},
     {"O_Optionen", "O_Datenbankprüfen", "Datenbank prüfen", "PA_Prüfung"},
@@ -298,6 +300,7 @@ void PA_Koben::Datenbank_komprimieren() {
     try {
         const WaitCursor wait(koben);
         QFile::remove(tidy);  // left by a run that was cut off
+        Journal(m_db).trim(koben.platform.now().date());
         m_db.close();
         koben.Hauptdatenbank.close();
         koben.workspace.closeAll();

@@ -5,6 +5,7 @@
 
 #include "store/Collation.h"
 #include "store/IsoDate.h"
+#include "store/JournalRecorder.h"
 
 namespace koben {
 namespace {
@@ -81,6 +82,12 @@ Connection::Connection(const QString& path, std::function<QDateTime()> now) : m_
     koben::execute(raw, "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
     sqlite3_db_config(raw, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
     repairKeys(raw);
+    keepJournal(true);
+}
+
+void Connection::keepJournal(bool on) {
+    m_recorder.reset();
+    if (on) m_recorder = std::make_unique<JournalRecorder>(*this);
 }
 
 Connection::~Connection() { close(); }
@@ -104,6 +111,7 @@ void Connection::close() {
     releaseStatements();
     if (m_depth > 0) sqlite3_exec(m_file.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     m_depth = 0;
+    m_recorder.reset();
     m_file.reset();
 }
 
@@ -119,7 +127,10 @@ void Connection::closeWithoutLog() {
     close();
 }
 
-void Connection::relax() { koben::execute(file(), "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF"); }
+void Connection::relax() {
+    keepJournal(false);
+    koben::execute(file(), "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF");
+}
 
 void Connection::lookOnly(const QString& refusal) {
     koben::execute(file(), "PRAGMA query_only = 1");
@@ -230,7 +241,7 @@ void Connection::bind(sqlite3_stmt* statement, const Command& command, const std
     QDateTime now;
     for (size_t i = 0; i < plan.slots.size() && static_cast<int>(i) < count; ++i) {
         const sql::Slot& slot = plan.slots[i];
-        if (slot.from >= sql::Slot::From::Now && !now.isValid()) now = m_now ? m_now() : QDateTime::currentDateTime();
+        if (slot.from >= sql::Slot::From::Now && !now.isValid()) now = this->now();
         try {
             const Value value = slotValue(slot, command, parameters, now);
             const int place = static_cast<int>(i) + 1;
@@ -289,6 +300,7 @@ int Connection::execute(const QString& text) {
 
 void Connection::ddl(const sql::Ddl& ddl, const QString& text) {
     aboutToWrite(text);
+    if (m_recorder) m_recorder->lost();
     const auto tables = catalog();  // `ddl` and its plan live in the caller's command
     koben::execute(file(), "SAVEPOINT koben_ddl");
     try {
@@ -342,6 +354,7 @@ void Connection::rollback() {
     }
     ++m_writes;
     watchesLost();
+    if (m_recorder) m_recorder->rolledBack();
     if (sqlite3_get_autocommit(m_file.get()) == 0) sqlite3_exec(m_file.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     if (m_schemaTouched) schemaChanged();
 }

@@ -23,6 +23,7 @@ struct Command {
 };
 
 class Connection;
+class JournalRecorder;
 
 /// What a Watch knows: the rows of its table that were touched, unless it lost count.
 struct WatchState {
@@ -111,6 +112,14 @@ public:
     void setObserver(std::shared_ptr<std::function<void(const QString&)>> observer) {
         m_observer = std::move(observer);
     }
+    /// In which window an action happens.
+    void setWindow(std::shared_ptr<std::function<QString()>> window) { m_window = std::move(window); }
+    QString window() const { return m_window && *m_window ? (*m_window)() : QString(); }
+    QDateTime now() const { return m_now ? m_now() : QDateTime::currentDateTime(); }
+
+    /// Gathers what actions change; nullptr where no journal is kept.
+    JournalRecorder* recorder() const { return m_recorder.get(); }
+    void keepJournal(bool on);
 
     static void setFaultHook(std::function<void(const QString&)> hook);
 
@@ -132,7 +141,9 @@ private:
     QString m_path, m_refusal;
     std::function<QDateTime()> m_now;
     std::shared_ptr<std::function<void(const QString&)>> m_observer;
+    std::shared_ptr<std::function<QString()>> m_window;
     FileHandle m_file;
+    std::unique_ptr<JournalRecorder> m_recorder;
     std::unique_ptr<SqliteFunctions> m_functions;
     std::shared_ptr<const sql::Catalog> m_catalog;
     QHash<QString, std::shared_ptr<const sql::Plan>> m_plans;

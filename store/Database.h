@@ -103,6 +103,7 @@ private:
     friend class Transaction;
     friend class Action;
     friend class ChangeLog;
+    friend class Journal;
     friend class Watch;
     friend void addHelpers(const Database& database);
     friend std::vector<std::pair<QString, qint64>> servicesByBoar(const Database& database);
@@ -187,6 +188,9 @@ public:
     /// Hears the name of each Action of this workspace's databases once it is on the disk.
     void onAction(std::function<void(const QString& name)> observer) { *m_observer = std::move(observer); }
 
+    /// The name of the form in which the user is, for the journal of actions.
+    void onWindow(std::function<QString()> window) { *m_window = std::move(window); }
+
     /// For tests: called before each statement that writes, with its SQL; may throw to play a failing statement.
     static void setFaultHook(std::function<void(const QString& sql)> hook);
 
@@ -196,6 +200,7 @@ private:
     std::function<QDateTime()> m_now;
     std::shared_ptr<std::function<void(const QString&)>> m_observer =
         std::make_shared<std::function<void(const QString&)>>();
+    std::shared_ptr<std::function<QString()>> m_window = std::make_shared<std::function<QString()>>();
     std::vector<std::weak_ptr<Connection>> m_connections;
 };
 

@@ -2,6 +2,7 @@
 
 #include "store/ChangeLog.h"
 #include "store/Connection.h"
+#include "store/Journal.h"
 
 namespace koben {
 namespace {
@@ -243,6 +244,7 @@ bool addHelpers(Connection& connection, const std::function<bool()>& on) {
         }
     }
     addChangeLog(connection);
+    Journal::addTables(connection);
     if (added) connection.schemaChanged();  // the catalogue tells which fields have such an index
     return goesOn;
 }

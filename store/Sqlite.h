@@ -1,5 +1,9 @@
 #pragma once
 // SQLite's own things: owners for its handles, values in and out by type, errors in German.
+// What an action changes is heard from SQLite itself (JournalRecorder); the library is built with it.
+#ifndef SQLITE_ENABLE_PREUPDATE_HOOK
+#define SQLITE_ENABLE_PREUPDATE_HOOK
+#endif
 #include <sqlite3.h>
 
 #include <memory>

@@ -176,6 +176,7 @@ Database Workspace::open(const QString& path) {
         registry().connections.insert(canonical, connection);
     }
     connection->setObserver(m_observer);
+    connection->setWindow(m_window);
     std::erase_if(m_connections, [&](const auto& weak) { return weak.expired() || weak.lock() == connection; });
     m_connections.push_back(connection);
     return Database(connection);

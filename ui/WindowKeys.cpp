@@ -5,7 +5,7 @@
 #include <QKeySequence>
 #include <QMenu>
 
-#include "forms/Koben.h"
+#include "forms/Zurueck.h"
 #include "ui/Application.h"
 #include "ui/Bound.h"
 #include "ui/Mnemonics.h"
@@ -41,6 +41,9 @@ struct ButtonKey {
 const ButtonKey ButtonKeys[] = {{"neu", "Ctrl+N"},       {"ändern", "F2"},      {"listen", "Ctrl+P"},
                                 {"comlisten", "Ctrl+P"}, {"drucken", "Ctrl+P"}, {"comtext", "Ctrl+P"}};
 
+constexpr const char* BackKeys = "Ctrl+Z";
+constexpr const char* AgainKeys = "Ctrl+Shift+Z";
+
 bool isMain(const Window& window) { return dynamic_cast<const HerdList*>(&window.form()); }
 
 QKeySequence sequence(const char* keys) { return QKeySequence(QString::fromLatin1(keys)); }
@@ -50,8 +53,8 @@ QAbstractButton* buttonNamed(const Window& window, const char* name) {
     return control ? qobject_cast<QAbstractButton*>(window.widgetOf(*control)) : nullptr;
 }
 
-void addAction(Window& window, QMenu& menu, QAction* before, const char* caption, const char* keys,
-               const std::function<void()>& act) {
+QAction* addAction(Window& window, QMenu& menu, QAction* before, const char* caption, const char* keys,
+                   const std::function<void()>& act) {
     QSet<QChar> taken;
     for (const QAction* other : menu.actions()) taken.insert(mnemonicOf(other->text()));
     const QString text = QString::fromUtf8(caption);
@@ -59,6 +62,37 @@ void addAction(Window& window, QMenu& menu, QAction* before, const char* caption
     action->setShortcut(sequence(keys));
     QObject::connect(action, &QAction::triggered, &window, [act] { guarded(act); });
     menu.insertAction(before, action);
+    return action;
+}
+
+void takeBack(Window& window, Richtung richtung) {
+    Form& form = window.form();
+    form.act([&form, richtung] { showAgain(form.koben, zuruecknehmen(form.koben, richtung)); });
+}
+
+/// Says in the menu, as it opens, which action it is; without one the entry still answers its keys.
+void addTakingBack(Window& window, QMenu& menu, QAction* before, Richtung richtung, const char* caption,
+                   const char* keys) {
+    QAction* action =
+        addAction(window, menu, before, caption, keys, [&window, richtung] { takeBack(window, richtung); });
+    const QString plain = action->text();
+    QObject::connect(&menu, &QMenu::aboutToShow, action, [&window, action, plain, richtung] {
+        constexpr int most = 60;
+        QString name;
+        guarded([&] { name = naechsteAktion(window.form().koben, richtung); });
+        if (name.size() > most) name = name.left(most) + QStringLiteral("...");
+        action->setText(name.isEmpty() ? plain
+                                       : plain + QStringLiteral(": ") + name.replace(u'&', QStringLiteral("&&")));
+    });
+}
+
+/// Strg+Z and Strg+Umschalt+Z where the herd's bookings are in view; a text field in edit takes them itself.
+bool takingBackKey(Window& window, const QKeySequence& pressed) {
+    const QString& form = window.form().name();
+    if (form != u"PE_Bewegungsdaten" && form != u"PA_Verlauf") return false;
+    if (pressed == sequence(BackKeys)) return takeBack(window, Richtung::Zurueck), true;
+    if (pressed == sequence(AgainKeys)) return takeBack(window, Richtung::Wieder), true;
+    return false;
 }
 
 /// Strg+1 to 8 bring a kind of booking to the front.
@@ -87,6 +121,9 @@ void prepareKeys(Window& window) {
     if (auto* menu = window.findChild<QMenu*>(QStringLiteral("XB_Bestand")); menu && isMain(window)) {
         QAction* end = menu->findChild<QAction*>(QStringLiteral("XB_beenden"));
         menu->insertSeparator(end);
+        addTakingBack(window, *menu, end, Richtung::Zurueck, "Rückgängig", BackKeys);
+        addTakingBack(window, *menu, end, Richtung::Wieder, "Wiederholen", AgainKeys);
+        menu->insertSeparator(end);
         addAction(window, *menu, end, "Tier suchen", "Ctrl+F", [&window] { toSearch(window); });
         addAction(window, *menu, end, "Liste neu lesen", "F5", [&window] {
             const Koben& koben = window.form().koben;
@@ -108,6 +145,7 @@ bool windowKey(Window& window, const QKeyEvent& event) {
     const QKeySequence pressed(event.keyCombination());
     if (isMain(window)) return false;
     if (event.modifiers() == Qt::ControlModifier && kindKey(window, event.key())) return true;
+    if (takingBackKey(window, pressed)) return true;
     if (pressed == sequence("Ctrl+F")) return toSearch(window), true;
     for (const ButtonKey& key : ButtonKeys) {
         if (pressed != sequence(key.keys)) continue;

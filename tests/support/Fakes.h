@@ -50,6 +50,7 @@ public:
             script(*wanted);
         });
     }
+    void forget() { m_scripts.clear(); }  ///< the scripts of forms that did not open
     int scriptsLeft() const { return static_cast<int>(m_scripts.size()); }
     /// The log so far, and begins a new one.
     QStringList takeLog() { return std::exchange(log, {}); }

@@ -104,6 +104,8 @@ struct Commands {
     static void druck(Interpreter& run, const Command& command);
     static void netz(Interpreter& run, const Command& command);
     static void laufwerk(Interpreter& run, const Command& command);
+    static void zurueck(Interpreter& run, const Command& command);
+    static void wieder(Interpreter& run, const Command& command);
 
 private:
     static Target front(Interpreter& run, const QString& address) { return inFront(run.program(), address); }

@@ -7,6 +7,7 @@
 
 #include "core/Einstellungen.h"
 #include "core/PZ_Koben_Subs.h"
+#include "forms/Zurueck.h"
 #include "tools/skript/Show.h"
 
 namespace koben::skript {
@@ -61,6 +62,8 @@ Commands::Handler Commands::find(const QString& word) {
         {QStringLiteral("druck"), druck},
         {QStringLiteral("netz"), netz},
         {QStringLiteral("laufwerk"), laufwerk},
+        {QStringLiteral("zurueck"), zurueck},
+        {QStringLiteral("wieder"), wieder},
     };
     return table.value(word, nullptr);
 }
@@ -258,6 +261,30 @@ void Commands::laufwerk(Interpreter& run, const Command& command) {
     const auto [name, folder] = command.assignment();
     if (name.isEmpty()) throw Failure{QStringLiteral("laufwerk verlangt NAME = ORDNER")};
     run.m_platform.plugIn(name, folder);
+}
+
+// undo and redo
+
+namespace {
+
+void takeBack(Koben& koben, Form& form, Transcript& transcript, Richtung richtung) {
+    form.act([&] {
+        const Rueckmeldung result = zuruecknehmen(koben, richtung);
+        if (!result.done()) return;
+        const QString word = richtung == Richtung::Zurueck ? QStringLiteral("zurück ") : QStringLiteral("wieder ");
+        transcript.line("@", word + result.name);
+        showAgain(koben, result);
+    });
+}
+
+}  // namespace
+
+void Commands::zurueck(Interpreter& run, const Command&) {
+    takeBack(run.program(), frontForm(run), run.m_transcript, Richtung::Zurueck);
+}
+
+void Commands::wieder(Interpreter& run, const Command&) {
+    takeBack(run.program(), frontForm(run), run.m_transcript, Richtung::Wieder);
 }
 
 }  // namespace koben::skript

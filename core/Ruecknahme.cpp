@@ -1,0 +1,185 @@
+// What rests on an action, and the plan of what is taken back together.
+#include "core/Ruecknahme.h"
+
+#include <QHash>
+#include <QSet>
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "core/Aktionsnamen.h"
+#include "core/Ruecknahmeregeln.h"
+
+namespace koben {
+
+using Kind = Journal::Kind;
+using Change = RowChange::Kind;
+
+/// What an entry did, by row; of changed rows the fields that count.
+struct Ruecknahme::Footprint {
+    struct Row {
+        Change kind;
+        QStringList fields;
+    };
+    QHash<QString, std::unordered_map<qint64, Row>> rows;
+    std::unordered_set<qint64> newAnimals, bookingsGone;  ///< animals that it made; animals whose bookings it deleted
+
+    bool carries(const RowChange& later) const;
+};
+
+/// Whether a later change of a row rests on it.
+bool Ruecknahme::Footprint::carries(const RowChange& later) const {
+    if (later.kind != Change::Changed) {
+        const RowChange::Cell* owner = later.cell(Regeln::Tier);
+        const bool inserted = later.kind == Change::Inserted;
+        if (owner && newAnimals.contains((inserted ? owner->after : owner->before).toInt())) return true;
+        if (!inserted && *later.table == Regeln::Tiere && bookingsGone.contains(later.row)) return true;
+    }
+    const auto table = rows.constFind(*later.table);
+    if (table == rows.cend()) return false;
+    const auto own = table->find(later.row);
+    if (own == table->end()) return false;
+    if (later.kind != Change::Changed) return own->second.kind != Change::Changed || !own->second.fields.isEmpty();
+    return std::any_of(later.cells.begin(), later.cells.end(), [&](const RowChange::Cell& cell) {
+        const QString& field = later.fields->at(cell.field);
+        if (own->second.kind != Change::Changed) return Regeln::role(*later.table, field) == Journal::Role::Own;
+        return own->second.fields.contains(field);
+    });
+}
+
+Ruecknahme::Footprint Ruecknahme::footprint(const Entry& entry) const {
+    Footprint result;
+    m_journal.read(entry.number, [&](const RowChange& row) {
+        auto& own = result.rows[*row.table][row.row];
+        own.kind = row.kind;
+        if (row.kind == Change::Changed) {
+            for (const auto& cell : row.cells)
+                if (const QString& field = row.fields->at(cell.field);
+                    Regeln::role(*row.table, field) != Journal::Role::Derived)
+                    own.fields.append(field);
+        } else if (*row.table == Regeln::Tiere) {
+            if (row.kind == Change::Inserted) result.newAnimals.insert(row.row);
+        } else if (const auto* owner = row.cell(Regeln::Tier); owner && row.kind == Change::Deleted) {
+            result.bookingsGone.insert(owner->before.toInt());
+        }
+        return true;
+    });
+    return result;
+}
+
+std::vector<qint64> Ruecknahme::restingOn(const Entry& entry) const {
+    std::vector<qint64> result;
+    const auto candidates = m_journal.later(entry.number, entry.kind == Kind::TakeBack);
+    if (!candidates.empty()) {
+        const Footprint own = footprint(entry);
+        for (const qint64 number : candidates) {
+            bool rests = false;
+            m_journal.read(number, [&](const RowChange& row) { return !(rests = own.carries(row)); });
+            if (rests) result.push_back(number);
+        }
+    }
+    addTakers(entry, result);
+    return result;
+}
+
+/// Actions that have given a name to another row since, which the rows of this entry would get back.
+void Ruecknahme::addTakers(const Entry& entry, std::vector<qint64>& numbers) const {
+    QHash<QString, Statement> others;
+    m_journal.read(entry.number, [&](const RowChange& row) {
+        const QString field = Regeln::uniqueField(*row.table);
+        if (row.kind == Change::Inserted || field.isEmpty()) return true;
+        const RowChange::Cell* cell = row.cell(field);
+        if (cell == nullptr || cell->before.toText().isEmpty()) return true;
+        if (!others.contains(*row.table))
+            others.insert(
+                *row.table,
+                m_db.prepare(QStringLiteral("select ID from %1 where %2 = ? and ID <> ?").arg(*row.table, field)));
+        Statement& other = others.find(*row.table).value();
+        for (other.bind({cell->before, row.row}); other.next();)
+            if (const qint64 taker = m_journal.lastToTouch(*row.table, other.integer(0), entry.number); taker != 0)
+                numbers.push_back(taker);
+        return true;
+    });
+}
+
+std::optional<Journal::Entry> Ruecknahme::nextAgain() const {
+    const auto last = m_journal.newest(Kind::TakeBack);
+    if (!last || m_journal.anyBehind(Kind::Action, last->number)) return std::nullopt;
+    return last;
+}
+
+QString Ruecknahme::subject(const Entry& entry) const {
+    if (entry.kind == Kind::Action || entry.of.empty()) return entry.name;
+    const auto first = m_journal.entry(entry.of.front());
+    if (!first) return entry.name;
+    return andOthers(subject(*first), entry.of.size());
+}
+
+namespace {
+
+QString named(const Journal::Entry& entry) {
+    return QStringLiteral("„%1“ vom %2").arg(entry.name, Value(DateTime{entry.time.julianDay, 0}).toText());
+}
+
+QString notKept(const Journal::Entry& entry) {
+    return QStringLiteral(
+               "Nicht möglich: %1 hat Tabellen oder so viele Datensätze geändert, dass deren früherer "
+               "Zustand nicht aufbewahrt wurde. Es hilft nur eine Datensicherung von davor.")
+        .arg(named(entry));
+}
+
+}  // namespace
+
+/// Why this entry cannot be part of it, "" where it can.
+QString Ruecknahme::objection(const Entry& entry, bool again) const {
+    if (!entry.counts()) return QStringLiteral("Nicht möglich: %1 ist schon zurückgenommen.").arg(named(entry));
+    if (entry.kind == Kind::Redo)
+        return QStringLiteral("Nicht möglich: %1 ist selbst keine Aktion. Bitte nehmen Sie stattdessen „%2“ zurück.")
+            .arg(named(entry), subject(*m_journal.entry(entry.of.front())));
+    if ((entry.kind == Kind::TakeBack) != again)
+        return QStringLiteral("Nicht möglich: Aktionen und Rücknahmen können nicht gemeinsam zurückgenommen werden.");
+    if (!entry.known) return notKept(entry);
+    const auto unknown = m_journal.unknownBehind(entry.number);
+    return unknown ? notKept(*unknown) : QString();
+}
+
+Ruecknahme::Plan Ruecknahme::plan(const std::vector<qint64>& numbers) const {
+    Plan plan;
+    std::map<qint64, Entry, std::greater<>> all;
+    const QSet<qint64> asked(numbers.begin(), numbers.end());
+    std::vector<qint64> open(asked.begin(), asked.end());
+    std::sort(open.begin(), open.end(), std::greater<>());
+    while (!open.empty() && plan.refusal.isEmpty()) {
+        const qint64 number = open.back();
+        open.pop_back();
+        const auto entry = m_journal.entry(number);
+        if (!entry || all.contains(number)) continue;
+        if (all.empty()) plan.again = entry->kind == Kind::TakeBack;
+        if (plan.again && entry->kind == Kind::Action)
+            plan.refusal = QStringLiteral("Nicht möglich: darauf beruht %1.").arg(named(*entry));
+        else
+            plan.refusal = objection(*entry, plan.again);
+        all.emplace(number, *entry);
+        if (!plan.refusal.isEmpty()) break;
+        for (const qint64 other : restingOn(*entry)) open.push_back(other);
+    }
+    for (const auto& [number, entry] : all) {
+        plan.entries.push_back(entry);
+        if (!asked.contains(number)) plan.added.push_back(entry);
+    }
+    return plan;
+}
+
+Rueckmeldung Ruecknahme::back() const {
+    const auto entry = next();
+    if (!entry) return {{}, QStringLiteral("Es gibt keine Aktion, die zurückgenommen werden kann.")};
+    return carryOut(plan({entry->number}));
+}
+
+Rueckmeldung Ruecknahme::again() const {
+    const auto entry = nextAgain();
+    if (!entry) return {{}, QStringLiteral("Es gibt keine Rücknahme, die wieder aufgehoben werden kann.")};
+    return carryOut(plan({entry->number}));
+}
+
+}  // namespace koben

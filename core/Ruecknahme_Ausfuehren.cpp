@@ -1,0 +1,193 @@
+// One action that brings rows back, and what follows from it: numbers of litters, the cycle, marks on the cards.
+#include <QSet>
+#include <algorithm>
+
+#include "core/Aktionsnamen.h"
+#include "core/Buchungen.h"
+#include "core/PZ_Koben_Subs_Datenbank.h"
+#include "core/Ruecknahme.h"
+#include "core/Ruecknahmeregeln.h"
+#include "core/Wurfnummern.h"
+
+namespace koben {
+
+using Change = RowChange::Kind;
+
+namespace {
+
+const QString Mark = QStringLiteral("Aenderung");
+/// Latest days, of which one that becomes another marks the animal's card.
+const QStringList MarkingDays = {QStringLiteral("L_Belegung"), QStringLiteral("L_Ferkelung"),
+                                 QStringLiteral("L_Absetzung")};
+
+}  // namespace
+
+/// The work of one action on one plan.
+class Ruecknahme::Work {
+public:
+    Work(const Ruecknahme& all, const Plan& plan, const Action& action)
+        : m_all(all), m_plan(plan), m_action(action), m_db(action.database()) {}
+
+    /// Why it cannot be done; "" where all is done but the commit.
+    QString run() {
+        for (const Entry& entry : m_plan.entries) m_later[entry.number] = staying(entry.number);
+        for (const Entry& entry : m_plan.entries) {
+            if (const QString refusal = revert(entry); !refusal.isEmpty()) return refusal;
+            gather(entry);
+        }
+        if (const QString refusal = check(); !refusal.isEmpty()) return refusal;
+        settleCounters();
+        Wurfnummern litters(m_db);
+        for (const qint64 animal : m_renumbered) litters.number(animal);
+        if (m_cycle) derive();
+        return {};
+    }
+    bool herd() const { return m_herd; }
+
+private:
+    QString revert(const Entry& entry) const {
+        const auto conflict = m_all.m_journal.revert(m_action, entry.number, Regeln::role);
+        if (!conflict) return {};
+        return QStringLiteral(
+                   "Nicht möglich: Die Daten von „%1“ (Tabelle %2) sind seither anders als durch Aktionen des Verlaufs "
+                   "geändert worden. Bitte berichtigen Sie sie von Hand.")
+            .arg(m_all.subject(entry), conflict->table);
+    }
+
+    void gather(const Entry& entry) {
+        const bool others = !m_later.at(entry.number).empty();
+        m_all.m_journal.read(entry.number, [&](const RowChange& row) {
+            m_cycle = m_cycle || Regeln::changesCycle(row);
+            if (*row.table == Regeln::Tiere && row.kind != Change::Changed) {
+                m_herd = true;
+                if (row.kind == Change::Inserted) m_gone.insert(row.row);
+                if (row.kind == Change::Deleted) m_gone.remove(row.row);
+                return true;
+            }
+            const RowChange::Cell* owner = row.cell(Regeln::Tier);
+            if (owner == nullptr) return true;
+            const qint64 before = owner->before.toInt(), after = owner->after.toInt();
+            if (row.kind == Change::Deleted && before != 0) m_back.insert(before);
+            if (others && *row.table == Regeln::Wuerfe)
+                m_renumbered.insert(row.kind == Change::Inserted ? after : before);
+            return true;
+        });
+    }
+
+    /// Later actions on the same rows or animals that are not part of the plan.
+    std::vector<qint64> staying(qint64 number) const {
+        std::vector<qint64> later = m_all.m_journal.later(number, false);
+        std::erase_if(later, [&](qint64 other) {
+            return std::any_of(m_plan.entries.begin(), m_plan.entries.end(),
+                               [&](const Entry& e) { return e.number == other; });
+        });
+        return later;
+    }
+
+    /// Bookings belong to animals: neither may be there without the other's entry in the journal.
+    QString check() const {
+        Statement animal = m_db.prepare(QStringLiteral("select ID from Sauen where ID = ?"));
+        for (const qint64 id : m_back) {
+            animal.bind({id});
+            if (!animal.next())
+                return QStringLiteral("Nicht möglich: Das Tier, zu dem die Buchung gehört, gibt es nicht mehr.");
+        }
+        for (const Artangaben& kind : Buchungsarten) {
+            if (m_gone.isEmpty()) break;
+            Statement owner = m_db.prepare(
+                QStringLiteral("select distinct Kennung from %1").arg(QString::fromUtf8(kind.table)) +
+                (m_gone.size() == 1 ? QStringLiteral(" where Kennung = %1").arg(*m_gone.begin()) : QString()));
+            for (owner.bind({}); owner.next();)
+                if (!owner.isNull(0) && m_gone.contains(owner.integer(0)))
+                    return QStringLiteral(
+                               "Nicht möglich: Das Tier hat Buchungen (%1), die nicht im Verlauf stehen. "
+                               "Bitte löschen Sie diese zuerst.")
+                        .arg(QString::fromUtf8(kind.noun));
+        }
+        return {};
+    }
+
+    void settleCounters() const {
+        std::vector<qint64> reverted, revived;
+        for (const Entry& entry : m_plan.entries) {
+            if (!m_plan.again)
+                reverted.push_back(entry.number);
+            else
+                revived.insert(revived.end(), entry.of.begin(), entry.of.end());
+        }
+        m_all.m_journal.settleCounters(reverted, revived);
+    }
+
+    void derive() const {
+        Werte_berechnen(m_db, m_all.m_variablen);
+        statussetzen(m_db);
+        if (!m_plan.again) restoreMarks();
+    }
+
+    /// Deriving marks the card of an animal whose latest days become others, here too. What counts is whether they are
+    /// others than before the action that is taken back.
+    void restoreMarks() const {
+        Statement now = m_db.prepare(
+            QStringLiteral("select %1, %2 from Sauen where ID = ?").arg(Mark, MarkingDays.join(QStringLiteral(", "))));
+        Statement write = m_db.prepare(QStringLiteral("update Sauen set %1 = ? where ID = ?").arg(Mark));
+        QSet<qint64> done;
+        for (auto entry = m_plan.entries.rbegin(); entry != m_plan.entries.rend(); ++entry) {
+            const auto before = m_all.m_journal.companions(entry->number);
+            const QSet<qint64> marked = before.empty() ? QSet<qint64>() : markedSince(entry->number);
+            for (const auto& [animal, fields] : before) {
+                if (done.contains(animal)) continue;
+                done.insert(animal);
+                now.bind({animal});
+                if (marked.contains(animal) || !now.next()) continue;
+                Value mark = fields.at(Mark);
+                for (int i = 0; i < MarkingDays.size(); ++i) {
+                    const QString was = fields.at(MarkingDays[i]).toText();
+                    const QString is =
+                        now.day(i + 1) == 0 ? QString() : now.value(i + 1).toDate().toString(Qt::ISODate);
+                    if (!was.isEmpty() && !is.isEmpty() && was.left(is.size()) != is) mark = QStringLiteral("X");
+                }
+                if (!(now.value(0) == mark)) write.run({mark, animal});
+            }
+        }
+    }
+
+    /// Animals whose mark an action that stays has set or taken away since.
+    QSet<qint64> markedSince(qint64 number) const {
+        QSet<qint64> result;
+        for (const qint64 later : m_later.at(number))
+            m_all.m_journal.read(later, [&](const RowChange& row) {
+                if (*row.table == Regeln::Tiere && row.kind == Change::Changed && row.cell(Mark))
+                    result.insert(row.row);
+                return true;
+            });
+        return result;
+    }
+
+    const Ruecknahme& m_all;
+    const Plan& m_plan;
+    const Action& m_action;
+    const Database& m_db;
+    std::map<qint64, std::vector<qint64>> m_later;  ///< by entry
+    QSet<qint64> m_gone, m_back, m_renumbered;
+    bool m_cycle = false, m_herd = false;
+};
+
+Rueckmeldung Ruecknahme::carryOut(const Plan& plan) const {
+    if (!plan.refusal.isEmpty()) return {{}, plan.refusal};
+    if (plan.entries.empty()) return {{}, QStringLiteral("Es ist keine Aktion ausgewählt.")};
+    Rueckmeldung result;
+    result.name = andOthers(subject(plan.entries.front()), plan.entries.size());
+    Action action(
+        m_db, (plan.again ? QStringLiteral("Wieder ausgeführt: ") : QStringLiteral("Zurückgenommen: ")) + result.name);
+    std::vector<qint64> numbers;
+    for (const Entry& entry : plan.entries) numbers.push_back(entry.number);
+    action.setReversal(plan.again ? Journal::Kind::Redo : Journal::Kind::TakeBack, numbers);
+    Work work(*this, plan, action);
+    result.refusal = work.run();
+    if (!result.done()) return result;
+    action.commit();
+    result.herd = work.herd();
+    return result;
+}
+
+}  // namespace koben

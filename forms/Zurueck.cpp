@@ -1,0 +1,47 @@
+#include "forms/Zurueck.h"
+
+namespace koben {
+
+QString naechsteAktion(Koben& koben, Richtung richtung) {
+    if (!koben.Hauptdatenbank.isOpen()) return {};
+    const Ruecknahme journal(koben.Hauptdatenbank, koben);
+    const auto entry = richtung == Richtung::Zurueck ? journal.next() : journal.nextAgain();
+    return entry ? journal.subject(*entry) : QString();
+}
+
+Rueckmeldung zuruecknehmen(Koben& koben, Richtung richtung) {
+    Rueckmeldung result{{}, koben.notWritable};
+    if (result.done()) {
+        const WaitCursor wait(koben);
+        const Ruecknahme journal(koben.connect(), koben);
+        result = richtung == Richtung::Zurueck ? journal.back() : journal.again();
+    }
+    if (!result.done()) koben.message(result.refusal);
+    return result;
+}
+
+namespace {
+
+/// A frame shows the animals of the herd list: both have the same ones afterwards, and the frame stays where it is.
+void readHerdBehind(HerdList& list, Form& frame) {
+    const auto* shown = dynamic_cast<const Grid*>(frame.find(u"schweinli"));
+    const QString animal = shown ? shown->cell(shown->row(), u"ID") : QString();
+    list.datenschweinelesen();
+    if (!shown) return;
+    if (const int row = list.herd().findText(u"ID", animal)) list.herd().setRow(row);
+    frame.Load();
+}
+
+}  // namespace
+
+void showAgain(Koben& koben, const Rueckmeldung& done) {
+    Form* front = koben.front();
+    if (!done.done() || front == nullptr) return;
+    koben.Liste_neu_laden = 1;
+    const bool listInFront = dynamic_cast<HerdList*>(front) != nullptr;
+    if (done.herd && !listInFront && koben.herdList) readHerdBehind(*koben.herdList, *front);
+    front->activateLater();
+    front->settle();
+}
+
+}  // namespace koben
