@@ -155,17 +155,9 @@ void Koben::saveWidths(const Grid& grid, const QString& section) {
 
 QString Koben::Standtext() const { return QStringLiteral("Stand vom ") + Datum_als_Anzeige(Stand); }
 
-QString Koben::nurAnsehen(QDate day) const {
-    return QStringLiteral(
-               "Stand vom %1: Hier lässt sich nur ansehen. Zum Eingeben und Ändern gehen Sie bitte in der Herdenliste "
-               "mit "
-               "[Zurück zu heute] zum heutigen Stand zurück.")
-        .arg(Datum_als_Anzeige(day));
-}
-
 bool Koben::nurAnsehen_melden() {
-    if (Stand.isValid()) message(nurAnsehen(Stand));
-    return Stand.isValid();
+    if (!notWritable.isEmpty()) message(notWritable);
+    return !notWritable.isEmpty();
 }
 
 QString Koben::clockToday() const { return Datum_als_Anzeige(platform.now().date()); }

@@ -5,6 +5,7 @@
 
 #include "core/Buchungen.h"
 #include "core/PZ_Koben_Subs.h"
+#include "core/Ruecknahmeregeln.h"
 
 namespace koben {
 namespace {
@@ -198,7 +199,36 @@ private:
     std::vector<Event> m_events;
 };
 
+QDateTime momentOf(const DateTime& time) { return {time.date(), QTime::fromMSecsSinceStartOfDay(time.second * 1000)}; }
+
+/// What an entry of the journal did to the animal's row, or that it wrote one of a booking.
+void addRow(std::vector<Aenderung>& found, const RowChange& row, qint64 animal, const QDateTime& when) {
+    const bool own = *row.table == Regeln::Tiere;
+    if (own && row.row != animal) return;
+    if (row.kind == RowChange::Kind::Inserted) found.push_back({*row.table, row.row, when, Aenderung::What::Added});
+    if (row.kind != RowChange::Kind::Changed || !own) return;
+    for (const RowChange::Cell& cell : row.cells) {
+        const QString& field = row.fields->at(cell.field);
+        if (Regeln::role(*row.table, field) == Journal::Role::Own)
+            found.push_back({*row.table, row.row, when, Aenderung::What::Changed, field,
+                             Hochkomma_ersetzen(cell.before), Hochkomma_ersetzen(cell.after)});
+    }
+}
+
 }  // namespace
+
+std::vector<Aenderung> Aenderungen_lesen(const Database& db, qint64 animal, QDate until) {
+    std::vector<Aenderung> found;
+    const Journal journal(db);
+    for (const qint64 number : journal.ofAnimal(animal)) {
+        const auto entry = journal.entry(number);
+        if (!entry || !entry->known || !entry->counts() || entry->kind != Journal::Kind::Action) continue;
+        const QDateTime when = momentOf(entry->time);
+        if (until.isValid() && when.date() > until) continue;
+        journal.read(number, [&](const RowChange& row) { return addRow(found, row, animal, when), true; });
+    }
+    return found;
+}
 
 std::vector<Lebensereignis> Lebenslauf_lesen(const Database& db, qint64 animal, const std::vector<Aenderung>& changes) {
     return Leben(db, animal, changes).read();

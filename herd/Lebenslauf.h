@@ -26,6 +26,10 @@ struct Lebensereignis {
     qint64 sau = 0;              ///< ID of the sow whom a boar served, 0 for the animal itself
 };
 
+/// What the file's journal knows of an animal and its bookings, up to and including a day; an invalid one: all. Without
+/// what was taken back, and without what the program derives.
+std::vector<Aenderung> Aenderungen_lesen(const Database& db, qint64 animal, QDate until);
+
 /// `changes` of the animal and of its bookings, as far as a history is kept; in any order.
 std::vector<Lebensereignis> Lebenslauf_lesen(const Database& db, qint64 animal, const std::vector<Aenderung>& changes);
 

@@ -28,6 +28,15 @@ std::vector<qint64> idsOf(const Grid& list, const std::vector<int>& rows) {
     return ids;
 }
 
+/// Why nothing is written while another day is shown, and what to do.
+QString refusal(QDate day) {
+    return QStringLiteral(
+               "Stand vom %1: Hier lässt sich nur ansehen. Zum Eingeben und Ändern gehen Sie bitte in der Herdenliste "
+               "mit "
+               "[Zurück zu heute] zum heutigen Stand zurück.")
+        .arg(Datum_als_Anzeige(day));
+}
+
 }  // namespace
 
 void PA_Koben::Stand_erfragen() {
@@ -65,6 +74,7 @@ void PA_Koben::Stand_zeigen(const QString& entered) {
                                       current,
                                       koben.Status_neu_berechnen});
     koben.Stand = day;
+    koben.notWritable = refusal(day);
     koben.Heute = Datum_als_Anzeige(day);
     koben.Datenbankpfad = folder->file(QStringLiteral("koben2.mdb"));
     verbinden();
@@ -79,8 +89,7 @@ std::optional<Database> PA_Koben::Stand_bilden(QDate day, const PrivateFolder& f
     const WaitCursor wait(koben);
     Progress progress(koben, QStringLiteral("Der Stand vom %1 wird hergestellt ...").arg(Datum_als_Anzeige(day)), 100);
     return koben.workspace.view(
-        m_heutiges ? m_heutiges->path : koben.Datenbankpfad, folder.file(QStringLiteral("koben2.mdb")),
-        koben.nurAnsehen(day),
+        m_heutiges ? m_heutiges->path : koben.Datenbankpfad, folder.file(QStringLiteral("koben2.mdb")), refusal(day),
         [&](Database& copy, const FileProgress& go) { return Tagesstand_bilden(copy, koben, day, go); },
         [&](int percent) { return progress.step(percent); });
 }
@@ -102,6 +111,7 @@ void PA_Koben::Stand_verlassen() {
     if (!m_heutiges) return;
     const auto before = std::move(m_heutiges);
     koben.Stand = {};
+    koben.notWritable.clear();
     koben.Heute = before->today;
     koben.Datenbankpfad = before->path;
     koben.Status_neu_berechnen = before->statusDue;

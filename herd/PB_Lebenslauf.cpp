@@ -46,7 +46,7 @@ void PB_Lebenslauf::showAnimal() {
     const qint64 animal = herd.integer(herd.row(), herd.columnOf(u"ID"));
     const QString name = herd.cell(herd.row(), u"Art") + u' ' + herd.cell(herd.row(), u"Nummer");
     setCaption(QStringLiteral("Lebenslauf ") + name);
-    const auto events = Lebenslauf_lesen(m_db, animal, {});
+    const auto events = Lebenslauf_lesen(m_db, animal, Aenderungen_lesen(m_db, animal, koben.Stand));
     for (const Lebensereignis& each : events)
         li.addValues({each.tag == 0 ? Value() : Value(QDate::fromJulianDay(each.tag)), each.was, each.einzelheiten,
                       moment(each.geschrieben)},

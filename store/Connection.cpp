@@ -121,7 +121,10 @@ void Connection::closeWithoutLog() {
     close();
 }
 
-void Connection::relax() { koben::execute(file(), "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF"); }
+void Connection::relax() {
+    keepJournal(false);
+    koben::execute(file(), "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF");
+}
 
 void Connection::lookOnly(const QString& refusal) {
     koben::execute(file(), "PRAGMA query_only = 1");
