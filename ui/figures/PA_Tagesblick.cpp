@@ -14,13 +14,17 @@ namespace koben::ui {
 
 namespace {
 
-/// A list that is as high as its rows, as far as they are few.
+/// A list that asks for the height of its rows, as far as they are few.
 Piece shortGrid(const Piece& list) {
     constexpr int leastRows = 4, mostRows = 7;
-    auto* view = static_cast<GridView*>(list.widget);
-    view->fitRows(leastRows, mostRows);
-    view->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    static_cast<GridView*>(list.widget)->fitRows(leastRows, mostRows);
     return list;
+}
+
+/// The same for a page that scrolls rather than its lists.
+Piece wholeGrid(const Piece& list) {
+    list.widget->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Minimum);
+    return shortGrid(list);
 }
 
 /// Two pieces beside each other where the window is wide, otherwise one below the other. The first takes spare room.
@@ -89,12 +93,13 @@ Piece withToday(PA_Koben& form, const Piece& panel) {
     form.showsTagesblick = true;
     auto* side = new SidePage(std::move(page), form, form.datali);
     auto& today = static_cast<PA_Tagesblick&>(side->page());
-    const Piece tabs = filled(
-        pages({{QStringLiteral("Heute"),
-                column({heading(today.Label1), asWork(works(today)) * 3,
-                        row({asStates(grid(today.listatus)) * 1, asBlocks(blocks(today)) * 1}) * 4, button(today.ok)})},
-               {QStringLiteral("Zahlen"), column({label(today.Label2), tiles(today) * 1})},
-               {QStringLiteral("Tier"), panel}}));
+    const Piece tabs = filled(pages(
+        {{QStringLiteral("Heute"),
+          column({heading(today.Label1), asWork(shortGrid(works(today))) * 3,
+                  row({asStates(shortGrid(grid(today.listatus))) * 1, asBlocks(shortGrid(blocks(today))) * 1}) * 4,
+                  button(today.ok)})},
+         {QStringLiteral("Zahlen"), column({label(today.Label2), tiles(today) * 1})},
+         {QStringLiteral("Tier"), panel}}));
     side->setParent(tabs.widget);
     return tabs;
 }
@@ -102,9 +107,9 @@ Piece withToday(PA_Koben& form, const Piece& panel) {
 }  // namespace koben::ui
 
 LAYOUT(PA_Tagesblick) {
-    const Piece figures = own(new Pair(tiles(form), shortGrid(grid(form.likacheln))));
-    const Piece lists = row({asWork(shortGrid(works(form))) * 4, asStates(shortGrid(grid(form.listatus))) * 3,
-                             asBlocks(shortGrid(blocks(form))) * 3});
+    const Piece figures = own(new Pair(tiles(form), wholeGrid(grid(form.likacheln))));
+    const Piece lists = row({asWork(wholeGrid(works(form))) * 4, asStates(wholeGrid(grid(form.listatus))) * 3,
+                             asBlocks(wholeGrid(blocks(form))) * 3});
     const Piece head =
         row({heading(form.Label1), spring(), caption(form.optistart.frame + u':'), segments(form.optistart)});
     const Piece page = column({head, lists * 0, label(form.Label2), figures * 1,
