@@ -1,8 +1,9 @@
 // The files of the barn device: awkward lines of the one that comes back, and the one that goes out against a plain
 // second writer.
 #include "core/Einstellungen.h"
-#include "exchange/Geraetedatei.h"
+#include "core/PZ_Koben_Subs_Datenbank.h"
 #include "exchange/Geraeteexport.h"
+#include "exchange/Geraeteplan.h"
 #include "tests/exchange/Importlauf.h"
 #include "tools/herdengenerator/Output.h"
 
@@ -77,6 +78,19 @@ TEST(Geraetedatei, eigenwilligeZeilen) {
          "Zeichen."},
     };
     for (const auto& c : cases) EXPECT_EQ(read(c.bytes), c.read) << c.what;
+}
+
+/// What the plan adds gets numbers that neither the herd nor the plan has yet.
+TEST(Geraeteplan, neueNummernSindFrei) {
+    TestRun run;
+    Datenbank_anlegen(run.koben.workspace, run.koben.Datenbankpfad);
+    QByteArray bytes = " 3 \n";
+    for (const QByteArray& sow : {QByteArray("9-1"), QByteArray("9-2"), QByteArray(16, 'y')})
+        bytes += sow + "\t1.2.26\tE\t1\tK\t\t0\t\t\tN\n";
+    bytes += "0\n 1 \n9-1\t1.2.26\t2\t\t\t\t9\tN\n0\n0\n0\n0\n0\n";
+    const Geraetedatei file = Geraetedatei::read(bytes);
+    EXPECT_EQ(planDeviceBookings(run.koben.connect(), file, true, [](const QString&) { return true; }).numbers,
+              QStringList({"9-1", "9-2", QString(15, 'y'), "9-3", "9-4"}));
 }
 
 /// The whole file as the device expects it, written plainly: position by position, a row at a time.
