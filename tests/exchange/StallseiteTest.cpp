@@ -23,7 +23,6 @@ TEST(Stallseite, bringtDieDatenMitUndBehaeltIhrZeichen) {
     Importlauf run;
     run.koben.Heute = "15.07.2026";
     run.koben.Konfig_Text[25] = " Hof </script> 'B' ";
-    const Database& db = run.db;
     run.db.execute(
         "insert into Sauen (Art, Nummer, Stallnr, L_Belegung) values ('Sau', '</script>''1', 'A', #06/25/2026#)");
     run.db.execute("insert into Sauen (Art, Nummer, L_Belegung) values ('Sau', '2', #06/01/2026#)");
@@ -31,7 +30,7 @@ TEST(Stallseite, bringtDieDatenMitUndBehaeltIhrZeichen) {
     run.db.execute(
         "insert into Arbeitsplanoptionen (Arbeitsart, Tage_von, Tage_bis, Bezugstermin, Erledigt_gross, "
         "Erledigt_klein) values ('Schau', 20, 24, 'Letzte Belegung', 'Letzte Trächtigkeit', 'Letzte Belegung')");
-    const auto write = [&] { return writeBarnPage(run.koben, run.db, {.nurSauen = true}, "Datei\r\n</script>"); };
+    const auto write = [&] { return writeBarnPage(run.koben, run.db, {true, 0, {}}, "Datei\r\n</script>"); };
 
     EXPECT_TRUE(write().contains("die Vorlage")) << "no template";
     run.write("Stall.html", "<script></script>");
