@@ -48,5 +48,8 @@ function deskText(text) {
 }
 
 function fromBase64(text) {
-    return Uint8Array.from(atob(text.trim()), (sign) => sign.charCodeAt(0));
+    const signs = atob(text.trim());
+    const bytes = new Uint8Array(signs.length);
+    for (let i = 0; i < signs.length; ++i) bytes[i] = signs.charCodeAt(i);
+    return bytes;
 }

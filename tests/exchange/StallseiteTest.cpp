@@ -30,9 +30,7 @@ TEST(Stallseite, bringtDieDatenMitUndBehaeltIhrZeichen) {
     run.db.execute(
         "insert into Arbeitsplanoptionen (Arbeitsart, Tage_von, Tage_bis, Bezugstermin, Erledigt_gross, "
         "Erledigt_klein) values ('Schau', 20, 24, 'Letzte Belegung', 'Letzte Trächtigkeit', 'Letzte Belegung')");
-    Exportauswahl sows;
-    sows.nurSauen = true;
-    const auto write = [&] { return writeBarnPage(run.koben, run.db, sows, "Datei\r\n</script>"); };
+    const auto write = [&] { return writeBarnPage(run.koben, run.db, {true, 0, {}}, "Datei\r\n</script>"); };
 
     EXPECT_TRUE(write().contains("die Vorlage")) << "no template";
     run.write("Stall.html", "<script></script>");
