@@ -57,12 +57,13 @@ void Koben::run(Form& form) {
     struct Level {
         Koben& koben;
         Form& form;
+        const bool shown = !koben.worker;
         Level(Koben& k, Form& f) : koben(k), form(f) {
             koben.m_stack.push_back(&form);
-            koben.screens.opened(form);
+            if (shown) koben.screens.opened(form);
         }
         ~Level() {
-            koben.screens.closed(form);
+            if (shown) koben.screens.closed(form);
             koben.m_stack.pop_back();
         }
     };
@@ -72,7 +73,7 @@ void Koben::run(Form& form) {
             begin(form);
         else if (!attempt([&] { begin(form); }))
             form.close();
-        if (!form.closed()) screens.run(form);
+        if (!form.closed()) level.shown ? screens.run(form) : worker(form);
     }
     if (m_stack.empty() && atEnd) {
         screens.breathe();
@@ -88,7 +89,7 @@ void Koben::begin(Form& form) {
         form.Load();
     }
     if (form.closed()) return;
-    screens.shown(form);
+    if (!worker) screens.shown(form);
     form.activate();
 }
 

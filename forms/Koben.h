@@ -67,7 +67,9 @@ struct Koben : Variablen, FormHost {
     /// Runs a form already made.
     void run(Form& form);
     bool inFront(const Form& form) const override { return front() == &form; }
-    void closing(Form& form) override { screens.closing(form); }
+    void closing(Form& form) override {
+        if (!worker) screens.closing(form);
+    }
     /// What fails is told by screens.failed(): what could not be done, why, and what to do. True where all went well.
     bool attempt(const std::function<void()>& work) override;
     Form* front() const { return m_stack.empty() ? nullptr : m_stack.back(); }
@@ -84,7 +86,10 @@ struct Koben : Variablen, FormHost {
     /// A new connection of a form's own.
     Database connect() { return workspace.open(Datenbankpfad); }
 
-    void message(const QString& text) { screens.message(text); }
+    void message(const QString& text) {
+        said = text;
+        screens.message(text);
+    }
     bool yesNo(const QString& text, bool noIsDefault = false) { return screens.yesNo(text, noIsDefault); }
     /// The tone that confirms a save, unless it is switched off.
     void Quittungston();
@@ -102,6 +107,12 @@ private:
 
     std::vector<Form*> m_stack;
     int m_actions = 0;  // that reached the disk
+
+public:
+    /// While it is set it works the forms that open, in the user's stead: they stand on the stack as ever, say and ask
+    /// what they do, but are not shown. It leaves none open.
+    std::function<void(Form&)> worker;
+    QString said;  ///< the newest message that a form said
 };
 
 /// Shows the wait cursor while it lives.

@@ -140,6 +140,8 @@ public:
     virtual QString dataFolder() = 0;     ///< where the data belong on this machine
     /// Takes the data folder for this process; false where another instance holds it.
     virtual bool lockDataFolder(const QString& folder) = 0;
+    /// The text that other programs have put where one pastes from; "" where there is none.
+    virtual QString pasted() { return {}; }
 };
 
 }  // namespace koben

@@ -81,6 +81,10 @@ PA_Koben::PA_Koben(Koben& context) : Form(context, QStringLiteral("PA_Koben"), Q
     Stand_kennzeichnen();
     loeschhinweis.setVisible(false);
     hinweis.setVisible(false);
+    schnell.enterIsTab = false;
+    schnell.setHint(QStringLiteral("Schnelleingabe"));
+    schnell.onChange = [this] { schnellsatz.setText(Schnellzeile_deuten().sentence()); };
+    schnell.onEnter = [this] { schnell_Enter(); };
     linksrechts.onClick = [this] { linksrechts_Click(); };
     buildMenu();
     buildToolBar();

@@ -3,6 +3,7 @@
 #include <array>
 #include <map>
 
+#include "core/Schnellzeile.h"
 #include "forms/Form.h"
 #include "forms/Koben.h"
 #include "store/Watch.h"
@@ -11,6 +12,18 @@ namespace koben {
 
 struct MenuRow;
 class PrivateFolder;
+
+/// A field whose Enter does what it says, and does not move on.
+class EnterBox final : public TextBox {
+public:
+    using TextBox::TextBox;
+    bool key(Key key) override {
+        if (key != Key::Enter) return TextBox::key(key);
+        act(onEnter);
+        return true;
+    }
+    std::function<void()> onEnter;
+};
 
 class PA_Koben final : public Form, public HerdList {
 public:
@@ -39,6 +52,9 @@ public:
     Label hinweis{*this, "hinweis"};
     /// Beside the question whether to delete: which animal, and how many bookings go with it.
     Label loeschhinweis{*this, "loeschhinweis"};
+    /// The quick entry: a booking in one line, and the sentence that says what it would book.
+    EnterBox schnell{*this, "schnell"};
+    Label schnellsatz{*this, "schnellsatz"};
 
     /// The menu bar's menus and entries, the toolbar's buttons by key, and the context menu.
     const std::vector<MenuEntry*>& menuBar() const { return m_menuBar; }
@@ -62,6 +78,9 @@ public:
 
     /// Whether there is no animal at all, in stock or gone; false as long as the list has not been read.
     bool Bestand_leer() const;
+    /// What a scanner has read: finds the animal and opens its bookings of the kind in hand, with one tone for found
+    /// and another for unknown. False where no animal of the list is called so.
+    bool Scan(const QString& scanned);
     /// Hands the file with the technical side of errors to the system.
     void Fehlerprotokoll_zeigen();
 
@@ -117,6 +136,11 @@ private:
     void abwaerts_Click(int index);
     void linksrechts_Click();
 
+    // quick entry and scanner
+    Schnellzeile Schnellzeile_deuten() const;
+    void schnell_Enter();
+    int Kennzeichen_suchen(const QString& scanned) const;
+
     // menu
     void buildMenu();
     void buildToolBar();
@@ -138,6 +162,8 @@ private:
     void Zu_heute();
     void Stand_verlassen();
     void Stand_kennzeichnen();
+    /// Makes an animal current and marks these, as far as the list has them.
+    void Tiere_zeigen(const std::vector<qint64>& marked, qint64 current);
     bool Liste_neu_lesen(const std::vector<qint64>& marked, qint64 current);
 
     // selection and mass actions

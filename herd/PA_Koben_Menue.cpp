@@ -54,6 +54,7 @@ const MenuRow Rows[] = {
     {"XE_Eingabe", "XE_verluste", "Ver&luste (Ferkel)", "PE_Bewegungsdaten", "", 5},
     {"XE_Eingabe", "XE_Ferkelverkauf", "Ferkel-Ver&Kauf", "PE_Bewegungsdaten", "", 6},
     {"XE_Eingabe", "XE_behandlung", "Be&handlung", "PE_Bewegungsdaten", "", 7},
+    {"XE_Eingabe", "XE_schnellliste", "Viele Buchungen als Te&xt", "PE_Schnellliste"},
     {"A_Auswertungen", "a_awsauenkarte", "Sauenkarte", "PB_Sauenkarte"},
     {"A_Auswertungen", "a_awsauenkarte_gezeichnet", "Sauenkarte (ge&zeichnet)", "PB_Sauenkarte_gezeichnet"},
     {"A_Auswertungen", "a_awschweine", "Schweine (Infobericht)", "PB_Tierinformation_Schweine"},

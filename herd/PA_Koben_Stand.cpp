@@ -138,18 +138,7 @@ bool PA_Koben::Liste_neu_lesen(const std::vector<qint64>& marked, qint64 current
     Text1.setText({});
     datenschweinelesen();
     if (m_gelesen.isEmpty()) return false;
-    const QSet<qint64> wanted(marked.begin(), marked.end());
-    const int id = datali.columnOf(u"ID");
-    std::vector<int> rows;
-    int found = 0;
-    for (int row = 1; row <= datali.rowCount(); ++row) {
-        const qint64 animal = datali.integer(row, id);
-        if (animal == current) found = row;
-        if (wanted.contains(animal)) rows.push_back(row);
-    }
-    if (found > 0) datali.setRow(found);
-    if (rows.size() > 1) datali.mark(rows);
-    Menue_Zustand_setzen();
+    Tiere_zeigen(marked, current);
     return true;
 }
 

@@ -127,6 +127,8 @@ void SystemPlatform::copyPicture(const Sketch& sketch) {
     QGuiApplication::clipboard()->setImage(pictureOf(sketch, pictureDots));
 }
 
+QString SystemPlatform::pasted() { return QGuiApplication::clipboard()->text(); }
+
 void SystemPlatform::copyCells(const Grid& list) { QGuiApplication::clipboard()->setMimeData(clipboardList(list)); }
 
 bool SystemPlatform::open(const QString& fileOrAddress) {

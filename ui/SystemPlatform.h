@@ -28,6 +28,7 @@ public:
     bool writePng(const Sketch& sketch, const QString& path) override;
     void copyPicture(const Sketch& sketch) override;
     void copyCells(const Grid& list) override;
+    QString pasted() override;
     bool open(const QString& fileOrAddress) override;
     bool start(const QString& command) override;
     WebAnswer httpGet(const QString& path, qint64 most, const WebProgress& go) override;

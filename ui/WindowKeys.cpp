@@ -125,6 +125,10 @@ void prepareKeys(Window& window) {
         addTakingBack(window, *menu, end, Ruecknahmerichtung::Wieder, "Wiederholen", AgainKeys);
         menu->insertSeparator(end);
         addAction(window, *menu, end, "Tier suchen", "Ctrl+F", [&window] { toSearch(window); });
+        addAction(window, *menu, end, "Schnelleingabe", "Ctrl+K", [&window] {
+            const Control* line = window.form().find(u"schnell");
+            if (QWidget* field = line ? window.widgetOf(*line) : nullptr) field->setFocus(Qt::ShortcutFocusReason);
+        });
         addAction(window, *menu, end, "Liste neu lesen", "F5", [&window] {
             const Koben& koben = window.form().koben;
             if (koben.herdList) window.form().act([&koben] { koben.herdList->datenschweinelesen(); });

@@ -13,6 +13,7 @@
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QTimer>
 #include <algorithm>
 
 #include "core/PZ_Koben_Subs.h"
@@ -254,7 +255,12 @@ void WindowScreens::waitCursor(bool on) {
     }
 }
 
-void WindowScreens::tone(int, int) { QApplication::beep(); }
+/// The machine has one sound: a low tone, for what did not go well, is heard as two of it.
+void WindowScreens::tone(int hertz, int) {
+    constexpr int low = 500, between = 250;  // hertz, milliseconds
+    QApplication::beep();
+    if (hertz < low) QTimer::singleShot(between, qApp, [] { QApplication::beep(); });
+}
 
 void WindowScreens::breathe() {
     if (!front() || m_lastBreath.elapsed() < 30) return;

@@ -97,6 +97,7 @@ struct Commands {
     static void variable(Interpreter& run, const Command& command);
     static void setze(Interpreter& run, const Command& command);
     static void stand(Interpreter& run, const Command& command);
+    static void schnell(Interpreter& run, const Command& command);
     static void sql(Interpreter& run, const Command& command);
     static void datei(Interpreter& run, const Command& command);
     static void schreibe(Interpreter& run, const Command& command);

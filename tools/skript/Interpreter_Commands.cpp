@@ -55,6 +55,7 @@ Commands::Handler Commands::find(const QString& word) {
         {QStringLiteral("variable"), variable},
         {QStringLiteral("setze"), setze},
         {QStringLiteral("stand"), stand},
+        {QStringLiteral("schnell"), schnell},
         {QStringLiteral("sql"), sql},
         {QStringLiteral("datei"), datei},
         {QStringLiteral("schreibe"), schreibe},
@@ -219,6 +220,15 @@ void Commands::stand(Interpreter& run, const Command& command) {
     main.act([&] {
         if (koben.herdList) koben.herdList->Stand_zeigen(command.arguments);
     });
+}
+
+void Commands::schnell(Interpreter& run, const Command& command) {
+    const Form& main = *run.program().stack().front();
+    if (&frontForm(run) != &main) throw Failure{QStringLiteral("%1 ist noch offen").arg(frontForm(run).name())};
+    const Target field = front(run, QStringLiteral("schnell"));
+    run.m_hand.type(field, command.arguments);
+    run.m_transcript.lines(as<Label>(front(run, QStringLiteral("schnellsatz")), "kein Text").text());
+    run.m_hand.key(field, QStringLiteral("Enter"));
 }
 
 void Commands::sql(Interpreter& run, const Command& command) { run.sql(command.arguments); }

@@ -11,7 +11,9 @@
 #include "ui/FirstSteps.h"
 #include "ui/Layout.h"
 #include "ui/Menus.h"
+#include "ui/QuickEntry.h"
 #include "ui/SampleFarm.h"
+#include "ui/Scanner.h"
 #include "ui/SearchMarks.h"
 #include "ui/figures/Tagesblick.h"
 
@@ -81,7 +83,10 @@ LAYOUT(PA_Koben) {
     const Piece filters =
         flow({segments(form.optianzeige), segments(form.optiverkauft), row({plain(form.Label1), number}),
               button(form.comstand), row({plain(form.Label2), segments(form.optisauen)})});
-    for (const Piece& piece : {label(form.hinweis), filters, both, label(form.loeschhinweis), label(form.bezstati)})
+    new Scanner(*list.widget, [&form](const QString& code) { form.Scan(code); });
+    const Piece quick = quickEntry(form.schnell, form.schnellsatz, form.datali);
+    for (const Piece& piece :
+         {label(form.hinweis), filters, both, quick, label(form.loeschhinweis), label(form.bezstati)})
         pieces.push_back(piece);
     return column(pieces);
 }

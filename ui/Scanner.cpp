@@ -1,0 +1,61 @@
+#include "ui/Scanner.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+
+#include "ui/Application.h"
+#include "ui/Bound.h"
+
+namespace koben::ui {
+
+namespace {
+
+constexpr quint64 Fast = 35;  // milliseconds between two keys; a hand takes twice as long
+constexpr qsizetype Least = 4;
+
+bool typedInto(QWidget& widget) {
+    const auto* box = dynamic_cast<const TextBox*>(controlOf(&widget));
+    return box && !box->readOnly;
+}
+
+}  // namespace
+
+Scanner::Scanner(QWidget& widget, std::function<void(const QString&)> read)
+    : QObject(&widget), m_widget(widget), m_read(std::move(read)) {
+    m_clock.start();
+    qApp->installEventFilter(this);
+}
+
+/// A key is delivered to the window first, then to the widget with the focus, then to those around it: counted once.
+bool Scanner::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || object != QApplication::focusWidget()) return false;
+    auto* focus = static_cast<QWidget*>(object);
+    if (focus->window() != m_widget.window() || typedInto(*focus)) {
+        m_typed.clear();
+        return false;
+    }
+    return key(*static_cast<QKeyEvent*>(event));
+}
+
+bool Scanner::key(const QKeyEvent& event) {
+    const QString text = event.text();
+    const bool ends = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter || event.key() == Qt::Key_Tab;
+    if (text.isEmpty() && !ends) return false;  // Shift and its like
+    // by the time at which the key was pressed: a busy program hears a hand's keys late and all at once
+    const quint64 now = event.timestamp() > 0 ? event.timestamp() : static_cast<quint64>(m_clock.elapsed());
+    const bool fast = now - std::exchange(m_last, now) <= Fast;
+    if (!fast) m_typed.clear();
+    if (!ends) {
+        if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier) || !text.at(0).isPrint())
+            m_typed.clear();
+        else
+            m_typed += text;
+        return false;
+    }
+    const QString code = std::exchange(m_typed, {});
+    if (code.size() < Least) return false;
+    guarded([&] { m_read(code); });
+    return true;
+}
+
+}  // namespace koben::ui
