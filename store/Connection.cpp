@@ -122,7 +122,7 @@ void Connection::closeWithoutLog() {
 }
 
 void Connection::relax() {
-    keepJournal(false);
+    setListener(nullptr);  // nobody takes anything back there
     koben::execute(file(), "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF");
 }
 
