@@ -141,14 +141,16 @@ class Entry {
             return leaveEntry();
         }
         const hints = hintsOf(booking, this.herd);
+        this.finish();  // no draft is written behind the booking
         try {
             await page.store.write([booking], [this.draftId()]);
         } catch (error) {
+            this.done = false;
+            this.keepDraft();
             await tell(`Die Buchung konnte nicht gespeichert werden: ${error?.message ?? 'der Speicher antwortet nicht'}.\n` +
                 'Schaffen Sie Platz im Telefon, oder übergeben Sie zuerst, was schon gebucht ist. Die Eingabe bleibt stehen.');
             return;
         }
-        this.finish();
         page.lastDay = dayOf(booking.fields[1]);
         await reloadOwn();
         toast(`${this.old ? 'Geändert' : 'Gebucht'}: ${this.kind.name} ${booking.fields[0]}`.trim());
@@ -159,10 +161,10 @@ class Entry {
     async remove() {
         const question = `${this.kind.name} ${this.old.fields[0]} vom ${this.old.fields[1]} löschen?`;
         if (await ask(question, ['Behalten', 'Löschen'], 0) !== 1) return;
+        this.finish();
         const stored = (await page.store.all()).find((record) => record.id === this.id);
         if (stored?.handover) await tell('Diese Buchung wurde inzwischen übergeben und bleibt stehen.');
         else await page.store.write([], [this.id, this.draftId()]);
-        this.finish();
         await reloadOwn();
         leaveEntry();
     }

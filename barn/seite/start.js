@@ -145,7 +145,9 @@ async function reloadOwn() {
     if (!page.herd) return;
     const farm = page.herd.farm.id;
     page.herd.setOwn(page.allBookings.filter((booking) => booking.farm === farm));
-    page.draft = records.find((record) => record.id === 'draft:' + farm) ?? null;
+    const draft = records.find((record) => record.id === 'draft:' + farm);
+    const booked = page.allBookings.some((booking) => booking.id === draft?.booking);
+    page.draft = draft && draft.changes === booked ? draft : null;  // of a booking that another tab has made or deleted
 }
 
 async function start() {
