@@ -8,8 +8,8 @@ namespace {
 /// The findings that are not in order: "KIND was: sentence | line | line".
 QStringList findings(const Hof& farm, const Variablen& v) {
     QStringList all;
-    const std::vector<Pruefbefund> all = Daten_pruefen(farm.db, v).value();
-    for (const Pruefbefund& each : all)
+    const std::vector<Pruefbefund> found = Daten_pruefen(farm.db, v).value();
+    for (const Pruefbefund& each : found)
         if (each.art != Pruefbefund::Art::InOrdnung)
             all += (QStringList(each.was + ": " + each.satz) + each.zeilen).join(" | ");
     return all;
