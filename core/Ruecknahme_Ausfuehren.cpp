@@ -20,6 +20,8 @@ const QString Mark = QStringLiteral("Aenderung");
 const QStringList MarkingDays = {QStringLiteral("L_Belegung"), QStringLiteral("L_Ferkelung"),
                                  QStringLiteral("L_Absetzung")};
 
+constexpr int IsoDay = 10;  // characters
+
 }  // namespace
 
 /// The work of one action on one plan.
@@ -136,8 +138,10 @@ private:
         if (!m_plan.again) restoreMarks();
     }
 
-    /// Deriving marks the card of an animal whose latest days become others, here too. What counts is whether they are
-    /// others than before the action that is taken back.
+    using Fields = std::map<QString, Value>;
+
+    /// Deriving marks the card of an animal whose latest days become others, here too. What counts is how they went on
+    /// without what is taken back.
     void restoreMarks() const {
         Statement now = m_db.prepare(
             QStringLiteral("select %1, %2 from Sauen where ID = ?").arg(Mark, MarkingDays.join(QStringLiteral(", "))));
@@ -145,22 +149,50 @@ private:
         QSet<qint64> done;
         for (auto entry = m_plan.entries.rbegin(); entry != m_plan.entries.rend(); ++entry) {
             const auto before = m_all.m_journal.companions(entry->number);
-            const QSet<qint64> marked = before.empty() ? QSet<qint64>() : markedSince(entry->number);
+            if (before.empty()) continue;
+            const QSet<qint64> marked = markedSince(entry->number);
+            std::vector<std::map<qint64, Fields>> since;
+            for (const qint64 later : m_later.at(entry->number)) since.push_back(m_all.m_journal.companions(later));
             for (const auto& [animal, fields] : before) {
                 if (done.contains(animal)) continue;
                 done.insert(animal);
                 now.bind({animal});
                 if (marked.contains(animal) || !now.next()) continue;
-                Value mark = fields.at(Mark);
-                for (int i = 0; i < MarkingDays.size(); ++i) {
-                    const QString was = fields.at(MarkingDays[i]).toText();
-                    const QString is =
-                        now.day(i + 1) == 0 ? QString() : now.value(i + 1).toDate().toString(Qt::ISODate);
-                    if (!was.isEmpty() && !is.isEmpty() && was.left(is.size()) != is) mark = QStringLiteral("X");
-                }
+                const Value mark = wentOn(animal, fields, since, now) ? QStringLiteral("X") : fields.at(Mark);
                 if (!(now.value(0) == mark)) write.run({mark, animal});
             }
         }
+    }
+
+    /// Whether one of the animal's latest days became another, from before an entry over those that stay until now.
+    bool wentOn(qint64 animal, const Fields& before, const std::vector<std::map<qint64, Fields>>& since,
+                const Statement& now) const {
+        for (int i = 0; i < MarkingDays.size(); ++i) {
+            const QString& field = MarkingDays[i];
+            QString last = before.at(field).toText().left(IsoDay);
+            const auto becomes = [&last](const QString& day) {
+                const bool another = !last.isEmpty() && !day.isEmpty() && last != day;
+                last = day;
+                return another;
+            };
+            for (const auto& animals : since) {
+                const auto own = animals.find(animal);
+                if (own == animals.end()) continue;
+                const QString day = own->second.at(field).toText().left(IsoDay);
+                if ((day.isEmpty() || booked(animal, field, day)) && becomes(day)) return true;
+            }
+            const qint32 day = now.day(i + 1);
+            if (becomes(day == 0 ? QString() : QDate::fromJulianDay(day).toString(Qt::ISODate))) return true;
+        }
+        return false;
+    }
+
+    /// A day of a booking that is taken back is none.
+    bool booked(qint64 animal, const QString& field, const QString& day) const {
+        Statement booking = m_db.prepare(QStringLiteral("select ID from %1 where Kennung = ? and Datum = ?")
+                                             .arg(field.mid(QStringView(u"L_").size())));
+        booking.bind({animal, QDate::fromString(day, Qt::ISODate)});
+        return booking.next();
     }
 
     /// Animals whose mark an action that stays has set or taken away since.
@@ -188,7 +220,11 @@ Rueckmeldung Ruecknahme::carryOut(const Plan& plan) const {
     if (!plan.refusal.isEmpty()) return {{}, plan.refusal};
     if (plan.entries.empty()) return {{}, QStringLiteral("Es ist keine Aktion ausgewählt.")};
     Rueckmeldung result;
-    result.name = andOthers(subject(plan.entries.front()), plan.entries.size());
+    const auto asked = std::find_if(plan.entries.begin(), plan.entries.end(), [&](const Entry& entry) {
+        return std::none_of(plan.added.begin(), plan.added.end(),
+                            [&](const Entry& other) { return other.number == entry.number; });
+    });
+    result.name = andOthers(subject(asked == plan.entries.end() ? plan.entries.front() : *asked), plan.entries.size());
     Action action(
         m_db, (plan.again ? QStringLiteral("Wieder ausgeführt: ") : QStringLiteral("Zurückgenommen: ")) + result.name);
     std::vector<qint64> numbers;

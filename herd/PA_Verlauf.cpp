@@ -143,10 +143,12 @@ bool PA_Verlauf::agreedWith(const Ruecknahme& journal, const Ruecknahme::Plan& p
         }
         lines += QStringLiteral("%1: %2").arg(timeOf(entry), journal.subject(entry));
     }
-    return koben.yesNo((chosen().size() == 1 ? QStringLiteral("Auf der markierten Aktion beruhen:")
-                                             : QStringLiteral("Auf den markierten Aktionen beruhen:")) +
+    const bool one = lines.size() == 1;
+    return koben.yesNo((chosen().size() == 1 ? QStringLiteral("Auf der markierten Aktion beruht:")
+                                             : QStringLiteral("Auf den markierten Aktionen beruht:")) +
                            Crlf + Crlf + lines.join(Crlf) + Crlf + Crlf +
-                           QStringLiteral("Sollen diese mit zurückgenommen werden?"),
+                           (one ? QStringLiteral("Soll diese Aktion mit zurückgenommen werden?")
+                                : QStringLiteral("Sollen diese Aktionen mit zurückgenommen werden?")),
                        true);
 }
 
