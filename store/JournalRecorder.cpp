@@ -307,20 +307,21 @@ void JournalRecorder::putCompanions(Bytes& out) {
             return (*animals)->layout.fields.contains(QString::fromUtf8(field));
         });
     if (!there || m_owners.size() > most) return journal::putNumber(out, 0);
-    journal::putNumber(out, m_owners.size());
+    Bytes animalsKept;
+    quint64 count = 0;
     const Loan loan(m_connection, sql);
     for (const qint64 owner : m_owners) {
-        journal::putSigned(out, owner);
         sqlite3_bind_int64(loan.get(), 1, owner);
-        const bool found = sqlite3_step(loan.get()) == SQLITE_ROW;
-        for (size_t i = 0; i < std::size(Companions); ++i) {
-            if (found)
-                journal::putValue(out, sqlite3_column_value(loan.get(), static_cast<int>(i)), false);
-            else
-                out.push_back('\0');
+        if (sqlite3_step(loan.get()) == SQLITE_ROW) {  // else it went with its bookings, and is among the rows
+            ++count;
+            journal::putSigned(animalsKept, owner);
+            for (size_t i = 0; i < std::size(Companions); ++i)
+                journal::putValue(animalsKept, sqlite3_column_value(loan.get(), static_cast<int>(i)), false);
         }
         sqlite3_reset(loan.get());
     }
+    journal::putNumber(out, count);
+    out += animalsKept;
 }
 
 JournalRecord JournalRecorder::finish() {
