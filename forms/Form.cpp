@@ -1,17 +1,11 @@
 #include "forms/Form.h"
 
-#include "forms/Koben.h"
-
 namespace koben {
 
 Form::Form(Koben& koben_, const QString& name, const QString& caption)
     : koben(koben_), m_name(name), m_caption(caption) {}
 
 Form::~Form() = default;
-
-QString Form::caption() const {
-    return koben.Stand.isValid() ? m_caption + QStringLiteral(" - ") + koben.Standtext() : m_caption;
-}
 
 void Form::setCaption(const QString& caption) {
     m_caption = caption;

@@ -16,6 +16,8 @@ public:
     virtual ~FormHost() = default;
     virtual bool inFront(const Form& form) const = 0;
     virtual void closing(Form& form) = 0;
+    /// What stands behind the caption of every form now, "" for nothing.
+    virtual QString captionMark() const { return {}; }
     /// Runs a piece of work whose failure must not go further: it is rolled back, told to the user, and false.
     virtual bool attempt(const std::function<void()>& work) = 0;
 };
@@ -29,7 +31,7 @@ public:
 
     const QString& name() const { return m_name; }
     /// With the day that the herd is shown as of, unless that is today.
-    QString caption() const;
+    QString caption() const { return m_host ? m_caption + m_host->captionMark() : m_caption; }
     void setCaption(const QString& caption);
     std::function<void()> captionChanged;
 

@@ -70,6 +70,7 @@ struct Koben : Variablen, FormHost {
     void closing(Form& form) override {
         if (!worker) screens.closing(form);
     }
+    QString captionMark() const override { return Stand.isValid() ? QStringLiteral(" - ") + Standtext() : QString(); }
     /// What fails is told by screens.failed(): what could not be done, why, and what to do. True where all went well.
     bool attempt(const std::function<void()>& work) override;
     Form* front() const { return m_stack.empty() ? nullptr : m_stack.back(); }

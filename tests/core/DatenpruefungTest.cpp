@@ -36,8 +36,8 @@ TEST(Datenpruefung, FindsWhatAnotherToolHasDoneAndRepairsIt) {
                      "zeigt sie, Statistiken können sie mitzählen. | Verluste: 1",
                      "Zähler und Termine: Bei einem Tier stimmt es nicht mit den Buchungen überein. | Sau 1: "
                      "Belegungen 9 statt 2, letzte Belegung nichts statt 01.06.2026",
-                     "Status der Sauen: Bei 2 Tieren stimmt es nicht mit den Buchungen überein. | Sau 1: Belegt "
-                     "statt ohne | Sau 2: Säugend statt Belegt"}));
+                     "Status der Sauen: Bei einem Tier stimmt es nicht mit den Buchungen überein. | Sau 2: "
+                     "Säugend statt Belegt"}));
     Action action(farm.db, "Reparatur");
     EXPECT_EQ(Buchungen_ohne_Tier_loeschen(action), 1);
     EXPECT_TRUE(Neu_ableiten(action, v));
