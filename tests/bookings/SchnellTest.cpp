@@ -11,6 +11,7 @@ namespace {
 
 struct SchnellTest : testing::Test, Buchungshof {
     SchnellTest() {
+        catalogue.add<PE_Schnellliste>("PE_Schnellliste");
         catalogue.add<PE_Bewegungsdaten_Verluste>("PE_Bewegungsdaten_Verluste");
         catalogue.add<PE_Bewegungsdaten_Ferkelverkauf>("PE_Bewegungsdaten_Ferkelverkauf");
         catalogue.add<PE_Bewegungsdaten_Behandlung>("PE_Bewegungsdaten_Behandlung");
