@@ -208,7 +208,8 @@ TEST_F(SicherungTest, aufDenStickUndInDieCloud) {
                                          " wurde erstellt.; Die Backupdatei wurde NICHT auf einen externen Datenträger "
                                          "kopiert wegen einer Fehlermeldung.; Die Backupdatei wurde in den Cloudordner "
                                          "übertragen.");
-    EXPECT_EQ(lines("S_Datensicherung.ol8"), QStringList({"", "", "", "15.07.2026", "0", path("wolke") + QDir::separator()}));
+    EXPECT_EQ(lines("S_Datensicherung.ol8"),
+              QStringList({"", "", "", "15.07.2026", "0", path("wolke") + QDir::separator()}));
     EXPECT_EQ(bytes("wolke/" + name), bytes(name));
     put("stick/" + name, "behalten");
     const QString kept = wizard("stick", {true, false, false});
