@@ -2,6 +2,7 @@
 // after it, the counters too.
 #include <random>
 
+#include "core/PZ_Koben_Subs_Datenbank.h"
 #include "core/Ruecknahme.h"
 #include "tests/robust/Aktionen.h"
 
