@@ -23,12 +23,16 @@ struct Ruecknahme::Footprint {
     };
     QHash<QString, std::unordered_map<qint64, Row>> rows;
     std::unordered_set<qint64> newAnimals, bookingsGone;  ///< animals that it made; animals whose bookings it deleted
+    QSet<QString> numbers;                                ///< that it gave to animals which were there
 
     bool carries(const RowChange& later) const;
 };
 
 /// Whether a later change of a row rests on it.
 bool Ruecknahme::Footprint::carries(const RowChange& later) const {
+    if (later.kind != Change::Deleted && *later.table != Regeln::Tiere && !numbers.isEmpty())
+        for (const QString& field : Regeln::numberFields())
+            if (const auto* cell = later.cell(field); cell && numbers.contains(cell->after.toText())) return true;
     if (later.kind != Change::Changed) {
         const RowChange::Cell* owner = later.cell(Regeln::Tier);
         const bool inserted = later.kind == Change::Inserted;
@@ -39,7 +43,11 @@ bool Ruecknahme::Footprint::carries(const RowChange& later) const {
     if (table == rows.cend()) return false;
     const auto own = table->find(later.row);
     if (own == table->end()) return false;
-    if (later.kind != Change::Changed) return own->second.kind != Change::Changed || !own->second.fields.isEmpty();
+    if (later.kind != Change::Changed)
+        return own->second.kind != Change::Changed ||
+               std::any_of(own->second.fields.begin(), own->second.fields.end(), [&](const QString& field) {
+                   return Regeln::role(*later.table, field) == Journal::Role::Own;
+               });
     return std::any_of(later.cells.begin(), later.cells.end(), [&](const RowChange::Cell& cell) {
         const QString& field = later.fields->at(cell.field);
         if (own->second.kind != Change::Changed) return Regeln::role(*later.table, field) == Journal::Role::Own;
@@ -57,6 +65,9 @@ Ruecknahme::Footprint Ruecknahme::footprint(const Entry& entry) const {
                 if (const QString& field = row.fields->at(cell.field);
                     Regeln::role(*row.table, field) != Journal::Role::Derived)
                     own.fields.append(field);
+            if (const auto* number = row.cell(Regeln::Nummer);
+                number && *row.table == Regeln::Tiere && !number->after.toText().isEmpty())
+                result.numbers.insert(number->after.toText());
         } else if (*row.table == Regeln::Tiere) {
             if (row.kind == Change::Inserted) result.newAnimals.insert(row.row);
         } else if (const auto* owner = row.cell(Regeln::Tier); owner && row.kind == Change::Deleted) {
@@ -69,9 +80,11 @@ Ruecknahme::Footprint Ruecknahme::footprint(const Entry& entry) const {
 
 std::vector<qint64> Ruecknahme::restingOn(const Entry& entry) const {
     std::vector<qint64> result;
-    const auto candidates = m_journal.later(entry.number, entry.kind == Kind::TakeBack);
-    if (!candidates.empty()) {
+    auto candidates = m_journal.later(entry.number, entry.kind == Kind::TakeBack);
+    const auto behind = entry.kind == Kind::TakeBack ? candidates : m_journal.actionsBehind(entry.number);
+    if (!behind.empty()) {
         const Footprint own = footprint(entry);
+        if (!own.numbers.isEmpty()) candidates = behind;  // bookings name sows and boars by their numbers, too
         for (const qint64 number : candidates) {
             bool rests = false;
             m_journal.read(number, [&](const RowChange& row) { return !(rests = own.carries(row)); });
@@ -96,7 +109,9 @@ void Ruecknahme::addTakers(const Entry& entry, std::vector<qint64>& numbers) con
                 m_db.prepare(QStringLiteral("select ID from %1 where %2 = ? and ID <> ?").arg(*row.table, field)));
         Statement& other = others.find(*row.table).value();
         for (other.bind({cell->before, row.row}); other.next();)
-            if (const qint64 taker = m_journal.lastToTouch(*row.table, other.integer(0), entry.number); taker != 0)
+            if (const qint64 taker =
+                    m_journal.lastToName(*row.table, other.integer(0), field, cell->before, entry.number);
+                taker != 0)
                 numbers.push_back(taker);
         return true;
     });

@@ -33,11 +33,17 @@ Journal::Role role(const QString& table, const QString& field) {
 
 QString uniqueField(const QString& table) {
     static const QHash<QString, QString> fields = {
-        {Tiere, QStringLiteral("Nummer")},
+        {Tiere, Nummer},
         {QStringLiteral("Medikamente"), QStringLiteral("Medikament")},
         {QStringLiteral("Bestandsoptionen"), QStringLiteral("Tiergruppe")},
         {QStringLiteral("Arbeitsplanoptionen"), QStringLiteral("Arbeitsart")}};
     return fields.value(table);
+}
+
+const QStringList& numberFields() {
+    static const QStringList fields = {QStringLiteral("Muttersau"), QStringLiteral("Zu_Saunr"),
+                                       QStringLiteral("Ebernr")};
+    return fields;
 }
 
 bool changesCycle(const RowChange& row) {

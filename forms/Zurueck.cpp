@@ -1,5 +1,7 @@
 #include "forms/Zurueck.h"
 
+#include "forms/Eingabe.h"
+
 namespace koben {
 
 QString naechsteAktion(Koben& koben, Ruecknahmerichtung richtung) {
@@ -9,8 +11,23 @@ QString naechsteAktion(Koben& koben, Ruecknahmerichtung richtung) {
     return entry ? journal.subject(*entry) : QString();
 }
 
+namespace {
+
+/// An entry under way is written over what was read when it was opened.
+QString obstacle(const Koben& koben) {
+    if (!koben.notWritable.isEmpty()) return koben.notWritable;
+    const Form* front = koben.front();
+    if (dynamic_cast<const Eingabe*>(front) == nullptr) return {};
+    return QStringLiteral(
+               "Solange das Fenster „%1“ offen ist, lässt sich nichts zurücknehmen oder wieder ausführen. Bitte "
+               "schließen Sie es zuerst.")
+        .arg(front->caption());
+}
+
+}  // namespace
+
 Rueckmeldung zuruecknehmen(Koben& koben, Ruecknahmerichtung richtung) {
-    Rueckmeldung result{{}, koben.notWritable};
+    Rueckmeldung result{{}, obstacle(koben)};
     if (result.done()) {
         const WaitCursor wait(koben);
         const Ruecknahme journal(koben.connect(), koben);

@@ -153,10 +153,15 @@ bool PA_Verlauf::agreedWith(const Ruecknahme& journal, const Ruecknahme::Plan& p
 }
 
 void PA_Verlauf::ruecknahme_Click() {
-    const std::vector<qint64> numbers = chosen();
+    std::vector<qint64> numbers = chosen();
     if (numbers.empty()) return koben.message("Bitte markieren Sie zuerst die Aktion, die Sie zurücknehmen möchten.");
     if (!koben.notWritable.isEmpty()) return koben.message(koben.notWritable);
     const Ruecknahme journal(m_db, koben);
+    if (numbers.size() > 1)  // of many, those that are taken back already are no hindrance
+        std::erase_if(numbers, [&](qint64 number) {
+            const auto entry = Journal(m_db).entry(number);
+            return entry && !entry->counts();
+        });
     const Ruecknahme::Plan plan = journal.plan(numbers);
     if (!plan.refusal.isEmpty()) return koben.message(plan.refusal);
     if (!agreedWith(journal, plan)) return;

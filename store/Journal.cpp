@@ -261,13 +261,39 @@ std::vector<qint64> Journal::later(qint64 number, bool reversals) const {
     return result;
 }
 
-qint64 Journal::lastToTouch(const QString& table, qint64 row, qint64 behind) const {
-    qint64 result = 0;
+std::vector<qint64> Journal::touching(const QString& table, qint64 row, qint64 behind) const {
+    std::vector<qint64> result;
     for (const Seen& seen : counting(behind)) {
         if (seen.number <= behind || seen.kind != Kind::Action) continue;
         if (const auto rows = seen.reach.rows.find(table); rows != seen.reach.rows.end() && rows->second.contains(row))
-            result = seen.number;
+            result.push_back(seen.number);
     }
+    return result;
+}
+
+qint64 Journal::lastToTouch(const QString& table, qint64 row, qint64 behind) const {
+    const std::vector<qint64> all = touching(table, row, behind);
+    return all.empty() ? 0 : *std::max_element(all.begin(), all.end());
+}
+
+qint64 Journal::lastToName(const QString& table, qint64 row, const QString& field, const Value& name,
+                           qint64 behind) const {
+    qint64 result = 0;
+    for (const qint64 number : touching(table, row, behind))
+        read(number, [&](const RowChange& change) {
+            if (*change.table != table || change.row != row) return true;
+            const RowChange::Cell* cell = change.kind == RowChange::Kind::Deleted ? nullptr : change.cell(field);
+            if (cell && cell->after == name) result = std::max(result, number);
+            return false;
+        });
+    return result;
+}
+
+std::vector<qint64> Journal::actionsBehind(qint64 number) const {
+    std::vector<qint64> result;
+    for (const Seen& seen : counting(number))
+        if (seen.number > number && seen.kind == Kind::Action) result.push_back(seen.number);
+    std::sort(result.begin(), result.end());
     return result;
 }
 

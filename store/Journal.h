@@ -76,6 +76,10 @@ public:
     std::optional<Entry> unknownBehind(qint64 number) const;
     /// The newest action behind `number` that counts and touched this row; 0 for none.
     qint64 lastToTouch(const QString& table, qint64 row, qint64 behind) const;
+    /// The newest action behind `number` that counts and gave this row the text in `field` that it has now; 0 for none.
+    qint64 lastToName(const QString& table, qint64 row, const QString& field, const Value& name, qint64 behind) const;
+    /// Numbers, ascending, of all actions behind `number` that count.
+    std::vector<qint64> actionsBehind(qint64 number) const;
     /// Numbers of the entries that concern an animal by its ID, ascending.
     std::vector<qint64> ofAnimal(qint64 id) const;
 
@@ -114,6 +118,7 @@ private:
     std::vector<Entry> select(const std::string& condition, qint64 most) const;
     std::string blob(const char* field, qint64 number) const;
     struct Seen;
+    std::vector<qint64> touching(const QString& table, qint64 row, qint64 behind) const;
     std::vector<Seen> reaches(const std::string& condition) const;
     const std::vector<Seen>& counting(qint64 behind) const;
 

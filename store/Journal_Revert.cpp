@@ -187,8 +187,8 @@ qint64 givenBack(sqlite3* file, const std::string& table, const std::vector<qint
         const bool counts =
             sqlite3_column_int(s.get(), 2) != 0 &&
             std::find(reverted.begin(), reverted.end(), sqlite3_column_int64(s.get(), 0)) == reverted.end();
-        if (counts || own->after != value) break;
-        value = own->before;
+        if (counts || own->after < value) break;
+        if (own->after == value) value = own->before;  // a higher one was given back before
     }
     return std::max(value,
                     number(file, "SELECT ifnull(max(rowid), 0) FROM " + sql::quoted(QString::fromStdString(table))));
