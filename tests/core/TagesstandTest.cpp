@@ -57,11 +57,12 @@ private:
     void animal(qint64 id) {
         const int arrival = between(0, 200);
         const bool boar = id % 6 == 0;
-        add(arrival,
-            QString("insert into Sauen (ID, Art, Nummer, Status, Zugangsdatum, Abgangsgewicht_kg, Verkaufspreis, "
-                    "Abgangsgrund, Abnehmer) values (%1, '%2', '%3', '', %4, 0, 0, '', '')")
-                .arg(id)
-                .arg(boar ? "Eber" : "Sau", boar ? QString("E%1").arg(id) : QString::number(100 + id), date(arrival)));
+        const QString row =
+            "insert into Sauen (ID, Art, Nummer, Status, Zugangsdatum, Zugangsgewicht_kg, Einkaufspreis, Zugangsgrund, "
+            "Lieferant, Abgangsgewicht_kg, Verkaufspreis, Abgangsgrund, Abnehmer) values "
+            "(%1, '%2', '%3', '', %4, 0, 0, '', '', 0, 0, '', '')";
+        const QString number = boar ? QString("E%1").arg(id) : QString::number(100 + id);
+        add(arrival, row.arg(id).arg(boar ? "Eber" : "Sau", number, date(arrival)));
         int day = arrival + 1;
         while (!boar && day < Days) {
             book("Belegung", day, id, "Ebernr",
@@ -111,12 +112,12 @@ QString content(const Database& db) {
 }
 
 TEST(Tagesstand, EqualsAHerdBookedUpToThatDay) {
-    for (unsigned seed = 1; seed <= 6; ++seed) {
+    for (unsigned seed = 1; seed <= 3; ++seed) {
         Zufallsbetrieb farm(seed);
         Hof now;
         farm.enter(now, 2 * Days);
         const QString before = content(now.db);
-        for (int i = 0; i < 5; ++i) {
+        for (int i = 0; i < 4; ++i) {
             const int day = farm.between(0, Days);
             Hof then;
             farm.enter(then, day);
