@@ -94,7 +94,8 @@ TEST_F(SicherungTest, wasSichNichtBeweisenLaesstZaehltNicht) {
     }
     EXPECT_TRUE(Sicherung_erstellen(koben, target, Proof::Database, {}));
     QStringList packed;
-    for (const ZipEntry& entry : ZipReader(target).entries()) packed += entry.name;
+    const ZipReader written(target);
+    for (const ZipEntry& entry : written.entries()) packed += entry.name;
     EXPECT_EQ(packed, QStringList({"Einstellungen.ko2", "koben2.mdb", "zufall.ko1"})) << "no log, no older backup";
 }
 
