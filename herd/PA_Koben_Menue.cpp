@@ -43,7 +43,7 @@ const MenuRow Rows[] = {
     {"XB_Bestand", "XB_schweineselektieren", "Schweine sele&ktieren", "PB_Selektieren"},
     {"XB_Bestand", "XB_selektiertetieremarkieren", "Selektierte Schweine &markieren", ""},
     {"XB_Bestand", "XB_markierteschweineselektieren", "Markierte Schweine &selektieren", ""},
-    {"XB_Bestand", "XB_stand", "Stand &vom ... (Herde an einem anderen Tag)", ""},
+    {"XB_Bestand", "XB_stand", "S&tand vom ... (Herde an einem anderen Tag)", ""},
     {"XB_Bestand", "XB_heute", "Zurück zu heute", ""},
     {"XB_Bestand", "XB_beenden", "&Beenden", ""},
     {"XE_Eingabe", "XE_belegung", "&Belegung", "PE_Bewegungsdaten", "", 0},

@@ -33,7 +33,8 @@ TEST_F(SchnellTest, theFieldsOfTheGrammarStandInTheOrderOfTheScreens) {
         std::ptrdiff_t last = 0;
         for (const Schnellfeld& field : art.fields) {
             const auto at = std::find_if(lines.begin(), lines.end(), [&](const Eingabe::Zeile& line) {
-                return line.control == form->find(QString::fromUtf8(field.control));
+                const QString wanted = QString::fromUtf8(field.control);
+                return line.control->address() == wanted || line.control->name() == wanted;
             });
             EXPECT_GT(at - lines.begin(), last) << art.letter << ' ' << field.control;
             last = at - lines.begin();
@@ -42,14 +43,14 @@ TEST_F(SchnellTest, theFieldsOfTheGrammarStandInTheOrderOfTheScreens) {
 }
 
 TEST_F(SchnellTest, aLineBooksWhatTheWindowBooks) {
-    neu<PE_Bewegungsdaten_Ferkelung>(Ferkelung, {1}, [&](PE_Bewegungsdaten_Ferkelung& form) {
-        play(form, "tdat=14.07.2026; tz(0)=14; tz(2)=1; kom(0)=gut; ok(0)");
-    });
+    neu<PE_Bewegungsdaten_Ferkelung>(Ferkelung, {2},  // 123 comes first
+                                     [&](PE_Bewegungsdaten_Ferkelung& form) {
+                                         play(form, "tdat=14.07.2026; tz(0)=14; tz(2)=1; kom(0)=gut; ok(0)");
+                                     });
     const QStringList byHand = screens.takeLog().filter(QRegularExpression("^[!?~]"));
     EXPECT_TRUE(book("41 f 14/1 gestern gut").booked);
     EXPECT_EQ(screens.takeLog(), byHand);  // and no form was seen
     const QString fields = "select Datum, Ferkel_Gesamt, Ferkel_Lebendig, Ferkel_Tot, Kommentar, LNr from Ferkelung";
-    EXPECT_EQ(show("select Kennung from Ferkelung"), "x");
     EXPECT_EQ(show(fields + " where Kennung = 2"), show(fields + " where Kennung = 1"));
     EXPECT_EQ(show(fields + " where Kennung = 2"), "14.07.2026 14 13 1 gut 1");
     EXPECT_EQ(actions.last(), "Ferkelung 41, 14.07.2026");

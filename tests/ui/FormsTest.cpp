@@ -53,7 +53,8 @@ bool opensByEnter(const Control* control) {
     const auto* grid = dynamic_cast<const Grid*>(control);
     const auto* list = dynamic_cast<const ListBox*>(control);
     const auto* box = dynamic_cast<const TextBox*>(control);
-    return grid || (list && list->onDoubleClick) || (box && box->multiLine);
+    const bool booksByEnter = control && control->name() == u"schnell";  // the quick entry
+    return grid || booksByEnter || (list && list->onDoubleClick) || (box && box->multiLine);
 }
 
 /// Walks the window with one key alone, from its first stop until that or the accepting button is reached again.
