@@ -164,7 +164,7 @@ TEST(HinweisTest, pruefungNachAbbruch) {
             if (key.endsWith("/Laeuft")) value = QStringLiteral("1");
         if (damaged) {
             QByteArray bytes = bytesOf(user.folder.database());
-            const qsizetype page = bytes.size() - 4096;  // not one that the list of tables lies on
+            const qsizetype page = bytes.size() / 3 * 2 / 4096 * 4096;  // not one that the list of tables lies on
             bytes.replace(page, 4096, QByteArray(4096, '\x55'));
             setBytes(user.folder.database(), bytes);
         }

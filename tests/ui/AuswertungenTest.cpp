@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QTableView>
+#include <QTest>
 
 #include "analytics/PB_Statistiken.h"
 #include "figures/PA_Grafiken.h"
@@ -120,8 +121,8 @@ TEST_F(Auswertungen, VomBefundZurBuchungUndZurueck) {
             if (runs == 2) {
                 EXPECT_EQ(row, 0) << "corrected";
                 EXPECT_EQ(list->gridli.cell(list->gridli.row(), u"Ferkeldatum"), QStringLiteral("01.10.2025"));
-                QCoreApplication::processEvents();
-                EXPECT_TRUE(table.viewport()->rect().intersects(table.visualRect(table.currentIndex())));
+                EXPECT_TRUE(QTest::qWaitFor(
+                    [&] { return table.viewport()->rect().intersects(table.visualRect(table.currentIndex())); }, 3000));
                 return;
             }
             ASSERT_GT(row, 0);
