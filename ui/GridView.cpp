@@ -170,8 +170,15 @@ void GridView::flush() {
 }
 
 void GridView::resizeEvent(QResizeEvent* event) {
+    const QRect current = visualRect(currentIndex());
+    const bool seen = current.isValid() && current.bottom() < event->oldSize().height();
     QTableView::resizeEvent(event);
     if (m_cells.columnCount() == model().columnCount()) fillWidth();
+    if (seen && current.bottom() >= event->size().height()) {  // a lower view does not hide the row that was seen
+        const int across = horizontalScrollBar()->value();
+        scrollTo(currentIndex());
+        horizontalScrollBar()->setValue(across);
+    }
 }
 
 void GridView::showCurrent(bool scroll) {

@@ -5,6 +5,7 @@
 
 #include "core/PZ_Koben_Subs_Datenbank.h"
 #include "core/Ruecknahme.h"
+#include "core/Wurfnummern.h"
 #include "tests/robust/Aktionen.h"
 
 namespace koben::robust {
@@ -178,6 +179,13 @@ TEST_P(RuecknahmeZufallTest, inBeliebigerFolgeWieNieGeschehen) {
         const Database db = run.koben.connect();
         Arbeitstag day(run, list, GetParam());
         const Ruecknahme journal(db, run.koben);
+        {  // the sample's litters came without numbers
+            Transaction all(db);
+            Wurfnummern litters(db);
+            const Table sows = db.table("select ID from Sauen where Art = 'Sau'");
+            for (int row = 0; row < sows.rowCount(); ++row) litters.number(sows.text(row, 0).toInt());
+            all.commit();
+        }
         const QString first = withoutMarks(contentOf(db));
         for (int i = 0; i < 30; ++i) day.act();
         Werte_berechnen(run.koben.connect(), run.koben);
