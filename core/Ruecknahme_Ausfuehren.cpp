@@ -40,6 +40,8 @@ public:
         if (const QString refusal = check(); !refusal.isEmpty()) return refusal;
         settleCounters();
         Wurfnummern litters(m_db);
+        for (const qint64 animal : m_littered)
+            if (numbered(animal)) m_renumbered.insert(animal);
         for (const qint64 animal : m_renumbered) litters.number(animal);
         if (m_cycle) derive();
         return {};
@@ -79,8 +81,10 @@ private:
             if (owner == nullptr) return true;
             const qint64 before = owner->before.toInt(), after = owner->after.toInt();
             if (row.kind == Change::Deleted && before != 0) m_back.insert(before);
-            if (others && *row.table == Regeln::Wuerfe)
-                m_renumbered.insert(row.kind == Change::Inserted ? after : before);
+            if (*row.table == Regeln::Wuerfe && row.kind != Change::Changed)
+                (others ? m_renumbered : m_littered).insert(row.kind == Change::Inserted ? after : before);
+            else if (*row.table == Regeln::Wuerfe && others)
+                m_renumbered.insert(before);
             return true;
         });
     }
@@ -119,6 +123,14 @@ private:
                         .arg(QString::fromUtf8(kind.noun));
         }
         return {};
+    }
+
+    /// Litters that came without numbers, from another program, stay so.
+    bool numbered(qint64 animal) const {
+        Statement litter =
+            m_db.prepare(QStringLiteral("select ID from Ferkelung where Kennung = ? and LNr IS NOT NULL"));
+        litter.bind({animal});
+        return litter.next();
     }
 
     void settleCounters() const {
@@ -212,7 +224,7 @@ private:
     const Action& m_action;
     const Database& m_db;
     std::map<qint64, std::vector<qint64>> m_later;  ///< by entry
-    QSet<qint64> m_gone, m_back, m_renumbered;
+    QSet<qint64> m_gone, m_back, m_renumbered, m_littered;
     bool m_cycle = false, m_herd = false;
 };
 

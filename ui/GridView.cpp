@@ -171,7 +171,8 @@ void GridView::flush() {
 
 void GridView::resizeEvent(QResizeEvent* event) {
     const QRect current = visualRect(currentIndex());
-    const bool seen = current.isValid() && current.bottom() < event->oldSize().height();
+    const bool first = !event->oldSize().isValid() || !isVisible();
+    const bool seen = current.isValid() && (first || current.bottom() < event->oldSize().height());
     QTableView::resizeEvent(event);
     if (m_cells.columnCount() == model().columnCount()) fillWidth();
     if (seen && current.bottom() >= event->size().height()) {  // a lower view does not hide the row that was seen
