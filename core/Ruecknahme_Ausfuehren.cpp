@@ -40,6 +40,9 @@ public:
         if (const QString refusal = check(); !refusal.isEmpty()) return refusal;
         settleCounters();
         Wurfnummern litters(m_db);
+        Statement sow = m_db.prepare(QStringLiteral("select Kennung from Ferkelung where ID = ?"));
+        for (const qint64 litter : m_changedLitters)
+            if (sow.bind({litter}); sow.next() && !sow.isNull(0)) m_littered.insert(sow.integer(0));
         for (const qint64 animal : m_littered)
             if (numbered(animal)) m_renumbered.insert(animal);
         for (const qint64 animal : m_renumbered) litters.number(animal);
@@ -78,6 +81,7 @@ private:
                 return true;
             }
             const RowChange::Cell* owner = row.cell(Regeln::Tier);
+            if (*row.table == Regeln::Wuerfe && row.kind == Change::Changed) m_changedLitters.insert(row.row);
             if (owner == nullptr) return true;
             const qint64 before = owner->before.toInt(), after = owner->after.toInt();
             if (row.kind == Change::Deleted && before != 0) m_back.insert(before);
@@ -224,7 +228,7 @@ private:
     const Action& m_action;
     const Database& m_db;
     std::map<qint64, std::vector<qint64>> m_later;  ///< by entry
-    QSet<qint64> m_gone, m_back, m_renumbered, m_littered;
+    QSet<qint64> m_gone, m_back, m_renumbered, m_littered, m_changedLitters;
     bool m_cycle = false, m_herd = false;
 };
 
