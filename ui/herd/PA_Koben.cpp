@@ -3,6 +3,7 @@
 #include <QFrame>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -60,10 +61,17 @@ LAYOUT(PA_Koben) {
         grid(form.datali, QStringLiteral("Noch keine Tiere. Legen Sie über „Bestand“ neue Schweine an oder "
                                          "lesen Sie über „Optionen / Import Excel“ eine Liste ein."));
     form.linksrechts.icon = QStringLiteral("aufteilung");
-    const Piece panel =
+    form.comlebenslauf.icon = QStringLiteral("uebersicht");
+    const Piece animal =
         column({flow({button(form.cmdok), button(form.abwaerts[1]), button(form.abwaerts[0]), button(form.comdrucken),
-                      button(form.comlebenslauf), iconButton(form.linksrechts)}),
+                      iconButton(form.comlebenslauf), iconButton(form.linksrechts)}),
                 animalPanel(form)});
+    auto* scrolled = new QScrollArea;  // where the screen is low
+    scrolled->setWidgetResizable(true);
+    scrolled->setFrameShape(QFrame::NoFrame);
+    scrolled->setFocusPolicy(Qt::NoFocus);
+    scrolled->setWidget(animal.widget);
+    const Piece panel = own(scrolled);
     const Piece both = split(listOrFirstSteps(form, list), withToday(form, panel), 2, 1);
     auto* splitter = static_cast<QSplitter*>(both.widget);
     form.layoutChanged = [splitter, &form] {
