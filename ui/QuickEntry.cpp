@@ -53,7 +53,7 @@ Piece quickEntry(TextBox& line, Label& sentence, Grid& list) {
     edit->setPlaceholderText(QStringLiteral("123 f 14/1 gestern    ? zeigt mehr"));
     edit->setToolTip(QStringLiteral("Eine Buchung in einer Zeile (Strg+K); Eingabetaste bucht, ? zeigt, wie es geht"));
     new Keys(*edit, line, list);
-    return row({caption(QStringLiteral("Schnell")), field, label(sentence) * 1});
+    return row({caption(QStringLiteral("Schnell")), field, label(sentence) * 1}) * 0;  // the list has the spare room
 }
 
 }  // namespace koben::ui
