@@ -19,8 +19,12 @@ void PrivateFolder::removeLeft(const QString& userFolder, const QString& stem) {
     const QDir folder(userFolder);
     for (const QString& name : folder.entryList({stem + u'*'}, QDir::Dirs | QDir::NoSymLinks)) {
         QDir left(folder.filePath(name));
-        Ordnersperre lock;
-        if (lock.nehmen(left.path())) left.removeRecursively();
+        {
+            Ordnersperre lock;
+            if (!lock.nehmen(left.path())) continue;
+            left.removeRecursively();
+        }
+        folder.rmdir(name);  // where an open file, the lock's, held it
     }
 }
 

@@ -20,7 +20,8 @@ namespace {
 const QString DatabaseName = QStringLiteral("koben2.mdb");
 const QString KeptHead = QStringLiteral("Vor_Rueckholung_");
 
-constexpr qint64 reserve = 16'000'000;  // bytes of a disk that stay free
+constexpr qint64 reserve = 16'000'000;        // bytes of a disk that stay free
+constexpr qint64 untoldRoom = 8'000'000'000;  // bytes, where the free ones are not told: far above any farm's backup
 constexpr size_t mostFiles = 100'000;
 constexpr int mostKept = 5;
 // shares of the work
@@ -105,7 +106,8 @@ auto judged(const QString& path, const Work& work) {
 class Backup {
 public:
     Backup(const QString& path, const QString& folder) : m_path(path), m_zip(path) {
-        const qint64 room = QStorageInfo(folder).bytesAvailable() - reserve;
+        const qint64 free = QStorageInfo(folder).bytesAvailable();  // below 0 where the volume does not tell
+        const qint64 room = free < 0 ? untoldRoom : free - reserve;
         if (const QString reason = against(m_zip.entries(), room); !reason.isEmpty()) refuse(reason);
         for (const ZipEntry& entry : m_zip.entries())
             if (!entry.folder) requireRoom(folder, placeOf(entry.name));

@@ -8,6 +8,7 @@
 #include <QSplitter>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QToolButton>
 #include <algorithm>
 #include <utility>
 
@@ -132,6 +133,12 @@ Piece split(const Piece& left, const Piece& right, int leftShare, int rightShare
     return {.widget = splitter, .stretch = 1};
 }
 
+/// The strokes that scroll titles wider than the window are no stops of their own: the arrow keys walk the titles.
+static void nameAsPages(QTabWidget& view) {
+    view.tabBar()->setAccessibleName(QStringLiteral("Seiten"));
+    for (auto* button : view.tabBar()->findChildren<QToolButton*>()) button->setFocusPolicy(Qt::NoFocus);
+}
+
 Piece tabs(Tabs& model, const std::vector<Piece>& pages) {
     auto* view = new TabsView(model);
     const QSignalBlocker quiet(view);
@@ -144,7 +151,7 @@ Piece tabs(Tabs& model, const std::vector<Piece>& pages) {
         view->addTab(frame, model.captions().value(page++));
     }
     view->setCurrentIndex(model.front());
-    view->tabBar()->setAccessibleName(QStringLiteral("Seiten"));
+    nameAsPages(*view);
     return {.widget = view, .stretch = 1};
 }
 Piece tabs(Tabs& model, Pieces pages) { return tabs(model, std::vector<Piece>(pages)); }
@@ -158,7 +165,7 @@ Piece pages(const std::vector<std::pair<QString, Piece>>& pages) {
         layout->addStretch(1);
         view->addTab(frame, title);
     }
-    view->tabBar()->setAccessibleName(QStringLiteral("Seiten"));
+    nameAsPages(*view);
     return {.widget = view, .stretch = 1};
 }
 

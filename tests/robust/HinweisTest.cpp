@@ -181,6 +181,7 @@ TEST(HinweisTest, sperrdatei) {
     for (const bool link : {false, true}) {
         ASSERT_TRUE(link ? QDir().rmdir(lock) && QFile::link(QStringLiteral("/gibt/es/nicht"), lock)
                          : QDir().mkdir(lock));
+        if (link && !QFileInfo(lock).isSymLink()) continue;  // a shortcut bears another name
         Session run(folder);
         try {
             run.start();

@@ -3,5 +3,5 @@
 # strokes, so that transcripts of both systems can be compared whole.
 . "$(dirname "$(readlink -f "$0")")/wine.sh"
 set +e
-wine "$OUT/bau/bin/koben-skript.exe" "$@" | sed -E ':a; s|([A-Z]:[^ "]*)\\(\S)|\1/\2|; ta; s|[A-Z]:/|/|g'
+wine "$OUT/bau/bin/koben-skript.exe" "$@" | sed -E ':a; s|([A-Z]:[^ "]*)\\(\S)|\1/\2|; ta; s|[A-Z]:/|/|g; s~([[:alnum:]])\\( |$)~\1/\2~g'
 exit "${PIPESTATUS[0]}"

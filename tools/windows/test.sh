@@ -71,7 +71,7 @@ etagen() {
         log=$OUT/$name.log
         (cd "$OUT/bau" && QT_QPA_PLATFORM=offscreen wine "$program" --gtest_brief=1 --gtest_filter="*${filter:+-$filter}" >"$log" 2>&1) &&
             good "$name: $(grep -a 'PASSED' "$log" | tail -1)" ||
-            { wrong "$name"; grep -aE '^\[  FAILED|Failure|error' "$log" | head -20; }
+            { wrong "$name"; grep -aE -m 20 '^\[  FAILED|Failure|error' "$log" || true; }
     done
 }
 
