@@ -18,7 +18,7 @@ wine "$OUT/bau/bin/koben-bench.exe" "${options[@]}" 2>/dev/null | tr -d '\r' >"$
 paste -d'|' <(grep -E '^.{40} *[0-9.]+ ' "$OUT/messung-linux.txt" | cut -c1-52) \
     <(grep -E '^.{40} *[0-9.]+ ' "$OUT/messung-wine.txt" | cut -c1-52) |
     awk -F'|' '{ name = substr($1, 1, 40); a = substr($1, 41) + 0; b = substr($2, 41) + 0
-                 printf "%s %9.1f ms Linux %9.1f ms Wine  Verhältnis %.2f\n", name, a, b, a > 0 ? b / a : 0 }'
+                 printf "%s %9.1f ms Linux %9.1f ms Wine  Verhältnis %.2f\n", name, a, b, (a > 0 ? b / a : 0) }'
 ls "$OUT"/koben-*-setup.exe 2>/dev/null | while read -r file; do
     say "$(basename "$file"): $(du -h --apparent-size "$file" | cut -f1)"
 done
