@@ -109,7 +109,7 @@ void PA_Kennzahlen::showFigures() {
     });
     Label1.setText(
         none ? QStringLiteral("In diesem Zeitraum gibt es nichts zu zählen: keine Sauen, keine Belegungen, keine "
-                              "Würfe.")
+                              "Würfe. Bitte wählen Sie einen anderen Zeitraum.")
              : m_hint);
 }
 
