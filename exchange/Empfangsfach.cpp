@@ -91,6 +91,7 @@ QString Empfangsfach::keepOther(const QByteArray& offered) const {
 }
 
 QString Empfangsfach::putAway(const Eingang& entry) {
+    const std::lock_guard lock(m_mutex);
     clearFileReason();
     QDir().mkpath(m_folder + ReadIn);
     const QString reason = replaceFile(m_folder + entry.name, m_folder + ReadIn + entry.name);

@@ -151,6 +151,8 @@ void Netzeingang::read(Visitor& visitor) {
 
 /// By the first line, as soon as it is there; who knows the code goes on once the head is whole.
 void Netzeingang::judge(Visitor& visitor) {
+    if (visitor.head.empty()) return;
+    if (visitor.head[0] < 'A' || visitor.head[0] > 'Z') return refuse(visitor);  // a browser tries encryption first
     const bool full = visitor.head.size() >= MostHead;
     if (!full && visitor.head.find('\n') == std::string::npos) return;
     if (!same(codeIn(visitor.head), m_code)) {

@@ -185,6 +185,9 @@ TEST(Hausnetz, knowsTheHouse) {
 }
 
 TEST(Hausnetz, whatIsReceivedWaitsInOrderAndGoesThroughTheImport) {
+    int count = 1;
+    char name[] = "test", *names[] = {name, nullptr};
+    const QCoreApplication application(count, names);  // brings the threads' news
     Hof hof;
     hof.catalogue.add<PO_Pocketimport>("PO_Pocketimport");
     hof.tier("101"), hof.tier("102");
