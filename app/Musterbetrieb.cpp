@@ -6,9 +6,10 @@
 namespace koben {
 
 const Catalogue& musterkatalog() {
-    static const Catalogue forms = katalogOhne(
-        {QStringLiteral("S_Datensicherung_neu"), QStringLiteral("S_Importtabelle"), QStringLiteral("PO_Pocketexport"),
-         QStringLiteral("PO_Pocketimport"), QStringLiteral("PO_Update"), QStringLiteral("HV_Updatemanager")});
+    static const Catalogue forms =
+        katalogOhne({QStringLiteral("S_Datensicherung_neu"), QStringLiteral("S_Importtabelle"),
+                     QStringLiteral("PO_Pocketexport"), QStringLiteral("PO_Pocketimport"),
+                     QStringLiteral("PO_Hausnetz"), QStringLiteral("PO_Update"), QStringLiteral("HV_Updatemanager")});
     return forms;
 }
 

@@ -4,6 +4,7 @@
 
 #include "core/PZ_Koben_Subs.h"
 #include "exchange/Geraeteabschnitte.h"
+#include "exchange/PO_Hausnetz.h"
 #include "exchange/Stallseite.h"
 #include "store/Files.h"
 
@@ -28,6 +29,7 @@ PO_Pocketexport::PO_Pocketexport(Koben& koben_)
     bindButtons(ok[0], beenden, &hilfe);
     ok[0].onClick = [this] { writeFile(); };
     ok[1].onClick = [this] { copyToDevice(); };
+    hausnetz.onClick = [this] { offer(); };
 }
 
 void PO_Pocketexport::Load() {
@@ -36,16 +38,25 @@ void PO_Pocketexport::Load() {
     geraet.show();
 }
 
-void PO_Pocketexport::writeFile() {
+Exportauswahl PO_Pocketexport::choice() {
     if (!Ist_Datum(tdat.text())) tdat.setText({});
-    const Exportauswahl choice{
-        .nurSauen = konnursauen.checked(), .sortierung = optisort.selected(), .ab = Datum_aus_Text(tdat.text())};
+    return {.nurSauen = konnursauen.checked(), .sortierung = optisort.selected(), .ab = Datum_aus_Text(tdat.text())};
+}
+
+void PO_Pocketexport::offer() {
+    PO_Hausnetz form(koben);
+    form.auswahl = choice();
+    koben.run(form);
+}
+
+void PO_Pocketexport::writeFile() {
+    const Exportauswahl chosen = choice();
     Exportergebnis result = Exportergebnis::Done;
     QByteArray bytes;
     const bool whole =
         run("Die Daten für das Gerät werden zusammengestellt ...", Exportschritte, &meter, [&](Progress& progress) {
             result = composeDeviceFile(
-                m_db, choice, koben.Datenordner + "PB_Arbeitsplan_Pocket.txt",
+                m_db, chosen, koben.Datenordner + "PB_Arbeitsplan_Pocket.txt",
                 [&](int sections) { return progress.step(sections); }, bytes);
         });
     if (!whole) return;
@@ -57,7 +68,7 @@ void PO_Pocketexport::writeFile() {
         return koben.message(fileFailure(
             QStringLiteral("Die Exportdatei %1 kann nicht geschrieben werden").arg(QDir::toNativeSeparators(path)),
             reason));
-    const QString pageTrouble = keepPage(choice, bytes);
+    const QString pageTrouble = keepPage(chosen, bytes);
     koben.message("Die Exportdatei wurde im Ordner " + koben.Datenordner +
                   " abgelegt. Mit dem Schritt 2 können diese direkt auf den Pocket-PC kopiert werden. Die Datei kann "
                   "auch mit dem Windows-Explorer in das Hauptverzeichnis des Pocket-PC's kopiert werden.");
@@ -66,9 +77,9 @@ void PO_Pocketexport::writeFile() {
 }
 
 /// The export is done: where the page cannot be made the user reads that at the end.
-QString PO_Pocketexport::keepPage(const Exportauswahl& choice, const QByteArray& exchangeFile) {
+QString PO_Pocketexport::keepPage(const Exportauswahl& chosen, const QByteArray& exchangeFile) {
     const WaitCursor wait(koben);
-    return writeBarnPage(koben, m_db, choice, exchangeFile);
+    return writeBarnPage(koben, m_db, chosen, exchangeFile);
 }
 
 void PO_Pocketexport::copyToDevice() {

@@ -23,11 +23,15 @@ public:
     ControlArray<Button> ok{*this, "ok", {"Export Schritt 1", "Export Schritt 2"}};
     Button hilfe{*this, "hilfe", "&Hilfe"};
     Button beenden{*this, "beenden", "&Schließen"};
+    Button hausnetz{*this, "hausnetz", "Im Haus&netz anbieten..."};
 
 private:
     void Load() override;
+    /// As the controls say it; a text that is no day is wiped out.
+    Exportauswahl choice();
     void writeFile();
-    QString keepPage(const Exportauswahl& choice, const QByteArray& exchangeFile);
+    void offer();
+    QString keepPage(const Exportauswahl& chosen, const QByteArray& exchangeFile);
     void copyToDevice();
 };
 

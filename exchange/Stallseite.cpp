@@ -174,4 +174,10 @@ QString writeBarnPage(Koben& koben, const Database& db, const Exportauswahl& cho
     return reason.isEmpty() ? reason : failed(reason);
 }
 
+QByteArray servedPage(QByteArray page) {
+    static const QByteArray nothing = "default-src 'none';";
+    const qsizetype at = page.indexOf(nothing);
+    return at < 0 ? page : page.insert(at + nothing.size(), " connect-src 'self';");
+}
+
 }  // namespace koben

@@ -13,4 +13,7 @@ extern const QString Stallseite;  ///< its name in the data folder
 /// from those of others, is that of the page before. "", or a message for the user.
 QString writeBarnPage(Koben& koben, const Database& db, const Exportauswahl& choice, const QByteArray& exchangeFile);
 
+/// The page as the desk serves it itself: one that may send to where it came from, and nowhere else.
+QByteArray servedPage(QByteArray page);
+
 }  // namespace koben

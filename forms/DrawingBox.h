@@ -18,6 +18,8 @@ public:
     /// holds.
     using Draw = std::function<Sketch(QSizeF millimetres)>;
     void setDraw(Draw draw);
+    /// Black on white in either shade, for what a camera reads.
+    bool paper = false;
     bool suitsItself() const { return m_draw != nullptr; }
 
     /// As last drawn.

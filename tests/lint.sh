@@ -32,6 +32,7 @@ door 'sqlite3\.h' store
 door 'xlsxwriter' output
 door 'qrencode' output
 door 'zip\.h' exchange
+door 'httplib\.h' exchange
 door 'mdbtools' store
 door 'Q(Widget|Application|Dialog|MainWindow|TableView|Printer|Painter|LineEdit|Layout|Push|Combo|Label|Menu|Gui)' ui app tools/bilder tools/handbuch
 

@@ -77,12 +77,13 @@ QTransform DrawingView::placing() {
 void DrawingView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    painter.fillRect(rect(), palette().color(QPalette::Base));
+    const Tints tints = model().paper ? paperTints() : drawingTints(palette());
+    painter.fillRect(rect(), QColor::fromRgb(tint(tints, Tone::Ground)));
     const QTransform place = placing();
     painter.save();
     painter.setTransform(place, true);
     painter.scale(millimetresPerInch / layoutDots, millimetresPerInch / layoutDots);
-    paintSketch(painter, model().sketch(), m_faces, drawingTints(palette()));
+    paintSketch(painter, model().sketch(), m_faces, tints);
     painter.restore();
     painter.setBrush(Qt::NoBrush);
     if (const DrawnArea* area = model().sketch().area(model().current())) {

@@ -36,6 +36,7 @@ const QHash<QString, QString>& words() {
         {QStringLiteral("PB_Verluste_Ferkel_Eingabe.gridli"), QStringLiteral("Ferkel im Bestand")},
         {QStringLiteral("PE_Bewegungsdaten_Ferkelverkauf.gridli"), QStringLiteral("Ferkel im Bestand")},
         {QStringLiteral("PE_Bewegungsdaten_Verluste.gridli"), QStringLiteral("Ferkel im Bestand")},
+        {QStringLiteral("PO_Hausnetz.li"), QStringLiteral("Empfangene Übergaben")},
         {QStringLiteral("S_Importtabelle.Text1"), QStringLiteral("Inhalt der Datei")},
         {QStringLiteral("calend"), QStringLiteral("Kalender")},
         {QStringLiteral("calender"), QStringLiteral("Kalender öffnen")},

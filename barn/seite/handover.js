@@ -17,7 +17,7 @@ function ownRow(booking) {
 function openSection(open) {
     if (open.length === 0) return el('p', {className: 'hinweis'}, 'Es ist nichts zu übergeben.');
     return el('section', {}, el('h2', {}, counted(open.length, 'Buchung', 'Buchungen') + ' zu übergeben'),
-        handoverButtons(open), el('ul', {className: 'liste'}, open.map(ownRow)));
+        handoverButtons(open, sendsToDesk()), el('ul', {className: 'liste'}, open.map(ownRow)));
 }
 
 function awaySection(away) {
@@ -28,14 +28,15 @@ function awaySection(away) {
             'verloren gegangen, übergeben Sie sie noch einmal: Was der Rechner schon hat, nimmt er nicht doppelt an.'),
         el('div', {className: 'knoepfe'},
             button('Sind angekommen', () => markArrived(away)),
-            button('Noch einmal übergeben', () => handOver(all, sharesFiles() ? 'teilen' : 'laden'))),
+            button('Noch einmal übergeben', () => handOver(all, sendsToDesk() ? 'senden' : sharesFiles() ? 'teilen' : 'laden'))),
         el('ul', {className: 'liste'}, away.map(ownRow)));
 }
 
-function handoverButtons(bookings) {
-    const share = sharesFiles() ? button('Teilen …', () => handOver(bookings, 'teilen'), 'haupt') : null;
-    return el('div', {className: 'knoepfe'}, share,
-        button('Als Datei sichern', () => handOver(bookings, 'laden'), share ? '' : 'haupt'));
+function handoverButtons(bookings, sends = false) {
+    const send = sends ? button('An den Rechner senden', () => handOver(bookings, 'senden'), 'haupt') : null;
+    const share = sharesFiles() ? button('Teilen …', () => handOver(bookings, 'teilen'), send ? '' : 'haupt') : null;
+    return el('div', {className: 'knoepfe'}, send, share,
+        button('Als Datei sichern', () => handOver(bookings, 'laden'), send || share ? '' : 'haupt'));
 }
 
 // ------------------------------------------------------------------------------------------------------------ the file
@@ -63,7 +64,7 @@ async function handOver(bookings, road) {
         const before = current.filter((booking) => !booking.handover);
         const handover = newId(), handedAt = Date.now();
         await page.store.write(before.map((booking) => ({...booking, handover, handedAt})));
-        done = road === 'teilen' ? await share(bytes) : await save(bytes, current.length);
+        done = await Roads[road](bytes, current.length);
         if (!done) await page.store.write(before);
     } catch (error) {
         await tell(`Die Übergabe ist nicht gelungen: ${error?.message ?? error}.\nDie Buchungen stehen noch hier.`);
@@ -72,7 +73,7 @@ async function handOver(bookings, road) {
         await reloadOwn();
         showView();
     }
-    if (done) toast('Übergeben.');
+    if (done) toast(road === 'senden' ? 'Am Rechner empfangen.' : 'Übergeben.');
 }
 
 async function share(bytes) {
@@ -89,17 +90,21 @@ async function share(bytes) {
     return true;
 }
 
-/// The browser does not say what became of a download, so the user is asked.
-async function save(bytes, count) {
-    const address = URL.createObjectURL(new Blob([bytes], {type: 'application/octet-stream'}));
-    const anchor = el('a', {href: address, download: FileFromPage});
+function download(content, name, type) {
+    const address = URL.createObjectURL(new Blob([content], {type}));
+    const anchor = el('a', {href: address, download: name});
     document.body.append(anchor);
     anchor.click();
     anchor.remove();
+    setTimeout(() => URL.revokeObjectURL(address), 60000);
+}
+
+/// The browser does not say what became of a download, so the user is asked.
+async function save(bytes, count) {
+    download(bytes, FileFromPage, 'application/octet-stream');
     const answer = await ask(`${counted(count, 'Buchung', 'Buchungen')} in ${FileFromPage}, im Ordner der Downloads.\n` +
         'Bringen Sie die Datei in den Datenordner von KOBEN (Kabel, Mail, Cloud) und lesen Sie sie mit „Import von Pocket-PC“, ' +
         'Schritt 2, ein, bevor Sie die nächste übergeben.\nIst die Datei gesichert?', ['Nein, nichts übergeben', 'Ja']);
-    setTimeout(() => URL.revokeObjectURL(address), 60000);
     return answer === 1;
 }
 
@@ -132,12 +137,12 @@ function dataSection() {
     const kept = page.store.keeps ? 'Gebuchtes bleibt in diesem Browser, bis es am Rechner ist.'
         : 'Dieser Browser bewahrt nichts auf. Übergeben Sie, bevor Sie die Seite schließen.';
     return el('section', {}, el('h2', {}, 'Daten'), el('p', {className: page.store.keeps ? 'hinweis' : 'warnung'}, kept),
-        openFileButton('Andere Daten öffnen …'));
+        sendsToDesk() ? deskParts() : null, openFileButton('Andere Daten öffnen …'));
 }
 
-function openFileButton(caption) {
-    const input = el('input', {type: 'file', id: 'datei-auswahl', className: 'verborgen', tabIndex: -1, onchange: () => {
-        if (input.files[0]) openFile(input.files[0]);
+function openFileButton(caption, open = openFile) {
+    const input = el('input', {type: 'file', className: 'verborgen', tabIndex: -1, onchange: () => {
+        if (input.files[0]) open(input.files[0]);
         input.value = '';
     }});
     return el('div', {className: 'knoepfe'}, button(caption, () => input.click()), input);

@@ -1,6 +1,7 @@
 // The page: what it shows, whose data it shows, and what the browser still holds.
 
-const page = {store: null, herd: null, allBookings: [], draft: null, lastDay: null, query: '', before: 'heute', entry: null};
+const page = {store: null, herd: null, allBookings: [], draft: null, lastDay: null, query: '', before: 'heute', entry: null,
+    deskFarm: undefined};
 const KeptAfterArrival = 60 * DayLength;
 
 const Views = {
@@ -178,6 +179,7 @@ async function start() {
         tell(`Die Daten dieser Seite sind beschädigt: ${error.message}\nHolen Sie sie noch einmal vom Rechner. Was hier schon ` +
             'gebucht ist, bleibt erhalten.');
     }
+    page.deskFarm = own?.farm.id;
     const first = beginning(own, await page.store.farms());
     if (first) await show(first.file, first.farm);
     else showView();

@@ -221,6 +221,7 @@ def check(program, work, runs):
                 if event['method'] == 'Network.requestWillBeSent'}
     assert {url for url in requests if not url.startswith(('blob:', 'data:'))} == {address}, requests
     chromium.kill()
+    check_network(farm, work)
 
 
 def check_entry(page, booked):
@@ -286,6 +287,41 @@ def check_phone(chromium, address, downloads):
     name, text = page.run('window.shared')
     assert name == FROM_PAGE + '.txt', name
     assert text == '0\r\n' * 4 + ' 1 \r\n\t01.07.2026\t2\tErdr\ufffdckt\t0,00\t\t\tN\r\n' + '0\r\n' * 3, repr(text)
+
+
+def check_network(farm, work):
+    """The desk offers the page, takes what was booked on it, and closes the window; the page says so and keeps the rest."""
+    gate = farm.folder / 'warte'
+    os.mkfifo(gate)
+    (farm.folder / 'voll').write_text('x\n' * 40000)  # the transcript comes in pieces of 64 KB
+    script = work / 'netz.skript'
+    script.write_text('\n'.join(['heute 15.07.2026', f'ordner {farm.folder}', 'start', 'menue O_Exportpocketpc', 'klick hausnetz',
+                                 'zeige adresse', 'datei voll', 'datei warte', 'klick einlesen', 'klick ok(1)', 'schliesse',
+                                 'klick cmdschließen', 'schliesse', 'zeige li', 'klick beenden', 'klick beenden', 'datei voll', 'datei warte']) + '\n')
+    desk = subprocess.Popen([farm.program, str(script)], stdout=subprocess.PIPE, text=True)
+    address = next(line[2:].strip() for line in desk.stdout if line.startswith('= http'))
+    chromium = Browser(str(work / 'netzprofil'))
+    page = chromium.page(str(work / 'downloads'), before=CLOCK)
+    page.open(address)
+    loss = {'kind': 'Verluste', 'number': '118', 'typed': {'Anzahl_Ferkel': '1', 'Grund': 'Netz', 'Kosten': '', 'Kommentar': '',
+                                                         'Bemerkung': ''}}
+    book(page, loss | {'day': '2026-07-03'})
+    page.run("location.hash = 'uebergabe'")
+    page.press('An den Rechner senden')
+    page.wait("document.querySelector('#meldung').innerText === 'Am Rechner empfangen.'")
+    assert open_count(page) == 0
+    book(page, loss | {'day': '2026-07-04'})
+    gate.write_text('weiter')  # the desk reads in, and its window closes
+    read = next(line for line in desk.stdout if line.startswith('- PO_Hausnetz'))
+    assert read and len([row for row in farm.rows('Verluste') if "'Netz'" in row]) == 1
+    page.run("location.hash = 'uebergabe'")
+    page.press('An den Rechner senden')
+    page.wait("document.querySelector('dialog').innerText.includes('Der Rechner antwortet nicht')")
+    page.press('Verstanden')
+    assert open_count(page) == 1
+    gate.write_text('ende')
+    assert desk.wait() == 0
+    chromium.kill()
 
 
 def check_no_storage(chromium, address, downloads):

@@ -87,6 +87,7 @@ const char* const plainForms[] = {"PB_Neues_Schwein",
                                   "S_Importtabelle",
                                   "PO_Pocketexport",
                                   "PO_Pocketimport",
+                                  "PO_Hausnetz",
                                   "HV_Updatemanager",
                                   "PO_Bestellschein",
                                   "PH_Hilfe"};

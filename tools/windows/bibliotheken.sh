@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the small libraries for Windows into the cache: SQLite, libxlsxwriter, libzip, libqrencode; with "test"
-# GoogleTest, too. A minute and a half together; each only when its version or this recipe has changed.
+# Builds the small libraries for Windows into the cache: SQLite, libxlsxwriter, libzip, libqrencode,
+# cpp-httplib; with "test" GoogleTest, too. A minute and a half together; each only when its version or this recipe has changed.
 . "$(dirname "$(readlink -f "$0")")/gemeinsam.sh"
 
 # NAME PACKAGE BUILDER: BUILDER is run in an empty folder with $source.
@@ -66,6 +66,13 @@ qrencode() {
     describe libqrencode 4.1 -lqrencode
 }
 
+# A header alone, without encryption and compression; the sockets are the system's.
+httplib() {
+    mkdir -p "$INST/include"
+    cp "$source/httplib.h" "$INST/include/"
+    describe cpp-httplib 0.11.4 "-liphlpapi -lws2_32"
+}
+
 googletest() {
     source=/usr/src/googletest with_cmake -DBUILD_GMOCK=ON -DINSTALL_GTEST=ON -DBUILD_SHARED_LIBS=OFF
 }
@@ -74,6 +81,7 @@ library SQLite sqlite3 sqlite
 library libxlsxwriter libxlsxwriter xlsxwriter
 library libzip libzip zip
 library libqrencode qrencode qrencode
+library cpp-httplib cpp-httplib httplib
 
 [ "${1:-}" = test ] || exit 0
 version=$(dpkg-query -W -f '${Version}' googletest)

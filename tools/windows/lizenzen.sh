@@ -33,6 +33,7 @@ cp "$qt/LICENSES/GPL-3.0-only.txt" "$to/GPL-3.txt"
 cp "$xlsx/License.txt" "$to/libxlsxwriter.txt"
 cp "$(source_of libzip)/LICENSE" "$to/libzip.txt"
 [ ! -f "$2/libqrencode.dll" ] || cp "$(source_of qrencode)/COPYING" "$to/libqrencode-LGPL-2.1.txt"
+cp "$(source_of cpp-httplib)/LICENSE" "$to/cpp-httplib.txt"
 cp /usr/share/doc/gcc-mingw-w64-base/copyright "$to/GCC-Laufzeit.txt"
 cp /usr/share/doc/mingw-w64-common/copyright "$to/MinGW-w64-Laufzeit.txt"
 cp /usr/share/doc/libz-mingw-w64/copyright "$to/zlib.txt"
@@ -45,6 +46,7 @@ SQLite                       gemeinfrei
 libxlsxwriter                BSD, siehe libxlsxwriter.txt
 libzip                       BSD, siehe libzip.txt
 libqrencode (wo enthalten)   LGPL 2.1, siehe libqrencode-LGPL-2.1.txt
+cpp-httplib                  MIT, siehe cpp-httplib.txt
 zlib                         siehe zlib.txt
 Laufzeit von GCC (libstdc++-6.dll, libgcc_s_seh-1.dll)   GPL 3 mit Ausnahme für Laufzeiten, siehe GCC-Laufzeit.txt
 Laufzeit von MinGW-w64 (libwinpthread-1.dll)             siehe MinGW-w64-Laufzeit.txt

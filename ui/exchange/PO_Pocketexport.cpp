@@ -14,5 +14,6 @@ LAYOUT(PO_Pocketexport) {
              form.geraet,
              QStringLiteral("Schritt 1 erstellt die Datei und kopiert sie dorthin, Schritt 2 kopiert sie allein.")),
          progress(form.meter), spring(),
-         buttons({button(form.hilfe)}, {button(form.ok[0]), button(form.ok[1]), button(form.beenden)})});
+         buttons({button(form.hilfe)},
+                 {button(form.hausnetz), button(form.ok[0]), button(form.ok[1]), button(form.beenden)})});
 }
