@@ -43,7 +43,7 @@ public:
             m_at += count;
             return static_cast<ssize_t>(count);
         }
-        return transfer([this] { return net::readable({m_socket}, Look)[0]; },
+        return transfer([this]() -> bool { return net::readable({m_socket}, Look)[0]; },
                         [&] { return m_read > Hausnetz::MostBytes ? net::Broken : net::receive(m_socket, to, size); },
                         m_read);
     }
