@@ -10,6 +10,10 @@
 
 namespace koben {
 
+namespace journal {
+inline const char* const Animals = "Sauen";
+}
+
 /// A table as the recorder sees it: its fields without the hidden sort keys.
 struct JournalLayout {
     std::string table;
@@ -47,6 +51,7 @@ public:
     void lost() override;
     void begins(const sql::Plan& plan) override;
     void ends() override { m_expected = nullptr; }
+    void need(const QString& table, const QString& word);
     /// Ends the gathering; the layouts that it names are in the file then.
     JournalRecord finish();
 
@@ -79,6 +84,9 @@ private:
     void writeLayout(JournalLayout& layout);
     void putRows(journal::Bytes& out, const Sheet& sheet, const std::vector<qint64>& rows) const;
     void putCompanions(journal::Bytes& out);
+    void putWords(journal::Bytes& out) const;
+    void putDoubles(journal::Bytes& out) const;
+    std::vector<qint64> doublesIn(const Sheet& sheet) const;
 
     Connection& m_connection;
     std::vector<std::unique_ptr<Sheet>> m_sheets;
@@ -87,6 +95,7 @@ private:
     const Sheet* m_expected = nullptr;  ///< whose rows the running statement sets, and these columns alone
     const std::vector<int>* m_columns = nullptr;
     std::unordered_set<qint64> m_owners;
+    std::vector<std::pair<std::string, std::string>> m_words;  ///< needed ones with their tables
     std::vector<std::pair<std::string, qint64>> m_counters;
     quint64 m_schemaNumber = 0;
     size_t m_bytes = 0;
