@@ -45,11 +45,7 @@ bool Ruecknahme::Footprint::carries(const RowChange& later) const {
     if (table == rows.cend()) return false;
     const auto own = table->find(later.row);
     if (own == table->end()) return false;
-    if (later.kind != Change::Changed)
-        return own->second.kind != Change::Changed ||
-               std::any_of(own->second.fields.begin(), own->second.fields.end(), [&](const QString& field) {
-                   return Regeln::role(*later.table, field) == Journal::Role::Own;
-               });
+    if (later.kind != Change::Changed) return own->second.kind != Change::Changed || !own->second.fields.isEmpty();
     return std::any_of(later.cells.begin(), later.cells.end(), [&](const RowChange::Cell& cell) {
         const QString& field = later.fields->at(cell.field);
         if (own->second.kind != Change::Changed) return Regeln::role(*later.table, field) == Journal::Role::Own;
@@ -66,7 +62,7 @@ Ruecknahme::Footprint Ruecknahme::footprint(const Entry& entry) const {
         if (row.kind == Change::Changed) {
             for (const auto& cell : row.cells)
                 if (const QString& field = row.fields->at(cell.field);
-                    Regeln::role(*row.table, field) != Journal::Role::Derived)
+                    Regeln::role(*row.table, field) == Journal::Role::Own)
                     own.fields.append(field);
             if (const auto* number = row.cell(Regeln::Nummer);
                 number && *row.table == Regeln::Tiere && !number->after.toText().isEmpty())

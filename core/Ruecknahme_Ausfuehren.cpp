@@ -10,6 +10,7 @@
 #include "core/Ruecknahme.h"
 #include "core/Ruecknahmemarken.h"
 #include "core/Ruecknahmeregeln.h"
+#include "core/Ruecknahmeselektion.h"
 #include "core/Ruecknahmestichworte.h"
 #include "core/Wurfnummern.h"
 #include "store/Collation.h"
@@ -36,6 +37,7 @@ public:
         if (const QString refusal = checkNames(); !refusal.isEmpty()) return refusal;
         words.settle(
             m_action, [](const Entry& e) { return e.counts(); }, [this](const Entry& e) { return counts(e); });
+        Selektionsmarken(m_all.m_journal, m_deeds).restore(m_db, [this](const Entry& e) { return counts(e); });
         settleCounters();
         Wurfnummern litters(m_db);
         Statement sow = m_db.prepare(QStringLiteral("select Kennung from Ferkelung where ID = ?"));

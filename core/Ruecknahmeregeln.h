@@ -8,6 +8,7 @@ inline const QString Tiere = QStringLiteral("Sauen");
 inline const QString Tier = QStringLiteral("Kennung");  ///< of a booking, names the animal
 inline const QString Tag = QStringLiteral("Datum");     ///< of a booking
 inline const QString Nummer = QStringLiteral("Nummer");
+inline const QString Selektiert = QStringLiteral("Selektiert");
 inline const QString Wuerfe = QStringLiteral("Ferkelung");
 inline const QString Absetzungen = QStringLiteral("Absetzung");
 inline const QString Verluste = QStringLiteral("Verluste");

@@ -15,6 +15,7 @@ namespace {
 constexpr size_t MostBytes = 96U << 20U;
 
 using journal::Animals;
+const QString MarkField = QStringLiteral("Selektiert");
 const QString OwnerField = QStringLiteral("Kennung");
 /// Fields of an animal that are kept with a booking of hers as they were before it: by them the mark on her card is put
 /// back, which deriving sets and never takes away.
@@ -68,6 +69,7 @@ void JournalRecorder::readLayouts() {
             m_sheets.back()->layout.table = table.toStdString();
         }
         JournalLayout& layout = m_sheets.back()->layout;
+        if (field == MarkField && layout.table == Animals) layout.mark = static_cast<int>(layout.fields.size());
         if (field == OwnerField) layout.owner = static_cast<int>(layout.fields.size());
         layout.fields.append(field);
         layout.places.push_back(sqlite3_column_int(s.get(), 1));
@@ -221,10 +223,10 @@ void JournalRecorder::deleted(Sheet& sheet, qint64 row) {
     m_bytes += change.before.size();
 }
 
-void JournalRecorder::compare(const Sheet& sheet, size_t field, Change& change) const {
+void JournalRecorder::compare(const Sheet& sheet, size_t field, Change& change, bool always) const {
     sqlite3_value* was = before(sheet, field);
     sqlite3_value* is = after(sheet, field);
-    if (journal::sameValues(was, is)) return;
+    if (!always && journal::sameValues(was, is)) return;
     journal::putNumber(change.before, field);
     journal::putValue(change.before, was, sheet.layout.reals[field]);
     journal::putNumber(change.after, field);
@@ -242,7 +244,8 @@ void JournalRecorder::changed(Sheet& sheet, qint64 row) {
     }
     Change change{Kind::Changed, {}, {}};
     if (m_expected == &sheet && sqlite3_preupdate_depth(m_connection.file()) == 0)
-        for (const int column : *m_columns) compare(sheet, static_cast<size_t>(column), change);
+        for (const int column : *m_columns)
+            compare(sheet, static_cast<size_t>(column), change, column == sheet.layout.mark);
     else
         for (size_t i = 0; i < sheet.layout.places.size(); ++i) compare(sheet, i, change);
     if (change.after.empty()) return;
@@ -404,6 +407,11 @@ void JournalRecorder::putDoubles(Bytes& out) const {
     out += doubles;
 }
 
+/// A row that was changed and changed back, or of which a mark was set that it bore.
+bool JournalRecorder::unchanged(const Change& change) {
+    return change.kind == Kind::Changed && change.before == change.after;
+}
+
 JournalRecord JournalRecorder::finish() {
     JournalRecord record;
     record.known = m_known;
@@ -412,10 +420,12 @@ JournalRecord JournalRecorder::finish() {
     quint64 sheets = 0;
     std::vector<qint64> owners(m_owners.begin(), m_owners.end());
     for (const auto& sheet : m_sheets) {
-        // a row that was changed and changed back
-        std::erase_if(sheet->changes, [](const auto& item) {
-            return item.second.kind == Kind::Changed && item.second.before == item.second.after;
-        });
+        const auto marked = [&](const Change& change) {
+            for (Reader was(change.before); !was.atEnd(); was.rawValue())
+                if (static_cast<int>(was.number()) == sheet->layout.mark) return true;
+            return false;
+        };
+        std::erase_if(sheet->changes, [&](const auto& item) { return unchanged(item.second) && !marked(item.second); });
         if (sheet->changes.empty()) continue;
         ++sheets;
         writeLayout(sheet->layout);
@@ -423,7 +433,8 @@ JournalRecord JournalRecorder::finish() {
         rows.reserve(sheet->changes.size());
         for (const auto& [row, change] : sheet->changes) rows.push_back(row);
         std::sort(rows.begin(), rows.end());
-        record.rows += static_cast<qint64>(rows.size());
+        record.rows += std::count_if(sheet->changes.begin(), sheet->changes.end(),
+                                     [](const auto& item) { return !unchanged(item.second); });
         putRows(data, *sheet, rows);
         journal::putNumber(reach, static_cast<quint64>(sheet->layout.id));
         if (sheet->layout.table == Animals) owners.insert(owners.end(), rows.begin(), rows.end());

@@ -21,6 +21,7 @@ struct JournalLayout {
     std::vector<int> places;  ///< of each field among SQLite's columns
     std::vector<bool> reals;
     int owner = -1;  ///< the field that names the animal of a booking, -1 for none
+    int mark = -1;   ///< the field of a mark that is kept also where a statement sets it to what it was, -1 for none
     qint64 id = 0;   ///< in the file, 0 before it is written there
 };
 
@@ -75,7 +76,8 @@ private:
     void deleted(Sheet& sheet, qint64 row);
     void changed(Sheet& sheet, qint64 row);
     void extend(const Sheet& sheet, Change& change);
-    void compare(const Sheet& sheet, size_t field, Change& change) const;
+    void compare(const Sheet& sheet, size_t field, Change& change, bool always = false) const;
+    static bool unchanged(const Change& change);
     sqlite3_value* before(const Sheet& sheet, size_t field) const;
     sqlite3_value* after(const Sheet& sheet, size_t field) const;
     journal::Bytes whole(const Sheet& sheet, bool old) const;

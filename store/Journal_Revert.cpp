@@ -103,7 +103,7 @@ private:
         std::vector<const RowChange::Cell*> cells;
         for (const auto& cell : row.cells) {
             if (!same(present(cell), cell.after)) {
-                if (role(cell) == Journal::Role::Derived) continue;
+                if (role(cell) != Journal::Role::Own) continue;
                 return false;
             }
             const sql::ColumnInfo& c = *m_columns[static_cast<size_t>(cell.field)];
