@@ -17,10 +17,11 @@ protected:
     virtual void finish(const Action& action) = 0;
     virtual QString mother() const = 0;  ///< her number as entered
 
+    QString actionName() const override;
+
 private:
     Grid& li() const override { return m_list->li; }
     bool agreed() override;
-    QString actionName() const override;
     void write(const Action& action) override;
     void refresh() override;
 

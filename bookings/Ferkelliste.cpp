@@ -121,7 +121,9 @@ void Ferkelliste::kopieren_Click() {
 
 /// The booking by its sow's number, where it has one.
 QString Ferkelliste::bookingName(const QString& done) const {
-    return Buchungsname(art, li.cell(li.row(), u"Muttersau"), li.cell(li.row(), u"Datum"), done);
+    const auto any = [this](QStringView field) { return li.value(li.row(), field).toInt() != 0; };
+    return Handelsname(Buchungsname(art, li.cell(li.row(), u"Muttersau"), li.cell(li.row(), u"Datum"), done),
+                       any(u"Anzahl_Einkauf"), any(u"Anzahl_Verkauf"));
 }
 
 void Ferkelliste::li_Resized(int column) {

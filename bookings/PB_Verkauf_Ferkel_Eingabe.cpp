@@ -2,6 +2,7 @@
 
 #include "bookings/Ferkelbilanz.h"
 #include "bookings/Handelsrechnung.h"
+#include "core/Aktionsnamen.h"
 #include "core/FreieNummer.h"
 #include "core/NeuesTier.h"
 #include "core/PZ_Koben_Subs.h"
@@ -67,6 +68,10 @@ void PB_Verkauf_Ferkel_Eingabe::check(Findings& found) {
         found.add(tz[F::Einnahmen], QStringLiteral("...nicht Einnahmen und Ausgaben gebucht werden können."));
     if (bought != 0 && !kom[Muttersau].text().isEmpty())
         found.add(kom[Muttersau], QStringLiteral("...ein Einkauf keiner Muttersau zugeordnet werden darf."));
+}
+
+QString PB_Verkauf_Ferkel_Eingabe::actionName() const {
+    return Handelsname(Ferkeleingabe::actionName(), Wert(tz[F::Einkauf].text()) != 0, Wert(tz[F::Verkauf].text()) != 0);
 }
 
 QString PB_Verkauf_Ferkel_Eingabe::mother() const { return kom[Muttersau].text(); }

@@ -19,6 +19,7 @@ public:
 private:
     void Load() override;
     void Activate() override;
+    QString actionName() const override;
     void tz_LostFocus(int index);
     void check(Findings& found) override;
     std::optional<qint64> sow() override;

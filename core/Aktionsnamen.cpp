@@ -30,6 +30,12 @@ QString Buchungsname(Buchungsart art, const QString& number, const QString& date
     return subject(art, number) + day + u' ' + done;
 }
 
+QString Handelsname(const QString& name, bool bought, bool sold) {
+    const QString noun = QString::fromUtf8(angaben(Buchungsart::Ferkelverkauf).noun);
+    if (!bought || !name.startsWith(noun)) return name;
+    return (sold ? QStringLiteral("Ferkelein- und -verkauf") : QStringLiteral("Ferkeleinkauf")) + name.mid(noun.size());
+}
+
 QString andOthers(const QString& name, size_t actions) {
     return actions < 2 ? name : name + QStringLiteral(" und %1 weitere").arg(actions - 1);
 }

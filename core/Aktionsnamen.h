@@ -17,6 +17,9 @@ QString Buchungsname(Buchungsart art, const QString& number, const QString& date
 /// What became of a booking: "Belegung 123 vom 17.07.2026 gelöscht"; `done` is the end of it.
 QString Buchungsname(Buchungsart art, const QString& number, const QString& date, const QString& done);
 
+/// The same of the piglet trade, whose bookings are purchases and sales: a purchase is called "Ferkeleinkauf".
+QString Handelsname(const QString& name, bool bought, bool sold);
+
 /// Several actions by the name of one: "Belegung 123, 17.07.2026 und 2 weitere".
 QString andOthers(const QString& name, size_t actions);
 

@@ -3,6 +3,7 @@
 
 #include "core/PZ_Koben_Subs.h"
 #include "core/Wurfnummern.h"
+#include "store/Journal.h"
 #include "store/Schema.h"
 
 namespace koben {
@@ -43,6 +44,7 @@ void Spalten_nachruesten(const Database& database) {
 bool Stichwort_eintragen(const Database& db, const QString& value, const QString& table) {
     const QString keyword = Hochkomma_ersetzen(value);
     if (keyword.isEmpty()) return false;
+    Journal::need(db, table, keyword);
     Recordset rows = db.open(QStringLiteral("select * from %1 where Inhalt = '%2'").arg(table, keyword));
     if (rows.recordCount() != 0) return false;
     rows.addNew();

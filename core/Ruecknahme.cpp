@@ -8,7 +8,9 @@
 #include <unordered_set>
 
 #include "core/Aktionsnamen.h"
+#include "core/Ruecknahmeferkel.h"
 #include "core/Ruecknahmeregeln.h"
+#include "core/Ruecknahmestichworte.h"
 
 namespace koben {
 
@@ -43,11 +45,7 @@ bool Ruecknahme::Footprint::carries(const RowChange& later) const {
     if (table == rows.cend()) return false;
     const auto own = table->find(later.row);
     if (own == table->end()) return false;
-    if (later.kind != Change::Changed)
-        return own->second.kind != Change::Changed ||
-               std::any_of(own->second.fields.begin(), own->second.fields.end(), [&](const QString& field) {
-                   return Regeln::role(*later.table, field) == Journal::Role::Own;
-               });
+    if (later.kind != Change::Changed) return own->second.kind != Change::Changed || !own->second.fields.isEmpty();
     return std::any_of(later.cells.begin(), later.cells.end(), [&](const RowChange::Cell& cell) {
         const QString& field = later.fields->at(cell.field);
         if (own->second.kind != Change::Changed) return Regeln::role(*later.table, field) == Journal::Role::Own;
@@ -58,12 +56,13 @@ bool Ruecknahme::Footprint::carries(const RowChange& later) const {
 Ruecknahme::Footprint Ruecknahme::footprint(const Entry& entry) const {
     Footprint result;
     m_journal.read(entry.number, [&](const RowChange& row) {
+        if (Regeln::isKeywords(*row.table)) return true;
         auto& own = result.rows[*row.table][row.row];
         own.kind = row.kind;
         if (row.kind == Change::Changed) {
             for (const auto& cell : row.cells)
                 if (const QString& field = row.fields->at(cell.field);
-                    Regeln::role(*row.table, field) != Journal::Role::Derived)
+                    Regeln::role(*row.table, field) == Journal::Role::Own)
                     own.fields.append(field);
             if (const auto* number = row.cell(Regeln::Nummer);
                 number && *row.table == Regeln::Tiere && !number->after.toText().isEmpty())
@@ -84,11 +83,17 @@ std::vector<qint64> Ruecknahme::restingOn(const Entry& entry) const {
     const auto behind = entry.kind == Kind::TakeBack ? candidates : m_journal.actionsBehind(entry.number);
     if (!behind.empty()) {
         const Footprint own = footprint(entry);
+        Ferkelbewegungen movements(m_db);
+        m_journal.read(entry.number, [&](const RowChange& row) { return movements.take(row), true; });
         if (!own.numbers.isEmpty()) candidates = behind;  // bookings name sows and boars by their numbers, too
         for (const qint64 number : candidates) {
             bool rests = false;
-            m_journal.read(number, [&](const RowChange& row) { return !(rests = own.carries(row)); });
-            if (rests) result.push_back(number);
+            Absetzverlust weaning;
+            m_journal.read(number, [&](const RowChange& row) {
+                weaning.take(row);
+                return !(rests = own.carries(row));
+            });
+            if (rests || weaning.restsOn(movements)) result.push_back(number);
         }
     }
     addTakers(entry, result);
@@ -99,7 +104,7 @@ std::vector<qint64> Ruecknahme::restingOn(const Entry& entry) const {
 void Ruecknahme::addTakers(const Entry& entry, std::vector<qint64>& numbers) const {
     QHash<QString, Statement> others;
     m_journal.read(entry.number, [&](const RowChange& row) {
-        const QString field = Regeln::uniqueField(*row.table);
+        const QString field = Journal::nameField(*row.table);
         if (row.kind == Change::Inserted || field.isEmpty()) return true;
         const RowChange::Cell* cell = row.cell(field);
         if (cell == nullptr || cell->before.toText().isEmpty()) return true;
@@ -174,6 +179,33 @@ std::vector<qint64> Ruecknahme::meant(qint64 number) const {
     return result;
 }
 
+/// The actions that count no more, or again, when a plan is carried out.
+std::vector<qint64> Ruecknahme::deeds(const Plan& plan) const {
+    std::vector<qint64> result;
+    for (const Entry& entry : plan.entries) {
+        if (plan.again)
+            result.insert(result.end(), entry.of.begin(), entry.of.end());
+        else
+            result.push_back(entry.number);
+    }
+    return result;
+}
+
+bool Ruecknahme::countsAfter(const Entry& entry, const Plan& plan, const std::vector<qint64>& deeds) {
+    return std::find(deeds.begin(), deeds.end(), entry.number) == deeds.end() ? entry.counts() : plan.again;
+}
+
+/// Actions that change or delete a keyword which would not be there then.
+std::vector<qint64> Ruecknahme::missingWords(const Plan& plan) const {
+    const std::vector<qint64> changing = deeds(plan);
+    if (changing.empty()) return {};
+    const Stichwortlisten words(m_journal, changing);
+    std::vector<qint64> result = words.without([&](const Entry& e) { return countsAfter(e, plan, changing); });
+    const std::vector<qint64> always = words.without([](const Entry& e) { return e.counts(); });
+    std::erase_if(result, [&](qint64 n) { return std::find(always.begin(), always.end(), n) != always.end(); });
+    return result;
+}
+
 Ruecknahme::Plan Ruecknahme::plan(const std::vector<qint64>& numbers) const {
     Plan plan;
     std::map<qint64, Entry, std::greater<>> all;
@@ -186,16 +218,22 @@ Ruecknahme::Plan Ruecknahme::plan(const std::vector<qint64>& numbers) const {
         const qint64 number = open.back();
         open.pop_back();
         const auto entry = m_journal.entry(number);
-        if (!entry || all.contains(number)) continue;
-        if (all.empty()) plan.again = entry->kind == Kind::TakeBack;
-        if (plan.again && entry->kind == Kind::Action)
-            plan.refusal = Darauf_beruht(*entry);
-        else
-            plan.refusal = objection(*entry, plan.again);
-        all.emplace(number, *entry);
-        if (!plan.refusal.isEmpty()) break;
-        for (const qint64 other : restingOn(*entry)) open.push_back(other);
+        if (entry && !all.contains(number)) {
+            if (all.empty()) plan.again = entry->kind == Kind::TakeBack;
+            if (plan.again && entry->kind == Kind::Action)
+                plan.refusal = Darauf_beruht(*entry);
+            else
+                plan.refusal = objection(*entry, plan.again);
+            all.emplace(number, *entry);
+            if (plan.refusal.isEmpty())
+                for (const qint64 other : restingOn(*entry)) open.push_back(other);
+        }
+        if (!open.empty() || !plan.refusal.isEmpty()) continue;
+        plan.entries.clear();
+        for (const auto& item : all) plan.entries.push_back(item.second);
+        open = missingWords(plan);
     }
+    plan.entries.clear();
     for (const auto& [number, entry] : all) {
         plan.entries.push_back(entry);
         if (!asked.contains(number)) plan.added.push_back(entry);
@@ -203,16 +241,22 @@ Ruecknahme::Plan Ruecknahme::plan(const std::vector<qint64>& numbers) const {
     return plan;
 }
 
-Rueckmeldung Ruecknahme::back() const {
-    const auto entry = next();
-    if (!entry) return {{}, QStringLiteral("Es gibt keine Aktion, die zurückgenommen werden kann.")};
-    return carryOut(plan({entry->number}));
+Ruecknahme::Plan Ruecknahme::backPlan() const {
+    if (const auto entry = next()) return plan({entry->number});
+    Plan none;
+    none.refusal = QStringLiteral("Es gibt keine Aktion, die zurückgenommen werden kann.");
+    return none;
 }
 
-Rueckmeldung Ruecknahme::again() const {
-    const auto entry = nextAgain();
-    if (!entry) return {{}, QStringLiteral("Es gibt keine Rücknahme, die wieder aufgehoben werden kann.")};
-    return carryOut(plan({entry->number}));
+Ruecknahme::Plan Ruecknahme::againPlan() const {
+    if (const auto entry = nextAgain()) return plan({entry->number});
+    Plan none;
+    none.refusal = QStringLiteral("Es gibt keine Rücknahme, die wieder aufgehoben werden kann.");
+    return none;
 }
+
+Rueckmeldung Ruecknahme::back() const { return carryOut(backPlan()); }
+
+Rueckmeldung Ruecknahme::again() const { return carryOut(againPlan()); }
 
 }  // namespace koben

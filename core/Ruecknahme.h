@@ -9,9 +9,10 @@ namespace koben {
 /// What came of it: the name of what was taken back or carried out again, or why it was not.
 struct Rueckmeldung {
     QString name;
-    QString refusal;    ///< for the user, "" where it was done
-    bool herd = false;  ///< animals came or went
-    bool done() const { return refusal.isEmpty(); }
+    QString refusal;    ///< for the user, "" where nothing forbids it
+    QString question;   ///< that she must agree to before it is done, as typing the same would ask it
+    bool herd = false;  ///< rows of animals were written that the user knows, others than those that are derived
+    bool done() const { return refusal.isEmpty() && question.isEmpty(); }
 };
 
 /// Why something cannot be taken back: this action rests on it.
@@ -38,8 +39,11 @@ public:
     };
     /// Of actions that count, or of entries that took some back.
     Plan plan(const std::vector<qint64>& numbers) const;
-    /// In one action, whole or not at all.
-    Rueckmeldung carryOut(const Plan& plan) const;
+    /// The newest action, and what was taken back last; with a refusal where there is none.
+    Plan backPlan() const;
+    Plan againPlan() const;
+    /// In one action, whole or not at all. `agreed`: the user has said yes to what it would ask.
+    Rueckmeldung carryOut(const Plan& plan, bool agreed = false) const;
 
     Rueckmeldung back() const;
     Rueckmeldung again() const;
@@ -52,6 +56,9 @@ private:
     Footprint footprint(const Entry& entry) const;
     std::vector<qint64> restingOn(const Entry& entry) const;
     void addTakers(const Entry& entry, std::vector<qint64>& numbers) const;
+    std::vector<qint64> deeds(const Plan& plan) const;
+    static bool countsAfter(const Entry& entry, const Plan& plan, const std::vector<qint64>& deeds);
+    std::vector<qint64> missingWords(const Plan& plan) const;
 
     Database m_db;
     const Variablen& m_variablen;

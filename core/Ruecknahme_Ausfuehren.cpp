@@ -1,43 +1,43 @@
 // One action that brings rows back, and what follows from it: numbers of litters, the cycle, marks on the cards.
+#include <QHash>
 #include <QSet>
 #include <algorithm>
 
 #include "core/Aktionsnamen.h"
 #include "core/Buchungen.h"
+#include "core/Konfig.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 #include "core/Ruecknahme.h"
+#include "core/Ruecknahmemarken.h"
 #include "core/Ruecknahmeregeln.h"
+#include "core/Ruecknahmeselektion.h"
+#include "core/Ruecknahmestichworte.h"
 #include "core/Wurfnummern.h"
+#include "store/Collation.h"
 
 namespace koben {
 
 using Change = RowChange::Kind;
 
-namespace {
-
-const QString Mark = QStringLiteral("Aenderung");
-/// Latest days, of which one that becomes another marks the animal's card.
-const QStringList MarkingDays = {QStringLiteral("L_Belegung"), QStringLiteral("L_Ferkelung"),
-                                 QStringLiteral("L_Absetzung")};
-
-constexpr int IsoDay = 10;  // characters
-
-}  // namespace
-
 /// The work of one action on one plan.
 class Ruecknahme::Work {
 public:
     Work(const Ruecknahme& all, const Plan& plan, const Action& action)
-        : m_all(all), m_plan(plan), m_action(action), m_db(action.database()) {}
+        : m_all(all), m_plan(plan), m_action(action), m_db(action.database()), m_deeds(all.deeds(plan)) {}
 
     /// Why it cannot be done; "" where all is done but the commit.
     QString run() {
+        const Stichwortlisten words(m_all.m_journal, m_deeds);
         for (const Entry& entry : m_plan.entries) m_later[entry.number] = staying(entry.number);
         for (const Entry& entry : m_plan.entries) {
             if (const QString refusal = revert(entry); !refusal.isEmpty()) return refusal;
             gather(entry);
         }
         if (const QString refusal = check(); !refusal.isEmpty()) return refusal;
+        if (const QString refusal = checkNames(); !refusal.isEmpty()) return refusal;
+        words.settle(
+            m_action, [](const Entry& e) { return e.counts(); }, [this](const Entry& e) { return counts(e); });
+        Selektionsmarken(m_all.m_journal, m_deeds).restore(m_db, [this](const Entry& e) { return counts(e); });
         settleCounters();
         Wurfnummern litters(m_db);
         Statement sow = m_db.prepare(QStringLiteral("select Kennung from Ferkelung where ID = ?"));
@@ -50,8 +50,94 @@ public:
         return {};
     }
     bool herd() const { return m_herd; }
+    /// What typing would ask for the animals that come back, or get marks back; "" for nothing. After run().
+    QString question() const {
+        QMultiHash<QByteArray, const Mark*> wanted;
+        for (const Mark& mark : m_marks)
+            if (mark.field == EarTag || m_all.m_variablen.Konfig_Zahl[Zahl::TaetowierungDoppelt] == 0)
+                wanted.insert(key(mark.field, mark.text.toText()), &mark);
+        if (wanted.isEmpty()) return {};
+        QStringList lines;
+        Statement animal = m_db.prepare(QStringLiteral("select ID, Art, Nummer, Ohrmarke, Tätowierung from Sauen"));
+        for (animal.bind({}); animal.next() && lines.size() < MostLines;)
+            for (const int column : {3, 4})
+                for (const Mark* mark : wanted.values(key(column == 3 ? EarTag : Tattoo, animal.text(column))))
+                    if (givenSince(*mark, animal.integer(0)))
+                        lines += QStringLiteral("...die %1 „%2“ hat inzwischen auch %3 %4.")
+                                     .arg(column == 3 ? EarTag : QStringLiteral("Tätowierungs-Nummer"),
+                                          mark->text.toText(), animal.text(1), animal.text(2));
+        if (lines.isEmpty()) return {};
+        return QStringLiteral("Bitte beachten:") + Crlf + Crlf + lines.join(Crlf) + Crlf + Crlf +
+               QStringLiteral("Sollen die Daten trotzdem so werden?");
+    }
 
 private:
+    /// A text that a row gets back, and that others are not to bear.
+    struct Mark {
+        QString table, field;
+        qint64 row;
+        Value text;
+        qint64 behind;  ///< the entry whose row it is
+    };
+    static inline const QString EarTag = QStringLiteral("Ohrmarke"), Tattoo = QStringLiteral("Tätowierung");
+    static constexpr int MostLines = 10;
+
+    bool counts(const Entry& entry) const { return countsAfter(entry, m_plan, m_deeds); }
+
+    static QByteArray key(const QString& field, const QString& text) { return field.toUtf8() + sortKey(text); }
+    /// Whether another animal has been given the text of a mark since.
+    bool givenSince(const Mark& mark, qint64 animal) const {
+        return animal != mark.row &&
+               m_all.m_journal.lastToName(mark.table, animal, mark.field, mark.text, mark.behind) != 0;
+    }
+
+    /// Texts that the row of an entry gets back.
+    void gatherNames(const Entry& entry, const RowChange& row) {
+        if (row.kind == Change::Inserted) return;
+        const QString name = Journal::nameField(*row.table);
+        const auto add = [&](const QString& field, std::vector<Mark>& all) {
+            const RowChange::Cell* cell = row.cell(field);
+            if (cell && !cell->before.toText().isEmpty())
+                all.push_back({*row.table, field, row.row, cell->before, entry.number});
+        };
+        if (!name.isEmpty()) add(name, m_names);
+        if (*row.table != Regeln::Tiere) return;
+        add(EarTag, m_marks);
+        add(Tattoo, m_marks);
+    }
+
+    /// A number or name that comes back must not be another row's, unless it was so when the action was done.
+    QString checkNames() const {
+        for (const Mark& name : m_names) {
+            if (m_doubles.contains({name.table, name.row})) continue;
+            const bool animal = name.table == Regeln::Tiere;
+            Statement other =
+                m_db.prepare(QStringLiteral("select %1 from %2 where %3 = ? and ID <> ?")
+                                 .arg(animal ? QStringLiteral("Art, Stallnr") : name.field, name.table, name.field));
+            other.bind({name.text, name.row});
+            if (!other.next() || !bears(name)) continue;
+            if (!animal)
+                return QStringLiteral(
+                           "Nicht möglich: „%1“ steht inzwischen ein zweites Mal in den Stammdaten (%2). "
+                           "Bitte benennen Sie diesen anderen Eintrag zuerst um, oder löschen Sie ihn.")
+                    .arg(name.text.toText(), name.table);
+            const QString pen = other.text(1);
+            return QStringLiteral(
+                       "Nicht möglich: Die Nummer %1 hat inzwischen ein anderes Tier (%2%3). Bitte geben Sie "
+                       "diesem Tier zuerst eine andere Nummer, oder löschen Sie es.")
+                .arg(name.text.toText(), other.text(0), pen.isEmpty() ? QString() : QStringLiteral(", Stallnr ") + pen);
+        }
+        return {};
+    }
+
+    /// Whether the row is there with this text: another entry of the plan may have taken it away again.
+    bool bears(const Mark& name) const {
+        Statement own =
+            m_db.prepare(QStringLiteral("select ID from %1 where %2 = ? and ID = ?").arg(name.table, name.field));
+        own.bind({name.text, name.row});
+        return own.next();
+    }
+
     QString revert(const Entry& entry) const {
         const auto conflict = m_all.m_journal.revert(m_action, entry.number, Regeln::role);
         if (!conflict) return {};
@@ -72,10 +158,12 @@ private:
 
     void gather(const Entry& entry) {
         const bool others = !m_later.at(entry.number).empty();
-        m_all.m_journal.read(entry.number, [&](const RowChange& row) {
+        Journal::Beside beside;
+        const auto take = [&](const RowChange& row) {
             m_cycle = m_cycle || Regeln::changesCycle(row);
+            gatherNames(entry, row);
+            m_herd = m_herd || (*row.table == Regeln::Tiere && Regeln::changesList(row));
             if (*row.table == Regeln::Tiere && row.kind != Change::Changed) {
-                m_herd = true;
                 if (row.kind == Change::Inserted) m_gone.insert(row.row);
                 if (row.kind == Change::Deleted) m_gone.remove(row.row);
                 return true;
@@ -90,7 +178,9 @@ private:
             else if (*row.table == Regeln::Wuerfe && others)
                 m_renumbered.insert(before);
             return true;
-        });
+        };
+        m_all.m_journal.read(entry.number, take, &beside);
+        m_doubles.merge(beside.doubles);
     }
 
     /// Later actions on the same rows or animals that are not part of the plan.
@@ -151,90 +241,24 @@ private:
     void derive() const {
         Werte_berechnen(m_db, m_all.m_variablen);
         statussetzen(m_db);
-        if (!m_plan.again) restoreMarks();
-    }
-
-    using Fields = std::map<QString, Value>;
-
-    /// Deriving marks the card of an animal whose latest days become others, here too. What counts is how they went on
-    /// without what is taken back.
-    void restoreMarks() const {
-        Statement now = m_db.prepare(
-            QStringLiteral("select %1, %2 from Sauen where ID = ?").arg(Mark, MarkingDays.join(QStringLiteral(", "))));
-        Statement write = m_db.prepare(QStringLiteral("update Sauen set %1 = ? where ID = ?").arg(Mark));
-        QSet<qint64> done;
-        for (auto entry = m_plan.entries.rbegin(); entry != m_plan.entries.rend(); ++entry) {
-            const auto before = m_all.m_journal.companions(entry->number);
-            if (before.empty()) continue;
-            const QSet<qint64> marked = markedSince(entry->number);
-            std::vector<std::map<qint64, Fields>> since;
-            for (const qint64 later : m_later.at(entry->number)) since.push_back(m_all.m_journal.companions(later));
-            for (const auto& [animal, fields] : before) {
-                if (done.contains(animal)) continue;
-                done.insert(animal);
-                now.bind({animal});
-                if (marked.contains(animal) || !now.next()) continue;
-                const Value mark = wentOn(animal, fields, since, now) ? QStringLiteral("X") : fields.at(Mark);
-                if (!(now.value(0) == mark)) write.run({mark, animal});
-            }
-        }
-    }
-
-    /// Whether one of the animal's latest days became another, from before an entry over those that stay until now.
-    bool wentOn(qint64 animal, const Fields& before, const std::vector<std::map<qint64, Fields>>& since,
-                const Statement& now) const {
-        for (int i = 0; i < MarkingDays.size(); ++i) {
-            const QString& field = MarkingDays[i];
-            QString last = before.at(field).toText().left(IsoDay);
-            const auto becomes = [&last](const QString& day) {
-                const bool another = !last.isEmpty() && !day.isEmpty() && last != day;
-                last = day;
-                return another;
-            };
-            for (const auto& animals : since) {
-                const auto own = animals.find(animal);
-                if (own == animals.end()) continue;
-                const QString day = own->second.at(field).toText().left(IsoDay);
-                if ((day.isEmpty() || booked(animal, field, day)) && becomes(day)) return true;
-            }
-            const qint32 day = now.day(i + 1);
-            if (becomes(day == 0 ? QString() : QDate::fromJulianDay(day).toString(Qt::ISODate))) return true;
-        }
-        return false;
-    }
-
-    /// A day of a booking that is taken back is none.
-    bool booked(qint64 animal, const QString& field, const QString& day) const {
-        Statement booking = m_db.prepare(QStringLiteral("select ID from %1 where Kennung = ? and Datum = ?")
-                                             .arg(field.mid(QStringView(u"L_").size())));
-        booking.bind({animal, QDate::fromString(day, Qt::ISODate)});
-        return booking.next();
-    }
-
-    /// Animals whose mark an action that stays has set or taken away since.
-    QSet<qint64> markedSince(qint64 number) const {
-        QSet<qint64> result;
-        for (const qint64 later : m_later.at(number))
-            m_all.m_journal.read(later, [&](const RowChange& row) {
-                if (*row.table == Regeln::Tiere && row.kind == Change::Changed && row.cell(Mark))
-                    result.insert(row.row);
-                return true;
-            });
-        return result;
+        Kartenmarken(m_db, m_all.m_journal, m_deeds, [this](const Entry& e) { return counts(e); }).restore();
     }
 
     const Ruecknahme& m_all;
     const Plan& m_plan;
     const Action& m_action;
     const Database& m_db;
+    const std::vector<qint64> m_deeds;
+    std::vector<Mark> m_names, m_marks;
+    std::set<std::pair<QString, qint64>> m_doubles;
     std::map<qint64, std::vector<qint64>> m_later;  ///< by entry
     QSet<qint64> m_gone, m_back, m_renumbered, m_littered, m_changedLitters;
     bool m_cycle = false, m_herd = false;
 };
 
-Rueckmeldung Ruecknahme::carryOut(const Plan& plan) const {
-    if (!plan.refusal.isEmpty()) return {{}, plan.refusal};
-    if (plan.entries.empty()) return {{}, QStringLiteral("Es ist keine Aktion ausgewählt.")};
+Rueckmeldung Ruecknahme::carryOut(const Plan& plan, bool agreed) const {
+    if (!plan.refusal.isEmpty()) return {{}, plan.refusal, {}};
+    if (plan.entries.empty()) return {{}, QStringLiteral("Es ist keine Aktion ausgewählt."), {}};
     Rueckmeldung result;
     const auto asked = std::find_if(plan.entries.begin(), plan.entries.end(), [&](const Entry& entry) {
         return std::none_of(plan.added.begin(), plan.added.end(),
@@ -248,6 +272,7 @@ Rueckmeldung Ruecknahme::carryOut(const Plan& plan) const {
     action.setReversal(plan.again ? Journal::Kind::Redo : Journal::Kind::TakeBack, numbers);
     Work work(*this, plan, action);
     result.refusal = work.run();
+    if (result.done() && !agreed) result.question = work.question();
     if (!result.done()) return result;
     action.commit();
     result.herd = work.herd();

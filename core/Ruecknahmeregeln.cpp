@@ -1,7 +1,7 @@
 #include "core/Ruecknahmeregeln.h"
 
-#include <QHash>
 #include <QSet>
+#include <algorithm>
 
 #include "core/Buchungen.h"
 
@@ -22,23 +22,32 @@ const Fields Deciding = {QStringLiteral("Art"), QStringLiteral("Nummer"), QStrin
 
 }  // namespace
 
+qint32 dayOf(const Value& value) {
+    constexpr int isoDay = 10;
+    const QDate day = value.isDate() ? value.toDate() : QDate::fromString(value.toText().left(isoDay), Qt::ISODate);
+    return day.isValid() ? static_cast<qint32>(day.toJulianDay()) : 0;
+}
+
 Journal::Role role(const QString& table, const QString& field) {
     using Role = Journal::Role;
     if (table == Tiere) {
         if (field == u"Selektiert") return Role::Light;
         return Derived.contains(field) ? Role::Derived : Role::Own;
     }
+    if (isKeywords(table)) return Role::Apart;
     return table == Wuerfe && Litters.contains(field) ? Role::Derived : Role::Own;
 }
 
-QString uniqueField(const QString& table) {
-    static const QHash<QString, QString> fields = {
-        {Tiere, Nummer},
-        {QStringLiteral("Medikamente"), QStringLiteral("Medikament")},
-        {QStringLiteral("Bestandsoptionen"), QStringLiteral("Tiergruppe")},
-        {QStringLiteral("Arbeitsplanoptionen"), QStringLiteral("Arbeitsart")}};
-    return fields.value(table);
+const QStringList& keywordTables() {
+    static const QStringList tables = {
+        QStringLiteral("Stammdaten_Gruppe"),       QStringLiteral("Stammdaten_Rasse"),
+        QStringLiteral("Stammdaten_Stallnummer"),  QStringLiteral("Stammdaten_Zugangsgrund"),
+        QStringLiteral("Stammdaten_Abgangsgrund"), QStringLiteral("Stammdaten_Kunde"),
+        QStringLiteral("Stammdaten_Bemerkung")};
+    return tables;
 }
+
+bool isKeywords(const QString& table) { return keywordTables().contains(table); }
 
 const QStringList& numberFields() {
     static const QStringList fields = {QStringLiteral("Muttersau"), QStringLiteral("Zu_Saunr"),
@@ -56,6 +65,12 @@ bool changesCycle(const RowChange& row) {
     for (const auto& cell : row.cells)
         if (Deciding.contains(row.fields->at(cell.field))) return true;
     return false;
+}
+
+bool changesList(const RowChange& animal) {
+    return animal.kind != RowChange::Kind::Changed ||
+           std::any_of(animal.cells.begin(), animal.cells.end(),
+                       [&](const auto& cell) { return !Derived.contains(animal.fields->at(cell.field)); });
 }
 
 }  // namespace koben::Regeln

@@ -74,6 +74,15 @@ void PV_Stichworte::read() {
     remember();
 }
 
+/// Stays on its word, or on its row.
+void PV_Stichworte::readAnew() {
+    const int before = li.row();
+    const QString word = li.cell(before, 1);
+    read();
+    const int row = li.findText(u"Inhalt", word);
+    li.setRow(row > 0 ? row : std::min(before, li.rowCount()));
+}
+
 // ------------------------------------------------------------------------------------------------------------ buttons
 
 void PV_Stichworte::openEditor(int row) {

@@ -4,10 +4,11 @@
 
 #include "forms/Form.h"
 #include "forms/Koben.h"
+#include "forms/Zurueck.h"
 
 namespace koben {
 
-class PV_Stichworte final : public Form {
+class PV_Stichworte final : public Form, public ReadsAnew {
 public:
     explicit PV_Stichworte(Koben& koben);
 
@@ -35,6 +36,7 @@ private:
     };
 
     void Load() override;
+    void readAnew() override;
     void connectHandlers();
     void read();
     void neu_Click();

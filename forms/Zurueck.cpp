@@ -1,5 +1,7 @@
 #include "forms/Zurueck.h"
 
+#include <QSet>
+
 #include "forms/Eingabe.h"
 
 namespace koben {
@@ -26,27 +28,47 @@ QString obstacle(const Koben& koben) {
 
 }  // namespace
 
-Rueckmeldung zuruecknehmen(Koben& koben, Ruecknahmerichtung richtung) {
-    Rueckmeldung result{{}, obstacle(koben)};
-    if (result.done()) {
+Rueckmeldung carryOut(Koben& koben, const Ruecknahme& journal, const Ruecknahme::Plan& plan) {
+    const auto work = [&](bool agreed) {
         const WaitCursor wait(koben);
-        const Ruecknahme journal(koben.connect(), koben);
-        result = richtung == Ruecknahmerichtung::Zurueck ? journal.back() : journal.again();
-    }
-    if (!result.done()) koben.message(result.refusal);
+        return journal.carryOut(plan, agreed);
+    };
+    Rueckmeldung result = work(false);
+    if (!result.question.isEmpty() && koben.yesNo(result.question)) result = work(true);
+    if (!result.refusal.isEmpty()) koben.message(result.refusal);
     return result;
+}
+
+Rueckmeldung zuruecknehmen(Koben& koben, Ruecknahmerichtung richtung) {
+    const Rueckmeldung refused{{}, obstacle(koben), {}};
+    if (!refused.done()) {
+        koben.message(refused.refusal);
+        return refused;
+    }
+    const Ruecknahme journal(koben.connect(), koben);
+    const auto plan = [&] {
+        const WaitCursor wait(koben);
+        return richtung == Ruecknahmerichtung::Zurueck ? journal.backPlan() : journal.againPlan();
+    }();
+    return carryOut(koben, journal, plan);
 }
 
 namespace {
 
-/// A frame shows the animals of the herd list: both have the same ones afterwards, and the frame stays where it is.
-void readHerdBehind(HerdList& list, Form& frame) {
-    const auto* shown = dynamic_cast<const Grid*>(frame.find(u"schweinli"));
-    const QString animal = shown ? shown->cell(shown->row(), u"ID") : QString();
+/// The list behind stays on its animal; a frame that shows the same animals has those of the list afterwards.
+void readHerdBehind(HerdList& list, Form& front) {
+    const auto* shown = dynamic_cast<const Grid*>(front.find(u"schweinli"));
+    const Grid& current = shown ? *shown : list.herd();
+    const QString animal = current.cell(current.row(), u"ID");
+    QSet<QString> marked;
+    for (const int row : current.markedRows()) marked.insert(current.cell(row, u"ID"));
     list.datenschweinelesen();
-    if (!shown) return;
-    if (const int row = list.herd().findText(u"ID", animal)) list.herd().setRow(row);
-    frame.Load();
+    std::vector<int> rows;
+    for (int row = 1; row <= list.herd().rowCount() && !marked.isEmpty(); ++row)
+        if (marked.contains(list.herd().cell(row, u"ID"))) rows.push_back(row);
+    if (!rows.empty()) list.herd().mark(rows);
+    if (const int row = list.herd().findText(u"ID", animal)) list.herd().setRowKeepingMarks(row);
+    if (shown) front.Load();
 }
 
 }  // namespace
@@ -57,6 +79,7 @@ void showAgain(Koben& koben, const Rueckmeldung& done) {
     koben.Liste_neu_laden = 1;
     const bool listInFront = dynamic_cast<HerdList*>(front) != nullptr;
     if (done.herd && !listInFront && koben.herdList) readHerdBehind(*koben.herdList, *front);
+    if (auto* own = dynamic_cast<ReadsAnew*>(front)) own->readAnew();
     front->activateLater();
     front->settle();
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/PZ_Koben_Subs.h"
+#include "forms/Zurueck.h"
 
 namespace koben {
 namespace {
@@ -112,7 +113,7 @@ bool PA_Verlauf::meets(const Entry& entry, const QString& word) {
 }
 
 void PA_Verlauf::show() {
-    const QStringList words = suche.text().split(u' ', Qt::SkipEmptyParts);
+    const QStringList words = Hochkomma_ersetzen(suche.text()).split(u' ', Qt::SkipEmptyParts);
     li.clearRows();
     for (const Entry& entry : m_entries) {
         if (!std::all_of(words.begin(), words.end(), [&](const QString& word) { return meets(entry, word); })) continue;
@@ -165,11 +166,7 @@ void PA_Verlauf::ruecknahme_Click() {
     const Ruecknahme::Plan plan = journal.plan(numbers);
     if (!plan.refusal.isEmpty()) return koben.message(plan.refusal);
     if (!agreedWith(journal, plan)) return;
-    const Rueckmeldung result = [&] {
-        const WaitCursor wait(koben);
-        return journal.carryOut(plan);
-    }();
-    if (!result.done()) return koben.message(result.refusal);
+    if (!carryOut(koben, journal, plan).done()) return;
     koben.Liste_neu_laden = 1;
     Activate();
 }

@@ -1,10 +1,11 @@
 #pragma once
 // The life of the herd list's current animal, in the order of time.
+#include "forms/Zurueck.h"
 #include "output/Bericht.h"
 
 namespace koben {
 
-class PB_Lebenslauf final : public Bericht {
+class PB_Lebenslauf final : public Bericht, public ReadsAnew {
 public:
     explicit PB_Lebenslauf(Koben& koben);
 
@@ -18,6 +19,7 @@ public:
 private:
     void Load() override;
     void FirstShown() override;
+    void readAnew() override { showAnimal(); }
     void showAnimal();
     void nextschwein_Click(int direction);
 };

@@ -118,10 +118,15 @@ void PB_Statusplan::showPage(int page) { Label1.setText(QString::fromUtf8(Explan
 
 void PB_Statusplan::Load() {
     Bericht::Load();
-    const Table sows = m_db.table(SowQuery);
-    for (int row = 0; row < sows.rowCount(); ++row) addSow(sows, row);
+    readAnew();
     sstab.setFront(Belegt);
     showPage(Belegt);
+}
+
+void PB_Statusplan::readAnew() {
+    for (Grid* list : listen) list->clearRows();
+    const Table sows = m_db.table(SowQuery);
+    for (int row = 0; row < sows.rowCount(); ++row) addSow(sows, row);
 }
 
 void PB_Statusplan::defineColumns() {

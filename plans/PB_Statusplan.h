@@ -2,11 +2,12 @@
 // Where every sow in stock stands in her cycle: five lists with day counters and the next day due.
 #include <array>
 
+#include "forms/Zurueck.h"
 #include "output/Bericht.h"
 
 namespace koben {
 
-class PB_Statusplan final : public Bericht {
+class PB_Statusplan final : public Bericht, public ReadsAnew {
 public:
     explicit PB_Statusplan(Koben& koben);
 
@@ -29,6 +30,7 @@ public:
 private:
     void Load() override;
     void FirstShown() override;
+    void readAnew() override;
     void showPage(int page);
     void defineColumns();
     void addSow(const Table& sows, int row);

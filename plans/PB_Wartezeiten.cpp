@@ -19,6 +19,11 @@ PB_Wartezeiten::PB_Wartezeiten(Koben& koben_)
 
 void PB_Wartezeiten::Load() {
     Bericht::Load();
+    readAnew();
+}
+
+void PB_Wartezeiten::readAnew() {
+    gridli.clearRows();
     const QDate today = Datum_aus_Text(koben.Heute);
     const Table animals = readWartezeittiere(m_db, koben.Heute);
     for (int row = 0; row < animals.rowCount(); ++row) {

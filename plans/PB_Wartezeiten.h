@@ -1,10 +1,11 @@
 #pragma once
 // Animals that may not go to slaughter today, with the last day of their block.
+#include "forms/Zurueck.h"
 #include "output/Bericht.h"
 
 namespace koben {
 
-class PB_Wartezeiten final : public Bericht {
+class PB_Wartezeiten final : public Bericht, public ReadsAnew {
 public:
     explicit PB_Wartezeiten(Koben& koben);
 
@@ -18,6 +19,7 @@ public:
 private:
     void Load() override;
     void FirstShown() override;
+    void readAnew() override;
 };
 
 }  // namespace koben

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "store/Collation.h"
 #include "store/IsoDate.h"
 #include "store/JournalRecorder.h"
 
@@ -139,6 +140,10 @@ void Journal::note(Connection& connection, const QString& name, Kind kind, const
     if (kind == Kind::Action && record.known && record.rows == 0) return;
     const qint64 own = insert(connection, name, kind, of, record);
     for (const qint64 other : of) setTakenBack(connection, other, own);
+}
+
+void Journal::need(const Database& database, const QString& table, const QString& word) {
+    if (JournalRecorder* recorder = JournalRecorder::of(*database.m_connection)) recorder->need(table, word);
 }
 
 void Journal::setOn(bool on) const { listen(*m_connection, on); }
@@ -283,7 +288,7 @@ qint64 Journal::lastToName(const QString& table, qint64 row, const QString& fiel
         read(number, [&](const RowChange& change) {
             if (*change.table != table || change.row != row) return true;
             const RowChange::Cell* cell = change.kind == RowChange::Kind::Deleted ? nullptr : change.cell(field);
-            if (cell && cell->after == name) result = std::max(result, number);
+            if (cell && equalTexts(cell->after.toText(), name.toText())) result = std::max(result, number);
             return false;
         });
     return result;
@@ -297,12 +302,73 @@ std::vector<qint64> Journal::actionsBehind(qint64 number) const {
     return result;
 }
 
-std::vector<qint64> Journal::ofAnimal(qint64 id) const {
+std::vector<qint64> Journal::ofAnimals(const std::vector<qint64>& ids, qint64 first) const {
+    const Runs wanted = Runs::of(ids);
     std::vector<qint64> result;
-    for (const Seen& seen : reaches("1"))
-        if (seen.reach.animals.contains(id)) result.push_back(seen.number);
+    for (const Seen& seen : reaches("nr >= " + std::to_string(first)))
+        if (seen.reach.animals.meets(wanted)) result.push_back(seen.number);
     return result;
 }
+
+std::vector<qint64> Journal::ofAnimal(qint64 id) const {
+    struct Part {
+        std::optional<RowChange::Kind> row;  // what the entry did to the animal's own row
+        qint64 life = 0;                     // the action that made the animal, 0 for one that was there before
+    };
+    std::map<qint64, Part> parts;
+    qint64 life = 0;
+    const auto comesBack = [&](const Entry& by) {
+        const bool redo = by.kind == Kind::Redo;
+        for (const qint64 of : by.of)
+            for (const qint64 deed : redo ? concerned(*m_connection, of) : std::vector<qint64>{of})
+                if (const auto known = parts.find(deed); known != parts.end())
+                    if (known->second.row == (redo ? RowChange::Kind::Inserted : RowChange::Kind::Deleted))
+                        life = known->second.life;
+    };
+    for (const qint64 number : ofAnimals({id})) {
+        Part part;
+        read(number, [&](const RowChange& row) {
+            if (row.row == id && *row.table == QLatin1String(journal::Animals)) part.row = row.kind;
+            return !part.row;
+        });
+        if (part.row == RowChange::Kind::Inserted) {
+            const auto by = entry(number);
+            if (by->kind == Kind::Action)
+                life = number;
+            else
+                comesBack(*by);
+        }
+        part.life = life;
+        parts.emplace(number, part);
+    }
+    std::vector<qint64> result;
+    for (const auto& [number, part] : parts)
+        if (part.life == life) result.push_back(number);
+    return result;
+}
+
+std::vector<Journal::Entry> Journal::entriesFrom(qint64 first) const {
+    auto result = select("nr >= " + std::to_string(first), -1);
+    std::reverse(result.begin(), result.end());
+    return result;
+}
+
+namespace {
+
+/// With what the entries behind took back, or carried out again.
+qint64 withTargets(qint64 first, const std::vector<Journal::Entry>& reversals) {
+    for (bool lower = true; lower;) {
+        lower = false;
+        for (const Journal::Entry& e : reversals)
+            for (const qint64 other : e.of)
+                if (e.number >= first && other < first) first = other, lower = true;
+    }
+    return first;
+}
+
+}  // namespace
+
+qint64 Journal::origin(qint64 number) const { return withTargets(number, select("art <> 0", -1)); }
 
 namespace {
 
@@ -321,7 +387,34 @@ void readCells(Reader& in, RowChange& row) {
 
 }  // namespace
 
-void Journal::read(qint64 number, const std::function<bool(const RowChange& row)>& on) const {
+namespace {
+
+void readBeside(Reader& in, const std::function<QString(qint64)>& tableOf, Journal::Beside& beside) {
+    static const QStringList fields = {QStringLiteral("Aenderung"), QStringLiteral("L_Belegung"),
+                                       QStringLiteral("L_Ferkelung"), QStringLiteral("L_Absetzung")};
+    const auto text = [&in] {
+        const std::string_view utf8 = in.text();
+        return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    };
+    for (quint64 left = in.number(); left > 0; --left) {
+        auto& animal = beside.animals[in.signedNumber()];
+        for (const QString& field : fields) animal[field] = in.value();
+    }
+    if (in.atEnd()) return;  // an older entry
+    for (quint64 left = in.number(); left > 0; --left) {
+        Journal::Word& word = beside.words.emplace_back();
+        word.table = text();
+        word.text = text();
+    }
+    for (quint64 left = in.number(); left > 0; --left) {
+        const QString table = tableOf(static_cast<qint64>(in.number()));
+        beside.doubles.emplace(table, in.signedNumber());
+    }
+}
+
+}  // namespace
+
+void Journal::read(qint64 number, const std::function<bool(const RowChange& row)>& on, Beside* beside) const {
     const Bytes bytes = journal::unpacked(blob("daten", number));
     if (bytes.empty()) return;
     Reader in(bytes);
@@ -337,29 +430,9 @@ void Journal::read(qint64 number, const std::function<bool(const RowChange& row)
             if (!on(row)) return;
         }
     }
-}
-
-std::map<qint64, std::map<QString, Value>> Journal::companions(qint64 number) const {
-    static const QStringList fields = {QStringLiteral("Aenderung"), QStringLiteral("L_Belegung"),
-                                       QStringLiteral("L_Ferkelung"), QStringLiteral("L_Absetzung")};
-    std::map<qint64, std::map<QString, Value>> result;
-    const Bytes bytes = journal::unpacked(blob("daten", number));
-    if (bytes.empty()) return result;
-    Reader in(bytes);
-    RowChange row;
-    for (quint64 sheets = in.number(); sheets > 0; --sheets) {
-        row.fields = &layout(static_cast<qint64>(in.number())).fields;
-        for (quint64 rows = in.number(); rows > 0; --rows) {
-            in.signedNumber();
-            row.kind = static_cast<RowChange::Kind>(in.byte());
-            readCells(in, row);
-        }
-    }
-    for (quint64 left = in.number(); left > 0; --left) {
-        auto& animal = result[in.signedNumber()];
-        for (const QString& field : fields) animal[field] = in.value();
-    }
-    return result;
+    if (beside)
+        readBeside(
+            in, [this](qint64 id) { return layout(id).table; }, *beside);
 }
 
 // ------------------------------------------------------------------------------------------------------------- keeping
@@ -407,14 +480,7 @@ qint64 firstKept(sqlite3* file, const Journal::Keeping& keeping, QDate today) {
 }  // namespace
 
 void Journal::trim(QDate today) const {
-    qint64 first = firstKept(m_connection->file(), keeping(), today);
-    const auto reversals = select("art <> 0", -1);
-    for (bool lower = true; lower;) {
-        lower = false;
-        for (const Entry& e : reversals)
-            for (const qint64 other : e.of)
-                if (e.number >= first && other < first) first = other, lower = true;
-    }
+    const qint64 first = withTargets(firstKept(m_connection->file(), keeping(), today), select("art <> 0", -1));
     if (number(m_connection->file(), "SELECT count(*) FROM koben_verlauf WHERE nr < " + std::to_string(first)) == 0)
         return;
     run(*m_connection, "DELETE FROM koben_verlauf WHERE nr < ?1", {first});

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "store/Action.h"
@@ -44,8 +45,9 @@ public:
         bool counts() const { return takenBackBy == 0; }
     };
     /// How a field is heeded when its action is taken back. Own: what the user entered. Light: a mark beside the data,
-    /// which nothing rests on. Derived: what the program makes of the rest.
-    enum class Role { Own, Light, Derived };
+    /// which nothing rests on. Derived: what the program makes of the rest. Apart: of a table that the caller himself
+    /// brings back.
+    enum class Role { Own, Light, Derived, Apart };
     using Roles = std::function<Role(const QString& table, const QString& field)>;
     /// The rows that an entry touched, and the animals whose bookings they are.
     struct Reach;
@@ -54,6 +56,19 @@ public:
         QString table;
         qint64 row = 0;
     };
+    /// A keyword that an action needs in its list, whether it stood there or was added.
+    struct Word {
+        QString table, text;
+    };
+    /// What an entry keeps beside its rows.
+    struct Beside {
+        /// Fields of the animals whose bookings it touched, as they were before it: by animal and field.
+        std::map<qint64, std::map<QString, Value>> animals;
+        std::vector<Word> words;                       ///< in the order in which they were needed
+        std::set<std::pair<QString, qint64>> doubles;  ///< rows that gave a name up which another row bore too
+    };
+    /// The rows of a table of one text that has no counter, by SQLite's own row numbers.
+    using Texts = std::map<qint64, Value>;
     /// How long entries are kept, and how much.
     struct Keeping {
         int years = 2;
@@ -80,17 +95,27 @@ public:
     qint64 lastToName(const QString& table, qint64 row, const QString& field, const Value& name, qint64 behind) const;
     /// Numbers, ascending, of all actions behind `number` that count.
     std::vector<qint64> actionsBehind(qint64 number) const;
-    /// Numbers of the entries that concern an animal by its ID, ascending.
+    /// Numbers of the entries that concern the animal which has this ID now, ascending. An ID that was given back with
+    /// its animal may have been another one's before.
     std::vector<qint64> ofAnimal(qint64 id) const;
+    /// Numbers of the entries from `first` on that touched one of these animals or its bookings, ascending.
+    std::vector<qint64> ofAnimals(const std::vector<qint64>& ids, qint64 first = 0) const;
+    /// All entries from `first` on, the oldest first.
+    std::vector<Entry> entriesFrom(qint64 first) const;
+    /// From where the actions must be gone through anew for one that counts no more, or again: nothing before it has
+    /// been taken back, or carried out again, behind it.
+    qint64 origin(qint64 number) const;
 
-    /// Hands out the changed rows of an entry one after the other; `row` lives until the next. False of `on` ends it.
-    void read(qint64 number, const std::function<bool(const RowChange& row)>& on) const;
-    /// Fields of the animals whose bookings the entry touched, as they were before it: by animal and field.
-    std::map<qint64, std::map<QString, Value>> companions(qint64 number) const;
+    /// Hands out the changed rows of an entry one after the other; `row` lives until the next. False of `on` ends it,
+    /// and then `beside` stays as it was.
+    void read(qint64 number, const std::function<bool(const RowChange& row)>& on, Beside* beside = nullptr) const;
 
     /// Brings the rows of an entry back to where they were, within an action. Where a field of the user's has another
     /// value than the entry left, that is the answer, and what was written until then must be rolled back.
     std::optional<Conflict> revert(const Action& action, qint64 number, const Roles& roles) const;
+    Texts texts(const QString& table) const;
+    /// Makes the rows of such a table these, within an action.
+    void setTexts(const Action& action, const QString& table, const Texts& texts) const;
     /// Gives the numbers back that the reverted actions took from the counters, as far as nobody took one behind them;
     /// takes those of actions that count again.
     void settleCounters(const std::vector<qint64>& reverted, const std::vector<qint64>& revived) const;
@@ -104,6 +129,10 @@ public:
     /// For measurements: without it nothing is gathered on this file from now on.
     void setOn(bool on) const;
 
+    /// The running action needs this keyword.
+    static void need(const Database& database, const QString& table, const QString& word);
+    /// The field of which no two rows of a table are to have the same text, "" for none. Such a table has a counter.
+    static QString nameField(const QString& table);
     /// For the store itself: ends what Action began, and makes the tables where they are missing.
     static void note(Connection& connection, const QString& name, Kind kind, const std::vector<qint64>& of);
     static void addTables(Connection& connection);

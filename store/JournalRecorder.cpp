@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "store/Journal.h"
+
 namespace koben {
 
 using journal::Bytes;
@@ -12,17 +14,34 @@ namespace {
 /// Of more than this nothing is kept: a takeover of a whole herd, which no one takes back row by row.
 constexpr size_t MostBytes = 96U << 20U;
 
-const char* const Animals = "Sauen";
+using journal::Animals;
+const QString MarkField = QStringLiteral("Selektiert");
 const QString OwnerField = QStringLiteral("Kennung");
 /// Fields of an animal that are kept with a booking of hers as they were before it: by them the mark on her card is put
 /// back, which deriving sets and never takes away.
 const char* const Companions[] = {"Aenderung", "L_Belegung", "L_Ferkelung", "L_Absetzung"};
+
+/// Tables with the field of which no two rows are to have the same text.
+struct Name {
+    const char* table;
+    const char* field;
+};
+constexpr Name Names[] = {{"Sauen", "Nummer"},
+                          {"Medikamente", "Medikament"},
+                          {"Bestandsoptionen", "Tiergruppe"},
+                          {"Arbeitsplanoptionen", "Arbeitsart"}};
 
 bool isOwn(const QString& name) {
     return name.startsWith(QLatin1String("koben_"), Qt::CaseInsensitive) || name.startsWith(QLatin1String("sqlite_"));
 }
 
 }  // namespace
+
+QString Journal::nameField(const QString& table) {
+    for (const Name& name : Names)
+        if (table == QLatin1String(name.table)) return QString::fromUtf8(name.field);
+    return {};
+}
 
 JournalRecorder::JournalRecorder(Connection& connection) : m_connection(connection) {
     // From the beginning: a deletion that was prepared without it would drop all rows unheard.
@@ -50,6 +69,7 @@ void JournalRecorder::readLayouts() {
             m_sheets.back()->layout.table = table.toStdString();
         }
         JournalLayout& layout = m_sheets.back()->layout;
+        if (field == MarkField && layout.table == Animals) layout.mark = static_cast<int>(layout.fields.size());
         if (field == OwnerField) layout.owner = static_cast<int>(layout.fields.size());
         layout.fields.append(field);
         layout.places.push_back(sqlite3_column_int(s.get(), 1));
@@ -80,12 +100,19 @@ void JournalRecorder::discard() {
     m_on = false;
     m_bytes = 0;
     m_owners.clear();
+    m_words.clear();
     for (const auto& sheet : m_sheets) sheet->changes.clear();
 }
 
 void JournalRecorder::rolledBack() {
     discard();
     for (const auto& sheet : m_sheets) sheet->layout.id = 0;
+}
+
+void JournalRecorder::need(const QString& table, const QString& word) {
+    if (!m_on) return;
+    std::pair<std::string, std::string> needed(table.toStdString(), word.toStdString());
+    if (std::find(m_words.begin(), m_words.end(), needed) == m_words.end()) m_words.push_back(std::move(needed));
 }
 
 void JournalRecorder::lost() {
@@ -196,10 +223,10 @@ void JournalRecorder::deleted(Sheet& sheet, qint64 row) {
     m_bytes += change.before.size();
 }
 
-void JournalRecorder::compare(const Sheet& sheet, size_t field, Change& change) const {
+void JournalRecorder::compare(const Sheet& sheet, size_t field, Change& change, bool always) const {
     sqlite3_value* was = before(sheet, field);
     sqlite3_value* is = after(sheet, field);
-    if (journal::sameValues(was, is)) return;
+    if (!always && journal::sameValues(was, is)) return;
     journal::putNumber(change.before, field);
     journal::putValue(change.before, was, sheet.layout.reals[field]);
     journal::putNumber(change.after, field);
@@ -217,7 +244,8 @@ void JournalRecorder::changed(Sheet& sheet, qint64 row) {
     }
     Change change{Kind::Changed, {}, {}};
     if (m_expected == &sheet && sqlite3_preupdate_depth(m_connection.file()) == 0)
-        for (const int column : *m_columns) compare(sheet, static_cast<size_t>(column), change);
+        for (const int column : *m_columns)
+            compare(sheet, static_cast<size_t>(column), change, column == sheet.layout.mark);
     else
         for (size_t i = 0; i < sheet.layout.places.size(); ++i) compare(sheet, i, change);
     if (change.after.empty()) return;
@@ -324,6 +352,66 @@ void JournalRecorder::putCompanions(Bytes& out) {
     out += animalsKept;
 }
 
+void JournalRecorder::putWords(Bytes& out) const {
+    journal::putNumber(out, m_words.size());
+    for (const auto& [table, word] : m_words) {
+        journal::putText(out, table);
+        journal::putText(out, word);
+    }
+}
+
+/// Rows that gave a name up which another row bears: the action found it doubled, and undoing it doubles nothing.
+std::vector<qint64> JournalRecorder::doublesIn(const Sheet& sheet) const {
+    std::vector<qint64> result;
+    const QString field = Journal::nameField(QString::fromStdString(sheet.layout.table));
+    const auto place = field.isEmpty() ? -1 : sheet.layout.fields.indexOf(field);
+    const sql::TableInfo* table =
+        place < 0 ? nullptr : m_connection.catalog()->find(QString::fromStdString(sheet.layout.table));
+    if (table == nullptr) return result;
+    const sql::ColumnInfo& column = table->columns[static_cast<size_t>(table->columnOf(field))];
+    const std::string sql = "SELECT 1 FROM " + table->sqlName + " WHERE " +
+                            (column.keyName.empty() ? column.sqlName + " = ?1" : column.keyName + " = koben_key(?1)") +
+                            " AND " + table->rowId + " <> ?2";
+    const Loan loan(m_connection, sql);
+    for (const auto& [row, change] : sheet.changes) {
+        if (change.kind == Kind::Inserted) continue;
+        Value before;
+        const bool whole = change.kind == Kind::Deleted;
+        quint64 at = 0;
+        for (Reader in(change.before); !in.atEnd(); ++at) {
+            const quint64 number = whole ? at : in.number();
+            const Value value = in.value();
+            if (number == static_cast<quint64>(place)) before = value;
+        }
+        if (before.toText().isEmpty()) continue;
+        bindValue(loan.get(), 1, before);
+        bindValue(loan.get(), 2, row);
+        if (sqlite3_step(loan.get()) == SQLITE_ROW) result.push_back(row);
+        sqlite3_reset(loan.get());
+    }
+    return result;
+}
+
+void JournalRecorder::putDoubles(Bytes& out) const {
+    Bytes doubles;
+    quint64 count = 0;
+    for (const auto& sheet : m_sheets) {
+        if (sheet->changes.empty()) continue;
+        for (const qint64 row : doublesIn(*sheet)) {
+            journal::putNumber(doubles, static_cast<quint64>(sheet->layout.id));
+            journal::putSigned(doubles, row);
+            ++count;
+        }
+    }
+    journal::putNumber(out, count);
+    out += doubles;
+}
+
+/// A row that was changed and changed back, or of which a mark was set that it bore.
+bool JournalRecorder::unchanged(const Change& change) {
+    return change.kind == Kind::Changed && change.before == change.after;
+}
+
 JournalRecord JournalRecorder::finish() {
     JournalRecord record;
     record.known = m_known;
@@ -332,10 +420,12 @@ JournalRecord JournalRecorder::finish() {
     quint64 sheets = 0;
     std::vector<qint64> owners(m_owners.begin(), m_owners.end());
     for (const auto& sheet : m_sheets) {
-        // a row that was changed and changed back
-        std::erase_if(sheet->changes, [](const auto& item) {
-            return item.second.kind == Kind::Changed && item.second.before == item.second.after;
-        });
+        const auto marked = [&](const Change& change) {
+            for (Reader was(change.before); !was.atEnd(); was.rawValue())
+                if (static_cast<int>(was.number()) == sheet->layout.mark) return true;
+            return false;
+        };
+        std::erase_if(sheet->changes, [&](const auto& item) { return unchanged(item.second) && !marked(item.second); });
         if (sheet->changes.empty()) continue;
         ++sheets;
         writeLayout(sheet->layout);
@@ -343,7 +433,8 @@ JournalRecord JournalRecorder::finish() {
         rows.reserve(sheet->changes.size());
         for (const auto& [row, change] : sheet->changes) rows.push_back(row);
         std::sort(rows.begin(), rows.end());
-        record.rows += static_cast<qint64>(rows.size());
+        record.rows += std::count_if(sheet->changes.begin(), sheet->changes.end(),
+                                     [](const auto& item) { return !unchanged(item.second); });
         putRows(data, *sheet, rows);
         journal::putNumber(reach, static_cast<quint64>(sheet->layout.id));
         if (sheet->layout.table == Animals) owners.insert(owners.end(), rows.begin(), rows.end());
@@ -354,6 +445,8 @@ JournalRecord JournalRecorder::finish() {
     journal::Runs::of(std::move(owners)).put(record.reach);
     record.reach += reach;
     putCompanions(data);
+    putWords(data);
+    putDoubles(data);
     record.data = journal::packed(head + data);
     const auto now = counters();
     for (const auto& [table, value] : now) {

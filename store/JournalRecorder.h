@@ -10,6 +10,10 @@
 
 namespace koben {
 
+namespace journal {
+inline const char* const Animals = "Sauen";
+}
+
 /// A table as the recorder sees it: its fields without the hidden sort keys.
 struct JournalLayout {
     std::string table;
@@ -17,6 +21,7 @@ struct JournalLayout {
     std::vector<int> places;  ///< of each field among SQLite's columns
     std::vector<bool> reals;
     int owner = -1;  ///< the field that names the animal of a booking, -1 for none
+    int mark = -1;   ///< the field of a mark that is kept also where a statement sets it to what it was, -1 for none
     qint64 id = 0;   ///< in the file, 0 before it is written there
 };
 
@@ -47,6 +52,7 @@ public:
     void lost() override;
     void begins(const sql::Plan& plan) override;
     void ends() override { m_expected = nullptr; }
+    void need(const QString& table, const QString& word);
     /// Ends the gathering; the layouts that it names are in the file then.
     JournalRecord finish();
 
@@ -70,7 +76,8 @@ private:
     void deleted(Sheet& sheet, qint64 row);
     void changed(Sheet& sheet, qint64 row);
     void extend(const Sheet& sheet, Change& change);
-    void compare(const Sheet& sheet, size_t field, Change& change) const;
+    void compare(const Sheet& sheet, size_t field, Change& change, bool always = false) const;
+    static bool unchanged(const Change& change);
     sqlite3_value* before(const Sheet& sheet, size_t field) const;
     sqlite3_value* after(const Sheet& sheet, size_t field) const;
     journal::Bytes whole(const Sheet& sheet, bool old) const;
@@ -79,6 +86,9 @@ private:
     void writeLayout(JournalLayout& layout);
     void putRows(journal::Bytes& out, const Sheet& sheet, const std::vector<qint64>& rows) const;
     void putCompanions(journal::Bytes& out);
+    void putWords(journal::Bytes& out) const;
+    void putDoubles(journal::Bytes& out) const;
+    std::vector<qint64> doublesIn(const Sheet& sheet) const;
 
     Connection& m_connection;
     std::vector<std::unique_ptr<Sheet>> m_sheets;
@@ -87,6 +97,7 @@ private:
     const Sheet* m_expected = nullptr;  ///< whose rows the running statement sets, and these columns alone
     const std::vector<int>* m_columns = nullptr;
     std::unordered_set<qint64> m_owners;
+    std::vector<std::pair<std::string, std::string>> m_words;  ///< needed ones with their tables
     std::vector<std::pair<std::string, qint64>> m_counters;
     quint64 m_schemaNumber = 0;
     size_t m_bytes = 0;

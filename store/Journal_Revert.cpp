@@ -26,6 +26,7 @@ public:
             const int column = m_table->columnOf(field);
             m_columns.push_back(column < 0 ? nullptr : &m_table->columns[static_cast<size_t>(column)]);
             m_roles.push_back(roles(table, field));
+            m_apart = m_apart || m_roles.back() == Journal::Role::Apart;
         }
         m_whole = std::all_of(m_columns.begin(), m_columns.end(), [](const auto* c) { return c != nullptr; });
         if (m_whole) makeStatements();
@@ -33,6 +34,7 @@ public:
 
     /// False where the row is not as the entry left it.
     bool revert(const RowChange& row) {
+        if (m_apart) return true;
         if (!m_whole) return false;
         const bool there = readRow(row.row);
         switch (row.kind) {
@@ -101,7 +103,7 @@ private:
         std::vector<const RowChange::Cell*> cells;
         for (const auto& cell : row.cells) {
             if (!same(present(cell), cell.after)) {
-                if (role(cell) == Journal::Role::Derived) continue;
+                if (role(cell) != Journal::Role::Own) continue;
                 return false;
             }
             const sql::ColumnInfo& c = *m_columns[static_cast<size_t>(cell.field)];
@@ -136,7 +138,7 @@ private:
     std::vector<Journal::Role> m_roles;
     std::vector<Value> m_row;
     std::string m_select, m_insert, m_delete, m_update, m_where;
-    bool m_whole = false;
+    bool m_whole = false, m_apart = false;
 };
 
 struct Counter {
@@ -207,6 +209,39 @@ std::optional<Journal::Conflict> Journal::revert(const Action& action, qint64 nu
         return !conflict;
     });
     return conflict;
+}
+
+Journal::Texts Journal::texts(const QString& table) const {
+    Texts result;
+    const sql::TableInfo* info = m_connection->catalog()->find(table);
+    if (info == nullptr) return result;
+    const StatementHandle s =
+        prepare(m_connection->file(),
+                "SELECT " + info->rowId + ", " + info->columns.front().sqlName + " FROM " + info->sqlName);
+    while (sqlite3_step(s.get()) == SQLITE_ROW)
+        result.emplace(sqlite3_column_int64(s.get(), 0), columnValue(s.get(), 1, Type::Null));
+    return result;
+}
+
+void Journal::setTexts(const Action& action, const QString& table, const Texts& texts) const {
+    Q_UNUSED(action)
+    const sql::TableInfo* info = m_connection->catalog()->find(table);
+    if (info == nullptr) return;
+    const QStringList fields(info->columns.front().name);
+    TableReverter rows(*m_connection, table, fields, [](const QString&, const QString&) { return Role::Own; });
+    const auto set = [&](qint64 row, RowChange::Kind undone, const Value& to, const Value& from) {
+        rows.revert({&table, &fields, row, undone, {{0, to, from}}});
+    };
+    const Texts now = this->texts(table);
+    for (const auto& [row, text] : now)
+        if (!texts.contains(row)) set(row, RowChange::Kind::Inserted, {}, text);
+    for (const auto& [row, text] : texts) {
+        const auto known = now.find(row);
+        if (known == now.end())
+            set(row, RowChange::Kind::Deleted, text, {});
+        else if (!(known->second == text))
+            set(row, RowChange::Kind::Changed, text, known->second);
+    }
 }
 
 void Journal::settleCounters(const std::vector<qint64>& reverted, const std::vector<qint64>& revived) const {
