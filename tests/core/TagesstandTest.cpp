@@ -1,6 +1,8 @@
 // The herd as of each past day against a herd in which nothing was booked beyond it, over random herds.
 #include "core/Tagesstand.h"
 
+#include <QDir>
+#include <QFile>
 #include <random>
 
 #include "core/Konfig.h"
@@ -143,15 +145,41 @@ TEST(Tageskopien, KeepsSevenDaysAndFourWeeks) {
     for (int back = 60; back >= 0; --back) {
         const QDate day = today.addDays(-back);
         if (day.dayOfWeek() == 7) continue;
-        ASSERT_EQ(Tageskopie_machen(farm.workspace, farm.path(), folder, day), QString());
+        ASSERT_EQ(Tageskopie_machen(farm.path(), folder, day), QString());
     }
     QStringList days;
     for (const QString& name : Tageskopien(folder)) days += Tageskopietag(name).toString("dd.MM.");
     EXPECT_EQ(days.join(' '), "13.06. 20.06. 27.06. 04.07. 08.07. 09.07. 10.07. 11.07. 13.07. 14.07. 15.07.");
     EXPECT_EQ(Workspace::rowCounts(folder + Tageskopien(folder).last()), Workspace::rowCounts(farm.path()));
     // a copy that cannot be made leaves the earlier one
-    EXPECT_NE(Tageskopie_machen(farm.workspace, farm.folder() + "/fehlt.mdb", folder, today), QString());
-    EXPECT_EQ(Tageskopien(folder).size(), 11);
+    const QString torn = farm.folder() + "/kaputt.mdb";
+    ASSERT_TRUE(QFile::copy(folder + Tageskopien(folder).last(), torn));
+    QFile file(torn);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(file.size() / 2) && file.write(QByteArray(8192, 'x')) > 0);
+    file.close();
+    for (const QString& source : {farm.folder() + "/fehlt.mdb", torn}) {
+        const QString said = Tageskopie_machen(source, folder, today);
+        EXPECT_TRUE(said.startsWith("Beim letzten Beenden wurde keine Kopie des Tages gemacht")) << said.toStdString();
+        EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 11);
+        EXPECT_EQ(Workspace::rowCounts(folder + Tageskopien(folder).last()), Workspace::rowCounts(farm.path()));
+    }
+}
+
+/// What a run that was cut off in it leaves, and what goes with the next copy.
+TEST(Tageskopien, OneThatWasCutOffIsToldOnce) {
+    Hof farm;
+    const QString folder = Tageskopienordner(farm.folder() + "/daten/"), note = farm.folder() + "/notiz.txt";
+    ASSERT_TRUE(QDir().mkpath(folder) && QFile::copy(farm.path(), folder + "koben2_77.neu"));
+    const Tageskopieauftrag job{farm.path(), folder, QDate(2026, 7, 15), note};
+    for (const bool works : {false, true}) {
+        Tageskopieauftrag each = job;
+        if (!works) each.database += "fehlt";
+        Tageskopie_beginnen(each);
+        Tageskopie_abwarten();
+        EXPECT_EQ(Tageskopie_meldung(folder, note).isEmpty(), works);
+        EXPECT_EQ(Tageskopie_meldung(folder, note), QString());
+        EXPECT_EQ(QDir(folder).entryList(QDir::Files), works ? QStringList("koben2_2026-07-15.mdb") : QStringList());
+    }
 }
 
 }  // namespace

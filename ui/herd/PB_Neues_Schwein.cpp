@@ -22,7 +22,7 @@ LAYOUT(PB_Neues_Schwein) {
                                       field(bez[18], combo(form.kom[7], 24)), field(bez[19], combo(form.kom[8], 24))}));
     return column({row({animal, column({arrival, leaving, spring()}), sharedCalendar(form.calend)}),
                    group(form.rahmen[0], facts(form.bezinfo, bez, 21, 4)), spring(),
-                   buttons({button(form.comhilfe), button(form.standard)},
+                   buttons({button(form.comhilfe), button(form.standard), button(form.comlebenslauf)},
                            {button(form.ok), button(form.oknächster[1]), button(form.oknächster[0]),
                             button(form.cmdabbrechen)})});
 }
