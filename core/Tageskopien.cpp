@@ -75,7 +75,10 @@ QString lackOfRoom(const QString& database, const QString& folder) {
 /// The draft, whole and on the disk; "" or what went wrong.
 QString makeDraft(const QString& database, const QString& folder, const QString& draft) {
     clearFileReason();
-    if (!QDir().mkpath(folder)) return notWritten(folder, fileReason());
+    if (!QDir().mkpath(folder))
+        return notWritten(folder, QFileInfo(QDir::cleanPath(folder)).isFile()
+                                      ? QStringLiteral("an dieser Stelle liegt eine Datei")
+                                      : fileReason());
     if (const QString lack = lackOfRoom(database, folder); !lack.isEmpty()) return lack;
     Workspace workspace;
     try {
@@ -118,8 +121,8 @@ private:
         write(job.note,
               failure(QStringLiteral("KOBEN oder der Rechner wurde beendet, bevor sie fertig war. Beim nächsten "
                                      "Beenden wird wieder eine gemacht.")));
-        Ordnersperre lock;
-        for (auto waited = 0ms; !job.alone && !lock.nehmen(job.folder) && waited < OthersPatience; waited += Pause)
+        const auto otherAtWork = [&] { return !job.alone && Ordnersperre::held(job.folder); };
+        for (auto waited = 0ms; otherAtWork() && waited < OthersPatience; waited += Pause)
             std::this_thread::sleep_for(Pause);
         const QString said = Tageskopie_machen(job.database, job.folder, job.day);
         said.isEmpty() ? static_cast<void>(QFile::remove(job.note)) : write(job.note, said);
@@ -187,8 +190,7 @@ void Tageskopie_abwarten() { nebenlauf().wait(); }
 QString Tageskopie_meldung(const QString& folder, const QString& note) {
     QFile file(note);
     if (!file.open(QIODevice::ReadOnly)) return {};
-    Ordnersperre free;
-    if (QDir(folder).exists() && Ordnersperre::hindernis(folder).isEmpty() && !free.nehmen(folder)) return {};
+    if (Ordnersperre::held(folder)) return {};
     const QString said = QString::fromUtf8(file.readAll());
     file.close();
     file.remove();

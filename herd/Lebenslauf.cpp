@@ -92,9 +92,9 @@ struct Lebenstag {
     const std::vector<Angabe>& fields;
 };
 const Lebenstag Tage[] = {{"Geburtsdatum", Geboren, "Geburt", Ohne},
-                    {"Zugangsdatum", Gekommen, "Zugang", Zugang},
-                    {"BoxDatum", Umgestallt, "In Box gestellt", Box},
-                    {"Abgangsdatum", Gegangen, "Abgang", Abgang}};
+                          {"Zugangsdatum", Gekommen, "Zugang", Zugang},
+                          {"BoxDatum", Umgestallt, "In Box gestellt", Box},
+                          {"Abgangsdatum", Gegangen, "Abgang", Abgang}};
 
 const QString Leer = QStringLiteral("leer");
 

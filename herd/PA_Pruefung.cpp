@@ -32,6 +32,15 @@ std::optional<QString> Seiten_pruefen(Koben& koben, Check check) {
         .arg(copy.isEmpty() ? QString() : QStringLiteral(" (die neueste Kopie ist %1)").arg(copy));
 }
 
+std::optional<Pruefbefund> Verlauf_pruefen(Koben& koben, const Database& db, const CycleProgress& go) {
+    auto rows = Verlauf_pruefen(db, go);
+    const QString noted = RunState(koben.platform, koben.Datenordner).get(Noted);
+    if (!rows || rows->art != Pruefbefund::Art::Fremd || rows->merkmal != noted.section(u' ', 0, 0)) return rows;
+    rows->art = Pruefbefund::Art::InOrdnung;
+    rows->satz += QStringLiteral(" Zur Kenntnis genommen am %1.").arg(noted.section(u' ', 1));
+    return rows;
+}
+
 PA_Prüfung::PA_Prüfung(Koben& context)
     : Form(context, QStringLiteral("PA_Prüfung"), QStringLiteral("Datenbank prüfen")) {
     t.multiLine = t.readOnly = true;
@@ -68,14 +77,9 @@ void PA_Prüfung::ok_Click() {
 bool PA_Prüfung::checkData() {
     Progress progress(koben, QStringLiteral("Die Daten werden geprüft ..."), 100);
     auto found = Daten_pruefen(m_db, koben, [&](int percent) { return progress.step(percent / 2); });
-    auto rows =
-        found ? Verlauf_pruefen(m_db, [&](int percent) { return progress.step(50 + percent / 2); }) : std::nullopt;
+    auto rows = found ? Verlauf_pruefen(koben, m_db, [&](int percent) { return progress.step(50 + percent / 2); })
+                      : std::nullopt;
     if (!rows) return false;
-    const QString noted = RunState(koben.platform, koben.Datenordner).get(Noted);
-    if (rows->art == Pruefbefund::Art::Fremd && rows->merkmal == noted.section(u' ', 0, 0)) {
-        rows->art = Pruefbefund::Art::InOrdnung;
-        rows->satz += QStringLiteral(" Zur Kenntnis genommen am %1.").arg(noted.section(u' ', 1));
-    }
     m_findings = std::move(*found);
     m_findings.push_back(std::move(*rows));
     return true;

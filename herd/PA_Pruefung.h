@@ -36,6 +36,9 @@ private:
     std::vector<Pruefbefund> m_findings;
 };
 
+/// The rows against the journal; what the user has taken note of is in order.
+std::optional<Pruefbefund> Verlauf_pruefen(Koben& koben, const Database& db, const CycleProgress& go);
+
 /// Looks at every page of the database. "" where it is whole, otherwise what to do in the user's words; nothing where
 /// it was given up. What was found goes to the log of errors.
 std::optional<QString> Seiten_pruefen(Koben& koben, Check check);
