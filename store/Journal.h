@@ -54,6 +54,11 @@ public:
         QString table;
         qint64 row = 0;
     };
+    /// How long entries are kept, and how much.
+    struct Keeping {
+        int years = 2;
+        int megabytes = 200;
+    };
     /// A row that stands otherwise than the newest entry that touched it left it, and so was written by other hands.
     struct Departure {
         struct Cell {
@@ -65,11 +70,6 @@ public:
         /// Deleted: it is not there any more; Inserted: it is there again; else `cells` tell what differs.
         RowChange::Kind kind = RowChange::Kind::Changed;
         std::vector<Cell> cells = {};
-    };
-    /// How long entries are kept, and how much.
-    struct Keeping {
-        int years = 2;
-        int megabytes = 200;
     };
 
     explicit Journal(const Database& database) : m_connection(database.m_connection) {}
@@ -97,12 +97,6 @@ public:
 
     /// Hands out the changed rows of an entry one after the other; `row` lives until the next. False of `on` ends it.
     void read(qint64 number, const std::function<bool(const RowChange& row)>& on) const;
-    /// A value of a row that was read, in the type of its field.
-    static Value typed(const Value& kept, Type type);
-    /// All rows that stand otherwise than their newest entry left them, in fields of the user's own; by table and row.
-    /// What no entry tells, and what was before an entry without states, is left out, and so are tables without a
-    /// counter, whose rows have no lasting number. Nothing where it was given up.
-    std::optional<std::vector<Departure>> departures(const Roles& roles, const FileProgress& go = {}) const;
     /// Fields of the animals whose bookings the entry touched, as they were before it: by animal and field.
     std::map<qint64, std::map<QString, Value>> companions(qint64 number) const;
 
@@ -119,6 +113,12 @@ public:
     /// Removes what is older than is to be kept, or more than it may take up, the oldest first; never an entry that one
     /// that stays took back.
     void trim(QDate today) const;
+    /// A value of a row that was read, in the type of its field.
+    static Value typed(const Value& kept, Type type);
+    /// All rows that stand otherwise than their newest entry left them, in fields of the user's own; by table and row.
+    /// What no entry tells, and what was before an entry without states, is left out, and so are tables without a
+    /// counter, whose rows have no lasting number. Nothing where it was given up.
+    std::optional<std::vector<Departure>> departures(const Roles& roles, const FileProgress& go = {}) const;
     /// For measurements: without it nothing is gathered on this file from now on.
     void setOn(bool on) const;
 
