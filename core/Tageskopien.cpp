@@ -108,8 +108,12 @@ public:
             m_done = true;
             m_changed.notify_all();
         });
-        std::unique_lock lock(m_mutex);
-        m_changed.wait_for(lock, Patience, [this] { return m_done; });
+        bool done = false;
+        {
+            std::unique_lock lock(m_mutex);
+            done = m_changed.wait_for(lock, Patience, [this] { return m_done; });
+        }
+        if (done) wait();
     }
 
     void wait() {
@@ -124,7 +128,12 @@ private:
         const auto otherAtWork = [&] { return !job.alone && Ordnersperre::held(job.folder); };
         for (auto waited = 0ms; otherAtWork() && waited < OthersPatience; waited += Pause)
             std::this_thread::sleep_for(Pause);
-        const QString said = Tageskopie_machen(job.database, job.folder, job.day);
+        QString said;
+        try {
+            said = Tageskopie_machen(job.database, job.folder, job.day);
+        } catch (const std::exception&) {
+            said = failure(programFault());
+        }
         said.isEmpty() ? static_cast<void>(QFile::remove(job.note)) : write(job.note, said);
     }
 

@@ -172,6 +172,7 @@ public:
         }
         if (auto* plots = dynamic_cast<PA_Grafiken*>(&form)) turn(*plots);
         if (auto* animal = dynamic_cast<PB_Neues_Schwein*>(&form); animal && animal->comlebenslauf.visible()) {
+            take(form, form.name() + QStringLiteral("_Aendern"));
             animal->t[3].setText(QStringLiteral("hinkt"));
             animal->ok.click();
             return;
