@@ -5,6 +5,7 @@
 #include "app/Katalog.h"
 #include "app/Musterbetrieb.h"
 #include "core/ErrorLog.h"
+#include "core/Tageskopien.h"
 #include "forms/Form.h"
 #include "ui/Application.h"
 #include "ui/DataFolder.h"
@@ -50,6 +51,7 @@ int run(ui::Application& application, ui::WindowScreens& screens, Platform& plat
         application.onFailure = [&](const QString& cause) { screens.failed(mishap(cause)); };
         const auto form = katalog().make(QStringLiteral("PA_Koben"), koben);
         koben.run(*form);
+        Tageskopie_abwarten();  // while the platform holds the lock of the copies
         application.onFailure = nullptr;
         return 0;
     } catch (const DatabaseError& error) {

@@ -1,11 +1,16 @@
 #include "core/Datenpruefung.h"
 
+#include <QCryptographicHash>
 #include <QSet>
 #include <algorithm>
 
 #include "core/Aktionsnamen.h"
+#include "core/Feldnamen.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
+#include "core/Ruecknahmeregeln.h"
+#include "core/Wurfnummern.h"
+#include "store/Journal.h"
 
 namespace koben {
 namespace {
@@ -171,12 +176,95 @@ Pruefbefund derivedStatus(const Database& db) {
     return told(db, QStringLiteral("Status der Sauen"), differences);
 }
 
+Pruefbefund litterNumbers(const Database& db) {
+    Pruefbefund found{.was = QStringLiteral("Nummern der Würfe"),
+                      .satz = QStringLiteral("Die Würfe sind der Reihe nach nummeriert.")};
+    const std::vector<qint64> animals = misnumbered(db);
+    if (animals.empty()) return found;
+    found.art = Pruefbefund::Art::Wuerfe;
+    found.satz =
+        animals.size() == 1
+            ? QStringLiteral("Bei einem Tier sind die Würfe nicht der Reihe nach nummeriert.")
+            : QStringLiteral("Bei %1 Tieren sind die Würfe nicht der Reihe nach nummeriert.").arg(animals.size());
+    for (const qint64 animal : animals) {
+        if (found.zeilen.size() == Beispiele) break;
+        if (const QString name = nameOf(db, animal); !name.isEmpty()) found.zeilen += name;
+    }
+    return found;
+}
+
+// ------------------------------------------------------------------------------------------- rows against the journal
+
+/// What a row is to the user: "Sau 101", "Belegung vom 03.05.2026 (Sau 101)"; of other tables table and number.
+QString rowName(const Database& db, const QString& table, qint64 row) {
+    const QString number = QStringLiteral("Nr. %1").arg(row);
+    if (table == Regeln::Tiere) {
+        const QString name = nameOf(db, row);
+        return name.isEmpty() ? QStringLiteral("Tier ") + number : name;
+    }
+    for (const Artangaben& kind : Buchungsarten) {
+        if (table != utf8(kind.table)) continue;
+        const Table booking =
+            db.table(QStringLiteral("select %1, Kennung from %2 where ID = %3").arg(utf8(kind.date), table).arg(row));
+        if (booking.rowCount() == 0) return utf8(kind.noun) + u' ' + number;
+        const QString owner = nameOf(db, booking.integer(0, 1));
+        return QStringLiteral("%1 vom %2").arg(utf8(kind.noun), booking.text(0, 0)) +
+               (owner.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(owner));
+    }
+    return fieldLabel({}, table) + u' ' + number;
+}
+
+/// "Sau 101: Stallnr / Box D7, von KOBEN geschrieben D1"
+QString told(const Database& db, const Journal::Departure& departure) {
+    const QString name = rowName(db, departure.table, departure.row);
+    if (departure.kind == RowChange::Kind::Deleted) return name + QStringLiteral(": fehlt");
+    if (departure.kind == RowChange::Kind::Inserted)
+        return name + QStringLiteral(": in KOBEN gelöscht, aber wieder da");
+    QStringList cells;
+    for (const auto& [field, left, present] : departure.cells)
+        cells += QStringLiteral("%1 %2 statt %3")
+                     .arg(fieldLabel(departure.table, field), fieldText(departure.table, field, present),
+                          fieldText(departure.table, field, left));
+    return name + QStringLiteral(": ") + cells.join(QStringLiteral(", "));
+}
+
+QString merkmalOf(const std::vector<Journal::Departure>& departures) {
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    const auto add = [&](const QString& text) { hash.addData(text.toUtf8() + '\0'); };
+    for (const Journal::Departure& each : departures) {
+        add(each.table + u' ' + QString::number(each.row) + u' ' + QString::number(static_cast<int>(each.kind)));
+        for (const auto& cell : each.cells) add(cell.field), add(cell.present.toText());
+    }
+    return QString::fromLatin1(hash.result().toHex().left(16));
+}
+
 }  // namespace
+
+std::optional<Pruefbefund> Verlauf_pruefen(const Database& db, const CycleProgress& go) {
+    Pruefbefund found{.was = QStringLiteral("Eingaben und Verlauf"),
+                      .satz = QStringLiteral("Alles steht so da, wie KOBEN es zuletzt geschrieben hat.")};
+    const auto departures = Journal(db).departures(Regeln::role, go);
+    if (!departures) return std::nullopt;
+    if (departures->empty()) return found;
+    found.art = Pruefbefund::Art::Fremd;
+    found.satz = (departures->size() == 1
+                      ? QStringLiteral("Ein Eintrag steht anders da, als KOBEN ihn zuletzt geschrieben hat.")
+                      : QStringLiteral("%1 Einträge stehen anders da, als KOBEN sie zuletzt geschrieben hat.")
+                            .arg(departures->size())) +
+                 QStringLiteral(" Ein anderes Programm hat die Datei geändert.");
+    found.merkmal = merkmalOf(*departures);
+    for (const Journal::Departure& each : *departures) {
+        if (found.zeilen.size() == Beispiele) break;
+        found.zeilen += told(db, each);
+    }
+    return found;
+}
 
 std::optional<std::vector<Pruefbefund>> Daten_pruefen(const Database& db, const Variablen& v, const CycleProgress& go) {
     const std::function<Pruefbefund()> steps[] = {
         [&] { return bookingsWithoutAnimal(db); }, [&] { return bookingsWithoutDay(db); },
-        [&] { return numbersTwice(db); }, [&] { return derivedValues(db, v); }, [&] { return derivedStatus(db); }};
+        [&] { return numbersTwice(db); },          [&] { return litterNumbers(db); },
+        [&] { return derivedValues(db, v); },      [&] { return derivedStatus(db); }};
     std::vector<Pruefbefund> findings;
     for (const auto& step : steps) {
         if (!goesOn(go, static_cast<int>(100 * findings.size() / std::size(steps)))) return std::nullopt;
@@ -194,6 +282,13 @@ bool Neu_ableiten(const Action& action, const Variablen& v, const CycleProgress&
     for (const auto purpose : {ChangeLog::Purpose::Values, ChangeLog::Purpose::Status}) ChangeLog(db, purpose).forget();
     return Werte_berechnen(db, v, [&](int percent) { return goesOn(go, percent * 7 / 10); }) &&
            statussetzen(db, [&](int percent) { return goesOn(go, 70 + percent * 3 / 10); });
+}
+
+qint64 Wuerfe_neu_nummerieren(const Action& action) {
+    const std::vector<qint64> animals = misnumbered(action.database());
+    Wurfnummern litters(action.database());
+    for (const qint64 animal : animals) litters.number(animal);
+    return static_cast<qint64>(animals.size());
 }
 
 qint64 Buchungen_ohne_Tier_loeschen(const Action& action) {

@@ -28,6 +28,11 @@ QString Ordnersperre::hindernis(const QString& folder) {
     return {};
 }
 
+bool Ordnersperre::held(const QString& folder) {
+    Ordnersperre probe;
+    return QFileInfo::exists(lockOf(folder)) && hindernis(folder).isEmpty() && !probe.nehmen(folder);
+}
+
 bool Ordnersperre::nehmen(const QString& folder) { return m_lock.take(lockOf(folder)); }
 
 }  // namespace koben

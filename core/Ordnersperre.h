@@ -14,6 +14,9 @@ public:
     bool nehmen(const QString& folder);
     void loslassen() { m_lock.release(); }
 
+    /// Whether somebody holds the folder now; false also where nothing can be written there.
+    static bool held(const QString& folder);
+
     /// Why the lock file of a folder cannot be taken, although no running program holds it: a whole German sentence
     /// with what to do. "" where it can, or where a program holds it.
     static QString hindernis(const QString& folder);

@@ -15,4 +15,8 @@ private:
     Statement m_litters, m_update;
 };
 
+/// The animals whose litters bear other numbers than they would get, ascending. Those whose litters bear none at all,
+/// as the barn device books them, are left out: they get theirs with the next booking.
+std::vector<qint64> misnumbered(const Database& db);
+
 }  // namespace koben

@@ -25,7 +25,7 @@ constexpr qint64 untoldRoom = 8'000'000'000;  // bytes, where the free ones are 
 constexpr size_t mostFiles = 100'000;
 constexpr int mostKept = 5;
 // shares of the work
-constexpr double unpacked = 0.4, checked = 0.6, kept = 0.95;
+constexpr double unpacked = 0.4, checked = 0.6, kept = 0.95, half = 0.5;
 
 bool isDatabase(const QString& name) { return name.compare(DatabaseName, Qt::CaseInsensitive) == 0; }
 
@@ -194,7 +194,12 @@ bool takeBackup(Koben& koben, const QString& zip, const FileExchange& exchange, 
 /// The same of the copy of a day, which is a database alone; each of its pages is looked at.
 bool takeCopy(Workspace& workspace, const QString& copy, const QString& database, const ShareDone& go) {
     judged(copy, [&] { return Workspace::rowCounts(copy); });
-    return workspace.copy(copy, database, [&](int percent) { return !go || go(percent / 100.0); });
+    const auto heard = [](const ShareDone& share) {
+        return [share](int percent) { return !share || share(percent / 100.0); };
+    };
+    const auto found = judged(copy, [&] { return workspace.check(copy, Check::Full, heard(part(go, 0, half))); });
+    if (found && !found->isEmpty()) throw ZipFault(copy, QStringLiteral("Die Datenbank darin ist beschädigt"));
+    return found && workspace.copy(copy, database, heard(part(go, half, 1)));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "core/PZ_Koben_Subs.h"
 #include "core/Tageskopien.h"
 #include "exchange/S_Datensicherung_neu.h"
+#include "forms/RunState.h"
 
 namespace koben {
 
@@ -106,6 +107,7 @@ void S_Datensicherung_neu::weiter_backuprettung_Click() {
                                      "treten: %1. Das Programm wird nun beendet. Bitte beheben Sie die Ursache; der "
                                      "nächste Programmstart holt es nach.")
                           .arg(left));
+    RunState(koben.platform, koben.Datenordner).setRunning(false);  // it ends as it should
     koben.end();
 }
 

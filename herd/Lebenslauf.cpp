@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "core/Buchungen.h"
+#include "core/Feldnamen.h"
 #include "core/PZ_Koben_Subs.h"
 #include "core/Ruecknahmeregeln.h"
 
@@ -69,6 +70,7 @@ const std::vector<Angabe> Angaben[] = {
      {"Kommentar", "Kommentar"},
      {"Bemerkung", "Bemerkung"}}};
 
+const std::vector<Angabe> Ohne;
 const std::vector<Angabe> Zugang{{"Zugangsgrund", "Grund"},
                                  {"Lieferant", "Lieferant"},
                                  {"Zugangsgewicht_kg", "Gewicht", "kg"},
@@ -81,6 +83,20 @@ const std::vector<Angabe> Box{{"Stallnr", "Stall"}};
 
 /// What stands on one day: arrival before, departure behind what was booked on it.
 enum Rang { Geboren, Gekommen, Umgestallt, Gebucht, Geaendert, Gegangen };
+
+/// What a day in the animal's own row tells, with what was written beside it.
+struct Lebenstag {
+    const char* field;
+    Rang rank;
+    const char* what;
+    const std::vector<Angabe>& fields;
+};
+const Lebenstag Tage[] = {{"Geburtsdatum", Geboren, "Geburt", Ohne},
+                          {"Zugangsdatum", Gekommen, "Zugang", Zugang},
+                          {"BoxDatum", Umgestallt, "In Box gestellt", Box},
+                          {"Abgangsdatum", Gegangen, "Abgang", Abgang}};
+
+const QString Leer = QStringLiteral("leer");
 
 QString utf8(const char* text) { return QString::fromUtf8(text); }
 
@@ -107,21 +123,19 @@ QString details(const Table& rows, int row, const std::vector<Angabe>& fields) {
 
 class Leben {
 public:
-    Leben(const Database& db, qint64 animal, const std::vector<Aenderung>& changes) : m_db(db), m_animal(animal) {
-        for (const Aenderung& each : changes) {
+    Leben(const Database& db, qint64 animal, const std::vector<Aenderung>& changes)
+        : m_db(db), m_animal(animal), m_changes(changes) {
+        for (const Aenderung& each : changes)
             if (each.what == Aenderung::What::Added) m_added.insert(key(each.table, each.row), each.when);
-            if (each.table.compare(u"Sauen", Qt::CaseInsensitive) == 0) addChange(each);
-        }
     }
 
     std::vector<Lebensereignis> read() {
         const Table animal = m_db.table(QStringLiteral("select * from Sauen where ID = %1").arg(m_animal));
         if (animal.rowCount() == 0) return {};
         const QString number = Hochkomma_ersetzen(animal.text(0, animal.columnOf(u"Nummer")));
-        addRowDay(animal, u"Geburtsdatum", Geboren, QStringLiteral("Geburt"), {});
-        addRowDay(animal, u"Zugangsdatum", Gekommen, QStringLiteral("Zugang"), Zugang);
-        addRowDay(animal, u"BoxDatum", Umgestallt, QStringLiteral("In Box gestellt"), Box);
-        addRowDay(animal, u"Abgangsdatum", Gegangen, QStringLiteral("Abgang"), Abgang);
+        for (const Lebenstag& day : Tage) addRowDay(animal, day);
+        for (const Aenderung& each : m_changes)
+            if (each.what == Aenderung::What::Changed && !tellsOtherwise(animal, each)) addChange(each);
         for (int kind = 0; kind < static_cast<int>(std::size(Buchungsarten)); ++kind) addBookings(kind, number);
         if (animal.text(0, animal.columnOf(u"Art")) == u"Eber") addServed(number);
         std::stable_sort(m_events.begin(), m_events.end(), [](const Event& a, const Event& b) {
@@ -140,12 +154,32 @@ private:
     static QString key(const QString& table, qint64 row) { return table.toLower() + u' ' + QString::number(row); }
     QDateTime written(const QString& table, qint64 row) const { return m_added.value(key(table, row)); }
 
-    void addRowDay(const Table& animal, QStringView field, Rang rank, const QString& what,
-                   const std::vector<Angabe>& fields) {
-        const QDate day = animal.value(0, animal.columnOf(field)).toDate();
-        if (!day.isValid()) return;
-        const QDateTime when = rank == Gekommen ? written(QStringLiteral("Sauen"), m_animal) : QDateTime();
-        m_events.push_back({{static_cast<qint32>(day.toJulianDay()), what, details(animal, 0, fields), when}, rank});
+    static QDate dayOf(const Table& animal, const Lebenstag& day) {
+        return animal.value(0, animal.columnOf(utf8(day.field))).toDate();
+    }
+
+    void addRowDay(const Table& animal, const Lebenstag& day) {
+        const QDate date = dayOf(animal, day);
+        if (!date.isValid()) return;
+        QDateTime when = day.rank == Gekommen ? written(QStringLiteral("Sauen"), m_animal) : QDateTime();
+        for (const Aenderung& each : m_changes)
+            if (each.field == utf8(day.field)) when = each.when;
+        m_events.push_back(
+            {{static_cast<qint32>(date.toJulianDay()), utf8(day.what), details(animal, 0, day.fields), when},
+             day.rank});
+    }
+
+    /// What was first filled in beside a day stands with that day. The kind of service is a boar's; the entry screen
+    /// writes it for every animal.
+    static bool tellsOtherwise(const Table& animal, const Aenderung& change) {
+        if (change.field == u"Belegungsart" && animal.text(0, animal.columnOf(u"Art")) != u"Eber") return true;
+        if (change.before != Leer) return false;
+        return std::any_of(std::begin(Tage), std::end(Tage), [&](const Lebenstag& day) {
+            const auto same = [&](const Angabe& each) { return change.field == utf8(each.field); };
+            return dayOf(animal, day).isValid() &&
+                   (change.field == utf8(day.field) ||
+                    (day.rank != Umgestallt && std::any_of(day.fields.begin(), day.fields.end(), same)));
+        });
     }
 
     /// Her own, and those of the farm's lists of piglets that name her as the mother.
@@ -184,50 +218,72 @@ private:
     }
 
     void addChange(const Aenderung& change) {
-        if (change.row != m_animal || change.what != Aenderung::What::Changed) return;
-        const auto shown = [](const QString& text) { return text.isEmpty() ? QStringLiteral("leer") : text; };
-        m_events.push_back(
-            {{static_cast<qint32>(change.when.date().toJulianDay()), QStringLiteral("Änderung"),
-              QStringLiteral("%1: %2, vorher %3").arg(change.field, shown(change.after), shown(change.before)),
-              change.when},
-             Geaendert});
+        const bool move = change.field == u"Stallnr";
+        const QString told = !move ? QStringLiteral("%1: %2, vorher %3")
+                                         .arg(fieldLabel(change.table, change.field), change.after, change.before)
+                             : change.before == Leer ? QStringLiteral("nach ") + change.after
+                             : change.after == Leer  ? QStringLiteral("aus ") + change.before
+                                                    : QStringLiteral("von %1 nach %2").arg(change.before, change.after);
+        m_events.push_back({{static_cast<qint32>(change.when.date().toJulianDay()),
+                             move ? QStringLiteral("Umstallung") : QStringLiteral("Änderung"), told, change.when},
+                            Geaendert});
     }
 
     const Database& m_db;
     const qint64 m_animal;
+    const std::vector<Aenderung>& m_changes;
     QHash<QString, QDateTime> m_added;
     std::vector<Event> m_events;
 };
 
 QDateTime momentOf(const DateTime& time) { return {time.date(), QTime::fromMSecsSinceStartOfDay(time.second * 1000)}; }
 
-/// What an entry of the journal did to the animal's row, or that it wrote one of a booking.
-void addRow(std::vector<Aenderung>& found, const RowChange& row, qint64 animal, const QDateTime& when) {
-    const bool own = *row.table == Regeln::Tiere;
-    if (own && row.row != animal) return;
-    if (row.kind == RowChange::Kind::Inserted) found.push_back({*row.table, row.row, when, Aenderung::What::Added});
-    if (row.kind != RowChange::Kind::Changed || !own) return;
-    for (const RowChange::Cell& cell : row.cells) {
-        const QString& field = row.fields->at(cell.field);
-        if (Regeln::role(*row.table, field) == Journal::Role::Own)
-            found.push_back({*row.table, row.row, when, Aenderung::What::Changed, field,
-                             Hochkomma_ersetzen(cell.before), Hochkomma_ersetzen(cell.after)});
+/// Gathers what entries of the journal did to the animal's row, and that they wrote one of a booking.
+class Aenderungen {
+public:
+    Aenderungen(const Database& db, qint64 animal) : m_animal(animal) {
+        for (const Field& field : db.fields(Regeln::Tiere)) m_types.insert(field.name, field.type);
     }
-}
+
+    void add(const RowChange& row, const QDateTime& when) {
+        const bool own = *row.table == Regeln::Tiere;
+        if (own && row.row != m_animal) return;
+        if (row.kind == RowChange::Kind::Inserted) found.push_back({*row.table, row.row, when, Aenderung::What::Added});
+        if (row.kind != RowChange::Kind::Changed || !own) return;
+        for (const RowChange::Cell& cell : row.cells) addCell(row, cell, when);
+    }
+
+    std::vector<Aenderung> found;
+
+private:
+    void addCell(const RowChange& row, const RowChange::Cell& cell, const QDateTime& when) {
+        const QString& field = row.fields->at(cell.field);
+        if (Regeln::role(*row.table, field) != Journal::Role::Own) return;
+        const auto text = [&](const Value& kept) {
+            return fieldText(*row.table, field, Journal::typed(kept, m_types.value(field, Type::Text)));
+        };
+        const QString before = text(cell.before), after = text(cell.after);
+        if (before != after)  // nothing and a blank, or 0, are the same to the eye
+            found.push_back({*row.table, row.row, when, Aenderung::What::Changed, field, before, after});
+    }
+
+    const qint64 m_animal;
+    QHash<QString, Type> m_types;
+};
 
 }  // namespace
 
 std::vector<Aenderung> Aenderungen_lesen(const Database& db, qint64 animal, QDate until) {
-    std::vector<Aenderung> found;
+    Aenderungen all(db, animal);
     const Journal journal(db);
     for (const qint64 number : journal.ofAnimal(animal)) {
         const auto entry = journal.entry(number);
         if (!entry || !entry->known || !entry->counts() || entry->kind != Journal::Kind::Action) continue;
         const QDateTime when = momentOf(entry->time);
         if (until.isValid() && when.date() > until) continue;
-        journal.read(number, [&](const RowChange& row) { return addRow(found, row, animal, when), true; });
+        journal.read(number, [&](const RowChange& row) { return all.add(row, when), true; });
     }
-    return found;
+    return std::move(all.found);
 }
 
 std::vector<Lebensereignis> Lebenslauf_lesen(const Database& db, qint64 animal, const std::vector<Aenderung>& changes) {

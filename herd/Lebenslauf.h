@@ -14,8 +14,8 @@ struct Aenderung {
     qint64 row = 0;  ///< ID in the table
     QDateTime when;
     enum class What { Added, Changed, Removed } what = What::Changed;
-    QString field = {};  ///< of a change; "" otherwise
-    QString before = {}, after = {};
+    QString field = {};               ///< of a change; "" otherwise
+    QString before = {}, after = {};  ///< in the user's words, "leer" for nothing
 };
 
 struct Lebensereignis {

@@ -14,7 +14,11 @@ namespace koben {
 
 namespace {
 
-const QString CopyTrouble = QStringLiteral("Tageskopie");
+/// What became of the last copy of a day, among the user's own files.
+QString copyNote(Koben& koben) {
+    return koben.platform.userFolder() + RunState(koben.platform, koben.Datenordner).name() +
+           QStringLiteral("_Tageskopie.txt");
+}
 
 /// The folder for copies outside of this machine, as the backup screen keeps it; "" for none.
 QString copiesFolder(const QString& folder) {
@@ -51,10 +55,10 @@ QStringList Protokolle_aufheben(const QString& database, QDate today) {
 
 QString Neueste_Kopie(const QString& folder) {
     QFileInfoList found;
-    for (const QString& place : {folder, copiesFolder(folder)})
+    for (const QString& place : {folder, copiesFolder(folder), Tageskopienordner(folder)})
         if (!place.isEmpty())
             found += QDir(place).entryInfoList(
-                {QStringLiteral("koben20_backup_*.zip"), QStringLiteral("koben2.$$$"), QStringLiteral("koben2*.mdb")},
+                {QStringLiteral("koben20_backup_*.zip"), QStringLiteral("koben2.$$$"), QStringLiteral("koben2?*.mdb")},
                 QDir::Files);
     const auto newest = std::max_element(found.begin(), found.end(), [](const QFileInfo& a, const QFileInfo& b) {
         return a.lastModified() < b.lastModified();
@@ -91,24 +95,19 @@ QString Fragliches_Datum(QDate last, QDate today) {
              Datum_als_Anzeige(last));
 }
 
+/// From here on another start may have the data folder: this run holds the folder of the copies instead.
 void Tageskopie_ablegen(Koben& koben) {
-    RunState state(koben.platform, koben.Datenordner);
-    state.setRunning(false);  // all that is to come is the copy
-    const QString reason = Tageskopie_machen(koben.workspace, koben.Datenbankpfad, Tageskopienordner(koben.Datenordner),
-                                             koben.platform.now().date());
-    if (!reason.isEmpty()) state.set(CopyTrouble, reason);
+    RunState(koben.platform, koben.Datenordner).setRunning(false);  // all that is to come is the copy
+    koben.workspace.closeAll();
+    const QString folder = Tageskopienordner(koben.Datenordner);
+    QDir().mkpath(folder);
+    QDir().mkpath(koben.platform.userFolder());
+    Tageskopie_beginnen({koben.Datenbankpfad, folder, koben.platform.now().date(), copyNote(koben),
+                         koben.platform.lockDataFolder(folder)});
 }
 
 QString Fehlende_Tageskopie(Koben& koben) {
-    RunState state(koben.platform, koben.Datenordner);
-    const QString reason = state.get(CopyTrouble);
-    if (reason.isEmpty()) return {};
-    state.set(CopyTrouble, QString());
-    return QStringLiteral(
-               "Beim letzten Beenden konnte die Kopie des Tages nicht in den Ordner %1 geschrieben werden: %2. Bitte "
-               "prüfen Sie dort Platz und Schreibrechte.")
-        .arg(QDir::toNativeSeparators(Tageskopienordner(koben.Datenordner)),
-             reason.endsWith(u'.') ? reason.chopped(1) : reason);
+    return Tageskopie_meldung(Tageskopienordner(koben.Datenordner), copyNote(koben));
 }
 
 }  // namespace koben

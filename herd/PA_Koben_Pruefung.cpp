@@ -27,11 +27,18 @@ void PA_Koben::Seiten_pruefen_nach_Abbruch() {
 /// What the cut-off run may have left between the tables; what it had no time to derive is made up for before.
 void PA_Koben::Daten_pruefen_nach_Abbruch() {
     Progress progress(koben, QStringLiteral("Die Daten werden geprüft ..."), 100);
-    const auto found = Daten_pruefen(m_db, koben, [&](int percent) { return progress.step(percent); });
+    const auto found = Daten_pruefen(m_db, koben, [&](int percent) { return progress.step(percent / 2); });
+    const auto rows = found ? Verlauf_pruefen(koben, m_db, [&](int percent) { return progress.step(50 + percent / 2); })
+                            : std::nullopt;
     if (found && (enthaelt(*found, Pruefbefund::Art::Abgeleitet) || enthaelt(*found, Pruefbefund::Art::OhneTier)))
         m_hinweise += QStringLiteral(
             "KOBEN wurde beim letzten Mal nicht ordentlich beendet, und nicht alle Daten passen zusammen. Was nicht "
             "passt, zeigt und repariert Optionen / Datenbank prüfen.");
+    else if (rows && rows->art == Pruefbefund::Art::Fremd)
+        m_hinweise += QStringLiteral(
+            "KOBEN wurde beim letzten Mal nicht ordentlich beendet, und einige Einträge stehen anders da, als KOBEN "
+            "sie "
+            "geschrieben hat. Welche das sind, zeigt Optionen / Datenbank prüfen.");
 }
 
 void PA_Koben::Fehlerprotokoll_zeigen() {

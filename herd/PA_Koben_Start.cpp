@@ -12,6 +12,7 @@
 #include "core/PZ_Koben_Subs.h"
 #include "core/PZ_Koben_Subs_Datenbank.h"
 #include "core/PrivateFolder.h"
+#include "core/Tageskopien.h"
 #include "core/Tagesstand.h"
 #include "core/Version.h"
 #include "forms/RunState.h"
@@ -81,6 +82,7 @@ void makeDataFolder(const QString& path, const QDir& program) {
 void PA_Koben::Load() {
     setCaption(QStringLiteral("KOBEN ") + Version + QStringLiteral(" - Der Sauenplaner"));
     koben.herdList = this;
+    Tageskopie_abwarten();  // of a run of this process that has ended
     const QString folder = withSeparator(koben.platform.dataFolder());
     // two first starts at once would take each other's draft away
     const QString held = Ordner_existiert(folder) ? folder : folderAbove(folder);

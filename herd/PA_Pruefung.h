@@ -5,8 +5,9 @@
 
 namespace koben {
 
-/// The check of the database on demand: pages, bookings and their animals, what is derived against what is booked.
-/// Tells it in German, and repairs what can be repaired without a loss.
+/// The check of the database on demand: pages, bookings and their animals, what is derived against what is booked, the
+/// rows against the journal. Tells it in German, and repairs what can be repaired without a loss. What another program
+/// has changed the user can take note of: it is no concern any more until something else is changed.
 class PA_Prüfung final : public Form {
 public:
     explicit PA_Prüfung(Koben& koben);
@@ -16,6 +17,7 @@ public:
     TextBox t{*this, "t"};          ///< each of the things that were looked at
     Button ok{*this, "ok", "Neu &prüfen"};
     Button reparieren{*this, "reparieren", "&Reparieren"};
+    Button kenntnis{*this, "kenntnis", "&Zur Kenntnis nehmen"};
     Button listen{*this, "listen", "&Listen"};
     Button hilfe{*this, "hilfe", "&Hilfe"};
     Button beenden{*this, "beenden", "&Schließen"};
@@ -25,12 +27,17 @@ private:
     void FirstShown() override;
     void ok_Click();
     void reparieren_Click();
+    void kenntnis_Click();
+    bool checkData();
     void listen_Click();
     void show(const QString& pages, bool whole);
 
     Database m_db;
     std::vector<Pruefbefund> m_findings;
 };
+
+/// The rows against the journal; what the user has taken note of is in order.
+std::optional<Pruefbefund> Verlauf_pruefen(Koben& koben, const Database& db, const CycleProgress& go);
 
 /// Looks at every page of the database. "" where it is whole, otherwise what to do in the user's words; nothing where
 /// it was given up. What was found goes to the log of errors.

@@ -1,5 +1,6 @@
 #include "herd/PB_Lebenslauf.h"
 
+#include "core/Aktionsnamen.h"
 #include "core/PZ_Koben_Subs.h"
 #include "herd/Lebenslauf.h"
 
@@ -19,8 +20,8 @@ Value moment(const QDateTime& when) {
 PB_Lebenslauf::PB_Lebenslauf(Koben& koben_) : Bericht(koben_, "PB_Lebenslauf", "Lebenslauf") {
     li.addColumn({.key = "datum", .title = "Datum", .sort = Sort::Date});
     li.addColumn({.key = "was", .title = "Was"});
-    li.addColumn({.key = "einzelheiten", .title = "Einzelheiten"});
-    li.addColumn({.key = "geschrieben", .title = "Geschrieben", .sort = Sort::Date});
+    li.addColumn({.key = "einzelheiten", .title = "Einzelheiten", .width = 495});
+    li.addColumn({.key = "geschrieben", .title = "Geschrieben", .width = 140, .sort = Sort::Date});
     li.setHint(QStringLiteral("Was das Tier erlebt hat"));
     ok.onClick = [this] { Liste_ausgeben(koben, li); };
     for (int i = 0; i < nextschwein.count(); ++i) nextschwein[i].onClick = [this, i] { nextschwein_Click(i); };
@@ -51,7 +52,8 @@ void PB_Lebenslauf::showAnimal() {
         li.addValues({each.tag == 0 ? Value() : Value(QDate::fromJulianDay(each.tag)), each.was, each.einzelheiten,
                       moment(each.geschrieben)},
                      each.sau);
-    Label1.setText(QStringLiteral("%1: %2 Einträge, der älteste zuerst.").arg(name).arg(li.rowCount()));
+    Label1.setText(
+        QStringLiteral("%1: %2, der älteste zuerst.").arg(name, counted(li.rowCount(), "Eintrag", "Einträge")));
     if (li.rowCount() > 0) li.setRow(1);
 }
 

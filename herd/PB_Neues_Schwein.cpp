@@ -31,6 +31,8 @@ PB_Neues_Schwein::PB_Neues_Schwein(Koben& context)
     oknächster[0].onClick = [this] { save(2); };
     oknächster[1].onClick = [this] { save(1); };
     standard.onClick = [this] { standard_Click(); };
+    comlebenslauf.setHint("Was das Tier erlebt hat, der Reihe nach");
+    comlebenslauf.onClick = [this] { comlebenslauf_Click(); };
     comhilfe.onClick = [this] { koben.open("PH_Hilfe"); };
     cmdabbrechen.onClick = [this] { cancel(); };
     helpTopic = name();
@@ -93,6 +95,7 @@ void PB_Neues_Schwein::showAnimal() {
         showNew();
     else
         showChanged();
+    comlebenslauf.setVisible(!adding());
     kom0_Click();
     t[0].setFocus();
 }
@@ -145,6 +148,13 @@ void PB_Neues_Schwein::kom0_Click() {
 void PB_Neues_Schwein::calendarOpens(const TextBox& field) {
     const QString day = Datum_ergaenzen(field.text(), koben.Heute);
     calend.setDate(Datum_aus_Text(day.isEmpty() ? koben.Heute : day));
+}
+
+/// The window walks through the herd list, which this one hangs on: the list stands on its animal again afterwards.
+void PB_Neues_Schwein::comlebenslauf_Click() {
+    const int row = koben.herdList ? koben.herdList->herd().row() : 0;
+    koben.open("PB_Lebenslauf");
+    if (!closed() && row > 0 && koben.herdList->herd().row() != row) koben.herdList->herd().setRow(row);
 }
 
 // -------------------------------------------------------------------------------------------------------------- mask

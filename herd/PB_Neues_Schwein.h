@@ -55,6 +55,7 @@ public:
     Button ok{*this, "ok", "&OK"};
     ControlArray<Button> oknächster{*this, "oknächster", {"OK + &Nächster", "OK + &Vorheriger"}};
     Button standard{*this, "standard", "&Standardwerte sichern"};
+    Button comlebenslauf{*this, "comlebenslauf", "&Lebenslauf"};  ///< of the animal that is shown; not of a new one
     Button comhilfe{*this, "comhilfe", "&Hilfe"};
     Button cmdabbrechen{*this, "cmdabbrechen", "&Abbrechen"};
 
@@ -85,6 +86,7 @@ private:
     void goOn(int index) override;
 
     void standard_Click();
+    void comlebenslauf_Click();
     std::vector<TextBox*> maskFields();
 
     std::optional<Recordset> m_row;  // the animal that is shown, while it is shown

@@ -74,6 +74,18 @@ public:
         int years = 2;
         int megabytes = 200;
     };
+    /// A row that stands otherwise than the newest entry that touched it left it, and so was written by other hands.
+    struct Departure {
+        struct Cell {
+            QString field;
+            Value left, present;  ///< in the type of the field
+        };
+        QString table;
+        qint64 row = 0;
+        /// Deleted: it is not there any more; Inserted: it is there again; else `cells` tell what differs.
+        RowChange::Kind kind = RowChange::Kind::Changed;
+        std::vector<Cell> cells = {};
+    };
 
     explicit Journal(const Database& database) : m_connection(database.m_connection) {}
 
@@ -126,6 +138,12 @@ public:
     /// Removes what is older than is to be kept, or more than it may take up, the oldest first; never an entry that one
     /// that stays took back.
     void trim(QDate today) const;
+    /// A value of a row that was read, in the type of its field.
+    static Value typed(const Value& kept, Type type);
+    /// All rows that stand otherwise than their newest entry left them, in fields of the user's own; by table and row.
+    /// What no entry tells, and what was before an entry without states, is left out, and so are tables without a
+    /// counter, whose rows have no lasting number. Nothing where it was given up.
+    std::optional<std::vector<Departure>> departures(const Roles& roles, const FileProgress& go = {}) const;
     /// For measurements: without it nothing is gathered on this file from now on.
     void setOn(bool on) const;
 

@@ -120,7 +120,7 @@ Piece search(TextBox& model, const QString& placeholder) {
     auto* line = new LineView(model);
     line->setPlaceholderText(placeholder);
     line->setClearButtonEnabled(true);
-    setCharacters(*line, 16, line->fontMetrics().height());
+    setCharacters(*line, std::max(16, static_cast<int>(placeholder.size())), line->fontMetrics().height());
     makeSearchField(*line);
     return {.widget = line};
 }

@@ -1,6 +1,8 @@
 // The herd as of each past day against a herd in which nothing was booked beyond it, over random herds.
 #include "core/Tagesstand.h"
 
+#include <QDir>
+#include <QFile>
 #include <random>
 
 #include "core/Konfig.h"
@@ -61,6 +63,11 @@ private:
             "insert into Sauen (ID, Art, Nummer, Status, Zugangsdatum, Zugangsgewicht_kg, Einkaufspreis, Zugangsgrund, "
             "Lieferant, Abgangsgewicht_kg, Verkaufspreis, Abgangsgrund, Abnehmer) values "
             "(%1, '%2', '%3', '', %4, 0, 0, '', '', 0, 0, '', '')";
+        if (id % 5 == 0)  // fattened: born here, without an arrival
+            return add(arrival, QString("insert into Sauen (ID, Art, Nummer, Status, Geburtsdatum, Anz_Belegungen, "
+                                        "Anz_Ferkelungen) values (%1, 'Mast', 'M%1', '', %2, 0, 0)")
+                                    .arg(id)
+                                    .arg(date(arrival)));
         const QString number = boar ? QString("E%1").arg(id) : QString::number(100 + id);
         add(arrival, row.arg(id).arg(boar ? "Eber" : "Sau", number, date(arrival)));
         int day = arrival + 1;
@@ -73,7 +80,10 @@ private:
             if (between(0, 5) == 0) continue;
             book("Ferkelung", day, id, "Ferkel_Gesamt, Ferkel_Lebendig", QString("%1, %2").arg(14).arg(between(8, 14)));
             book("Verluste", day + between(0, 20), id, "Anzahl_Ferkel, Grund", "1, 'Erdrückt'");
+            book("Verschiebung", day + between(1, 5), id, "Anzahl_Ferkel, Zu_Saunr", "1, '101'");
+            book("Behandlung", day + between(0, 60), id, "Medikament, Wartezeit_Tage", "'Eisen', 20");
             book("Absetzung", day + between(20, 30), id, "Anzahl_Ferkel", "10");
+            book("Ferkelverkauf", day + between(30, 60), between(0, 1) ? id : 0, "Anzahl_Verkauf, Einnahmen", "9, 450");
             day += between(31, 45);
         }
         if (between(0, 2) == 0) {
@@ -111,16 +121,30 @@ QString content(const Database& db) {
     return all;
 }
 
+/// What no day is told of: it is as it is now on every day.
+void changeToday(Hof& farm) {
+    farm.sql("update Sauen set Stallnr = 'neu', Nummer = Nummer + 'a', Infos = 'x' where ID in (1, 2, 6, 10)");
+    Buchungen_loeschen(farm.db, 4);
+    farm.sql("delete from Sauen where ID = 4");
+    farm.sql("insert into Termine (Terminart) values ('Impfen')");
+}
+
 TEST(Tagesstand, EqualsAHerdBookedUpToThatDay) {
     for (unsigned seed = 1; seed <= 3; ++seed) {
         Zufallsbetrieb farm(seed);
         Hof now;
         farm.enter(now, 2 * Days);
+        changeToday(now);
+        Werte_berechnen(now.db, farm.settings());
+        statussetzen(now.db);
         const QString before = content(now.db);
-        for (int i = 0; i < 4; ++i) {
-            const int day = farm.between(0, Days);
+        for (int i = 0; i < 3; ++i) {
+            const int day = i == 0 ? Days + 30 : farm.between(0, Days);  // one that is still to come
             Hof then;
             farm.enter(then, day);
+            changeToday(then);
+            Werte_berechnen(then.db, farm.settings());
+            statussetzen(then.db);
             const QTemporaryDir folder;
             const auto view = now.workspace.view(
                 now.path(), folder.filePath("v.mdb"), "nur ansehen", [&](Database& copy, const FileProgress&) {
@@ -143,15 +167,41 @@ TEST(Tageskopien, KeepsSevenDaysAndFourWeeks) {
     for (int back = 60; back >= 0; --back) {
         const QDate day = today.addDays(-back);
         if (day.dayOfWeek() == 7) continue;
-        ASSERT_EQ(Tageskopie_machen(farm.workspace, farm.path(), folder, day), QString());
+        ASSERT_EQ(Tageskopie_machen(farm.path(), folder, day), QString());
     }
     QStringList days;
     for (const QString& name : Tageskopien(folder)) days += Tageskopietag(name).toString("dd.MM.");
     EXPECT_EQ(days.join(' '), "13.06. 20.06. 27.06. 04.07. 08.07. 09.07. 10.07. 11.07. 13.07. 14.07. 15.07.");
     EXPECT_EQ(Workspace::rowCounts(folder + Tageskopien(folder).last()), Workspace::rowCounts(farm.path()));
     // a copy that cannot be made leaves the earlier one
-    EXPECT_NE(Tageskopie_machen(farm.workspace, farm.folder() + "/fehlt.mdb", folder, today), QString());
-    EXPECT_EQ(Tageskopien(folder).size(), 11);
+    const QString torn = farm.folder() + "/kaputt.mdb";
+    ASSERT_TRUE(QFile::copy(folder + Tageskopien(folder).last(), torn));
+    QFile file(torn);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(file.size() / 2) && file.write(QByteArray(8192, 'x')) > 0);
+    file.close();
+    for (const QString& source : {farm.folder() + "/fehlt.mdb", torn}) {
+        const QString said = Tageskopie_machen(source, folder, today);
+        EXPECT_TRUE(said.startsWith("Beim letzten Beenden wurde keine Kopie des Tages gemacht")) << said.toStdString();
+        EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 11);
+        EXPECT_EQ(Workspace::rowCounts(folder + Tageskopien(folder).last()), Workspace::rowCounts(farm.path()));
+    }
+}
+
+/// What a run that was cut off in it leaves, and what goes with the next copy.
+TEST(Tageskopien, OneThatWasCutOffIsToldOnce) {
+    Hof farm;
+    const QString folder = Tageskopienordner(farm.folder() + "/daten/"), note = farm.folder() + "/notiz.txt";
+    ASSERT_TRUE(QDir().mkpath(folder) && QFile::copy(farm.path(), folder + "koben2_77.neu"));
+    const Tageskopieauftrag job{farm.path(), folder, QDate(2026, 7, 15), note};
+    for (const bool works : {false, true}) {
+        Tageskopieauftrag each = job;
+        if (!works) each.database += "fehlt";
+        Tageskopie_beginnen(each);
+        Tageskopie_abwarten();
+        EXPECT_EQ(Tageskopie_meldung(folder, note).isEmpty(), works);
+        EXPECT_EQ(Tageskopie_meldung(folder, note), QString());
+        EXPECT_EQ(QDir(folder).entryList(QDir::Files), works ? QStringList("koben2_2026-07-15.mdb") : QStringList());
+    }
 }
 
 }  // namespace

@@ -23,6 +23,7 @@
 #include "figures/PA_Grafiken.h"
 #include "forms/Stammdaten.h"
 #include "herd/PA_Koben.h"
+#include "herd/PB_Neues_Schwein.h"
 #include "order/PO_Bestellschein.h"
 #include "output/PA_Zwischenliste.h"
 #include "plans/PB_Arbeitsplan.h"
@@ -75,6 +76,9 @@ const char* const plainForms[] = {"PB_Neues_Schwein",
                                   "PB_Statistiken",
                                   "PB_Gruppierungen",
                                   "PB_Logiktest",
+                                  "PB_Lebenslauf",
+                                  "PA_Verlauf",
+                                  "PA_Prüfung",
                                   "PB_Selektieren",
                                   "PB_Stallnr",
                                   "PV_Bestandsdaten",
@@ -168,6 +172,12 @@ public:
             take(form, form.name() + QStringLiteral("_Ergebnis"));
         }
         if (auto* plots = dynamic_cast<PA_Grafiken*>(&form)) turn(*plots);
+        if (auto* animal = dynamic_cast<PB_Neues_Schwein*>(&form); animal && animal->comlebenslauf.visible()) {
+            take(form, form.name() + QStringLiteral("_Aendern"));
+            animal->t[3].setText(QStringLiteral("hinkt"));
+            animal->ok.click();
+            return;
+        }
         if (list && list->gridli.explain) explain(list->gridli);
         if (auto* backup = dynamic_cast<S_Datensicherung_neu*>(&form)) {
             backup->kon_backupkonzept.setChecked(true);
@@ -199,7 +209,7 @@ private:
         for (const auto* control : window->leftOver())
             std::printf("%s: %s hat keinen Platz im Layout\n", qUtf8Printable(name),
                         qUtf8Printable(control->address()));
-        name.replace(QStringLiteral("ä"), QStringLiteral("ae"));
+        name.replace(QStringLiteral("ä"), QStringLiteral("ae")).replace(QStringLiteral("ü"), QStringLiteral("ue"));
         const QString path = QStringLiteral("%1/%2_%3.png").arg(m_folder, name, m_variant);
         if (window->grab().save(path)) ++m_pictures;
     }
@@ -248,6 +258,8 @@ private:
         take(herd, QStringLiteral("PA_Koben_Sauen"));
         herd.comdrucken.click();
         Koben& koben = herd.koben;
+        change(herd);
+        lookBack(herd);
         for (const char* name : plainForms) {
             koben.Buchungsmodus = QStringLiteral("Neu");
             koben.open(QString::fromUtf8(name));
@@ -255,6 +267,22 @@ private:
         }
         koben.open(QStringLiteral("PE_Bewegungsdaten"));
         koben.open(QStringLiteral("PO_Update"));  // replaces the herd
+    }
+
+    /// Something for the history, the life story and the check to tell.
+    static void change(PA_Koben& herd) {
+        herd.koben.Buchungsmodus = QStringLiteral("Ändern");
+        herd.koben.open(QStringLiteral("PB_Neues_Schwein"));
+        herd.settle();
+        for (const char* sql : {"update Sauen set Infos = 'von fremder Hand' where Infos = 'hinkt'",
+                                "update Sauen set Anz_Belegungen = 99 where ID = 3"})
+            herd.koben.Hauptdatenbank.execute(QString::fromUtf8(sql));
+    }
+
+    void lookBack(PA_Koben& herd) {
+        herd.Stand_zeigen(QStringLiteral("01.05.2026"));
+        take(herd, QStringLiteral("PA_Koben_Stand"));
+        herd.Stand_zeigen(QStringLiteral("heute"));
     }
 
     void visitFrom(PE_Bewegungsdaten& frame) {

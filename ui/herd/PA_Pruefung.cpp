@@ -4,6 +4,6 @@
 
 LAYOUT(PA_Prüfung) {
     return column({label(form.Label1), text(form.t),
-                   buttons({button(form.hilfe)},
-                           {button(form.reparieren), button(form.listen), button(form.ok), button(form.beenden)})});
+                   buttons({button(form.hilfe)}, {button(form.kenntnis), button(form.reparieren), button(form.listen),
+                                                  button(form.ok), button(form.beenden)})});
 }

@@ -11,7 +11,7 @@ LAYOUT(PB_Neues_Schwein) {
                         field(bez[6], text(form.t[2], 24)), field(bez[7], date(form.tdat[0], form.calender[0])),
                         field(bez[8], combo(form.kom[3], 24)), field(bez[9], text(form.t[3], 36)),
                         field(bez[20], combo(form.kom[4], 6))}),
-                check(form.konstatus), check(form.konamme), spring()});
+                check(form.konstatus), row({check(form.konamme), spring(), button(form.comlebenslauf)}), spring()});
     const Piece arrival =
         group(form.rahmen[1], fields({field(bez[10], date(form.tdat[1], form.calender[1])),
                                       field(bez[11], text(form.tz[0], 12)), field(bez[12], text(form.tz[1], 12)),
