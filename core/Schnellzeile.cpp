@@ -97,9 +97,10 @@ bool takes(const Field& field, const Word& word) {
 /// Puts the values of one line into the fields of its kind.
 class Werte {
 public:
-    Werte(Schnellzeile& line, const QString& heute)
+    Werte(Schnellzeile& line, const QString& heute, QDate day)
         : m_line(line),
           m_heute(heute),
+          m_day(day),
           m_fields(schnellart(*line.kind).fields),
           m_texts(m_fields.size()),
           m_passed(m_fields.size()) {}
@@ -154,7 +155,8 @@ private:
         std::vector<Word> parts;
         bool first = true;
         for (const Word& word : m_words) {
-            const QStringList numbers = word.text.split(u'/');
+            const bool open = word.text.size() > 1 && word.text.endsWith(u'/');
+            const QStringList numbers = (open ? word.text.chopped(1) : word.text).split(u'/');
             const bool litter =
                 first && !word.quoted && numbers.size() > 1 && std::all_of(numbers.begin(), numbers.end(), isDigits);
             if (!litter) {
@@ -162,6 +164,7 @@ private:
                 continue;
             }
             first = false;
+            if (open) problem(QStringLiteral("Hinter „%1“ fehlt eine Zahl.").arg(word.text));
             if (numbers.size() > 3 || (numbers.size() == 3 && !sums(numbers[0], numbers[1], numbers[2])))
                 problem(QStringLiteral("„%1“: lebend und tot ergeben nicht gesamt.").arg(word.text));
             for (const QString& number : numbers) parts.push_back({number});
@@ -409,7 +412,7 @@ private:
         if (m_line.kind == Buchungsart::Ferkelung) settleLitter();
         tellLeft();
         const QDate today = Datum_aus_Text(m_heute);
-        if (!m_line.day.isValid()) m_line.day = today;
+        if (!m_line.day.isValid()) m_line.day = m_day.isValid() ? m_day : today;
         if (m_line.day > today) m_line.note = QStringLiteral("Der Tag kommt erst noch.");
         if (m_line.day < today.addYears(-1)) m_line.note = QStringLiteral("Der Tag liegt über ein Jahr zurück.");
         for (size_t i = 0; i < m_fields.size(); ++i) {
@@ -445,6 +448,7 @@ private:
 
     Schnellzeile& m_line;
     const QString& m_heute;
+    const QDate m_day;  // of a line without one
     const std::vector<Field>& m_fields;
     std::vector<Word> m_words;
     std::vector<QString> m_texts;  // by field
@@ -457,7 +461,8 @@ private:
 /// Reads one line: kind, then animals before it and values behind it.
 class Reader {
 public:
-    Reader(const std::vector<Schnelltier>& herd, const QString& heute) : m_animals(herd), m_heute(heute) {}
+    Reader(const std::vector<Schnelltier>& herd, const QString& heute, QDate day)
+        : m_animals(herd), m_heute(heute), m_day(day) {}
 
     Schnellzeile read(const QString& line) {
         m_words = Schnellworte(line);
@@ -475,7 +480,7 @@ public:
         m_animals.take({m_words.begin(), kind}, m_line.kind && *m_line.kind != Buchungsart::Behandlung);
         adopt();
         if (m_line.animals.empty() && m_line.problems.isEmpty()) problem(QStringLiteral("Es fehlt das Tier."));
-        if (m_line.kind) Werte(m_line, m_heute).take({kind + 1, m_words.end()});
+        if (m_line.kind) Werte(m_line, m_heute, m_day).take({kind + 1, m_words.end()});
         return m_line;
     }
 
@@ -560,6 +565,7 @@ private:
 
     Schnelltierwahl m_animals;
     const QString& m_heute;
+    const QDate m_day;
     std::vector<Word> m_words;
     Schnellzeile m_line;
 };
@@ -571,8 +577,16 @@ QString withDay(QDate day) {
 
 }  // namespace
 
-Schnellzeile Schnellzeile_lesen(const QString& line, const std::vector<Schnelltier>& herd, const QString& heute) {
-    return Reader(herd, heute).read(line);
+Schnellzeile Schnellzeile_lesen(const QString& line, const std::vector<Schnelltier>& herd, const QString& heute,
+                                QDate day) {
+    return Reader(herd, heute, day).read(line);
+}
+
+QDate Schnelltag_lesen(const QString& line, const QString& heute) {
+    const std::vector<Word> words = Schnellworte(line);
+    if (words.size() == 1) return words.front().quoted ? QDate() : plainDay(words.front().text, heute);
+    const bool said = words.size() == 2 && (sameWord(words[0].text, u"am") || sameWord(words[0].text, u"vom"));
+    return said ? dayOf(words[1].text, heute) : QDate();
 }
 
 /// "Sau 123", "die 4 Sauen 40, 41, 42 und 43"

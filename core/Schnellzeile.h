@@ -79,6 +79,10 @@ private:
 /// number that no field takes is a day of the month as the date fields have it. FELD=WERT names the field, and so does
 /// its name before the value, or before the day at the end of the line all names behind theirs; "-" passes one, quotes
 /// hold blanks together. What could be two things is neither: the sentence says how to write either.
-Schnellzeile Schnellzeile_lesen(const QString& line, const std::vector<Schnelltier>& herd, const QString& heute);
+/// `day` is that of a line without one, today where it is invalid.
+Schnellzeile Schnellzeile_lesen(const QString& line, const std::vector<Schnelltier>& herd, const QString& heute,
+                                QDate day = {});
+/// The day of a line that says nothing else ("gestern", "am 14.7."), as the head of a list; invalid for others.
+QDate Schnelltag_lesen(const QString& line, const QString& heute);
 
 }  // namespace koben
