@@ -1,7 +1,10 @@
 #pragma once
 // The animals that the beginning of a line names: "123", "40-43,45", "40 bis 43", "Sau 12 und 13", "markierte".
+#include <QStringList>
+#include <functional>
+
+#include "core/Schnelltier.h"
 #include "core/Schnellworte.h"
-#include "core/Schnellzeile.h"
 
 namespace koben {
 

@@ -2,21 +2,14 @@
 // The quick entry: a line such as "123 f 14/1 gestern" read as a booking, and the German sentence that says what it
 // would book. Pure: it knows the animals that it is given, and writes nothing.
 #include <QDate>
-#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "core/Buchungen.h"
+#include "core/Schnelltier.h"
 
 namespace koben {
-
-/// An animal that a line can name, as the herd list has it.
-struct Schnelltier {
-    qint64 id = 0;
-    QString number, art;
-    bool gone = false, marked = false;
-};
 
 /// A field of a kind's entry screen, as a line can fill it. The fields of a kind stand in the order of the screen.
 struct Schnellfeld {

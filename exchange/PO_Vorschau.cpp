@@ -55,14 +55,14 @@ std::optional<DateTime> exported(const Koben& koben) {
 PO_Vorschau::PO_Vorschau(Koben& koben_) : Form(koben_, "PO_Vorschau", "Vorschau auf den Import") {
     koneindatum.setChecked(true);
     koneindatum.onClick = [this] { judge(), show(); };
-    li.addColumn({.key = "nehmen", .title = "Einlesen", .width = 70});
-    li.addColumn({.key = "nummer", .title = "Nummer", .width = 80});
-    li.addColumn({.key = "tier", .title = "Tier", .width = 120});
-    li.addColumn({.key = "datum", .title = "Datum", .width = 90, .sort = Sort::Date});
-    li.addColumn({.key = "art", .title = "Buchung", .width = 110});
-    li.addColumn({.key = "angaben", .title = "Angaben", .width = 270});
-    li.addColumn({.key = "urteil", .title = "Urteil", .width = 130});
-    li.addColumn({.key = "grund", .title = "Grund", .width = 330});
+    li.addColumn({.key = "nehmen", .title = "Einlesen", .width = 64});
+    li.addColumn({.key = "nummer", .title = "Nummer", .width = 70});
+    li.addColumn({.key = "tier", .title = "Tier", .width = 110});
+    li.addColumn({.key = "datum", .title = "Datum", .width = 80, .sort = Sort::Date});
+    li.addColumn({.key = "buchung", .title = "Buchung", .width = 95});
+    li.addColumn({.key = "angaben", .title = "Angaben", .width = 230});
+    li.addColumn({.key = "urteil", .title = "Urteil", .width = 125});
+    li.addColumn({.key = "grund", .title = "Grund", .width = 440});
     li.addColumn({.key = "nr", .title = {}, .technical = true});
     li.setHint("Buchungen der Datei");
     li.onResized = [this](int) { koben.saveWidths(li, Widths); };

@@ -86,8 +86,10 @@ void Widersprueche::note(const RowChange& change, DateTime time) {
     trace.removed.reset();
     if (deleted) {
         trace.animal = before(change, u"Kennung").toInt();
-        trace.removed =
-            Ereignis{.art = *art, .id = change.row, .day = before(change, u"Datum").toDate(), .removed = time};
+        trace.removed = Ereignis{.art = *art,
+                                 .id = change.row,
+                                 .day = QDate::fromString(before(change, u"Datum").toText(), Qt::ISODate),
+                                 .removed = time};
     } else if (inserted ? !trace.before
                         : change.cell(u"Datum") || change.cell(u"Kennung") || change.cell(u"Trächtig")) {
         trace.written = time;
@@ -170,7 +172,7 @@ QString Widersprueche::overtaken(const Geraetebuchung& booking, const Lage& lage
 
 QString Widersprueche::withoutGround(const Geraetebuchung& booking, const Lage& lage) const {
     for (const Ereignis& event : lage.events) {
-        if (!event.removed || *event.removed <= known(booking.day)) continue;
+        if (!event.removed || !event.day.isValid() || *event.removed <= known(booking.day)) continue;
         const qint64 days = event.day.daysTo(booking.day);
         for (const Regel& rule : m_grounds)
             if (rule.coming == booking.section->art && rule.here == event.art && days >= rule.from && days <= rule.to &&

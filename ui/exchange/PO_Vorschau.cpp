@@ -33,7 +33,9 @@ private:
 LAYOUT(PO_Vorschau) {
     const Piece list = grid(form.li, QStringLiteral("Keine Buchungen vom Gerät."));
     new SpaceBar(*list.widget, form.li);
-    return column({row({label(form.Label1) * 1, check(form.koneindatum)}), list * 1, label(form.summe),
+    list.widget->setAccessibleDescription(
+        QStringLiteral("Die Leertaste nimmt die markierten Buchungen oder lässt sie aus."));
+    return column({row({label(form.Label1) * 1, check(form.koneindatum)}) * 0, list * 1, label(form.summe),
                    flow({button(form.übernehmen), button(form.auslassen), button(form.gleiche), button(form.zuordnen)}),
                    buttons({button(form.hilfe)}, {button(form.listen), button(form.ok), button(form.cmdschließen)})});
 }
