@@ -27,7 +27,7 @@ PE_Schnellliste::PE_Schnellliste(Koben& context)
     li.addColumn({.key = QStringLiteral("Zeile"), .title = QStringLiteral("Zeile"), .width = 50});
     li.addColumn({.key = QStringLiteral("Text"), .title = QStringLiteral("Text"), .width = 200});
     li.addColumn({.key = QStringLiteral("Urteil"), .title = QStringLiteral("Urteil"), .width = 60});
-    li.addColumn({.key = QStringLiteral("Buchung"), .title = QStringLiteral("Buchung"), .width = 600});
+    li.addColumn({.key = QStringLiteral("Buchung"), .title = QStringLiteral("Buchung"), .width = 640});
     einfügen.onClick = [this] { einfügen_Click(); };
     datei.onClick = [this] { datei_Click(); };
     ok[0].onClick = [this] { Als_eine_Aktion(); };

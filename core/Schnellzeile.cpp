@@ -443,7 +443,10 @@ private:
         const bool words = std::any_of(m_left.begin(), m_left.end(), [](const QString& w) { return !looksNumeric(w); });
         problem(QStringLiteral("Für „%1“ ist kein Feld mehr da.")
                     .arg(all.size() > longest ? all.left(longest) + QStringLiteral("...") : all) +
-                (words ? QStringLiteral(" Mehrere Wörter für ein Feld stehen in Anführungszeichen.") : QString()));
+                (words ? QStringLiteral(" Mehrere Wörter für ein Feld stehen in Anführungszeichen.") : QString()) +
+                (m_line.kind == Buchungsart::Ferkelung && m_texts[0].isEmpty()
+                     ? QStringLiteral(" Gesamt und tot schreiben sich 14/1.")
+                     : QString()));
     }
 
     Schnellzeile& m_line;

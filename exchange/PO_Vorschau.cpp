@@ -1,6 +1,7 @@
 #include "exchange/PO_Vorschau.h"
 
 #include <QFile>
+#include <QHash>
 #include <algorithm>
 #include <map>
 #include <numeric>
@@ -19,8 +20,30 @@ namespace {
 const QString Widths = QStringLiteral("po_vorschau");
 constexpr const char* Verdicts[] = {"Widerspruch", "Nummer unbekannt", "neu", "doppelt", "unvollständig"};
 
-/// What is booked, in the words of the file's fields; what says nothing is left out.
-QString angaben_Text(const Geraetebuchung& booking) {
+/// How a field is called in the list; comments and remarks speak for themselves.
+QString called(const Geraetefeld& field) {
+    static const QHash<QString, QString> names{{"Ebernr", "Eber"},
+                                               {"Belegungart", "Art"},
+                                               {"Belegungsstation", "Station"},
+                                               {"Ferkel_Gesamt", "gesamt"},
+                                               {"Ferkel_Lebendig", "lebend"},
+                                               {"Ferkel_Tot", "tot"},
+                                               {"Stück_Gewicht_kg", "kg je Stück"},
+                                               {"Gesamtgewicht_kg", "kg gesamt"},
+                                               {"Anzahl_Ferkel", "Ferkel"},
+                                               {"Zu_Saunr", "zu Sau"},
+                                               {"Kommentar", ""},
+                                               {"Bemerkung", ""},
+                                               {"Behandlungsart", ""},
+                                               {"Medikament", ""},
+                                               {"Einheit", ""},
+                                               {"Verabreichungsart", ""}};
+    const QString name = QString::fromUtf8(field.column);
+    return names.value(name, QString(name).replace(u'_', u' '));
+}
+
+/// What is booked; what says nothing is left out.
+QString detailsOf(const Geraetebuchung& booking) {
     QStringList parts;
     for (size_t i = 0; i < booking.section->fields.size(); ++i) {
         const Geraetefeld& field = booking.section->fields[i];
@@ -28,7 +51,7 @@ QString angaben_Text(const Geraetebuchung& booking) {
         const bool number = field.kind != Geraetewert::Text && field.kind != Geraetewert::Service &&
                             field.kind != Geraetewert::Check && field.kind != Geraetewert::Day;
         if (given.trimmed().isEmpty() || (number && Zahl_aus_Text(QString(given)) == 0)) continue;
-        parts += QString::fromUtf8(field.column).replace(u'_', u' ') + u' ' + given;
+        parts += (called(field) + u' ' + given).trimmed();
     }
     if (!booking.pen().isEmpty()) parts += QStringLiteral("in Stall ") + booking.pen();
     return parts.join(QStringLiteral(", "));
@@ -61,7 +84,7 @@ PO_Vorschau::PO_Vorschau(Koben& koben_) : Form(koben_, "PO_Vorschau", "Vorschau 
     li.addColumn({.key = "datum", .title = "Datum", .width = 80, .sort = Sort::Date});
     li.addColumn({.key = "buchung", .title = "Buchung", .width = 95});
     li.addColumn({.key = "angaben", .title = "Angaben", .width = 230});
-    li.addColumn({.key = "urteil", .title = "Urteil", .width = 125});
+    li.addColumn({.key = "urteil", .title = "Urteil", .width = 140});
     li.addColumn({.key = "grund", .title = "Grund", .width = 440});
     li.addColumn({.key = "nr", .title = {}, .technical = true});
     li.setHint("Buchungen der Datei");
@@ -140,7 +163,7 @@ QString PO_Vorschau::grund(size_t booking) const {
         case Urteil::Widerspruch:
             return m_reasons[booking];
         case Urteil::Unbekannt:
-            return QStringLiteral("Das Tier %1 gibt es hier nicht. Beim Einlesen wird gefragt, ob es angelegt wird.")
+            return QStringLiteral("%1 gibt es hier nicht. Beim Einlesen wird gefragt, ob die Sau angelegt wird.")
                 .arg(unknownNumber(booking));
         case Urteil::Doppelt:
             return QStringLiteral(
@@ -190,7 +213,7 @@ void PO_Vorschau::show() {
             const Geraetebuchung& booking = m_file->bookings()[place];
             li.addValues({QString(), booking.number(), tier(place),
                           booking.day.isValid() ? Value(booking.day) : Value(booking.fields[1]),
-                          QString::fromUtf8(angaben(booking.section->art).caption), angaben_Text(booking), QString(),
+                          QString::fromUtf8(angaben(booking.section->art).caption), detailsOf(booking), QString(),
                           QString(), static_cast<qint64>(place)},
                          std::max<qint64>(m_whole.entries[place].animal, 0));
         }

@@ -100,6 +100,7 @@ TEST(Schnellzeile, LinesSayWhatIsMissingOrWrong) {
                                 "123 v erdrückt 2|Schreiben Sie „am 2“ oder „Ferkel=2“.",
                                 "123 t -|„-“ kann nein heißen",
                                 "123 f 14 13 2|schreiben Sie „am 2“",
+                                "123 f 14-1|Gesamt und tot schreiben sich 14/1.",
                                 "123 f 14/15|Mehr tote Ferkel als gesamt.",
                                 "123 f 40000|Für „40000“ ist kein Feld",
                                 "123 f 14 tot=1 tot=2|„tot“ steht zweimal da.",
