@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "core/Aktionsnamen.h"
+#include "core/PZ_Koben_Subs.h"
 #include "core/Textdatei.h"
 #include "forms/Schnellbuchung.h"
 #include "store/Action.h"
@@ -13,7 +14,7 @@ namespace koben {
 namespace {
 
 constexpr qint64 LargestFile = 1'000'000;
-const QString Good = QStringLiteral("gut"), Wrong = QStringLiteral("falsch");
+const QString Good = QStringLiteral("gut"), Wrong = QStringLiteral("falsch"), Head = QStringLiteral("Tag");
 
 }  // namespace
 
@@ -26,7 +27,7 @@ PE_Schnellliste::PE_Schnellliste(Koben& context)
     li.addColumn({.key = QStringLiteral("Zeile"), .title = QStringLiteral("Zeile"), .width = 50});
     li.addColumn({.key = QStringLiteral("Text"), .title = QStringLiteral("Text"), .width = 200});
     li.addColumn({.key = QStringLiteral("Urteil"), .title = QStringLiteral("Urteil"), .width = 60});
-    li.addColumn({.key = QStringLiteral("Buchung"), .title = QStringLiteral("Buchung"), .width = 600});
+    li.addColumn({.key = QStringLiteral("Buchung"), .title = QStringLiteral("Buchung"), .width = 640});
     einfügen.onClick = [this] { einfügen_Click(); };
     datei.onClick = [this] { datei_Click(); };
     ok[0].onClick = [this] { Als_eine_Aktion(); };
@@ -69,18 +70,26 @@ void PE_Schnellliste::datei_Click() {
     t.edited(textOfAnyEditor(file.readAll()));
 }
 
-const Schnellzeile& PE_Schnellliste::deuten(const QString& line) {
-    auto read = m_read.find(line);
-    if (read == m_read.end()) read = m_read.insert(line, Schnellzeile_lesen(line, m_herd, koben.Heute));
+const Schnellzeile& PE_Schnellliste::deuten(const QString& line, QDate day) {
+    const QString key = line + u'\n' + day.toString(Qt::ISODate);
+    auto read = m_read.find(key);
+    if (read == m_read.end()) read = m_read.insert(key, Schnellzeile_lesen(line, m_herd, koben.Heute, day));
     return *read;
 }
 
+qint64 PE_Schnellliste::Buchungen() const {
+    return std::count_if(m_lines.begin(), m_lines.end(), [](const Zeile& line) { return !line.head.isValid(); });
+}
+
 QString PE_Schnellliste::Urteil(const Zeile& line) const {
+    if (line.head.isValid())
+        return QStringLiteral("Der Tag der Zeilen darunter: ") + Datum_als_Anzeige(line.head) + u'.';
     if (line.read.grammar) return QStringLiteral("Das ist keine Buchung.");
     if (const auto why = m_refused.find(line.text); why != m_refused.end())
         return QStringLiteral("Nicht gebucht. ") + *why;
-    const auto first =
-        std::find_if(m_lines.begin(), m_lines.end(), [&](const Zeile& l) { return l.text == line.text; });
+    const auto first = std::find_if(m_lines.begin(), m_lines.end(), [&](const Zeile& l) {
+        return !l.head.isValid() && l.text == line.text && l.read.day == line.read.day;
+    });
     const QString twice = first != m_lines.end() && first->number != line.number
                               ? QStringLiteral(" Dieselbe Zeile steht schon in Zeile %1.").arg(first->number)
                               : QString();
@@ -90,15 +99,25 @@ QString PE_Schnellliste::Urteil(const Zeile& line) const {
 void PE_Schnellliste::prüfen() {
     m_lines.clear();
     int number = 0;
+    QDate day;
     for (const QString& line : t.text().split(u'\n')) {
         ++number;
-        if (const QString text = line.simplified(); !text.isEmpty()) m_lines.push_back({number, text, deuten(text)});
+        const QString text = line.simplified();
+        if (text.isEmpty()) continue;
+        const QDate head = Schnelltag_lesen(text, koben.Heute);
+        if (head.isValid()) day = head;
+        m_lines.push_back({number, text, head, head.isValid() ? Schnellzeile() : deuten(text, day)});
     }
-    const auto good = std::count_if(m_lines.begin(), m_lines.end(), [](const Zeile& l) { return l.read.ready(); });
+    const auto booking = [](const Zeile& line) { return !line.head.isValid() && line.read.ready(); };
+    const auto good = std::count_if(m_lines.begin(), m_lines.end(), booking);
     li.clearRows();
     for (const Zeile& line : m_lines)
-        li.addRow({QString::number(line.number), line.text, line.read.ready() ? Good : Wrong, Urteil(line)});
-    const auto all = static_cast<qint64>(m_lines.size());
+        li.addRow({QString::number(line.number), line.text,
+                   line.head.isValid() ? Head
+                   : booking(line)     ? Good
+                                       : Wrong,
+                   Urteil(line)});
+    const qint64 all = Buchungen();
     urteil.setText(all == 0 ? QStringLiteral("Noch keine Zeilen.")
                             : QStringLiteral("%1, davon %2 zu buchen.").arg(counted(all, "Zeile", "Zeilen")).arg(good));
     ok[0].setEnabled(all > 0 && good == all);
@@ -107,9 +126,9 @@ void PE_Schnellliste::prüfen() {
 
 /// Every line or none: the forms' own actions join this one.
 void PE_Schnellliste::Als_eine_Aktion() {
-    Action action(m_db, QStringLiteral("Liste von Buchungen, ") +
-                            counted(static_cast<qint64>(m_lines.size()), "Zeile", "Zeilen"));
+    Action action(m_db, QStringLiteral("Liste von Buchungen, ") + counted(Buchungen(), "Zeile", "Zeilen"));
     for (const Zeile& line : m_lines) {
+        if (line.head.isValid()) continue;
         const Schnellergebnis result = Schnell_buchen(koben, line.read);
         if (result.booked) continue;
         m_refused.insert(line.text, result.reason);
@@ -120,20 +139,26 @@ void PE_Schnellliste::Als_eine_Aktion() {
         return prüfen();
     }
     action.commit();
-    koben.message(counted(static_cast<qint64>(m_lines.size()), "Zeile wurde", "Zeilen wurden") +
-                  QStringLiteral(" gebucht."));
+    koben.message(counted(Buchungen(), "Zeile wurde", "Zeilen wurden") + QStringLiteral(" gebucht."));
     close();
 }
 
 /// What was booked goes from the text; the herd is read anew for what follows, as it is between two bookings by hand.
 void PE_Schnellliste::Zeile_fuer_Zeile() {
     QStringList left;
-    qint64 booked = 0;
+    qint64 booked = 0, refused = 0;
+    QString head;
     m_refused.clear();
     for (const Zeile& line : m_lines) {
+        if (line.head.isValid()) {
+            head = line.text;
+            continue;
+        }
         const Schnellergebnis result = line.read.ready() ? Schnell_buchen(koben, line.read) : Schnellergebnis();
         if (!result.booked) {
+            if (!head.isEmpty()) left.append(std::exchange(head, {}));
             left.append(line.text);
+            ++refused;
             if (!result.reason.isEmpty()) m_refused.insert(line.text, result.reason);
             continue;
         }
@@ -148,7 +173,7 @@ void PE_Schnellliste::Zeile_fuer_Zeile() {
         koben.message(done);
         return close();
     }
-    koben.message(done + u' ' + counted(left.size(), "Zeile steht", "Zeilen stehen") +
+    koben.message(done + u' ' + counted(refused, "Zeile steht", "Zeilen stehen") +
                   QStringLiteral(" noch da, mit dem Grund dahinter."));
 }
 

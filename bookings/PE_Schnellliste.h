@@ -13,7 +13,9 @@ class PE_Schnellliste final : public Form {
 public:
     explicit PE_Schnellliste(Koben& koben);
 
-    Label Label1{*this, "Label1", "Je Zeile eine Buchung, wie in der Schnelleingabe: 123 f 14/1 gestern"};
+    Label Label1{*this, "Label1",
+                 "Je Zeile eine Buchung, wie in der Schnelleingabe: 123 f 14/1. Ein Tag allein gilt für die Zeilen "
+                 "darunter: gestern"};
     TextBox t{*this, "t"};
     Button einfügen{*this, "einfügen", "Aus der &Zwischenablage"};
     Button datei{*this, "datei", "Aus &Datei ..."};
@@ -30,6 +32,7 @@ private:
     struct Zeile {
         int number;
         QString text;
+        QDate head;  ///< of the lines below, where it is no booking but their day
         Schnellzeile read;
     };
 
@@ -37,7 +40,8 @@ private:
     void einfügen_Click();
     void datei_Click();
     void prüfen();
-    const Schnellzeile& deuten(const QString& line);
+    const Schnellzeile& deuten(const QString& line, QDate day);
+    qint64 Buchungen() const;
     QString Urteil(const Zeile& line) const;
     void Als_eine_Aktion();
     void Zeile_fuer_Zeile();
@@ -45,7 +49,7 @@ private:
 
     Database m_db;
     std::vector<Schnelltier> m_herd;
-    QHash<QString, Schnellzeile> m_read;  ///< lines that were read of this herd
+    QHash<QString, Schnellzeile> m_read;  ///< by line and day, of this herd
     QHash<QString, QString> m_refused;    ///< by line, why its form refused it
     std::vector<Zeile> m_lines;
 };

@@ -4,340 +4,253 @@
 #include <algorithm>
 
 #include "core/PZ_Koben_Subs.h"
+#include "core/Schnelltierwahl.h"
 
 namespace koben {
 namespace {
 
 using Field = Schnellfeld;
+using Word = Schnellwort;
 
-struct Token {
-    QString text;
-    bool quoted = false;
-};
+constexpr int MostCount = 32767;
+constexpr int MostDigits = 5;
 
-/// Words by blanks, tabs and semicolons; quotes hold blanks together, also behind a "=".
-std::vector<Token> split(const QString& line) {
-    std::vector<Token> tokens;
-    Token token;
-    bool inside = false;
-    const auto finish = [&] {
-        if (!token.text.isEmpty() || token.quoted) tokens.push_back(token);
-        token = {};
-    };
-    for (const QChar c : line) {
-        if (c == u'"') {
-            inside = !inside;
-            token.quoted = token.quoted || token.text.isEmpty();
-        } else if (!inside && (c.isSpace() || c == u';')) {
-            finish();
-        } else {
-            token.text += c;
-        }
-    }
-    finish();
-    return tokens;
-}
+QStringList listed(const char* words) { return QString::fromUtf8(words).split(u' ', Qt::SkipEmptyParts); }
 
-bool same(QStringView a, QStringView b) { return a.compare(b, Qt::CaseInsensitive) == 0; }
-
-bool isDigits(QStringView text) {
-    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
-}
-
-/// The most that a number of animals can have, so that it is a number still.
-constexpr int MostDigits = 15;
-
-/// A number of an animal as a whole number; nothing where it has other characters.
-std::optional<qint64> numeric(QStringView number) {
-    if (!isDigits(number) || number.size() > MostDigits) return std::nullopt;
-    return number.toLongLong();
-}
+QString nameOf(const Field& field) { return QString::fromUtf8(field.name); }
 
 /// Whether a word calls this kind: its letter, a word of it, or (`front`) the first letters of one.
 bool calls(const Schnellart& art, const QString& word, bool front) {
     constexpr int least = 3;
-    if (!front && same(word, QString::fromUtf8(art.letter))) return true;
-    for (const QString& own : QString::fromUtf8(art.words).split(u' '))
-        if (front ? word.size() >= least && own.startsWith(word, Qt::CaseInsensitive) : same(own, word)) return true;
+    if (!front && sameWord(word, QString::fromUtf8(art.letter))) return true;
+    for (const QString& own : listed(art.words))
+        if (front ? word.size() >= least && own.startsWith(word, Qt::CaseInsensitive) : sameWord(own, word))
+            return true;
     return false;
+}
+
+/// What a word says beside the kind, as FELD=WERT; "" where it is no such word of the kind.
+QString impliedBy(const Schnellart& art, const QString& word) {
+    for (const QString& entry : listed(art.implied))
+        if (sameWord(entry.section(u'=', 0, 0), word)) return entry.section(u'=', 1);
+    return {};
 }
 
 /// All kinds that a word may mean.
 std::vector<Buchungsart> kindsOf(const QString& word) {
     std::vector<Buchungsart> kinds;
-    for (const bool front : {false, true})
+    for (const bool front : {false, true}) {
+        if (front && !kinds.empty()) break;
         for (const Schnellart& art : Schnellarten())
-            if (kinds.empty() || kinds.back() != art.kind)
-                if ((!front || kinds.empty() || calls(art, word, true)) && calls(art, word, front))
-                    kinds.push_back(art.kind);
+            if (calls(art, word, front) || (!front && !impliedBy(art, word).isEmpty())) kinds.push_back(art.kind);
+    }
     return kinds;
 }
 
-/// The day of a word that can be nothing else; invalid for others.
-QDate plainDay(const QString& word, const QString& heute) {
-    const QDate today = Datum_aus_Text(heute);
-    if (same(word, u"heute")) return today;
-    if (same(word, u"gestern")) return today.addDays(-1);
-    if (same(word, u"vorgestern")) return today.addDays(-2);
-    const bool dotted = word.contains(u'.') && isDigits(QString(word).remove(u'.'));
-    return dotted ? Datum_aus_Text(Datum_ergaenzen(word, heute)) : QDate();
+QString kindNames() {
+    QStringList letters;
+    for (const Schnellart& art : Schnellarten())
+        letters.append(QString::fromUtf8(art.letter) + u' ' + QString::fromUtf8(angaben(art.kind).caption));
+    return letters.join(QStringLiteral(", "));
 }
 
-QDate dayOfDigits(const QString& digits, const QString& heute) {
-    return isDigits(digits) ? Datum_aus_Text(Datum_ergaenzen(digits, heute)) : QDate();
+// ------------------------------------------------------------------------------------------------------ single values
+
+QString choiceOf(const Field& field, const QString& word) {
+    for (const QString& choice : listed(field.choices))
+        if (sameWord(choice, word)) return choice;
+    if (QString::fromUtf8(field.choices) != u"J N") return {};
+    static const QStringList yes{"ja", "+", "positiv", "tragend", "trächtig"}, no{"nein", "negativ", "leer", "nicht"};
+    if (yes.contains(word, Qt::CaseInsensitive)) return QStringLiteral("J");
+    return no.contains(word, Qt::CaseInsensitive) ? QStringLiteral("N") : QString();
 }
 
-/// Reads one line; the result grows as the words are taken.
-class Reader {
+bool isCount(QStringView digits) {
+    return isDigits(digits) && digits.size() <= MostDigits && digits.toInt() <= MostCount;
+}
+
+bool fits(const Field& field, const QString& word) {
+    static const QRegularExpression number(QStringLiteral("^\\d{1,12}([,.]\\d{1,4})?$"));
+    const bool minus = field.flags & Field::Negative && word.startsWith(u'-');
+    switch (field.kind) {
+        case Field::Count:
+            return isCount(minus ? QStringView(word).mid(1) : QStringView(word));
+        case Field::Number:
+            return number.match(word).hasMatch();
+        case Field::Choice:
+            return !choiceOf(field, word).isEmpty();
+        default:
+            return !word.isEmpty();
+    }
+}
+
+/// Whether a bare word can go into the field. What looks like a number is no text, but for the number of an animal.
+bool takes(const Field& field, const Word& word) {
+    if (word.quoted) return field.kind == Field::Text;
+    if (isDigits(word.text) && field.flags & Field::Aside) return false;
+    if (field.kind == Field::Text && looksNumeric(word.text) &&
+        !(field.flags & Field::Digits && !word.text.contains(u',') && !word.text.contains(u'/')))
+        return false;
+    return fits(field, word.text);
+}
+
+/// Puts the values of one line into the fields of its kind.
+class Werte {
 public:
-    Reader(const std::vector<Schnelltier>& herd, const QString& heute) : m_herd(herd), m_heute(heute) {}
+    Werte(Schnellzeile& line, const QString& heute, QDate day)
+        : m_line(line),
+          m_heute(heute),
+          m_day(day),
+          m_fields(schnellart(*line.kind).fields),
+          m_texts(m_fields.size()),
+          m_passed(m_fields.size()) {}
 
-    Schnellzeile read(const QString& line) {
-        m_tokens = split(line);
-        m_line.empty = m_tokens.empty();
-        m_line.grammar = !m_line.empty && m_tokens.front().text == u"?";
-        if (m_line.empty || m_line.grammar) return m_line;
-        const size_t at = findKind();
-        for (size_t i = 0; i < at; ++i) takeAnimals(m_tokens[i].text);
-        if (m_line.animals.empty() && m_line.problems.isEmpty()) problem(QStringLiteral("Es fehlt das Tier."));
-        if (m_line.kind) {
-            takeValues(at + 1);
-        } else if (m_line.problems.isEmpty()) {
-            QStringList letters;
-            for (const Schnellart& art : Schnellarten())
-                letters.append(QString::fromUtf8(art.letter) + u' ' + QString::fromUtf8(angaben(art.kind).caption));
-            problem(QStringLiteral("Es fehlt die Art der Buchung: %1.").arg(letters.join(QStringLiteral(", "))));
-        }
-        return m_line;
+    void take(std::vector<Word> words) {
+        m_words = std::move(words);
+        splitUnits();
+        if (m_line.kind == Buchungsart::Ferkelung) sumUpLitter();
+        for (size_t i = 0; m_line.kind == Buchungsart::Trächtigkeit && i + 1 < m_words.size(); ++i)
+            if (sameWord(text(i), u"nicht") && choiceOf(m_fields[0], text(i + 1)) == u"J")
+                m_words.erase(m_words.begin() + static_cast<std::ptrdiff_t>(i) + 1);
+        m_namesFollow = endsWithName();
+        for (size_t i = 0; i < m_words.size();) i += takeAt(i);
+        finish();
     }
 
 private:
     void problem(const QString& sentence) { m_line.problems.append(sentence); }
+    const QString& text(size_t i) const { return m_words[i].text; }
+    bool bare(size_t i) const { return i < m_words.size() && !m_words[i].quoted; }
 
-    // ------------------------------------------------------------------------------------------- kind and animals
+    // ------------------------------------------------------------------------------------------- before the fields
 
-    bool isNumber(const QString& word) const {
-        return std::any_of(m_herd.begin(), m_herd.end(), [&](const Schnelltier& t) { return same(t.number, word); });
-    }
-
-    /// The first word that calls a kind; an animal of that number goes before it at the line's beginning.
-    size_t findKind() {
-        for (size_t i = 0; i < m_tokens.size(); ++i) {
-            const QString& word = m_tokens[i].text;
-            if (m_tokens[i].quoted || (i == 0 && isNumber(word))) continue;
-            const auto kinds = kindsOf(word);
-            if (kinds.empty()) continue;
-            m_line.kind = kinds.front();
-            if (kinds.size() > 1) {
-                QStringList names;
-                for (const Buchungsart kind : kinds) names.append(QString::fromUtf8(angaben(kind).caption));
-                problem(QStringLiteral("„%1“ kann %2 heißen.").arg(word, names.join(QStringLiteral(" oder "))));
-                m_line.kind.reset();
-            }
-            return i;
+    /// "2ml", "7,5kg", "2x" where the kind has such a unit.
+    void splitUnits() {
+        static const QRegularExpression glued(QStringLiteral("^(\\d+(?:[.,]\\d+)?)(\\pL{1,5}|€)$"));
+        std::vector<Word> words;
+        for (const Word& word : m_words) {
+            const auto match = word.quoted ? QRegularExpressionMatch() : glued.match(word.text);
+            const QString unit = match.captured(2);
+            const bool known = match.hasMatch() && std::any_of(m_fields.begin(), m_fields.end(), [&](const Field& f) {
+                                   return listed(f.units).contains(unit, Qt::CaseInsensitive) ||
+                                          (f.kind == Field::Choice && unit.size() > 1 && !choiceOf(f, unit).isEmpty());
+                               });
+            if (known) words.push_back({match.captured(1)});
+            words.push_back(known ? Word{unit} : word);
         }
-        return m_tokens.size();
+        m_words = std::move(words);
     }
 
-    /// Of sows alone, where the kind is one of sows and there are any: a range may have boars between.
-    std::vector<Schnelltier> meant(std::vector<Schnelltier> found) const {
-        const bool sows = !m_line.kind || *m_line.kind != Buchungsart::Behandlung;
-        const auto narrow = [&found](const auto& keep) {
-            if (std::any_of(found.begin(), found.end(), keep))
-                std::erase_if(found, [&](const Schnelltier& t) { return !keep(t); });
-        };
-        narrow([](const Schnelltier& t) { return !t.gone; });
-        if (sows) narrow([](const Schnelltier& t) { return t.art == u"Sau"; });
-        return found;
+    static bool isLitter(const QString& digits) {
+        constexpr int most = 2;
+        return isDigits(digits) && digits.size() <= most;
     }
-
-    std::vector<Schnelltier> select(const std::function<bool(const Schnelltier&)>& wanted) const {
-        std::vector<Schnelltier> found;
-        std::copy_if(m_herd.begin(), m_herd.end(), std::back_inserter(found), wanted);
-        return meant(std::move(found));
-    }
-
-    void add(const std::vector<Schnelltier>& animals) {
-        for (const Schnelltier& animal : animals)
-            if (std::none_of(m_line.animals.begin(), m_line.animals.end(),
-                             [&](const Schnelltier& t) { return t.id == animal.id; }))
-                m_line.animals.push_back(animal);
-    }
-
-    void takeAnimals(const QString& word) {
-        if (isNumber(word)) return takeNumber(word);
-        if (word.size() >= 4 && QStringLiteral("markierte").startsWith(word, Qt::CaseInsensitive)) {
-            const auto marked = select([](const Schnelltier& t) { return t.marked; });
-            if (marked.empty()) problem(QStringLiteral("In der Liste ist kein Tier markiert."));
-            return add(marked);
-        }
-        for (const QString& part : word.split(u',', Qt::SkipEmptyParts))
-            if (!isNumber(part) && part.contains(u'-'))
-                takeRange(part);
-            else
-                takeNumber(part);
-    }
-
-    void takeRange(const QString& part) {
-        const auto from = numeric(part.section(u'-', 0, 0)), to = numeric(part.section(u'-', 1));
-        if (!from || !to || *from > *to) return problem(QStringLiteral("„%1“ ist keine Reihe von Nummern.").arg(part));
-        auto found = select([&](const Schnelltier& t) {
-            const auto number = numeric(t.number);
-            return !t.gone && number && *number >= *from && *number <= *to;
-        });
-        std::stable_sort(found.begin(), found.end(), [](const Schnelltier& a, const Schnelltier& b) {
-            return a.number.toLongLong() < b.number.toLongLong();
-        });
-        if (found.empty()) problem(QStringLiteral("In der Liste steht kein Tier von %1.").arg(part));
-        add(found);
-    }
-
-    /// As the number is written; where none is, by its value ("7" for "007").
-    void takeNumber(const QString& number) {
-        auto found = select([&](const Schnelltier& t) { return same(t.number, number); });
-        if (const auto value = numeric(number); found.empty() && value)
-            found = select([&](const Schnelltier& t) { return numeric(t.number) == value; });
-        if (found.empty()) return problem(unknown(number));
-        if (found.size() > 1)
-            return problem(QStringLiteral("Die Nummer %1 haben %2 Tiere der Liste. Markieren Sie das gemeinte, und "
-                                          "schreiben Sie „markierte“.")
-                               .arg(number)
-                               .arg(found.size()));
-        add(found);
-    }
-
-    QString unknown(const QString& number) const {
-        QStringList like;
-        constexpr int most = 3;
-        for (const Schnelltier& t : m_herd)
-            if (like.size() < most && t.number.startsWith(number, Qt::CaseInsensitive)) like.append(t.number);
-        const QString said = QStringLiteral("Das Tier %1 steht nicht in der Liste.").arg(number);
-        return like.isEmpty() ? said : said + QStringLiteral(" So beginnen: %1.").arg(like.join(QStringLiteral(", ")));
-    }
-
-    // ------------------------------------------------------------------------------------------------ day and values
-
-    void takeValues(size_t from) {
-        m_fields = &schnellart(*m_line.kind).fields;
-        m_texts.resize(m_fields->size());
-        m_tokens.erase(m_tokens.begin(), m_tokens.begin() + static_cast<std::ptrdiff_t>(from));
-        if (m_line.kind == Buchungsart::Ferkelung) sumUpLitter();
-        for (size_t i = 0; i < m_tokens.size(); ++i) {
-            const bool last = i + 1 == m_tokens.size();
-            if (same(m_tokens[i].text, u"am") && !m_tokens[i].quoted && !last)
-                takeDay(m_tokens[++i].text);
-            else
-                takeWord(m_tokens[i]);
-        }
-        if (!m_line.day.isValid()) m_line.day = Datum_aus_Text(m_heute);
-        for (size_t i = 0; i < m_fields->size(); ++i) {
-            const Field& field = (*m_fields)[i];
-            if (!m_texts[i].isEmpty())
-                m_line.values.emplace_back(&field, m_texts[i]);
-            else if (field.flags & Field::Needed)
-                problem(QStringLiteral("Es fehlt: %1.").arg(QString::fromUtf8(field.name)));
-        }
+    static bool sums(const QString& all, const QString& alive, const QString& dead) {
+        return isLitter(all) && isLitter(alive) && isLitter(dead) && all.toInt() == alive.toInt() + dead.toInt();
     }
 
     /// "14/1", and "14 13 1" or "14/13/1" where the sum is right: those born alive follow from the others.
     void sumUpLitter() {
-        std::vector<Token> parts;
-        for (const Token& token : m_tokens) {
-            const QStringList numbers = token.text.split(u'/');
-            if (numbers.size() > 1 &&
-                std::all_of(numbers.begin(), numbers.end(), [](const QString& n) { return isDigits(n); })) {
-                if (numbers.size() > 3 || (numbers.size() == 3 && !sums(numbers[0], numbers[1], numbers[2])))
-                    problem(QStringLiteral("„%1“: lebend und tot ergeben nicht gesamt.").arg(token.text));
-                for (const QString& number : numbers) parts.push_back({number});
+        joinSlashes();
+        std::vector<Word> parts;
+        bool first = true;
+        for (const Word& word : m_words) {
+            const bool open = word.text.size() > 1 && word.text.endsWith(u'/');
+            const QStringList numbers = (open ? word.text.chopped(1) : word.text).split(u'/');
+            const bool litter =
+                first && !word.quoted && numbers.size() > 1 && std::all_of(numbers.begin(), numbers.end(), isDigits);
+            if (!litter) {
+                parts.push_back(word);
+                continue;
+            }
+            first = false;
+            if (open) problem(QStringLiteral("Hinter „%1“ fehlt eine Zahl.").arg(word.text));
+            if (numbers.size() > 3 || (numbers.size() == 3 && !sums(numbers[0], numbers[1], numbers[2])))
+                problem(QStringLiteral("„%1“: lebend und tot ergeben nicht gesamt.").arg(word.text));
+            for (const QString& number : numbers) parts.push_back({number});
+        }
+        m_words = parts;
+        dropThoseAlive();
+    }
+
+    /// The middle one of three numbers where the sum is right; where it may have been meant so, that is said.
+    void dropThoseAlive() {
+        for (size_t i = 0; i + 2 < m_words.size(); ++i)
+            if (sums(text(i), text(i + 1), text(i + 2)) && (i == 0 || !isDigits(text(i - 1)))) {
+                m_words.erase(m_words.begin() + static_cast<std::ptrdiff_t>(i) + 1);
+                return;
+            }
+        if (m_words.size() < 3 || !isLitter(text(0)) || !isLitter(text(1)) || !isLitter(text(2))) return;
+        if (2 * text(1).toInt() <= text(0).toInt()) return;
+        problem(
+            QStringLiteral("„%1 %2 %3“: lebend und tot ergeben nicht gesamt. Ist %3 der Tag, schreiben Sie „am %3“.")
+                .arg(text(0), text(1), text(2)));
+        m_words.erase(m_words.begin() + 2);
+    }
+
+    /// "14 / 1", "14/ 1" and "14 /1".
+    void joinSlashes() {
+        for (size_t i = 0; i + 1 < m_words.size();) {
+            const QString &a = text(i), &b = text(i + 1);
+            const bool joins = bare(i) && bare(i + 1) && isDigits(a.endsWith(u'/') ? a.chopped(1) : a) &&
+                               (a.endsWith(u'/') != b.startsWith(u'/')) &&
+                               (b == u"/" ? i + 2 < m_words.size() && isDigits(text(i + 2))
+                                          : isDigits(b.startsWith(u'/') ? b.mid(1) : b));
+            if (joins) {
+                m_words[i].text += b;
+                m_words.erase(m_words.begin() + static_cast<std::ptrdiff_t>(i) + 1);
             } else {
-                parts.push_back(token);
+                ++i;
             }
         }
-        m_tokens = parts;
-        for (size_t i = 0; i + 2 < m_tokens.size(); ++i)
-            if (sums(m_tokens[i].text, m_tokens[i + 1].text, m_tokens[i + 2].text) &&
-                (i == 0 || !isDigits(m_tokens[i - 1].text))) {
-                m_tokens.erase(m_tokens.begin() + static_cast<std::ptrdiff_t>(i) + 1);
-                break;
-            }
     }
 
-    static bool sums(const QString& all, const QString& alive, const QString& dead) {
-        constexpr int most = 2;  // digits of a litter
-        for (const QString& text : {all, alive, dead})
-            if (!isDigits(text) || text.size() > most) return false;
-        return all.toInt() == alive.toInt() + dead.toInt();
-    }
+    // ------------------------------------------------------------------------------------------- names of fields
 
-    void setDay(QDate day, const QString& word) {
-        if (m_line.day.isValid()) return problem(QStringLiteral("„%1“ wäre ein zweiter Tag.").arg(word));
-        m_line.day = day;
-    }
+    struct Name {
+        size_t field = 0, words = 0;  ///< none where it has no words
+    };
 
-    void takeDay(const QString& word) {
-        QDate day = plainDay(word, m_heute);
-        if (!day.isValid()) day = dayOfDigits(word, m_heute);
-        if (!day.isValid()) return problem(QStringLiteral("„%1“ ist kein Tag.").arg(word));
-        setDay(day, word);
-    }
-
-    void takeWord(const Token& token) {
-        const QString& word = token.text;
-        if (!token.quoted && word == u"-") {
-            ++m_next;
-            return;
+    /// The longest name of a field that begins at a word.
+    Name nameAt(size_t i) const {
+        constexpr size_t longest = 3;
+        for (size_t count = longest; count > 0; --count) {
+            QStringList words;
+            for (size_t k = i; k < i + count && bare(k); ++k) words.append(text(k));
+            if (static_cast<size_t>(words.size()) < count) continue;
+            for (size_t f = 0; f < m_fields.size(); ++f)
+                if (sameWord(nameOf(m_fields[f]), words.join(u' ')) ||
+                    (count == 1 && listed(m_fields[f].also).contains(words.front(), Qt::CaseInsensitive)))
+                    return {f, count};
         }
-        if (const auto equals = word.indexOf(u'='); !token.quoted && equals > 0)
-            return takeNamed(word.left(equals), word.mid(equals + 1));
-        if (const QDate day = token.quoted ? QDate() : plainDay(word, m_heute); day.isValid()) return setDay(day, word);
-        const QDate day = token.quoted ? QDate() : dayOfDigits(word, m_heute);
-        const size_t at = nextFor(token, day.isValid() && !m_line.day.isValid());
-        if (at < m_fields->size()) {
-            m_texts[at] = fitted((*m_fields)[at], word);
-            m_next = at + 1;
-        } else if (day.isValid()) {
-            setDay(day, word);
-        } else {
-            problem(QStringLiteral("Für „%1“ ist kein Feld mehr da.").arg(word));
-        }
+        return {};
     }
 
-    /// The next field that a word fits into. `mayBeDay`: a number of four digits or more is no count then.
-    size_t nextFor(const Token& token, bool mayBeDay) const {
-        constexpr int shortDay = 2;
-        for (size_t i = m_next; i < m_fields->size(); ++i) {
-            const Field& field = (*m_fields)[i];
-            if (!m_texts[i].isEmpty() || field.flags & Field::Derived || field.kind == Field::Day) continue;
-            if (isDigits(token.text) && !token.quoted) {
-                if (field.flags & Field::Aside) continue;
-                if (field.kind == Field::Text && !(field.flags & Field::Digits)) continue;
-                if (field.kind == Field::Count && mayBeDay && token.text.size() > shortDay) return m_fields->size();
-            }
-            if (token.quoted ? field.kind == Field::Text : fits(field, token.text)) return i;
-        }
-        return m_fields->size();
+    /// The field whose unit the word is.
+    std::optional<size_t> unitAt(size_t i) const {
+        for (size_t f = 0; f < m_fields.size(); ++f)
+            if (bare(i) && m_texts[f].isEmpty() && listed(m_fields[f].units).contains(text(i), Qt::CaseInsensitive))
+                return f;
+        return std::nullopt;
     }
 
-    static QString choiceOf(const Field& field, const QString& word) {
-        for (const QString& choice : QString::fromUtf8(field.choices).split(u' '))
-            if (same(choice, word)) return choice;
-        const bool yes = same(word, u"ja"), no = same(word, u"nein");
-        return QString::fromUtf8(field.choices) == u"J N" && (yes || no) ? QString(yes ? u'J' : u'N') : QString();
+    /// Whether the names stand behind their values: "13 lebend 1 tot".
+    bool endsWithName() const {
+        size_t end = m_words.size();
+        while (end > 0 && bare(end - 1) && plainDay(text(end - 1), m_heute).isValid()) --end;
+        for (size_t count = 3; count > 0; --count)
+            if (end > count && nameAt(end - count).words == count)
+                return bare(end - count - 1) && isDigits(text(end - count - 1));
+        return false;
     }
 
-    static bool fits(const Field& field, const QString& word) {
-        static const QRegularExpression number(QStringLiteral("^\\d{1,12}([,.]\\d{1,4})?$"));
-        const bool minus = field.flags & Field::Negative && word.startsWith(u'-');
-        switch (field.kind) {
-            case Field::Count:
-                return isDigits(minus ? QStringView(word).mid(1) : QStringView(word)) && word.size() <= MostDigits;
-            case Field::Number:
-                return number.match(word).hasMatch();
-            case Field::Choice:
-                return !choiceOf(field, word).isEmpty();
-            default:
-                return !word.isEmpty();
-        }
+    void give(size_t at, const Word& word) {
+        const Field& field = m_fields[at];
+        if (!m_texts[at].isEmpty()) return problem(QStringLiteral("„%1“ steht zweimal da.").arg(nameOf(field)));
+        if (word.text.isEmpty()) return problem(QStringLiteral("Hinter „%1“ fehlt der Wert.").arg(nameOf(field)));
+        if (fits(field, word.text)) m_texts[at] = fitted(field, word.text);
+        if (m_texts[at].isEmpty())
+            problem(QStringLiteral("„%1“ passt nicht in das Feld %2.").arg(word.text, nameOf(field)));
     }
 
     QString fitted(const Field& field, const QString& word) const {
@@ -347,26 +260,317 @@ private:
         return field.kind == Field::Text ? word.left(field.width).trimmed() : word;
     }
 
-    void takeNamed(const QString& name, const QString& value) {
-        for (const bool whole : {true, false})
-            for (size_t i = 0; i < m_fields->size(); ++i) {
-                const Field& field = (*m_fields)[i];
-                const QString own = QString::fromUtf8(field.name);
-                if (whole ? !same(own, name) : !own.startsWith(name, Qt::CaseInsensitive)) continue;
-                m_texts[i] = fits(field, value) ? fitted(field, value) : QString();
-                if (m_texts[i].isEmpty()) problem(QStringLiteral("„%1“ passt nicht in das Feld %2.").arg(value, own));
-                return;
-            }
-        problem(QStringLiteral("Ein Feld „%1“ gibt es hier nicht.").arg(name));
+    // --------------------------------------------------------------------------------------------- word by word
+
+    /// Takes what begins at a word; how many words that were.
+    size_t takeAt(size_t i) {
+        if (!bare(i)) return takeWord(i), 1;
+        const bool more = i + 1 < m_words.size();
+        if (more && bare(i + 1) && sayDay(i)) return 2;
+        if (sameWord(text(i), u"davon") || (sameWord(text(i), u"am") && more && sameWord(text(i + 1), u"letzten")))
+            return 1;
+        if (sameWord(text(i), u"letzten") && more && plainDay(text(i + 1), m_heute).isValid()) return 1;
+        const bool number = isDigits(text(i)) || looksNumeric(text(i));
+        if (const auto unit = number ? unitAt(i + 1) : std::nullopt; unit && fits(m_fields[*unit], text(i)))
+            return give(*unit, m_words[i]), 2;
+        if (m_namesFollow && number && bare(i + 1))
+            if (const Name name = nameAt(i + 1); name.words > 0 && fits(m_fields[name.field], text(i)))
+                return give(name.field, m_words[i]), 1 + name.words;
+        if (const Name name = nameAt(i); name.words > 0 && i + name.words < m_words.size()) {
+            const Field& field = m_fields[name.field];
+            if (field.kind == Field::Text || field.kind == Field::Day || fits(field, text(i + name.words)))
+                return give(name.field, m_words[i + name.words]), 1 + name.words;
+        }
+        takeWord(i);
+        return 1;
     }
 
-    const std::vector<Schnelltier>& m_herd;
+    /// "am 3", "am Mo", "vom 16.7."
+    bool sayDay(size_t i) {
+        const QString& word = text(i + 1);
+        if (!sameWord(text(i), u"am")) {
+            const bool before = sameWord(text(i), u"vom") || sameWord(text(i), u"den");
+            if (!before || !dayOf(word, m_heute).isValid()) return false;
+        } else if (sameWord(word, u"letzten")) {
+            return false;
+        }
+        const QDate day = dayOf(word, m_heute);
+        day.isValid() ? setDay(day, word) : problem(QStringLiteral("„%1“ ist kein Tag.").arg(word));
+        return true;
+    }
+
+    void setDay(QDate day, const QString& word) {
+        if (m_line.day.isValid()) return problem(QStringLiteral("„%1“ wäre ein zweiter Tag.").arg(word));
+        m_line.day = day;
+    }
+
+    void takeWord(size_t i) {
+        const Word& word = m_words[i];
+        if (!word.quoted && word.text == u"-") return pass();
+        if (!word.quoted && takeNamed(word.text)) return;
+        if (!word.quoted && takeDotted(word)) return;
+        const QDate day = word.quoted ? QDate() : dayOfDigits(word.text, m_heute);
+        const size_t at = nextFor(word, day.isValid() && !m_line.day.isValid());
+        if (at < m_fields.size()) {
+            m_texts[at] = fitted(m_fields[at], word.text);
+            m_next = at + 1;
+        } else if (const auto skipped = day.isValid() ? skippedFor(word) : std::nullopt) {
+            problem(QStringLiteral("„%1“ kann der Tag sein oder die Angabe %2: Schreiben Sie „am %1“ oder „%2=%1“.")
+                        .arg(word.text, nameOf(m_fields[*skipped])));
+        } else if (day.isValid()) {
+            setDay(day, word.text);
+        } else {
+            m_left.append(word.text);
+        }
+    }
+
+    void pass() {
+        if (m_next < m_fields.size() && QString::fromUtf8(m_fields[m_next].choices) == u"J N")
+            return problem(QStringLiteral("„-“ kann nein heißen: Schreiben Sie j oder n."));
+        if (m_next < m_fields.size()) m_passed[m_next] = true;
+        ++m_next;
+    }
+
+    /// FELD=WERT; also FELD:WERT where there is such a field.
+    bool takeNamed(const QString& word) {
+        const auto equals = word.indexOf(u'='), colon = word.indexOf(u':');
+        const auto at = equals > 0 ? equals : colon;
+        if (at <= 0) return false;
+        const QString name = word.left(at);
+        for (const bool whole : {true, false})
+            for (size_t i = 0; i < m_fields.size(); ++i) {
+                const QString own = nameOf(m_fields[i]);
+                const bool meant =
+                    whole ? sameWord(own, name) || listed(m_fields[i].also).contains(name, Qt::CaseInsensitive)
+                          : own.startsWith(name, Qt::CaseInsensitive);
+                if (meant) return give(i, {word.mid(at + 1)}), true;
+            }
+        if (equals > 0) problem(QStringLiteral("Ein Feld „%1“ gibt es hier nicht.").arg(name));
+        return equals > 0;
+    }
+
+    /// A day, or what was meant for one: it never becomes a text.
+    bool takeDotted(const Word& word) {
+        const QDate day = plainDay(word.text, m_heute);
+        const bool dotted = word.text.contains(u'.') && isDigits(QString(word.text).remove(u'.'));
+        if (!day.isValid() && !dotted) return false;
+        static const QRegularExpression decimal(QStringLiteral("^\\d+\\.\\d+$"));
+        const bool number = decimal.match(word.text).hasMatch();
+        const QString comma = QString(word.text).replace(u'.', u',');
+        if (!day.isValid())
+            problem(QStringLiteral("„%1“ ist kein Tag.").arg(word.text) +
+                    (number ? QStringLiteral(" Eine Kommazahl schreibt sich %1.").arg(comma) : QString()));
+        else if (number && !isRecent(day) && numberIsNext())
+            problem(QStringLiteral("„%1“ kann ein Tag sein oder eine Zahl: Schreiben Sie %1. oder %2.")
+                        .arg(word.text, comma));
+        else
+            setDay(day, word.text);
+        return true;
+    }
+
+    bool isRecent(QDate day) const {
+        constexpr qint64 most = 45;
+        const qint64 ago = day.daysTo(Datum_aus_Text(m_heute));
+        return ago >= 0 && ago <= most;
+    }
+
+    bool numberIsNext() const {
+        for (size_t i = m_next; i < m_fields.size(); ++i)
+            if (m_fields[i].kind == Field::Number && m_texts[i].isEmpty()) return true;
+        return false;
+    }
+
+    /// The next field that a word fits into. `mayBeDay`: a number of four digits or more is no count then.
+    size_t nextFor(const Word& word, bool mayBeDay) const {
+        constexpr int shortDay = 2;
+        for (size_t i = m_next; i < m_fields.size(); ++i) {
+            const Field& field = m_fields[i];
+            if (!m_texts[i].isEmpty() || field.flags & Field::Derived || field.kind == Field::Day) continue;
+            if (!word.quoted && field.kind == Field::Count && mayBeDay && isDigits(word.text) &&
+                word.text.size() > shortDay && !(field.flags & Field::Aside))
+                return m_fields.size();
+            if (takes(field, word)) return i;
+        }
+        return m_fields.size();
+    }
+
+    /// A field of numbers that other words went past: the number may have been meant for it.
+    std::optional<size_t> skippedFor(const Word& word) const {
+        for (size_t i = 0; i < std::min(m_next, m_fields.size()); ++i) {
+            const Field& field = m_fields[i];
+            const bool numbers = field.kind == Field::Count || field.kind == Field::Number;
+            if (numbers && m_texts[i].isEmpty() && !m_passed[i] && !(field.flags & Field::Derived) &&
+                takes(field, word))
+                return i;
+        }
+        return std::nullopt;
+    }
+
+    // --------------------------------------------------------------------------------------------------- the end
+
+    void finish() {
+        if (m_line.kind == Buchungsart::Ferkelung) settleLitter();
+        tellLeft();
+        const QDate today = Datum_aus_Text(m_heute);
+        if (!m_line.day.isValid()) m_line.day = m_day.isValid() ? m_day : today;
+        if (m_line.day > today) m_line.note = QStringLiteral("Der Tag kommt erst noch.");
+        if (m_line.day < today.addYears(-1)) m_line.note = QStringLiteral("Der Tag liegt über ein Jahr zurück.");
+        for (size_t i = 0; i < m_fields.size(); ++i) {
+            if (!m_texts[i].isEmpty())
+                m_line.values.emplace_back(&m_fields[i], m_texts[i]);
+            else if (m_fields[i].flags & Field::Needed)
+                problem(QStringLiteral("Es fehlt: %1.").arg(nameOf(m_fields[i])));
+        }
+    }
+
+    /// Two of the three numbers are enough; the screen reckons those born alive.
+    void settleLitter() {
+        QString &all = m_texts[0], &alive = m_texts[1], &dead = m_texts[2];
+        if (all.isEmpty() && !alive.isEmpty()) all = QString::number(alive.toInt() + dead.toInt());
+        if (!alive.isEmpty() && dead.isEmpty() && alive.toInt() < all.toInt())
+            dead = QString::number(all.toInt() - alive.toInt());
+        if (!alive.isEmpty() && alive.toInt() + dead.toInt() != all.toInt())
+            problem(QStringLiteral("Lebend und tot ergeben nicht gesamt."));
+        else if (dead.toInt() > all.toInt() && !all.isEmpty())
+            problem(QStringLiteral("Mehr tote Ferkel als gesamt."));
+        alive.clear();
+    }
+
+    void tellLeft() {
+        if (m_left.isEmpty()) return;
+        constexpr int longest = 40;
+        const QString all = m_left.join(u' ');
+        const bool words = std::any_of(m_left.begin(), m_left.end(), [](const QString& w) { return !looksNumeric(w); });
+        problem(QStringLiteral("Für „%1“ ist kein Feld mehr da.")
+                    .arg(all.size() > longest ? all.left(longest) + QStringLiteral("...") : all) +
+                (words ? QStringLiteral(" Mehrere Wörter für ein Feld stehen in Anführungszeichen.") : QString()) +
+                (m_line.kind == Buchungsart::Ferkelung && m_texts[0].isEmpty()
+                     ? QStringLiteral(" Gesamt und tot schreiben sich 14/1.")
+                     : QString()));
+    }
+
+    Schnellzeile& m_line;
     const QString& m_heute;
-    std::vector<Token> m_tokens;
-    Schnellzeile m_line;
-    const std::vector<Field>* m_fields = nullptr;
+    const QDate m_day;  // of a line without one
+    const std::vector<Field>& m_fields;
+    std::vector<Word> m_words;
     std::vector<QString> m_texts;  // by field
+    std::vector<bool> m_passed;    // by a "-"
+    QStringList m_left;
     size_t m_next = 0;
+    bool m_namesFollow = false;
+};
+
+/// Reads one line: kind, then animals before it and values behind it.
+class Reader {
+public:
+    Reader(const std::vector<Schnelltier>& herd, const QString& heute, QDate day)
+        : m_animals(herd), m_heute(heute), m_day(day) {}
+
+    Schnellzeile read(const QString& line) {
+        m_words = Schnellworte(line);
+        m_line.empty = m_words.empty();
+        m_line.grammar = !m_line.empty && asksForHelp();
+        if (m_line.empty || m_line.grammar) return m_line;
+        size_t at = findKind();
+        if (at == m_words.size() && splitGlued()) at = findKind();
+        if (at == 0 && m_words.size() > 1 && m_animals.names(m_words[1].text)) {  // "f 123 14/1"
+            std::swap(m_words[0], m_words[1]);
+            at = 1;
+        }
+        const auto kind = m_words.begin() + static_cast<std::ptrdiff_t>(at);
+        if (!m_line.kind && m_line.problems.isEmpty()) return withoutKind();
+        m_animals.take({m_words.begin(), kind}, m_line.kind && *m_line.kind != Buchungsart::Behandlung);
+        adopt();
+        if (m_line.animals.empty() && m_line.problems.isEmpty()) problem(QStringLiteral("Es fehlt das Tier."));
+        if (m_line.kind) Werte(m_line, m_heute, m_day).take({kind + 1, m_words.end()});
+        return m_line;
+    }
+
+private:
+    void problem(const QString& sentence) { m_line.problems.append(sentence); }
+
+    void adopt() {
+        m_line.animals = m_animals.animals();
+        m_line.problems.append(m_animals.problems());
+    }
+
+    bool asksForHelp() const {
+        const Word &first = m_words.front(), &last = m_words.back();
+        return first.text == u"?" || (last.text == u"?" && !last.quoted) ||
+               (m_words.size() == 1 && sameWord(first.text, u"hilfe") && !m_animals.isNumber(first.text));
+    }
+
+    /// The first word that calls a kind; an animal of that number goes before it at the line's beginning.
+    size_t findKind() {
+        for (size_t i = 0; i < m_words.size(); ++i) {
+            const QString word = m_words[i].text;
+            if (m_words[i].quoted || (i == 0 && m_animals.isNumber(word))) continue;
+            const auto kinds = kindsOf(word);
+            if (kinds.empty()) continue;
+            if (kinds.size() > 1) {
+                QStringList names;
+                for (const Buchungsart kind : kinds) names.append(QString::fromUtf8(angaben(kind).caption));
+                problem(QStringLiteral("„%1“ kann %2 heißen.").arg(word, names.join(QStringLiteral(" oder "))));
+                return i;
+            }
+            m_line.kind = kinds.front();
+            return i - sayMore(i);
+        }
+        return m_words.size();
+    }
+
+    /// A word that says more than the kind gives that as a value: "leer", "nicht tragend". How many words go before it.
+    size_t sayMore(size_t at) {
+        QString more = impliedBy(schnellart(*m_line.kind), m_words[at].text);
+        const bool denied =
+            at > 0 && m_line.kind == Buchungsart::Trächtigkeit && sameWord(m_words[at - 1].text, u"nicht");
+        if (denied) more = QStringLiteral("trächtig=N");
+        if (!more.isEmpty()) m_words.insert(m_words.begin() + static_cast<std::ptrdiff_t>(at) + 1, Word{more});
+        if (denied) m_words.erase(m_words.begin() + static_cast<std::ptrdiff_t>(at) - 1);
+        return denied ? 1 : 0;
+    }
+
+    /// "123f 14/1", "123 f14/1", "123f14/1": the kind stands right behind the animal or before its values.
+    bool splitGlued() {
+        static const QRegularExpression glued(QStringLiteral("^(\\d[\\d,-]*)?(\\pL+)(\\d.*)?$"));
+        for (size_t i = 0; i < m_words.size(); ++i) {
+            const auto match = glued.match(m_words[i].text);
+            if (m_words[i].quoted || m_animals.isNumber(m_words[i].text) || !match.hasMatch()) continue;
+            if ((i == 0 && match.captured(1).isEmpty()) || kindsOf(match.captured(2)).size() != 1) continue;
+            std::vector<Word> parts;
+            for (const int part : {1, 2, 3})
+                if (!match.captured(part).isEmpty()) parts.push_back({match.captured(part)});
+            const auto at = m_words.erase(m_words.begin() + static_cast<std::ptrdiff_t>(i));
+            m_words.insert(at, parts.begin(), parts.end());
+            return true;
+        }
+        return false;
+    }
+
+    /// The animals that the line begins with; the next word should have been the kind.
+    Schnellzeile withoutKind() {
+        size_t end = 0;
+        const auto forAnimals = [this](const QString& word) {
+            return m_animals.names(word) || Schnelltierwahl::saysNothing(word);
+        };
+        while (end < m_words.size() && forAnimals(m_words[end].text)) ++end;
+        const bool wrong = end > 0 && end < m_words.size();
+        const auto last = m_words.begin() + static_cast<std::ptrdiff_t>(std::max<size_t>(end, 1));
+        m_animals.take({m_words.begin(), last}, true);
+        adopt();
+        if (wrong)
+            problem(QStringLiteral("„%1“ ist keine Art der Buchung: %2.").arg(m_words[end].text, kindNames()));
+        else if (m_line.problems.isEmpty())
+            problem(QStringLiteral("Es fehlt die Art der Buchung: %1.").arg(kindNames()));
+        return m_line;
+    }
+
+    Schnelltierwahl m_animals;
+    const QString& m_heute;
+    const QDate m_day;
+    std::vector<Word> m_words;
+    Schnellzeile m_line;
 };
 
 QString withDay(QDate day) {
@@ -376,8 +580,16 @@ QString withDay(QDate day) {
 
 }  // namespace
 
-Schnellzeile Schnellzeile_lesen(const QString& line, const std::vector<Schnelltier>& herd, const QString& heute) {
-    return Reader(herd, heute).read(line);
+Schnellzeile Schnellzeile_lesen(const QString& line, const std::vector<Schnelltier>& herd, const QString& heute,
+                                QDate day) {
+    return Reader(herd, heute, day).read(line);
+}
+
+QDate Schnelltag_lesen(const QString& line, const QString& heute) {
+    const std::vector<Word> words = Schnellworte(line);
+    if (words.size() == 1) return words.front().quoted ? QDate() : plainDay(words.front().text, heute);
+    const bool said = words.size() == 2 && (sameWord(words[0].text, u"am") || sameWord(words[0].text, u"vom"));
+    return said ? dayOf(words[1].text, heute) : QDate();
 }
 
 /// "Sau 123", "die 4 Sauen 40, 41, 42 und 43"
@@ -417,7 +629,7 @@ QString Schnellzeile::sentence() const {
         return QStringLiteral("Noch nicht zu buchen: ") + problems.join(u' ') +
                (begun.isEmpty() ? begun : QStringLiteral(" Bisher:") + begun);
     }
-    return QStringLiteral("Gebucht wird: ") + understood() + u'.';
+    return QStringLiteral("Gebucht wird: ") + understood() + u'.' + (note.isEmpty() ? note : u' ' + note);
 }
 
 }  // namespace koben

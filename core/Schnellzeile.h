@@ -2,21 +2,14 @@
 // The quick entry: a line such as "123 f 14/1 gestern" read as a booking, and the German sentence that says what it
 // would book. Pure: it knows the animals that it is given, and writes nothing.
 #include <QDate>
-#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "core/Buchungen.h"
+#include "core/Schnelltier.h"
 
 namespace koben {
-
-/// An animal that a line can name, as the herd list has it.
-struct Schnelltier {
-    qint64 id = 0;
-    QString number, art;
-    bool gone = false, marked = false;
-};
 
 /// A field of a kind's entry screen, as a line can fill it. The fields of a kind stand in the order of the screen.
 struct Schnellfeld {
@@ -35,6 +28,8 @@ struct Schnellfeld {
     int width = 20;            ///< what a text is cut to
     const char* choices = "";  ///< separated by blanks
     const char* preset = "";   ///< what the screen books where nothing is given; "" where that need not be said
+    const char* also = "";     ///< other words that name it, before its value: "mit Hektor"
+    const char* units = "";    ///< what may stand behind its number: "7,5 kg"
 };
 
 /// How a line calls a kind of booking.
@@ -44,6 +39,7 @@ struct Schnellart {
     const char* words;  ///< the first three letters do where no other kind begins so
     const char* example;
     std::vector<Schnellfeld> fields;
+    const char* implied = "";  ///< words that call it and say more: "leer=trächtig=n"
 };
 
 const std::vector<Schnellart>& Schnellarten();
@@ -60,6 +56,7 @@ struct Schnellzeile {
     QDate day;
     std::vector<std::pair<const Schnellfeld*, QString>> values;  ///< as they are typed into the screen, in its order
     QStringList problems;                                        ///< German sentences; none where it can be booked
+    QString note;  ///< what is odd about it and can be booked all the same
 
     bool ready() const { return !empty && !grammar && problems.isEmpty(); }
     /// What would be booked, or what is missing or wrong; the grammar for "?".
@@ -71,9 +68,14 @@ private:
 };
 
 /// `heute` as dd.mm.yyyy. Each word goes to the next field, in the order of the screen, that can hold it:
-/// heute/gestern/vorgestern and what has a point and is a day are the day; "am" says so of the number behind it; a bare
-/// number that no field takes is a day of the month as the date fields have it. FELD=WERT names the field, "-" passes
-/// one, quotes hold blanks together.
-Schnellzeile Schnellzeile_lesen(const QString& line, const std::vector<Schnelltier>& herd, const QString& heute);
+/// heute/gestern/Montag and what has a point and is a day are the day; "am" says so of the number behind it; a bare
+/// number that no field takes is a day of the month as the date fields have it. FELD=WERT names the field, and so does
+/// its name before the value, or before the day at the end of the line all names behind theirs; "-" passes one, quotes
+/// hold blanks together. What could be two things is neither: the sentence says how to write either.
+/// `day` is that of a line without one, today where it is invalid.
+Schnellzeile Schnellzeile_lesen(const QString& line, const std::vector<Schnelltier>& herd, const QString& heute,
+                                QDate day = {});
+/// The day of a line that says nothing else ("gestern", "am 14.7."), as the head of a list; invalid for others.
+QDate Schnelltag_lesen(const QString& line, const QString& heute);
 
 }  // namespace koben

@@ -273,4 +273,18 @@ Geraetedatei Geraetedatei::read(const QByteArray& bytes) {
     return file;
 }
 
+void Geraetedatei::renumber(const QString& from, const QString& to) {
+    constexpr qsizetype partner = 3;  // of a cross-fostering
+    for (Geraetebuchung& booking : m_bookings) {
+        const auto give = [&](qsizetype field, QStringView column, int width) {
+            if (booking.fields[field] != from) return;
+            booking.fields[field] = to;
+            for (auto& [name, value] : booking.values)
+                if (name == column) value = to.left(width);
+        };
+        give(Number, u"Muttersau", MotherWidth);
+        if (booking.section->art == Buchungsart::Verschiebung) give(partner, u"Zu_Saunr", MotherWidth);
+    }
+}
+
 }  // namespace koben

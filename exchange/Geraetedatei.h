@@ -33,6 +33,8 @@ public:
     const std::vector<Geraetebuchung>& bookings() const { return m_bookings; }
     /// Lines that had come from the program and go back as they are.
     qint64 returned() const { return m_returned; }
+    /// All bookings that name one animal name another from now on.
+    void renumber(const QString& from, const QString& to);
 
 private:
     std::vector<Geraetebuchung> m_bookings;

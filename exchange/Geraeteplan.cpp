@@ -97,29 +97,34 @@ private:
 
 class Planner {
 public:
-    Planner(const Database& db, bool onceADay, const std::function<bool(const QString&)>& add)
+    Planner(const Database& db, bool onceADay, const std::function<bool(const QString&)>& add,
+            const Geraetewahl& wanted)
         : m_db(db),
           m_onceADay(onceADay),
           m_add(add),
+          m_wanted(wanted),
           m_animals(db),
           m_held(db.prepare(QStringLiteral("select top 1 ID from Sauen"))) {}
 
     Geraeteplan of(const Geraetedatei& file) {
         m_held.next();
-        for (const Geraetebuchung& booking : file.bookings()) m_plan.entries.push_back(judged(booking));
+        for (const Geraetebuchung& booking : file.bookings())
+            m_plan.entries.push_back(
+                judged(booking, m_wanted ? m_wanted(m_plan.entries.size()) : Geraetewunsch::Geprüft));
         return std::move(m_plan);
     }
 
 private:
-    Geplant judged(const Geraetebuchung& booking) {
+    Geplant judged(const Geraetebuchung& booking, Geraetewunsch wanted) {
         Geplant entry{.booking = &booking};
-        if (!booking.complete()) {
-            entry.urteil = Geraeteurteil::Unvollständig;
+        if (!booking.complete() || wanted == Geraetewunsch::Auslassen) {
+            entry.urteil = booking.complete() ? Geraeteurteil::Ausgelassen : Geraeteurteil::Unvollständig;
             return entry;
         }
         if (!booking.number().isEmpty()) entry.animal = animal(booking.number());
         Buchungstage& days = m_days.try_emplace(booking.section->art, m_db, booking.section->art).first->second;
-        if (m_onceADay && (booking.number().isEmpty() ? days.has(booking.day) : days.has(entry.animal, booking.day))) {
+        const bool once = m_onceADay && wanted != Geraetewunsch::Trotzdem;
+        if (once && (booking.number().isEmpty() ? days.has(booking.day) : days.has(entry.animal, booking.day))) {
             entry.urteil = Geraeteurteil::Doppelt;
             return entry;
         }
@@ -167,6 +172,7 @@ private:
     const Database& m_db;
     const bool m_onceADay;
     const std::function<bool(const QString&)>& m_add;
+    const Geraetewahl& m_wanted;
     Tiernummern m_animals;
     Statement m_held;  // while it stands on a row, the others read without a lock of their own
     std::map<Buchungsart, Buchungstage> m_days;
@@ -182,8 +188,8 @@ int Geraeteplan::count(Geraeteurteil urteil) const {
 }
 
 Geraeteplan planDeviceBookings(const Database& db, const Geraetedatei& file, bool onceADay,
-                               const std::function<bool(const QString& number)>& add) {
-    return Planner(db, onceADay, add).of(file);
+                               const std::function<bool(const QString& number)>& add, const Geraetewahl& wanted) {
+    return Planner(db, onceADay, add, wanted).of(file);
 }
 
 }  // namespace koben

@@ -9,9 +9,18 @@ namespace koben {
 
 enum class Geraeteurteil {
     Neu,
-    Doppelt,       ///< the animal has a booking of the kind on the day, or the farm one where no animal is named
-    Unvollständig  ///< no day, or no animal
+    Doppelt,        ///< the animal has a booking of the kind on the day, or the farm one where no animal is named
+    Unvollständig,  ///< no day, or no animal
+    Ausgelassen     ///< the user leaves it out
 };
+
+/// What the user wants of a booking of the file, by its place there.
+enum class Geraetewunsch {
+    Geprüft,    ///< as its verdict says
+    Auslassen,  ///< it counts for nothing: another one of its kind, animal and day comes in instead
+    Trotzdem    ///< also where it is doubled
+};
+using Geraetewahl = std::function<Geraetewunsch(size_t booking)>;
 
 /// Animals of a plan: the ID of one of the herd, 0 for none, -1 for the first animal that the plan adds, -2 for the
 /// second ...
@@ -34,8 +43,9 @@ struct Geraeteplan {
 };
 
 /// `onceADay`: an animal has one booking of a kind on a day. `add` is asked for each unknown number, as often as it
-/// comes: whether she becomes a sow of the herd; a booking without her is one of no animal.
+/// comes: whether she becomes a sow of the herd; a booking without her is one of no animal. Without `wanted` all are
+/// judged alike.
 Geraeteplan planDeviceBookings(const Database& db, const Geraetedatei& file, bool onceADay,
-                               const std::function<bool(const QString& number)>& add);
+                               const std::function<bool(const QString& number)>& add, const Geraetewahl& wanted = {});
 
 }  // namespace koben

@@ -1,8 +1,5 @@
 #pragma once
 // The import screen of the barn device: brings what was booked on it into the herd, whole or not at all.
-#include <optional>
-
-#include "exchange/Geraetedatei.h"
 #include "exchange/Geraeteordner.h"
 #include "forms/Koben.h"
 
@@ -19,16 +16,12 @@ public:
     ControlArray<Button> ok{*this, "ok", {"Import Schritt 1", "Import Schritt 2"}};
     Button hilfe{*this, "hilfe", "&Hilfe"};
     Button cmdschließen{*this, "cmdschließen", "&Schließen"};
+    Button vorschau{*this, "vorschau", "&Vorschau ..."};  ///< what the file holds, to take or to leave
 
 private:
     void Load() override;
     void copyFromDevice();
     void importFile();
-    std::optional<Geraetedatei> readFile();
-    /// Books what is new in the file; the lines of the import's list.
-    QString book(const Geraetedatei& file);
-    QString keepList(const QString& list);
-    void showList(const QString& reason);
 
     Database m_db;
 };

@@ -130,17 +130,19 @@ QByteArray contentOf(const QString& path, QString& reason) {
     return file.readAll();
 }
 
+/// What a page says of its farm; empty where it is none.
+QJsonObject farmOf(const QByteArray& page) {
+    const qsizetype from = page.indexOf(FarmBegins);
+    const qsizetype to = from < 0 ? -1 : page.indexOf(BlockEnds, from);
+    if (to < 0) return {};
+    const qsizetype content = from + FarmBegins.size();
+    return QJsonDocument::fromJson(QByteArray::fromBase64(page.mid(content, to - content))).object();
+}
+
 /// The mark that an older page bears, or a new one.
 QString markOf(const QByteArray& olderPage) {
-    const qsizetype from = olderPage.indexOf(FarmBegins);
-    const qsizetype to = from < 0 ? -1 : olderPage.indexOf(BlockEnds, from);
-    if (to >= 0) {
-        const qsizetype content = from + FarmBegins.size();
-        const QByteArray json = QByteArray::fromBase64(olderPage.mid(content, to - content));
-        const QString mark = QJsonDocument::fromJson(json).object().value(QStringLiteral("id")).toString();
-        if (!mark.isEmpty()) return mark;
-    }
-    return QUuid::createUuid().toString(QUuid::WithoutBraces);
+    const QString mark = farmOf(olderPage).value(QStringLiteral("id")).toString();
+    return mark.isEmpty() ? QUuid::createUuid().toString(QUuid::WithoutBraces) : mark;
 }
 
 /// In base64, which cannot end the block. False where the page has no such block.
@@ -152,6 +154,13 @@ bool fill(QByteArray& page, const QByteArray& block, const QByteArray& content) 
 }
 
 }  // namespace
+
+std::optional<QDateTime> barnPageMade(const QString& folder) {
+    QString none;
+    const QJsonValue made = farmOf(contentOf(folder + Stallseite, none)).value(QStringLiteral("made"));
+    if (!made.isDouble()) return std::nullopt;
+    return QDateTime::fromMSecsSinceEpoch(made.toInteger());
+}
 
 QString writeBarnPage(Koben& koben, const Database& db, const Exportauswahl& choice, const QByteArray& exchangeFile) {
     const QString path = koben.Datenordner + Stallseite, shipped = koben.Programmordner + "Stall.html";

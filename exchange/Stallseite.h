@@ -1,12 +1,17 @@
 #pragma once
 // The page for the phone in the barn, beside the exchange file: the shipped page (barn/seite) with the farm's data
 // inside.
+#include <optional>
+
 #include "exchange/Geraeteexport.h"
 #include "forms/Koben.h"
 
 namespace koben {
 
 extern const QString Stallseite;  ///< its name in the data folder
+
+/// When the page in a data folder was made, by the clock of the journal; nothing where there is none.
+std::optional<QDateTime> barnPageMade(const QString& folder);
 
 /// Writes the page whole or not at all: the exchange file, the work of the next days and what is overdue, the
 /// medicines, and the distances that entries are checked by. The farm's mark, by which a browser tells her bookings

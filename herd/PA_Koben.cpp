@@ -148,6 +148,7 @@ void PA_Koben::datenschweinelesen() {
         if (!table) return Filter_zuruecknehmen();
     }
     m_gelesen = sql;
+    if (schnell.text().isEmpty()) schnellsatz.setText({});  // what was booked may have been taken back
     Menues_sperren(false);
     const bool sows = optianzeige.selected() == 1;
     Label2.setVisible(sows);

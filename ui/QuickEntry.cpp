@@ -1,6 +1,7 @@
 #include "ui/QuickEntry.h"
 
 #include <QKeyEvent>
+#include <QLayout>
 #include <QLineEdit>
 
 #include "ui/Application.h"
@@ -53,7 +54,12 @@ Piece quickEntry(TextBox& line, Label& sentence, Grid& list) {
     edit->setPlaceholderText(QStringLiteral("123 f 14/1 gestern    ? zeigt mehr"));
     edit->setToolTip(QStringLiteral("Eine Buchung in einer Zeile (Strg+K); Eingabetaste bucht, ? zeigt, wie es geht"));
     new Keys(*edit, line, list);
-    return row({caption(QStringLiteral("Schnell")), field, label(sentence) * 1}) * 0;  // the list has the spare room
+    const Piece name = caption(QStringLiteral("Schnell"));
+    const Piece whole = row({name, field, label(sentence) * 1}) * 0;  // the list has the spare room
+    name.widget->setMinimumHeight(field.widget->sizeHint().height());
+    for (QWidget* widget : {name.widget, field.widget})  // stay in sight beside a long sentence
+        whole.widget->layout()->setAlignment(widget, Qt::AlignTop);
+    return whole;
 }
 
 }  // namespace koben::ui

@@ -11,6 +11,8 @@ namespace koben::ui {
 namespace {
 
 constexpr quint64 Fast = 35;  // milliseconds between two keys; a hand takes twice as long
+/// The system may wake up for the first key; without it the rest would be another number.
+constexpr quint64 Awake = 150;
 constexpr qsizetype Least = 4;
 
 bool typedInto(QWidget& widget) {
@@ -43,8 +45,8 @@ bool Scanner::key(const QKeyEvent& event) {
     if (text.isEmpty() && !ends) return false;  // Shift and its like
     // by the time at which the key was pressed: a busy program hears a hand's keys late and all at once
     const quint64 now = event.timestamp() > 0 ? event.timestamp() : static_cast<quint64>(m_clock.elapsed());
-    const bool fast = now - std::exchange(m_last, now) <= Fast;
-    if (!fast) m_typed.clear();
+    const quint64 pause = now - std::exchange(m_last, now);
+    if (pause > (m_typed.size() == 1 ? Awake : Fast)) m_typed.clear();
     if (!ends) {
         if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier) || !text.at(0).isPrint())
             m_typed.clear();
