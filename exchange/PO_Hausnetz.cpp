@@ -79,7 +79,7 @@ void PO_Hausnetz::Load() {
 }
 
 void PO_Hausnetz::openOffer() {
-    QString trouble = renewPage();
+    QString trouble = renewPage(false);
     if (trouble.isEmpty())
         if (const QString reason = m_offer.open(); !reason.isEmpty())
             trouble = QStringLiteral(
@@ -97,7 +97,7 @@ void PO_Hausnetz::openOffer() {
 
 /// The page of the herd as it is now. "" or why it cannot be had. In the data folder stays the one that tells since
 /// when desk and telephone may have gone apart, until all that came from there is read in.
-QString PO_Hausnetz::renewPage() {
+QString PO_Hausnetz::renewPage(bool allRead) {
     const WaitCursor wait(koben);
     QByteArray bytes, page;
     if (composeDeviceFile(
@@ -106,7 +106,7 @@ QString PO_Hausnetz::renewPage() {
         return QStringLiteral(
             "Es wurden lt. den aktuellen Einstellungen keine Tiere gefunden! Es wird nichts angeboten.");
     QString trouble = composeBarnPage(koben, m_db, auswahl, bytes, page);
-    if (trouble.isEmpty() && (m_allRead || !QFile::exists(koben.Datenordner + Stallseite)))
+    if (trouble.isEmpty() && (allRead || !QFile::exists(koben.Datenordner + Stallseite)))
         trouble = keepBarnPage(koben, page);
     if (trouble.isEmpty()) m_offer.show(servedPage(page));
     return trouble;
@@ -173,8 +173,7 @@ void PO_Hausnetz::readIn() {
         if (!reason.isEmpty())
             koben.message(fileFailure("Die Übergabe ist eingelesen, kann aber nicht abgelegt werden", reason));
         showReceived();
-        m_allRead = m_waiting.empty();
-        const QString trouble = renewPage();
+        const QString trouble = renewPage(m_waiting.empty());
         told = trouble.isEmpty() ? QStringLiteral(
                                        "Eingelesen: die Übergabe von %1. Am Telefon zeigt die neu geladene Seite "
                                        "den neuen Stand.")

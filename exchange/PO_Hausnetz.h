@@ -33,7 +33,7 @@ public:
 private:
     void Load() override;
     void openOffer();
-    QString renewPage();
+    QString renewPage(bool allRead);
     void showAddress();
     void showReceived();
 
@@ -50,7 +50,6 @@ private:
     std::vector<net::Place> m_places;
     Empfangsfach m_tray;
     std::vector<Empfangsfach::Eingang> m_waiting;
-    bool m_allRead = false;  ///< all that had come, since something has
     std::mutex m_mutex;
     QStringList m_news;  // guarded by it
     QObject m_here;      // of this thread; it outlives the offer, and what it was to hear goes with it
