@@ -46,9 +46,9 @@ PO_Hausnetz::PO_Hausnetz(Koben& koben_)
                                 .arg(from, clockTime(QDateTime::currentDateTime())));
                    }}) {
     Label1.setText(
-        "Solange dieses Fenster offen ist, holt ein Telefon im selben WLAN die Seite für den Stall hier ab und sendet "
-        "Buchungen hierher zurück. Lesen Sie den Code mit der Kamera des Telefons, oder tippen Sie die Adresse ab. Sie "
-        "gilt nur, bis Sie das Fenster schließen; geben Sie sie niemandem weiter.");
+        "Solange dieses Fenster offen ist, holt ein Telefon im selben WLAN hier die Seite für den Stall ab und sendet "
+        "Buchungen zurück. Lesen Sie den Code mit der Kamera, oder tippen Sie die Adresse ab. Geben Sie sie niemandem "
+        "weiter.");
     kom.fixed = true;
     kom.onClick = [this] { showAddress(); };
     adresse.readOnly = true;
@@ -79,7 +79,7 @@ void PO_Hausnetz::Load() {
 }
 
 void PO_Hausnetz::openOffer() {
-    QString trouble = renewPage();
+    QString trouble = renewPage(false);
     if (trouble.isEmpty())
         if (const QString reason = m_offer.open(); !reason.isEmpty())
             trouble = QStringLiteral(
@@ -95,22 +95,21 @@ void PO_Hausnetz::openOffer() {
     showAddress();
 }
 
-/// The page of the herd as it is now, also beside the exchange file. "" or why it cannot be had.
-QString PO_Hausnetz::renewPage() {
+/// The page of the herd as it is now. "" or why it cannot be had. In the data folder stays the one that tells since
+/// when desk and telephone may have gone apart, until all that came from there is read in.
+QString PO_Hausnetz::renewPage(bool allRead) {
     const WaitCursor wait(koben);
-    QByteArray bytes;
+    QByteArray bytes, page;
     if (composeDeviceFile(
             m_db, auswahl, koben.Datenordner + "PB_Arbeitsplan_Pocket.txt", [](int) { return true; }, bytes) !=
         Exportergebnis::Done)
         return QStringLiteral(
             "Es wurden lt. den aktuellen Einstellungen keine Tiere gefunden! Es wird nichts angeboten.");
-    if (const QString trouble = writeBarnPage(koben, m_db, auswahl, bytes); !trouble.isEmpty()) return trouble;
-    clearFileReason();
-    QFile file(koben.Datenordner + Stallseite);
-    if (!file.open(QIODevice::ReadOnly))
-        return fileFailure(QStringLiteral("Die Seite %1 kann nicht gelesen werden").arg(file.fileName()), fileReason());
-    m_offer.show(servedPage(file.readAll()));
-    return {};
+    QString trouble = composeBarnPage(koben, m_db, auswahl, bytes, page);
+    if (trouble.isEmpty() && (allRead || !QFile::exists(koben.Datenordner + Stallseite)))
+        trouble = keepBarnPage(koben, page);
+    if (trouble.isEmpty()) m_offer.show(servedPage(page));
+    return trouble;
 }
 
 void PO_Hausnetz::showAddress() {
@@ -173,7 +172,8 @@ void PO_Hausnetz::readIn() {
         const QString reason = m_tray.putAway(entry);
         if (!reason.isEmpty())
             koben.message(fileFailure("Die Übergabe ist eingelesen, kann aber nicht abgelegt werden", reason));
-        const QString trouble = renewPage();
+        showReceived();
+        const QString trouble = renewPage(m_waiting.empty());
         told = trouble.isEmpty() ? QStringLiteral(
                                        "Eingelesen: die Übergabe von %1. Am Telefon zeigt die neu geladene Seite "
                                        "den neuen Stand.")

@@ -33,7 +33,7 @@ public:
 private:
     void Load() override;
     void openOffer();
-    QString renewPage();
+    QString renewPage(bool allRead);
     void showAddress();
     void showReceived();
 

@@ -145,6 +145,12 @@ QString markOf(const QByteArray& olderPage) {
     return mark.isEmpty() ? QUuid::createUuid().toString(QUuid::WithoutBraces) : mark;
 }
 
+QString failure(const Koben& koben, const QString& reason) {
+    return fileFailure(QStringLiteral("Die Seite für das Telefon, %1, kann nicht geschrieben werden")
+                           .arg(koben.Datenordner + Stallseite),
+                       reason);
+}
+
 /// In base64, which cannot end the block. False where the page has no such block.
 bool fill(QByteArray& page, const QByteArray& block, const QByteArray& content) {
     const qsizetype at = page.indexOf(block + BlockEnds);
@@ -162,25 +168,34 @@ std::optional<QDateTime> barnPageMade(const QString& folder) {
     return QDateTime::fromMSecsSinceEpoch(made.toInteger());
 }
 
-QString writeBarnPage(Koben& koben, const Database& db, const Exportauswahl& choice, const QByteArray& exchangeFile) {
-    const QString path = koben.Datenordner + Stallseite, shipped = koben.Programmordner + "Stall.html";
-    const auto failed = [&](const QString& reason) {
-        return fileFailure(QStringLiteral("Die Seite für das Telefon, %1, kann nicht geschrieben werden").arg(path),
-                           reason);
-    };
+QString composeBarnPage(Koben& koben, const Database& db, const Exportauswahl& choice, const QByteArray& exchangeFile,
+                        QByteArray& page) {
+    const QString shipped = koben.Programmordner + "Stall.html";
     QString reason, none;
-    QByteArray page = contentOf(shipped, reason);
+    page = contentOf(shipped, reason);
     if (!reason.isEmpty())
-        return failed(QStringLiteral("die Vorlage %1 lässt sich nicht lesen: %2").arg(shipped, reason));
+        return failure(koben, QStringLiteral("die Vorlage %1 lässt sich nicht lesen: %2").arg(shipped, reason));
     try {
-        const QByteArray farm = Betriebsblock(koben, db, choice).json(markOf(contentOf(path, none)));
+        const QByteArray older = contentOf(koben.Datenordner + Stallseite, none);
+        const QByteArray farm = Betriebsblock(koben, db, choice).json(markOf(older));
         if (!fill(page, FarmBegins, farm) || !fill(page, FileBegins, exchangeFile))
-            return failed(QStringLiteral("die Vorlage %1 ist beschädigt").arg(shipped));
+            return failure(koben, QStringLiteral("die Vorlage %1 ist beschädigt").arg(shipped));
     } catch (const DatabaseError& error) {
-        return failed(error.message());
+        return failure(koben, error.message());
     }
-    reason = writeFileThrough(path + ".neu", path, page);
-    return reason.isEmpty() ? reason : failed(reason);
+    return {};
+}
+
+QString keepBarnPage(Koben& koben, const QByteArray& page) {
+    const QString path = koben.Datenordner + Stallseite;
+    const QString reason = writeFileThrough(path + ".neu", path, page);
+    return reason.isEmpty() ? reason : failure(koben, reason);
+}
+
+QString writeBarnPage(Koben& koben, const Database& db, const Exportauswahl& choice, const QByteArray& exchangeFile) {
+    QByteArray page;
+    const QString trouble = composeBarnPage(koben, db, choice, exchangeFile, page);
+    return trouble.isEmpty() ? keepBarnPage(koben, page) : trouble;
 }
 
 QByteArray servedPage(QByteArray page) {

@@ -18,6 +18,11 @@ std::optional<QDateTime> barnPageMade(const QString& folder);
 /// from those of others, is that of the page before. "", or a message for the user.
 QString writeBarnPage(Koben& koben, const Database& db, const Exportauswahl& choice, const QByteArray& exchangeFile);
 
+/// The same in two steps: the page in memory, with the mark of the one that is there; and that page in its place.
+QString composeBarnPage(Koben& koben, const Database& db, const Exportauswahl& choice, const QByteArray& exchangeFile,
+                        QByteArray& page);
+QString keepBarnPage(Koben& koben, const QByteArray& page);
+
 /// The page as the desk serves it itself: one that may send to where it came from, and nowhere else.
 QByteArray servedPage(QByteArray page);
 

@@ -11,6 +11,7 @@ import sqlite3
 import subprocess
 import sys
 import tempfile
+import time
 
 import browser
 from browser import Browser
@@ -297,9 +298,21 @@ def check_network(farm, work):
     script = work / 'netz.skript'
     script.write_text('\n'.join(['heute 15.07.2026', f'ordner {farm.folder}', 'start', 'menue O_Exportpocketpc', 'klick hausnetz',
                                  'zeige adresse', 'datei voll', 'datei warte', 'klick einlesen', 'klick ok(1)', 'schliesse',
-                                 'klick cmdschließen', 'schliesse', 'zeige li', 'klick beenden', 'klick beenden', 'datei voll', 'datei warte']) + '\n')
-    desk = subprocess.Popen([farm.program, str(script)], stdout=subprocess.PIPE, text=True)
-    address = next(line[2:].strip() for line in desk.stdout if line.startswith('= http'))
+                                 'klick cmdschließen', 'schliesse', 'zeige li', 'klick beenden', 'klick beenden',
+                                 'datei voll', 'datei warte']) + '\n')
+    said = work / 'netz.protokoll'
+    desk = subprocess.Popen([farm.program, str(script)], stdout=said.open('w'))
+
+    def line(begin):
+        end = time.monotonic() + browser.TIMEOUT
+        while time.monotonic() < end:
+            for one in said.read_text().splitlines():
+                if one.startswith(begin):
+                    return one
+            time.sleep(0.05)
+        raise RuntimeError(f'Vergeblich gewartet: {begin}')
+
+    address = line('= http')[2:]
     chromium = Browser(str(work / 'netzprofil'))
     page = chromium.page(str(work / 'downloads'), before=CLOCK)
     page.open(address)
@@ -312,8 +325,8 @@ def check_network(farm, work):
     assert open_count(page) == 0
     book(page, loss | {'day': '2026-07-04'})
     gate.write_text('weiter')  # the desk reads in, and its window closes
-    read = next(line for line in desk.stdout if line.startswith('- PO_Hausnetz'))
-    assert read and len([row for row in farm.rows('Verluste') if "'Netz'" in row]) == 1
+    line('- PO_Hausnetz')
+    assert len([row for row in farm.rows('Verluste') if "'Netz'" in row]) == 1
     page.run("location.hash = 'uebergabe'")
     page.press('An den Rechner senden')
     page.wait("document.querySelector('dialog').innerText.includes('Der Rechner antwortet nicht')")

@@ -1,5 +1,7 @@
 #include "tools/skript/Interpreter.h"
 
+#include <QCoreApplication>
+
 namespace koben::skript {
 
 /// One life of the program: its context and its main form.
@@ -90,6 +92,7 @@ void Interpreter::loop(Form* form) {
 }
 
 void Interpreter::execute(const Command& command) {
+    QCoreApplication::sendPostedEvents();  // what threads have told the forms meanwhile
     if (command.word != u"antwort") m_transcript.line(">", command.text);
     const auto handler = Commands::find(command.word);
     try {

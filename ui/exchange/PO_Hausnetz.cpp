@@ -7,7 +7,7 @@ LAYOUT(PO_Hausnetz) {
         {label(form.Label1),
          row({drawing(form.bild) * 1, column({fields({field(QStringLiteral("Dieser &Rechner"), combo(form.kom, 36)),
                                                       field(QStringLiteral("&Adresse"), text(form.adresse, 60))}),
-                                              group(QStringLiteral("Stand"), label(form.stand)),
+                                              label(form.stand),
                                               group(QStringLiteral("Empfangen und noch nicht eingelesen"),
                                                     grid(form.li, QStringLiteral("Noch nichts empfangen."))) *
                                                   1}) *
