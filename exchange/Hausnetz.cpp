@@ -192,7 +192,7 @@ private:
     }
 
     void givePage(const httplib::Request& request, httplib::Response& response) const {
-        const std::shared_ptr<const std::string> page = m_offer.m_page;
+        const auto page = m_offer.page();
         const auto part = [page](size_t offset, size_t length, httplib::DataSink& sink) {
             return sink.write(page->data() + offset, std::min(length, Portion));
         };
@@ -232,7 +232,16 @@ private:
 Hausnetz::Hausnetz(Hooks hooks) : m_hooks(std::move(hooks)) {}
 Hausnetz::~Hausnetz() { close(); }
 
-void Hausnetz::show(const QByteArray& page) { m_page = std::make_shared<const std::string>(page.toStdString()); }
+void Hausnetz::show(const QByteArray& page) {
+    auto shown = std::make_shared<const std::string>(page.toStdString());
+    const std::lock_guard lock(m_mutex);
+    m_page = std::move(shown);
+}
+
+std::shared_ptr<const std::string> Hausnetz::page() const {
+    const std::lock_guard lock(m_mutex);
+    return m_page;
+}
 
 QString Hausnetz::open() {
     close();

@@ -4,9 +4,10 @@
 // nobody knows but who sees the window, made anew for each opening; all else is answered as if nothing were here.
 #include <QByteArray>
 #include <QString>
-#include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
+#include <string>
 
 #include "exchange/Sockets.h"
 
@@ -45,9 +46,12 @@ public:
 
 private:
     class Server;
+    std::shared_ptr<const std::string> page() const;
+
     std::unique_ptr<Server> m_server;
     Hooks m_hooks;
-    std::atomic<std::shared_ptr<const std::string>> m_page;
+    mutable std::mutex m_mutex;
+    std::shared_ptr<const std::string> m_page;  // guarded by it; who serves it keeps it meanwhile
 };
 
 }  // namespace koben
