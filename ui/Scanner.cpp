@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <algorithm>
 
 #include "ui/Application.h"
 #include "ui/Bound.h"
@@ -13,7 +14,9 @@ namespace {
 constexpr quint64 Fast = 35;  // milliseconds between two keys; a hand takes twice as long
 /// The system may wake up for the first key; without it the rest would be another number.
 constexpr quint64 Awake = 150;
-constexpr qsizetype Least = 4;
+/// Two fingers may hit two keys at once: numbers of a few signs are a reading where no hand at all keeps up.
+constexpr qsizetype Few = 3;
+constexpr quint64 VeryFast = 10;
 
 bool typedInto(QWidget& widget) {
     const auto* box = dynamic_cast<const TextBox*>(controlOf(&widget));
@@ -47,6 +50,10 @@ bool Scanner::key(const QKeyEvent& event) {
     const quint64 now = event.timestamp() > 0 ? event.timestamp() : static_cast<quint64>(m_clock.elapsed());
     const quint64 pause = now - std::exchange(m_last, now);
     if (pause > (m_typed.size() == 1 ? Awake : Fast)) m_typed.clear();
+    if (m_typed.size() <= 1 && !ends)
+        m_slowest = 0;
+    else
+        m_slowest = std::max(m_slowest, pause);
     if (!ends) {
         if (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier) || !text.at(0).isPrint())
             m_typed.clear();
@@ -55,7 +62,7 @@ bool Scanner::key(const QKeyEvent& event) {
         return false;
     }
     const QString code = std::exchange(m_typed, {});
-    if (code.size() < Least) return false;
+    if (code.isEmpty() || (code.size() <= Few && m_slowest > VeryFast)) return false;
     guarded([&] { m_read(code); });
     return true;
 }

@@ -25,7 +25,7 @@ private:
     QWidget& m_widget;
     std::function<void(const QString&)> m_read;
     QString m_typed;
-    quint64 m_last = 0;  // milliseconds
+    quint64 m_last = 0, m_slowest = 0;  // milliseconds; the time of the last key, the longest pause of a reading
     QElapsedTimer m_clock;
 };
 
