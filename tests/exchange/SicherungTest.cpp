@@ -163,28 +163,20 @@ TEST_F(SicherungTest, wasNichtEingelesenWird) {
     EXPECT_EQ(bytes("Fotos/alt/eber.jpg"), "oink");
 }
 
-/// The copy of a day comes back as a backup does, where each of its pages is whole.
-TEST_F(SicherungTest, einTagesstandWirdGanzOderGarNichtEingelesen) {
+/// The copy of a day is read back as a backup is: only where each of its pages is whole.
+TEST_F(SicherungTest, einBeschaedigterTagesstandWirdNichtEingelesen) {
     const QString name = "../" + QDir(Tageskopienordner(koben.Datenordner)).dirName() + "/koben2_2026-07-14.mdb";
     ASSERT_EQ(Tageskopie_machen(koben.Datenbankpfad, Tageskopienordner(koben.Datenordner), QDate(2026, 7, 14)), "");
     db.execute("delete from Sauen where ID = 1");
-    const auto held = Sicherung_ansehen(path(name), koben.Datenordner, {});
-    EXPECT_EQ(Unterschied(*held, Bestand_jetzt(koben), QDate(2026, 7, 15)), "1 Tag älter, 1 Tier mehr als jetzt");
-    const QByteArray whole = bytes(name), before = rest();
-    QString left, message;
     tear(name, 0.5);
+    QString left, message;
     try {
         Sicherung_zurueckholen(koben, path(name), {}, left);
     } catch (const DatabaseError& error) {
         message = error.message();
     }
     EXPECT_TRUE(message.contains("koben2_2026-07-14.mdb") && message.contains("beschädigt")) << message.toStdString();
-    EXPECT_EQ(rest(), before);
     EXPECT_EQ(sows(), 2);
-    put(name, whole);
-    EXPECT_TRUE(Sicherung_zurueckholen(koben, path(name), {}, left));
-    EXPECT_EQ(sows(), 3);
-    EXPECT_EQ(bytes(name), whole);
 }
 
 /// The present state is kept each time, the newest five of these stay; the log of the database that goes does not.
