@@ -84,7 +84,8 @@ qint64 PE_Schnellliste::Buchungen() const {
 QString PE_Schnellliste::Urteil(const Zeile& line) const {
     if (line.head.isValid())
         return QStringLiteral("Der Tag der Zeilen darunter: ") + Datum_als_Anzeige(line.head) + u'.';
-    if (line.read.grammar) return QStringLiteral("Das ist keine Buchung.");
+    if (line.read.grammar)
+        return QStringLiteral("Das fragt nach der Schreibweise und bucht nichts. Löschen Sie die Zeile.");
     if (const auto why = m_refused.find(line.text); why != m_refused.end())
         return QStringLiteral("Nicht gebucht. ") + *why;
     const auto first = std::find_if(m_lines.begin(), m_lines.end(), [&](const Zeile& l) {

@@ -300,7 +300,8 @@ private:
     }
 
     void setDay(QDate day, const QString& word) {
-        if (m_line.day.isValid()) return problem(QStringLiteral("„%1“ wäre ein zweiter Tag.").arg(word));
+        if (m_line.day.isValid())
+            return problem(QStringLiteral("„%1“ wäre ein zweiter Tag: Nennen Sie nur einen.").arg(word));
         m_line.day = day;
     }
 

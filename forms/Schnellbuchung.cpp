@@ -38,7 +38,10 @@ public:
         m_koben.open(QStringLiteral("PE_Bewegungsdaten"));
         if (!m_result.booked && m_result.reason.isEmpty())
             m_result.reason =
-                m_refusal.isEmpty() ? QStringLiteral("Das Eingabefenster lässt sich nicht öffnen.") : m_refusal;
+                m_refusal.isEmpty()
+                    ? QStringLiteral(
+                          "Das Eingabefenster lässt sich nicht öffnen. Bitte buchen Sie im Fenster (Menü Eingabe).")
+                    : m_refusal;
         return m_result;
     }
 
@@ -64,7 +67,8 @@ private:
         auto* add = control<Button>(frame, QStringLiteral("neu"));
         const std::vector<int> rows = rowsOf(*animals);
         if (!kind || !add || rows.size() != m_line.animals.size()) {
-            m_result.reason = QStringLiteral("Nicht alle Tiere stehen noch in der Liste.");
+            m_result.reason = QStringLiteral(
+                "Nicht alle Tiere stehen noch in der Liste. Lesen Sie sie mit F5 neu, und buchen Sie noch einmal.");
             return;
         }
         animals->choose(rows.front());
@@ -98,7 +102,10 @@ private:
     bool fill(Form& entry, const QString& address, const QString& text) {
         auto* box = control<TextBox>(entry, address);
         if (!box || !box->visible() || !box->enabled()) {
-            m_result.reason = QStringLiteral("Das Feld für „%1“ lässt sich nicht ausfüllen.").arg(text);
+            m_result.reason =
+                QStringLiteral(
+                    "Das Feld für „%1“ lässt sich nicht ausfüllen. Bitte buchen Sie das im Fenster (Menü Eingabe).")
+                    .arg(text);
             return false;
         }
         box->enter();

@@ -86,7 +86,7 @@ TEST(Schnellzeile, LinesSayWhatIsMissingOrWrong) {
                                 "123 f|Es fehlt: Ferkel gesamt.",
                                 "123 ferkel 3|„ferkel“ kann Ferkelung oder Ferkelverkauf heißen.",
                                 "123 f 14/12/1|lebend und tot ergeben nicht gesamt",
-                                "123 f 14 gestern 3.2.|„3.2.“ wäre ein zweiter Tag.",
+                                "123 f 14 gestern 3.2.|„3.2.“ wäre ein zweiter Tag: Nennen Sie nur einen.",
                                 "123 f 14 am 40|„40“ ist kein Tag.",
                                 "123 t j a b c|Für „c“ ist kein Feld mehr da.",
                                 "123 f 14 tot=x|„x“ passt nicht in das Feld tot.",
