@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Ruecknahmeregeln.h"
+#include "core/Zyklus.h"
 
 namespace koben {
 
@@ -33,8 +34,9 @@ void Ferkelbewegungen::take(const RowChange& row) {
 bool Ferkelbewegungen::concern(qint64 animal, qint32 weaned) const {
     const auto days = m_days.find(animal);
     if (animal == 0 || days == m_days.end()) return false;
-    const qint32 litter = litterOf(animal, weaned);
+    const qint32 litter = litterOf(animal, weaned), latest = litterOf(animal, NoEnd);
     return std::any_of(days->second.begin(), days->second.end(), [&](const Movement& movement) {
+        if (latest != 0 && movement.day >= latest) return true;  // what the weaning proposed is counted from there
         return (movement.litter ? movement.day <= weaned : litter != 0) && litterOf(animal, movement.day) == litter;
     });
 }

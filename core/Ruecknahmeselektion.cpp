@@ -21,14 +21,20 @@ Selektionsmarken::Selektionsmarken(const Journal& journal, const std::vector<qin
 void Selektionsmarken::read(qint64 number, const Counts& counts) {
     const auto entry = m_journal.entry(number);
     const bool counting = entry->kind == Journal::Kind::Action && counts(*entry);
+    bool cleared = false;
     m_journal.read(number, [&](const RowChange& row) {
         const auto mark = *row.table == Regeln::Tiere ? m_marks.find(row.row) : m_marks.end();
         const RowChange::Cell* cell = mark == m_marks.end() ? nullptr : row.cell(Regeln::Selektiert);
         if (cell == nullptr) return true;
         if (!mark->second && row.kind != Change::Inserted) mark->second = cell->before;
-        if (counting && row.kind != Change::Deleted) mark->second = cell->after;
+        if (!counting || row.kind == Change::Deleted) return true;
+        mark->second = cell->after;
+        cleared = cleared || (row.kind == Change::Changed && !cell->after.isNull() && cell->after.toText().isEmpty());
         return true;
     });
+    if (!cleared) return;
+    for (auto& [animal, mark] : m_marks)  // of all animals, also of those that had no value
+        if (mark && mark->isNull()) mark = QString();
 }
 
 void Selektionsmarken::restore(const Database& db, const Counts& counts) {

@@ -146,6 +146,8 @@ void Journal::need(const Database& database, const QString& table, const QString
     if (JournalRecorder* recorder = JournalRecorder::of(*database.m_connection)) recorder->need(table, word);
 }
 
+QString Journal::nameField(const QString& table) { return journal::nameField(table); }
+
 void Journal::setOn(bool on) const { listen(*m_connection, on); }
 
 void Journal::listen(Connection& connection, bool on) {

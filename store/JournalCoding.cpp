@@ -10,6 +10,16 @@ namespace koben::journal {
 namespace {
 
 enum Tag : unsigned char { Null, Zero, Whole, WholeReal, Real, Text, ShortText = 16 };
+/// Tables with the field of which no two rows are to have the same text.
+struct Name {
+    const char* table;
+    const char* field;
+};
+constexpr Name Names[] = {{"Sauen", "Nummer"},
+                          {"Medikamente", "Medikament"},
+                          {"Bestandsoptionen", "Tiergruppe"},
+                          {"Arbeitsplanoptionen", "Arbeitsart"}};
+
 constexpr size_t LongestShort = 255 - ShortText;
 constexpr size_t WorthPacking = 512;
 constexpr int QuickPacking = 1;
@@ -35,6 +45,12 @@ std::string_view textOf(sqlite3_value* value) {
 }
 
 }  // namespace
+
+QString nameField(const QString& table) {
+    for (const Name& name : Names)
+        if (table == QLatin1String(name.table)) return QString::fromUtf8(name.field);
+    return {};
+}
 
 void putNumber(Bytes& out, quint64 value) {
     for (; value >= 0x80; value >>= 7) out.push_back(static_cast<char>(value | 0x80));

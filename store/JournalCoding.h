@@ -52,6 +52,9 @@ private:
     std::vector<std::pair<qint64, qint64>> m_runs;  // first and last, ascending
 };
 
+/// The field of which no two rows of a table are to have the same text, "" for none.
+QString nameField(const QString& table);
+
 /// Packed where that pays.
 Bytes packed(Bytes plain);
 Bytes unpacked(std::string_view bytes);

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "store/Journal.h"
-
 namespace koben {
 
 using journal::Bytes;
@@ -21,27 +19,11 @@ const QString OwnerField = QStringLiteral("Kennung");
 /// back, which deriving sets and never takes away.
 const char* const Companions[] = {"Aenderung", "L_Belegung", "L_Ferkelung", "L_Absetzung"};
 
-/// Tables with the field of which no two rows are to have the same text.
-struct Name {
-    const char* table;
-    const char* field;
-};
-constexpr Name Names[] = {{"Sauen", "Nummer"},
-                          {"Medikamente", "Medikament"},
-                          {"Bestandsoptionen", "Tiergruppe"},
-                          {"Arbeitsplanoptionen", "Arbeitsart"}};
-
 bool isOwn(const QString& name) {
     return name.startsWith(QLatin1String("koben_"), Qt::CaseInsensitive) || name.startsWith(QLatin1String("sqlite_"));
 }
 
 }  // namespace
-
-QString Journal::nameField(const QString& table) {
-    for (const Name& name : Names)
-        if (table == QLatin1String(name.table)) return QString::fromUtf8(name.field);
-    return {};
-}
 
 JournalRecorder::JournalRecorder(Connection& connection) : m_connection(connection) {
     // From the beginning: a deletion that was prepared without it would drop all rows unheard.
@@ -363,7 +345,7 @@ void JournalRecorder::putWords(Bytes& out) const {
 /// Rows that gave a name up which another row bears: the action found it doubled, and undoing it doubles nothing.
 std::vector<qint64> JournalRecorder::doublesIn(const Sheet& sheet) const {
     std::vector<qint64> result;
-    const QString field = Journal::nameField(QString::fromStdString(sheet.layout.table));
+    const QString field = journal::nameField(QString::fromStdString(sheet.layout.table));
     const auto place = field.isEmpty() ? -1 : sheet.layout.fields.indexOf(field);
     const sql::TableInfo* table =
         place < 0 ? nullptr : m_connection.catalog()->find(QString::fromStdString(sheet.layout.table));
