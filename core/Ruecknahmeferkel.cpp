@@ -3,11 +3,16 @@
 #include <algorithm>
 
 #include "core/Ruecknahmeregeln.h"
-#include "core/Zyklus.h"
 
 namespace koben {
 
 using Change = RowChange::Kind;
+
+namespace {
+
+constexpr qint32 LastDay = 5373484;  // 31.12.9999
+
+}  // namespace
 
 void Ferkelbewegungen::take(const RowChange& row) {
     static const QStringList counted = {Regeln::Tag, QStringLiteral("Ferkel_Lebendig"),
@@ -34,7 +39,7 @@ void Ferkelbewegungen::take(const RowChange& row) {
 bool Ferkelbewegungen::concern(qint64 animal, qint32 weaned) const {
     const auto days = m_days.find(animal);
     if (animal == 0 || days == m_days.end()) return false;
-    const qint32 litter = litterOf(animal, weaned), latest = litterOf(animal, NoEnd);
+    const qint32 litter = litterOf(animal, weaned), latest = litterOf(animal, LastDay);
     return std::any_of(days->second.begin(), days->second.end(), [&](const Movement& movement) {
         if (latest != 0 && movement.day >= latest) return true;  // what the weaning proposed is counted from there
         return (movement.litter ? movement.day <= weaned : litter != 0) && litterOf(animal, movement.day) == litter;
