@@ -92,6 +92,8 @@ const char* const plainForms[] = {"PB_Neues_Schwein",
                                   "PO_Pocketexport",
                                   "PO_Pocketimport",
                                   "PO_Hausnetz",
+                                  "PO_Vorschau",
+                                  "PE_Schnellliste",
                                   "HV_Updatemanager",
                                   "PO_Bestellschein",
                                   "PH_Hilfe"};
@@ -317,6 +319,17 @@ void installPredecessor(const QString& folder) {
     }
 }
 
+/// What a telephone has booked: new, doubled and unknown.
+void bringFromDevice(const QString& folder) {
+    QFile file(folder + QStringLiteral("/KOBEN2_DATEN_VON_POCKET.KO2"));
+    const QByteArray lines =
+        "4\r\n1\t13.07.2026\tE7\t1\tK\t\t12,50\t\t\tN\r\n2\t13.07.2026\tE7\t1\tK\t\t0\t\t\tN\r\n"
+        "2\t13.07.2026\tE8\t1\tK\t\t0\t\t\tN\r\n4711\t13.07.2026\tE7\t1\tK\t\t0\t\t\tN\r\n"
+        "0\r\n0\r\n0\r\n0\r\n0\r\n0\r\n0\r\n";
+    if (!file.open(QIODevice::WriteOnly) || file.write(lines) < 0)
+        std::printf("%s fehlt\n", qPrintable(file.fileName()));
+}
+
 /// One run in this process, in the environment of its variant.
 int photograph(int argc, char** argv, const QString& folder, const Variant& variant) {
     ui::Application application(argc, argv);
@@ -343,6 +356,7 @@ int photograph(int argc, char** argv, const QString& folder, const Variant& vari
     herd.ende = today;
     writeDatabase(makeHerde(herd), data.filePath(QStringLiteral("koben2.mdb")));
     installPredecessor(data.filePath(QStringLiteral("koben1")));
+    bringFromDevice(data.path());
     show(data.path() + u'/');
     std::printf("%s: %d Bilder\n", variant.name, screens.pictures());
     return screens.pictures() > 0 ? 0 : 1;
