@@ -59,6 +59,8 @@ bool belongs(const Schnellwort& first, const Schnellwort& second) {
 
 }  // namespace
 
+QStringList listed(const char* words) { return QString::fromUtf8(words).split(u' ', Qt::SkipEmptyParts); }
+
 bool sameWord(QStringView a, QStringView b) { return a.compare(b, Qt::CaseInsensitive) == 0; }
 
 bool isDigits(QStringView text) {

@@ -2,7 +2,7 @@
 // The words of a line of the quick entry, as a farmer writes them: quotes, blanks within a day, days with and without a
 // date.
 #include <QDate>
-#include <QString>
+#include <QStringList>
 #include <optional>
 #include <vector>
 
@@ -17,6 +17,9 @@ struct Schnellwort {
 /// a word goes, a day in pieces ("16. 7. 2026") and a name with its value ("kosten = 3") are one word, dashes and
 /// apostrophes are the plain ones.
 std::vector<Schnellwort> Schnellworte(const QString& line);
+
+/// Of the grammar's data, which stand side by side with blanks between.
+QStringList listed(const char* words);
 
 bool sameWord(QStringView a, QStringView b);
 bool isDigits(QStringView text);

@@ -11,6 +11,8 @@
 
 namespace koben {
 
+struct Schnellwort;
+
 /// A field of a kind's entry screen, as a line can fill it. The fields of a kind stand in the order of the screen.
 struct Schnellfeld {
     enum Kind { Count, Number, Text, Choice, Day };
@@ -77,5 +79,9 @@ Schnellzeile Schnellzeile_lesen(const QString& line, const std::vector<Schnellti
                                 QDate day = {});
 /// The day of a line that says nothing else ("gestern", "am 14.7."), as the head of a list; invalid for others.
 QDate Schnelltag_lesen(const QString& line, const QString& heute);
+
+/// A part of Schnellzeile_lesen: puts the words behind animal and kind into the fields of the line's kind and into its
+/// day. What does not fit, is missing or could be two things is told in the line's problems.
+void Schnellwerte(Schnellzeile& line, std::vector<Schnellwort> words, const QString& heute, QDate day);
 
 }  // namespace koben
