@@ -78,9 +78,12 @@ Pruefbefund numbersTwice(const Database& db) {
         "count(*) > 1 order by Nummer");
     if (twice.rowCount() == 0) return found;
     found.art = Pruefbefund::Art::Hinweis;
-    found.satz = twice.rowCount() == 1
-                     ? QStringLiteral("Eine Nummer tragen mehrere Tiere des Bestandes.")
-                     : QStringLiteral("%1 Nummern tragen mehrere Tiere des Bestandes.").arg(twice.rowCount());
+    found.satz =
+        twice.rowCount() == 1
+            ? QStringLiteral("Eine Nummer tragen mehrere Tiere des Bestandes. Bitte geben Sie einem davon eine andere.")
+            : QStringLiteral(
+                  "%1 Nummern tragen mehrere Tiere des Bestandes. Bitte geben Sie je einem davon eine andere.")
+                  .arg(twice.rowCount());
     for (int row = 0; row < twice.rowCount() && found.zeilen.size() < Beispiele; ++row)
         found.zeilen +=
             QStringLiteral("%1: %2 Tiere").arg(Hochkomma_ersetzen(twice.text(row, 0))).arg(twice.integer(row, 1));
