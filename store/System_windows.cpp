@@ -54,6 +54,11 @@ bool replace(const std::wstring& from, const std::wstring& to, DWORD how) {
     return persistently(guarded ? 1 : patience, step);
 }
 
+/// Compiled patterns keep a stack for each thread, and what MinGW's threads free as they end is gone by then: a thread
+/// of our own that has matched a pattern, for a list of files even, would take the program with it. Before the first
+/// match.
+const bool patternsAreInterpreted = qputenv("QT_ENABLE_REGEXP_JIT", "0");
+
 }  // namespace
 
 void clearTrouble() {
