@@ -13,7 +13,9 @@ LAYOUT(PO_Pocketexport) {
          deviceFolder(
              form.geraet,
              QStringLiteral("Schritt 1 erstellt die Datei und kopiert sie dorthin, Schritt 2 kopiert sie allein.")),
+         group(
+             QStringLiteral("Telefon ohne Kabel"),
+             row({caption(QStringLiteral("Es holt die Seite für den Stall im WLAN ab.")) * 1, button(form.hausnetz)})),
          progress(form.meter), spring(),
-         buttons({button(form.hilfe)},
-                 {button(form.hausnetz), button(form.ok[0]), button(form.ok[1]), button(form.beenden)})});
+         buttons({button(form.hilfe)}, {button(form.ok[0]), button(form.ok[1]), button(form.beenden)})});
 }
