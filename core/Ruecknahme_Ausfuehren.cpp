@@ -2,6 +2,8 @@
 #include <QHash>
 #include <QSet>
 #include <algorithm>
+#include <map>
+#include <set>
 
 #include "core/Aktionsnamen.h"
 #include "core/Buchungen.h"
@@ -106,36 +108,54 @@ private:
         add(Tattoo, m_marks);
     }
 
-    /// A number or name that comes back must not be another row's, unless it was so when the action was done.
+    /// A number or name that comes back must not be another row's, unless that one comes back, too, or it was so when
+    /// the action was done.
     QString checkNames() const {
+        std::set<std::pair<QString, qint64>> coming;
+        for (const Mark& name : m_names) coming.insert({name.table, name.row});
+        std::map<QString, Statement> bearers;
+        QSet<QByteArray> seen;
         for (const Mark& name : m_names) {
-            if (m_doubles.contains({name.table, name.row})) continue;
+            const QByteArray text = key(name.table, name.text.toText());
+            if (seen.contains(text)) continue;
+            seen.insert(text);
             const bool animal = name.table == Regeln::Tiere;
-            Statement other =
-                m_db.prepare(QStringLiteral("select %1 from %2 where %3 = ? and ID <> ?")
-                                 .arg(animal ? QStringLiteral("Art, Stallnr") : name.field, name.table, name.field));
-            other.bind({name.text, name.row});
-            if (!other.next() || !bears(name)) continue;
-            if (!animal)
-                return QStringLiteral(
-                           "Nicht möglich: „%1“ steht inzwischen ein zweites Mal in den Stammdaten (%2). "
-                           "Bitte benennen Sie diesen anderen Eintrag zuerst um, oder löschen Sie ihn.")
-                    .arg(name.text.toText(), name.table);
-            const QString pen = other.text(1);
-            return QStringLiteral(
-                       "Nicht möglich: Die Nummer %1 hat inzwischen ein anderes Tier (%2%3). Bitte geben Sie "
-                       "diesem Tier zuerst eine andere Nummer, oder löschen Sie es.")
-                .arg(name.text.toText(), other.text(0), pen.isEmpty() ? QString() : QStringLiteral(", Stallnr ") + pen);
+            auto of = bearers.find(name.table);
+            if (of == bearers.end())
+                of =
+                    bearers
+                        .emplace(name.table, m_db.prepare(QStringLiteral("select ID, %1 from %2 where %3 = ?")
+                                                              .arg(animal ? QStringLiteral("Art, Stallnr") : name.field,
+                                                                   name.table, name.field)))
+                        .first;
+            bool comes = false;
+            QString kind, pen;
+            bool other = false;
+            for (of->second.bind({name.text}); of->second.next();) {
+                const std::pair row(name.table, of->second.integer(0));
+                if (coming.contains(row)) {
+                    comes = comes || !m_doubles.contains(row);
+                } else if (!other) {
+                    other = true;
+                    kind = of->second.text(1);
+                    pen = animal ? of->second.text(2) : QString();
+                }
+            }
+            if (comes && other) return taken(name, animal, kind, pen);
         }
         return {};
     }
 
-    /// Whether the row is there with this text: another entry of the plan may have taken it away again.
-    bool bears(const Mark& name) const {
-        Statement own =
-            m_db.prepare(QStringLiteral("select ID from %1 where %2 = ? and ID = ?").arg(name.table, name.field));
-        own.bind({name.text, name.row});
-        return own.next();
+    static QString taken(const Mark& name, bool animal, const QString& kind, const QString& pen) {
+        if (!animal)
+            return QStringLiteral(
+                       "Nicht möglich: „%1“ steht inzwischen ein zweites Mal in den Stammdaten (%2). "
+                       "Bitte benennen Sie diesen anderen Eintrag zuerst um, oder löschen Sie ihn.")
+                .arg(name.text.toText(), name.table);
+        return QStringLiteral(
+                   "Nicht möglich: Die Nummer %1 hat inzwischen ein anderes Tier (%2%3). Bitte geben Sie "
+                   "diesem Tier zuerst eine andere Nummer, oder löschen Sie es.")
+            .arg(name.text.toText(), kind, pen.isEmpty() ? QString() : QStringLiteral(", Stallnr ") + pen);
     }
 
     QString revert(const Entry& entry) const {
