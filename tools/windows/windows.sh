@@ -29,7 +29,7 @@ case "${1:-setup}" in
     etagen)  # for continuous integration: what needs no window, where everything for it is there
         if ! command -v $TRIPLET-g++-posix >/dev/null; then
             say "Windows: nicht übersetzt, der Compiler $TRIPLET-g++-posix fehlt (./koben windows richtet ihn ein)."
-        elif ! [ -f "$DONE/qt" ] || ! [ -f "$DONE/libzip" ]; then
+        elif ! [ -f "$DONE/qt" ] || ! [ -f "$DONE/cpp-httplib" ]; then
             say "Windows: nicht übersetzt, Qt und die Bibliotheken sind noch nicht gebaut (./koben windows baut sie)."
         else
             "$WINDOWS/koben.sh" koben-skript
